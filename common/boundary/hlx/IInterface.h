@@ -1,0 +1,35 @@
+#pragma once
+
+#include "hlx/CString.h"
+#include "hlx/TSharedPtr.h"
+
+namespace hlx::cam
+{
+
+/// A way on which cameras are reached: a frame grabber, a network adapter, or the emulator.
+struct IInterface {
+    IInterface() = default;
+    IInterface(const IInterface &) = delete;
+    IInterface &operator=(const IInterface &) = delete;
+    virtual ~IInterface();
+
+    bool isEmulator = false; ///< A software emulator of a camera.
+};
+
+/// The framework's registry of interfaces. Any thread.
+class CInterfaces
+{
+public:
+    CInterfaces() = default;
+    CInterfaces(const CInterfaces &) = delete;
+    CInterfaces &operator=(const CInterfaces &) = delete;
+    virtual ~CInterfaces();
+
+    /// The interface on which the device with this key was found; null if no device has the key.
+    virtual hlx::TSharedPtr<IInterface> GetInterfaceOfDevice(const hlx::CString &deviceKey) = 0;
+};
+
+/// The one registry of the process.
+CInterfaces &interfaces();
+
+} // namespace hlx::cam

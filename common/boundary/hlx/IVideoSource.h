@@ -1,0 +1,19 @@
+#pragma once
+
+namespace hlx::cam
+{
+
+/// The streaming object of a controller. Both operations may be called from any thread.
+class IVideoSource
+{
+public:
+    IVideoSource() = default;
+    IVideoSource(const IVideoSource &) = delete;
+    IVideoSource &operator=(const IVideoSource &) = delete;
+    virtual ~IVideoSource();
+
+    virtual void StopStream() = 0;
+    virtual void StartStream() = 0;
+};
+
+} // namespace hlx::cam

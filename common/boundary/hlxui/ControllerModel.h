@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QObject>
+
+#include <cstdint>
+
+/// The base of every camera family's root model, so that a host can hold any of them. GUI thread only.
+class ControllerModel : public QObject
+{
+    Q_OBJECT
+    /// Bit n set: preset n holds a non-uniformity correction.
+    Q_PROPERTY(uint8_t hasNucMask READ hasNucMask NOTIFY hasNucMaskChanged)
+
+public:
+    explicit ControllerModel(QObject *parent = nullptr);
+    ~ControllerModel() override;
+
+    virtual uint8_t hasNucMask();
+
+signals:
+    void hasNucMaskChanged();
+};

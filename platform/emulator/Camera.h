@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/emulator/Device.h"
+#include "platform/emulator/Gate.h"
+#include "platform/emulator/Profile.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace emulator
+{
+
+/// An emulated camera. It answers while it is connected, knows that it is an emulator, and keeps its files in a folder.
+/// Any thread.
+class Camera : public std::enable_shared_from_this<Camera>
+{
+public:
+    /// A camera of a profile (a built-in name, or a file), not connected yet, that keeps its files below
+    /// `folder`/cameras/PROFILE; an empty folder means the user's application data. Throws SetupError.
+    static std::shared_ptr<Camera> create(const QString &profile, const QString &folder);
+
+    Camera(const Camera &) = delete;
+    Camera &operator=(const Camera &) = delete;
+    ~Camera();
+
+    void connect();
+    void disconnect();
+    bool connected() const;
+
+    /// The number under which the SDK knows this camera, for as long as it lives; never used twice.
+    uint64_t handle() const;
+
+    /// The camera of a handle; null for 0 and for one that is gone.
+    static std::shared_ptr<Camera> find(uint64_t handle);
+
+    const Profile &profile() const { return m_profile; }
+    Gate &gate() { return m_gate; }
+
+    /// Where this camera keeps its files.
+    const QString &folder() const { return m_folder; }
+
+    /// The device of this kind, null if the camera has none.
+    template <class D> D *device() const
+    {
+        for (const auto &candidate : m_devices)
+            if (auto *match = dynamic_cast<D *>(candidate.get()))
+                return match;
+        return nullptr;
+    }
+
+    /// Held by the gate while a device answers.
+    std::recursive_mutex &mutex() { return m_mutex; }
+
+    /// Changes a setting behind the operator's back, as "device.setting", and raises the event for it. False if there is
+    /// no such setting or it refuses the value.
+    class OtherClient
+    {
+    public:
+        bool set(const QString &name, const QVariant &value);
+
+    private:
+        friend class Camera;
+        explicit OtherClient(Camera &camera) : m_camera(camera) {}
+        Camera &m_camera;
+    };
+    OtherClient otherClient() { return OtherClient(*this); }
+
+    /// Sets one capability by the name of its property and raises the event for a changed make-up.
+    bool changeMakeUp(const QString &capability, const QVariant &value);
+
+    /// The capabilities by the names of their properties, as they are now.
+    QJsonObject capabilities() const;
+
+    /// Called on the thread of connect() or disconnect(), after the change. The number ends it.
+    int onConnectionChanged(std::function<void()> listener);
+    void removeListener(int number);
+
+private:
+    Camera(Profile profile, QString folder);
+
+    Profile m_profile;
+    QString m_folder;
+    Gate m_gate;
+    mutable std::recursive_mutex m_mutex;
+    std::vector<std::unique_ptr<Device>> m_devices;
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace emulator

@@ -1,0 +1,61 @@
+#include "tests/support/Test.h"
+
+#include <QApplication>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QThreadPool>
+
+#include <cstdio>
+#include <map>
+
+namespace
+{
+
+std::map<std::string, TestRegistry::Factory> &registry()
+{
+    static std::map<std::string, TestRegistry::Factory> tests;
+    return tests;
+}
+
+} // namespace
+
+void Test::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+}
+
+int TestRegistry::add(const char *name, Factory factory)
+{
+    registry().emplace(name, std::move(factory));
+    return static_cast<int>(registry().size());
+}
+
+int main(int argc, char *argv[])
+{
+    // Nothing of the user who runs the tests is read or written, and no display is needed.
+    const QTemporaryDir home;
+    for (const char *variable : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "HOME"})
+        qputenv(variable, home.path().toUtf8());
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_CONTROLS_STYLE", "Fusion");
+    QApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("zvt-tests"));
+    QCoreApplication::setApplicationName(QStringLiteral("zvt-tests"));
+    // Held calls occupy threads of the pool; two held calls must not stall every other read on a small machine.
+    QThreadPool::globalInstance()->setMaxThreadCount(16);
+
+    QStringList arguments = QCoreApplication::arguments();
+    std::vector<std::string> names;
+    if (arguments.size() > 1 && registry().contains(arguments.at(1).toStdString()))
+        names.push_back(arguments.takeAt(1).toStdString());
+    else
+        for (const auto &[name, factory] : registry())
+            names.push_back(name);
+    int failures = 0;
+    for (const auto &name : names)
+        failures += QTest::qExec(registry().at(name)().get(), arguments);
+    QThreadPool::globalInstance()->waitForDone();
+    return failures == 0 ? 0 : 1;
+}
