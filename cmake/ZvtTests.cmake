@@ -1,18 +1,27 @@
-# zvt_tests(KIND SOURCES tst_A.cpp ... [LINK ...] [TIMEOUT seconds] [DEFINITIONS ...]): one program `zvt_KIND_tests` of all
-# test classes of a folder (one link instead of many), and one CTest entry `KIND.tst_A` with the label KIND for each.
+set(ZVT_TEST_FILTER "" CACHE STRING "Build only the test files whose name matches this expression")
+
+# zvt_tests(KIND [LINK ...] [TIMEOUT seconds] [DEFINITIONS ...]): one program `zvt_KIND_tests` of all test classes of the
+# folder (one link instead of many), and one CTest entry `KIND.tst_A` with the label KIND for each file tst_A.cpp.
 function(zvt_tests kind)
-    cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINK;DEFINITIONS" ${ARGN})
+    cmake_parse_arguments(ARG "" "TIMEOUT" "LINK;DEFINITIONS" ${ARGN})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
+    file(GLOB sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp)
+    if(ZVT_TEST_FILTER)
+        list(FILTER sources INCLUDE REGEX "${ZVT_TEST_FILTER}")
+    endif()
+    if(NOT sources)
+        return()
+    endif()
     set(program zvt_${kind}_tests)
-    add_executable(${program} ${ARG_SOURCES})
+    add_executable(${program} ${sources})
     set_target_properties(${program} PROPERTIES AUTOMOC ON)
     target_link_libraries(${program} PRIVATE zvttest ${ARG_LINK} zvt_options)
     target_compile_definitions(${program} PRIVATE ZVT_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                                   ZVT_BINARY_DIR="${PROJECT_BINARY_DIR}" ${ARG_DEFINITIONS})
     target_precompile_headers(${program} PRIVATE <QtTest/QtTest>)
-    foreach(source IN LISTS ARG_SOURCES)
+    foreach(source IN LISTS sources)
         get_filename_component(name ${source} NAME_WE)
         if(name MATCHES "^tst_")
             add_test(NAME ${kind}.${name} COMMAND ${program} ${name})
