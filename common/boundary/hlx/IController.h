@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "hlx/CString.h"
 #include "hlx/TArray.h"
@@ -54,7 +55,7 @@ public:
 
 private:
     struct Listeners;
-    Listeners *m_listeners;
+    const std::shared_ptr<Listeners> m_listeners; ///< Shared with calls in flight: a delegate may end the controller.
 };
 
 } // namespace hlx::cam

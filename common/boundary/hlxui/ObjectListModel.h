@@ -5,7 +5,8 @@
 
 /// A list of objects for QML; each row has the role `item`. GUI thread only.
 ///
-/// A list that owns its items (the constructor's `true`) becomes their parent. Items never belong to the QML engine.
+/// A list that owns its items (the constructor's `true`) becomes their parent. Items never belong to the QML engine. An
+/// object stands in a list at most once; one that is deleted elsewhere leaves the list by itself.
 class ObjectListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -26,6 +27,7 @@ public:
     /// The object of a row, null for a row that does not exist.
     Q_INVOKABLE QObject *at(int row) const;
 
+    /// Adds a row at the end; null adds none.
     void append(QObject *item);
     void push_back(QObject *item) { append(item); }
 
@@ -45,6 +47,7 @@ signals:
     void sizeChanged();
 
 private:
+    void takeRow(QObject *item);
     QList<QObject *> takeAll();
 
     QList<QObject *> m_items;

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "hlx/CNucFile.h"
+#include "hlx/CRCalFile.h"
+#include "hlx/IFileSystem.h"
+
+namespace hlx
+{
+
+/// A pack of an optional calibration and of corrections for any of the presets 0 to 7, in a file with the extension
+/// .cal, .xcalpk or .xnucpk. One thread at a time.
+class CCalPack
+{
+public:
+    static constexpr unsigned char presetCount = 8;
+
+    /// False, with the pack left as it is, if there is no such file, or if it is foreign, cut short or corrupt.
+    bool Load(IFileSystem *files, CString path);
+
+    /// The pack's calibration. If there is none: a new, empty one if `create` is set, else null.
+    reduce::CRCalFile *cal(bool create);
+
+    /// The pack's correction of a preset; in the same way. Null for a preset above 7.
+    CNucFile *nuc(unsigned char preset, bool create);
+
+private:
+    std::unique_ptr<reduce::CRCalFile> m_calibration;
+    std::array<std::unique_ptr<CNucFile>, presetCount> m_corrections;
+};
+
+} // namespace hlx

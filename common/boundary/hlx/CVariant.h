@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <variant>
+
+#include "hlx/CString.h"
+
+namespace hlx
+{
+
+/// A value of one of a few kinds: nothing, bool, int, float or text. Each conversion takes every kind; what has no
+/// meaning in the wanted kind gives its zero value. Numbers in texts are written with a point whatever the locale.
+class CVariant
+{
+public:
+    CVariant() = default;
+    CVariant(bool value) : m_value(value) { } // NOLINT(google-explicit-constructor)
+    CVariant(int value) : m_value(value) { } // NOLINT(google-explicit-constructor)
+    CVariant(float value) : m_value(value) { } // NOLINT(google-explicit-constructor)
+    CVariant(CString value) : m_value(std::move(value)) { } // NOLINT(google-explicit-constructor)
+    /// A text; without this one a literal would become a bool.
+    CVariant(const char *value) : m_value(CString(value)) { } // NOLINT(google-explicit-constructor)
+
+    /// A number is true if it is not 0, a text if it reads "true" in small letters or as a number that is not 0.
+    bool ToBool() const;
+
+    /// A fraction is cut towards 0; a number beyond the range gives the nearest end of it.
+    int32_t ToInt32() const;
+    float ToFlt32() const;
+
+    /// "true" or "false" for a bool; for a float the shortest text that reads back as the same number.
+    CString ToString() const;
+
+    friend bool operator==(const CVariant &, const CVariant &) = default;
+
+private:
+    std::variant<std::monostate, bool, int, float, CString> m_value;
+};
+
+} // namespace hlx

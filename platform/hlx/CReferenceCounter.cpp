@@ -1,0 +1,17 @@
+#include "hlx/CReferenceCounter.h"
+
+namespace hlx
+{
+
+void CReferenceCounter::AddRef() { m_count.fetch_add(1, std::memory_order_relaxed); }
+
+void CReferenceCounter::Release()
+{
+    // The last one must see all that the others did to the object before they let go of it.
+    if (m_count.fetch_sub(1, std::memory_order_acq_rel) != 1)
+        return;
+    m_destroy(m_object);
+    delete this;
+}
+
+} // namespace hlx
