@@ -57,8 +57,8 @@ public:
     /// Held by the gate while a device answers.
     std::recursive_mutex &mutex() { return m_mutex; }
 
-    /// Changes a setting behind the operator's back, as "device.setting", and raises the event for it. False if there is
-    /// no such setting or it refuses the value.
+    /// Changes a setting behind the operator's back, as "device.setting", and raises the event for it. False if there
+    /// is no such setting or it refuses the value.
     class OtherClient
     {
     public:
@@ -66,7 +66,7 @@ public:
 
     private:
         friend class Camera;
-        explicit OtherClient(Camera &camera) : m_camera(camera) {}
+        explicit OtherClient(Camera &camera) : m_camera(camera) { }
         Camera &m_camera;
     };
     OtherClient otherClient() { return OtherClient(*this); }
@@ -77,12 +77,19 @@ public:
     /// The capabilities by the names of their properties, as they are now.
     QJsonObject capabilities() const;
 
-    /// Called on the thread of connect() or disconnect(), after the change. The number ends it.
+    /// Called on the thread of connect() or disconnect(), after the change. The number ends it; removeListener() waits
+    /// for a call in progress on another thread.
     int onConnectionChanged(std::function<void()> listener);
     void removeListener(int number);
 
+    /// Writes to the camera's folder what outlives the process. A folder that has become unwritable is warned of.
+    void remember();
+
 private:
     Camera(Profile profile, QString folder);
+    void setConnected(bool connected);
+    Device *deviceOf(const QString &key) const;
+    QJsonObject remembered() const;
 
     Profile m_profile;
     QString m_folder;

@@ -18,23 +18,23 @@ enum Status : int {
     Ok = 0,
     InvalidHandle = -1,
     NotConnected = -2,
-    Absent = -3,   ///< The camera lacks the equipment.
-    Refused = -4,  ///< The camera does not take the value.
+    Absent = -3, ///< The camera lacks the equipment.
+    Refused = -4, ///< The camera does not take the value.
     Injected = -5, ///< A test asked for the failure.
     Pending = -999 ///< The call has not ended yet.
 };
 
 /// One call that reached the camera, written down when it arrived.
 struct Call {
-    std::string name;      ///< "zvtGetGainLevel" or "controller.GetWindow".
+    std::string name; ///< "zvtGetGainLevel" or "controller.GetWindow".
     std::string arguments; ///< The inputs, separated by ", "; texts in double quotes; the handle and outputs left out.
     std::thread::id thread;
-    int status = Pending;                    ///< A controller operation counts 0 for true and void.
-    std::chrono::nanoseconds duration{0};    ///< Time spent inside the gate.
+    int status = Pending; ///< A controller operation counts 0 for true and void.
+    std::chrono::nanoseconds duration{0}; ///< Time spent inside the gate.
 };
 
-/// The gate through which everything passes that reaches a camera: it keeps the log and does what a test asked for. Each
-/// camera has one, and there is one for the functions that take no handle. Any thread.
+/// The gate through which everything passes that reaches a camera: it keeps the log and does what a test asked for.
+/// Each camera has one, and there is one for the functions that take no handle. Any thread.
 ///
 /// In all of it `name` is the name of a call, or "*" for every call.
 class Gate
@@ -45,6 +45,7 @@ public:
     Gate &operator=(const Gate &) = delete;
     ~Gate();
 
+    /// The log, oldest call first. It keeps the last 100 000 calls.
     std::vector<Call> calls() const;
     /// A place in the log: what came before is left out by callsSince().
     size_t mark() const;
@@ -53,19 +54,21 @@ public:
     /// The n-th next call of this name fails, once.
     void failNext(const std::string &name, int n = 1);
     void failAlways(const std::string &name);
-    /// Every call fails with this probability (0 to 1), drawn from a generator with this seed.
+    /// Every call fails with this probability (0 to 1), drawn from a generator with this seed. Each name has a sequence
+    /// of its own: its n-th call fares the same in every run, whatever other threads call meanwhile.
     void failRandomly(double probability, uint32_t seed);
     /// Ends failNext, failAlways and failRandomly.
     void failNever();
 
-    /// From now on calls of this name wait at the gate, except on the GUI thread, which would wait for itself.
+    /// From now on calls of this name wait at the gate, except on the GUI thread, which would wait for itself. While
+    /// "*" is held, release() of a single name lets its calls through.
     void hold(const std::string &name);
     /// Waits until `n` calls of this name are held; false after ten seconds.
     bool waitHeld(const std::string &name, int n = 1) const;
     /// Lets the held calls through and ends the holding. "*" releases everything.
     void release(const std::string &name);
 
-    /// Every call of this name takes this much longer, in real time.
+    /// Every call of this name takes this much longer, in real time; what "*" asks for comes on top. 0 ends it.
     void delay(int milliseconds, const std::string &name = "*");
 
     /// Calls of this name do not ask the device: they succeed and give these values. One value for each output of the
@@ -79,7 +82,7 @@ public:
 private:
     friend class GatePass;
     struct State;
-    std::unique_ptr<State> m_state;
+    std::shared_ptr<State> m_state;
 };
 
 /// The gate of the functions that take no handle, and of calls whose handle is not known.

@@ -16,8 +16,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A kind of camera, as data: who it is, what it can do, and what its devices start with. Profiles inherit by "extends";
-/// unknown keys are errors.
+/// A kind of camera, as data: who it is, what it can do, and what its devices start with. Profiles inherit by
+/// "extends"; unknown keys are errors.
 class Profile
 {
 public:
@@ -28,6 +28,8 @@ public:
     static QStringList names();
 
     const QString &name() const { return m_name; }
+    /// The name or file that it was loaded by.
+    const QString &source() const { return m_source; }
     const QString &title() const { return m_title; }
     const QJsonObject &identity() const { return m_identity; }
     const QJsonObject &capabilities() const { return m_capabilities; }
@@ -36,7 +38,10 @@ public:
     bool hasRealTimeClock() const { return m_realTimeClock; }
 
 private:
+    static Profile load(const QString &nameOrFile, const QStringList &chain);
+
     QString m_name;
+    QString m_source;
     QString m_title;
     QJsonObject m_identity;
     QJsonObject m_capabilities;

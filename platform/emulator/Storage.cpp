@@ -1,0 +1,73 @@
+#include "platform/emulator/Storage.h"
+
+#include "platform/emulator/Profile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <QTemporaryFile>
+
+namespace emulator
+{
+
+namespace
+{
+
+constexpr auto magic = "zvt-emulated-camera";
+constexpr int version = 1;
+// More than any camera fills; a file of this size is not ours.
+constexpr qint64 largestFile = 16 * 1024 * 1024;
+
+[[noreturn]] void refuse(const QString &path, const QString &why)
+{
+    throw SetupError(QStringLiteral("storage %1: %2").arg(path, why).toStdString());
+}
+
+} // namespace
+
+Storage::Storage(QString folder) : m_folder(std::move(folder))
+{
+    if (const QFileInfo info(m_folder); info.exists() && !info.isDir())
+        refuse(m_folder, QStringLiteral("not a folder"));
+    for (const auto *part : {"states", "nucs", "movies", "lens"}) {
+        const QString path = m_folder + QLatin1Char('/') + QLatin1String(part);
+        if (!QDir().mkpath(path))
+            refuse(path, QStringLiteral("the folder cannot be made"));
+    }
+    if (QTemporaryFile probe(m_folder + QStringLiteral("/probe")); !probe.open())
+        refuse(m_folder, QStringLiteral("cannot be written to: %1").arg(probe.errorString()));
+    for (const auto &name : QDir(m_folder).entryList({QStringLiteral("*.json")}))
+        read(name);
+}
+
+QJsonObject Storage::read(const QString &name) const
+{
+    QFile file(m_folder + QLatin1Char('/') + name);
+    if (!file.exists())
+        return {};
+    if (!file.open(QIODevice::ReadOnly))
+        refuse(file.fileName(), QStringLiteral("cannot be read: %1").arg(file.errorString()));
+    const QByteArray content = file.read(largestFile + 1);
+    QJsonParseError error;
+    const auto document = QJsonDocument::fromJson(content, &error);
+    if (content.size() > largestFile || error.error != QJsonParseError::NoError || !document.isObject()
+        || document[QLatin1String("magic")] != QLatin1String(magic) || !document[QLatin1String("values")].isObject())
+        refuse(file.fileName(), QStringLiteral("corrupt, or not a file of an emulated camera"));
+    if (document[QLatin1String("version")] != version)
+        refuse(file.fileName(), QStringLiteral("written by another version of this program"));
+    return document[QLatin1String("values")].toObject();
+}
+
+void Storage::write(const QString &name, const QJsonObject &values) const
+{
+    const QJsonObject content{{QLatin1String("magic"), QLatin1String(magic)},
+                              {QLatin1String("version"), version},
+                              {QLatin1String("values"), values}};
+    QSaveFile file(m_folder + QLatin1Char('/') + name);
+    const QByteArray bytes = QJsonDocument(content).toJson();
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        refuse(file.fileName(), QStringLiteral("cannot be written: %1").arg(file.errorString()));
+}
+
+} // namespace emulator

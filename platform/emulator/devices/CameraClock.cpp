@@ -1,0 +1,112 @@
+#include "platform/emulator/devices/CameraClock.h"
+
+#include "platform/emulator/Clock.h"
+
+#include <QDateTime>
+
+#include <algorithm>
+
+namespace emulator
+{
+
+namespace
+{
+
+constexpr int firstYear = 2000;
+// Some 65 000 years, all that 16 bits of year can tell.
+constexpr int64_t largestOffset = 2'100'000'000'000'000;
+
+QDateTime ahead(int64_t offset) { return QDateTime::fromMSecsSinceEpoch(Clock::now() + offset, Qt::UTC); }
+
+int64_t offsetOf(const QDate &date, const QTime &time)
+{
+    return QDateTime(date, time, Qt::UTC).toMSecsSinceEpoch() - Clock::now();
+}
+
+int64_t restoredOffset(const QJsonObject &values, const QString &key)
+{
+    return std::clamp<int64_t>(values.value(key).toInteger(0), -largestOffset, largestOffset);
+}
+
+} // namespace
+
+CameraClock::CameraClock(Camera &camera, Section &section)
+    : Device(camera), m_irigYear(section.flag(QStringLiteral("irigYear"), true)),
+      m_irigLocked(section.flag(QStringLiteral("irigLocked"), false))
+{
+}
+
+CameraClock::RealTime CameraClock::realTime() const
+{
+    const QDateTime now = ahead(m_realTimeOffset);
+    const auto byte = [](int value) { return static_cast<uint8_t>(value); };
+    return {
+        byte(now.date().year() - firstYear), byte(now.date().month()), byte(now.date().day()), byte(now.time().hour()),
+        byte(now.time().minute()),           byte(now.time().second())};
+}
+
+Status CameraClock::setRealTime(const RealTime &time)
+{
+    const QDate date(firstYear + time.year, time.month, time.day);
+    const QTime ofDay(time.hour, time.minute, time.second);
+    if (!date.isValid() || !ofDay.isValid())
+        return Refused;
+    m_realTimeOffset = offsetOf(date, ofDay);
+    remember();
+    return Ok;
+}
+
+CameraClock::IrigTime CameraClock::irigTime() const
+{
+    const QDateTime now = ahead(m_irigOffset);
+    const auto byte = [](int value) { return static_cast<uint8_t>(value); };
+    const auto word = [](int value) { return static_cast<uint16_t>(value); };
+    return {word(m_irigYear ? now.date().year() : 0),
+            word(now.date().dayOfYear()),
+            byte(now.time().hour()),
+            byte(now.time().minute()),
+            byte(now.time().second()),
+            word(now.time().msec()),
+            m_irigMicrosecond};
+}
+
+Status CameraClock::setIrigTime(const IrigTime &time)
+{
+    int year = time.year != 0 ? time.year : ahead(m_irigOffset).date().year();
+    // Without a year in the signal the last day of a leap year exists in every year.
+    if (!m_irigYear && time.day == 366)
+        year = firstYear;
+    const QDate date = QDate(year, 1, 1).addDays(time.day - 1);
+    const QTime ofDay(time.hour, time.minute, time.second, time.millisecond);
+    if (date.year() != year || !ofDay.isValid() || time.microsecond > 999)
+        return Refused;
+    m_irigOffset = offsetOf(date, ofDay);
+    m_irigMicrosecond = time.microsecond;
+    remember();
+    return Ok;
+}
+
+QJsonObject CameraClock::save() const
+{
+    return {{QStringLiteral("realTimeOffset"), static_cast<qint64>(m_realTimeOffset)},
+            {QStringLiteral("irigOffset"), static_cast<qint64>(m_irigOffset)},
+            {QStringLiteral("irigMicrosecond"), m_irigMicrosecond}};
+}
+
+void CameraClock::restore(const QJsonObject &values)
+{
+    m_realTimeOffset = restoredOffset(values, QStringLiteral("realTimeOffset"));
+    m_irigOffset = restoredOffset(values, QStringLiteral("irigOffset"));
+    m_irigMicrosecond
+        = static_cast<uint16_t>(std::clamp(values.value(QStringLiteral("irigMicrosecond")).toInt(), 0, 999));
+}
+
+bool CameraClock::set(const QString &name, const QVariant &value)
+{
+    if (name != QLatin1String("irigLocked") || value.typeId() != QMetaType::Bool)
+        return false;
+    m_irigLocked = value.toBool();
+    return true;
+}
+
+} // namespace emulator

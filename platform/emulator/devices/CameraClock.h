@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/emulator/Device.h"
+#include "platform/emulator/Gate.h"
+#include "platform/emulator/Section.h"
+
+#include <cstdint>
+
+namespace emulator
+{
+
+/// The two clocks of a camera, which run on from what they were set to, also while the camera is off: a real-time
+/// clock, and the IRIG time. A camera has both, whichever of them its images carry. Neither knows a time zone. A time
+/// that does not exist is refused and leaves the clock as it was.
+class CameraClock : public Device
+{
+public:
+    struct RealTime {
+        uint8_t year; ///< From 2000.
+        uint8_t month;
+        uint8_t day;
+        uint8_t hour;
+        uint8_t minute;
+        uint8_t second;
+    };
+
+    struct IrigTime {
+        uint16_t year; ///< In full; 0: not told.
+        uint16_t day; ///< Of the year, from 1.
+        uint8_t hour;
+        uint8_t minute;
+        uint8_t second;
+        uint16_t millisecond;
+        uint16_t microsecond;
+    };
+
+    /// Knows in the profile: "irigYear" (the signal tells the year), "irigLocked".
+    CameraClock(Camera &camera, Section &section);
+
+    RealTime realTime() const;
+    Status setRealTime(const RealTime &time);
+
+    IrigTime irigTime() const;
+    /// A year of 0 leaves the year as it is.
+    Status setIrigTime(const IrigTime &time);
+
+    /// The IRIG time follows a signal from outside.
+    bool irigLocked() const { return m_irigLocked; }
+
+    QJsonObject save() const override;
+    void restore(const QJsonObject &values) override;
+    /// "irigLocked", a bool.
+    bool set(const QString &name, const QVariant &value) override;
+
+private:
+    bool m_irigYear;
+    bool m_irigLocked;
+    // Milliseconds by which the clocks are ahead of the emulated world's.
+    int64_t m_realTimeOffset = 0;
+    int64_t m_irigOffset = 0;
+    uint16_t m_irigMicrosecond = 0;
+};
+
+} // namespace emulator

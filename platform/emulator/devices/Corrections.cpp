@@ -1,0 +1,19 @@
+#include "platform/emulator/devices/Corrections.h"
+
+namespace emulator
+{
+
+Corrections::Corrections(Camera &camera, Section &section)
+    : Device(camera), m_names(section.texts(QStringLiteral("names"), QStringList(4)))
+{
+}
+
+Status Corrections::name(uint8_t preset, std::string &text) const
+{
+    if (preset >= m_names.size())
+        return Refused;
+    text = m_names.at(preset).toStdString();
+    return Ok;
+}
+
+} // namespace emulator

@@ -1,0 +1,75 @@
+#include "platform/emulator/devices/Identity.h"
+
+#include "platform/emulator/Camera.h"
+
+namespace emulator
+{
+
+namespace
+{
+
+constexpr size_t longestText = 255;
+
+bool isStorable(const std::string &text)
+{
+    return text.size() <= longestText && QString::fromStdString(text).toStdString() == text;
+}
+
+} // namespace
+
+Identity::Identity(Camera &camera) : Device(camera), m_values(camera.profile().identity()) { }
+
+QJsonObject Identity::save() const
+{
+    QJsonObject changed;
+    for (auto value = m_values.begin(); value != m_values.end(); ++value)
+        if (camera().profile().identity().value(value.key()) != value.value())
+            changed[value.key()] = value.value();
+    return changed;
+}
+
+void Identity::restore(const QJsonObject &values)
+{
+    m_values = camera().profile().identity();
+    for (auto value = values.begin(); value != values.end(); ++value)
+        set(value.key(), value.value().toVariant());
+}
+
+bool Identity::set(const QString &name, const QVariant &value)
+{
+    const QByteArray key = name.toLatin1();
+    if (key == "model" || key == "serial")
+        return value.typeId() == QMetaType::QString && storeText(key, value.toString().toStdString()) == Ok;
+    bool isNumber = false;
+    const int wanted = value.toInt(&isNumber);
+    if ((key != "type" && key != "subtype" && key != "pleora") || !isNumber || wanted < 0 || wanted > 255)
+        return false;
+    store(key, wanted);
+    return true;
+}
+
+uint8_t Identity::number(const char *key) const
+{
+    return static_cast<uint8_t>(m_values.value(QLatin1String(key)).toInt());
+}
+
+std::string Identity::text(const char *key) const
+{
+    return m_values.value(QLatin1String(key)).toString().toStdString();
+}
+
+void Identity::store(const char *key, const QJsonValue &value)
+{
+    m_values[QLatin1String(key)] = value;
+    remember();
+}
+
+Status Identity::storeText(const char *key, const std::string &text)
+{
+    if (!isStorable(text))
+        return Refused;
+    store(key, QString::fromStdString(text));
+    return Ok;
+}
+
+} // namespace emulator

@@ -1,0 +1,376 @@
+#include "platform/emulator/devices/Sensor.h"
+
+#include "platform/emulator/Section.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace emulator
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// The readout: this many pixels leave a row in one clock, every row and every frame has a dead time.
+constexpr uint32_t pixelsPerClock = 4;
+constexpr uint32_t deadClocksPerRow = 20;
+constexpr uint32_t deadRows = 2;
+constexpr uint32_t deadClocksPerFrame = 500;
+// Changing over to another preset's settings.
+constexpr uint32_t presetSwitchClocks = 400;
+constexpr uint32_t minimumIntegrationWidth = 20;
+constexpr uint32_t maximumDwellCount = 0x7FFFFFFF;
+constexpr double minimumRate = 0.1;
+constexpr double roundRates[]
+    = {10000, 5000, 2000, 1000, 500, 400, 300, 250, 200, 150, 120, 100, 60, 50, 30, 25, 20, 15, 10, 5, 2, 1};
+
+uint32_t toClocks(double seconds, uint32_t frequency)
+{
+    const double clocks = std::round(seconds * frequency);
+    return static_cast<uint32_t>(std::clamp(clocks, 0.0, double(std::numeric_limits<uint32_t>::max())));
+}
+
+template <class T> int rowOf(const std::vector<T> &list, const T &value)
+{
+    const auto found = std::find(list.begin(), list.end(), value);
+    return found == list.end() ? -1 : static_cast<int>(found - list.begin());
+}
+
+} // namespace
+
+Sensor::Sensor(Camera &camera, Section &section)
+    : Device(camera),
+      m_clockFrequency(static_cast<uint32_t>(section.integer(u"clockFrequency"_s, 20'000'000, 1'000'000, 100'000'000))),
+      m_maximumIntegrationWidth(
+          toClocks(section.number(u"maximumIntegrationTime"_s, 1000.0, 1.0, 10'000.0) / 1000.0, m_clockFrequency)),
+      m_saturatingIntegrationWidth(
+          toClocks(section.number(u"saturatingIntegrationTime"_s, 20.0, 0.0, 10'000.0) / 1000.0, m_clockFrequency)),
+      m_numPresets(section.integer(u"numPresets"_s, maxPresets, 1, maxPresets)),
+      m_lowCost(section.flag(u"lowCost"_s, false)), m_hasVideoStream(section.flag(u"videoStream"_s, true)),
+      m_geometry(section), m_saturationFlag(section.flag(u"saturated"_s, false))
+{
+    for (const double mode : section.numbers(u"sequencingModes"_s, {SinglePreset, Superframing, PresetSequencing}))
+        if (mode >= 0.0 && mode <= 255.0)
+            m_sequencingModes.push_back(static_cast<uint32_t>(mode));
+        else
+            section.refuse(u"sequencingModes"_s, u"must be numbers from 0 to 255"_s);
+    const QList<double> times = section.numbers(u"integrationTimes"_s, {2.0, 1.0, 0.5, 0.25});
+    const double rate = section.number(u"frameRate"_s, 100.0, minimumRate, 1e6);
+    for (int preset = 0; preset < m_numPresets; ++preset) {
+        if (times.isEmpty()
+            || setIntegrationTime(preset, times.at(std::min<qsizetype>(preset, times.size() - 1))) != Ok)
+            section.refuse(u"integrationTimes"_s, u"must be a list of times in milliseconds"_s);
+        setFrameRate(preset, rate);
+    }
+}
+
+Status Sensor::clocksToHertz(uint32_t clocks, double &hertz) const
+{
+    if (clocks == 0)
+        return Refused;
+    hertz = double(m_clockFrequency) / clocks;
+    return Ok;
+}
+
+Status Sensor::clocksToMilliseconds(uint32_t clocks, double &milliseconds) const
+{
+    milliseconds = clocks * 1000.0 / m_clockFrequency;
+    return Ok;
+}
+
+Status Sensor::setWindowSizeIndex(int index)
+{
+    const Status status = m_geometry.setSizeIndex(index);
+    if (status == Ok)
+        stretchFrames();
+    return status;
+}
+
+Status Sensor::setWindow(const Window &window)
+{
+    const Status status = m_geometry.setWindow(window);
+    if (status == Ok)
+        stretchFrames();
+    return status;
+}
+
+uint32_t Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const
+{
+    const uint32_t readout = (size.height + deadRows) * (size.width / pixelsPerClock + deadClocksPerRow);
+    // With less noise the sensor integrates first and reads then; otherwise it does both at once.
+    const uint32_t busy = m_reduceNoise ? readout + integration : std::max(readout, integration);
+    return busy + deadClocksPerFrame + (sequencing ? presetSwitchClocks : 0);
+}
+
+uint32_t Sensor::minimumFrameWidth(int preset) const
+{
+    return minimumFrameWidth(windowSize(), m_presets[static_cast<size_t>(preset)].integrationWidth,
+                             m_sequencingMode != SinglePreset);
+}
+
+uint32_t Sensor::effectiveFrameWidth(int preset) const
+{
+    return std::max(m_presets[static_cast<size_t>(preset)].frameWidth, minimumFrameWidth(preset));
+}
+
+void Sensor::stretchFrames()
+{
+    for (int preset = 0; preset < m_numPresets; ++preset)
+        m_presets[static_cast<size_t>(preset)].frameWidth = effectiveFrameWidth(preset);
+    m_superframeWidth = std::max(m_superframeWidth, minimumSuperframeWidth());
+}
+
+std::vector<uint32_t> Sensor::offeredWidths(uint32_t minimum) const
+{
+    std::vector<uint32_t> widths{minimum};
+    for (const double rate : roundRates)
+        if (const uint32_t width = toClocks(1.0 / rate, m_clockFrequency); width > minimum)
+            widths.push_back(width);
+    return widths;
+}
+
+std::vector<double> Sensor::toHertz(const std::vector<uint32_t> &widths) const
+{
+    std::vector<double> rates;
+    for (const uint32_t width : widths)
+        rates.push_back(double(m_clockFrequency) / width);
+    return rates;
+}
+
+uint32_t Sensor::nearestWidth(double hertz, uint32_t minimum) const
+{
+    return std::max(minimum, toClocks(1.0 / std::max(hertz, minimumRate), m_clockFrequency));
+}
+
+Status Sensor::integrationWidth(int preset, uint32_t &clocks) const
+{
+    if (!hasPreset(preset))
+        return Refused;
+    clocks = m_presets[static_cast<size_t>(preset)].integrationWidth;
+    return Ok;
+}
+
+Status Sensor::setIntegrationWidth(int preset, uint32_t clocks)
+{
+    if (!hasPreset(preset) || clocks < minimumIntegrationWidth || clocks > m_maximumIntegrationWidth)
+        return Refused;
+    m_presets[static_cast<size_t>(preset)].integrationWidth = clocks;
+    return Ok;
+}
+
+Status Sensor::integrationTime(int preset, double &milliseconds) const
+{
+    if (!hasPreset(preset))
+        return Refused;
+    return clocksToMilliseconds(m_presets[static_cast<size_t>(preset)].integrationWidth, milliseconds);
+}
+
+Status Sensor::setIntegrationTime(int preset, double milliseconds)
+{
+    if (!hasPreset(preset) || !std::isfinite(milliseconds))
+        return Refused;
+    m_presets[static_cast<size_t>(preset)].integrationWidth = std::clamp(
+        toClocks(milliseconds / 1000.0, m_clockFrequency), minimumIntegrationWidth, m_maximumIntegrationWidth);
+    stretchFrames();
+    return Ok;
+}
+
+Status Sensor::frameWidth(int preset, uint32_t &clocks) const
+{
+    if (!hasPreset(preset))
+        return Refused;
+    clocks = m_presets[static_cast<size_t>(preset)].frameWidth;
+    return Ok;
+}
+
+Status Sensor::setFrameWidth(int preset, uint32_t clocks)
+{
+    if (!hasPreset(preset) || clocks < minimumFrameWidth(preset))
+        return Refused;
+    m_presets[static_cast<size_t>(preset)].frameWidth = clocks;
+    return Ok;
+}
+
+Status Sensor::frameRates(int preset, std::vector<double> &hertz) const
+{
+    if (!hasPreset(preset))
+        return Refused;
+    hertz = toHertz(offeredWidths(minimumFrameWidth(preset)));
+    return Ok;
+}
+
+Status Sensor::frameRateIndex(int preset, int &index) const
+{
+    if (!hasPreset(preset))
+        return Refused;
+    index = rowOf(offeredWidths(minimumFrameWidth(preset)), effectiveFrameWidth(preset));
+    return Ok;
+}
+
+Status Sensor::setFrameRateIndex(int preset, int index)
+{
+    if (!hasPreset(preset))
+        return Refused;
+    const auto widths = offeredWidths(minimumFrameWidth(preset));
+    if (index < 0 || index >= static_cast<int>(widths.size()))
+        return Refused;
+    m_presets[static_cast<size_t>(preset)].frameWidth = widths[static_cast<size_t>(index)];
+    return Ok;
+}
+
+Status Sensor::frameRate(int preset, double &hertz) const
+{
+    return hasPreset(preset) ? clocksToHertz(effectiveFrameWidth(preset), hertz) : Refused;
+}
+
+Status Sensor::setFrameRate(int preset, double hertz)
+{
+    if (!hasPreset(preset) || !(hertz > 0.0))
+        return Refused;
+    m_presets[static_cast<size_t>(preset)].frameWidth = nearestWidth(hertz, minimumFrameWidth(preset));
+    return Ok;
+}
+
+double Sensor::averageFrameRate() const
+{
+    double frames = 0.0;
+    double clocks = 0.0;
+    for (int preset = 0; preset < m_numPresets; ++preset) {
+        frames += repeats(preset);
+        clocks += double(repeats(preset)) * effectiveFrameWidth(preset);
+    }
+    if (m_sequencingMode == Superframing)
+        return frames * superframeRate();
+    return clocks > 0.0 ? m_clockFrequency * frames / clocks : 0.0;
+}
+
+Status Sensor::setSequencingMode(uint32_t mode)
+{
+    if (rowOf(m_sequencingModes, mode) < 0)
+        return Refused;
+    m_sequencingMode = mode;
+    stretchFrames();
+    return Ok;
+}
+
+uint32_t Sensor::repeats(int preset) const
+{
+    if (!hasPreset(preset))
+        return 0;
+    const Preset &values = m_presets[static_cast<size_t>(preset)];
+    switch (m_sequencingMode) {
+    case Superframing:
+        return values.subframeEnabled ? 1 : 0;
+    case PresetSequencing:
+        return values.dwellCount;
+    default:
+        return preset == m_activePreset ? 1 : 0;
+    }
+}
+
+Status Sensor::subframeEnabled(int preset, bool &enabled) const
+{
+    if (!hasPreset(preset))
+        return Refused;
+    enabled = m_presets[static_cast<size_t>(preset)].subframeEnabled;
+    return Ok;
+}
+
+Status Sensor::setSubframeEnabled(int preset, bool enabled)
+{
+    if (!hasPreset(preset))
+        return Refused;
+    m_presets[static_cast<size_t>(preset)].subframeEnabled = enabled;
+    stretchFrames();
+    return Ok;
+}
+
+Status Sensor::dwellCount(int preset, uint32_t &count) const
+{
+    if (!hasPreset(preset))
+        return Refused;
+    count = m_presets[static_cast<size_t>(preset)].dwellCount;
+    return Ok;
+}
+
+Status Sensor::setDwellCount(int preset, uint32_t count)
+{
+    if (!hasPreset(preset) || count > maximumDwellCount)
+        return Refused;
+    m_presets[static_cast<size_t>(preset)].dwellCount = count;
+    return Ok;
+}
+
+uint32_t Sensor::minimumSuperframeWidth() const
+{
+    // A superframe of nothing still takes the time of the changeover.
+    uint64_t width = 0;
+    for (int preset = 0; preset < m_numPresets; ++preset)
+        if (const Preset &values = m_presets[static_cast<size_t>(preset)]; values.subframeEnabled)
+            width += minimumFrameWidth(windowSize(), values.integrationWidth, true);
+    return static_cast<uint32_t>(std::clamp<uint64_t>(width, presetSwitchClocks, UINT32_MAX));
+}
+
+std::vector<double> Sensor::superframeRates() const { return toHertz(offeredWidths(minimumSuperframeWidth())); }
+
+int Sensor::superframeRateIndex() const { return rowOf(offeredWidths(minimumSuperframeWidth()), m_superframeWidth); }
+
+Status Sensor::setSuperframeRateIndex(int index)
+{
+    const auto widths = offeredWidths(minimumSuperframeWidth());
+    if (index < 0 || index >= static_cast<int>(widths.size()))
+        return Refused;
+    m_superframeWidth = widths[static_cast<size_t>(index)];
+    return Ok;
+}
+
+double Sensor::superframeRate() const
+{
+    return double(m_clockFrequency) / std::max(m_superframeWidth, minimumSuperframeWidth());
+}
+
+Status Sensor::setSuperframeRate(double hertz)
+{
+    if (!(hertz > 0.0))
+        return Refused;
+    m_superframeWidth = nearestWidth(hertz, minimumSuperframeWidth());
+    return Ok;
+}
+
+Status Sensor::setActivePreset(int preset)
+{
+    if (!hasPreset(preset))
+        return Refused;
+    m_activePreset = preset;
+    return Ok;
+}
+
+Status Sensor::setVideoPreset(int preset)
+{
+    if (!hasPreset(preset))
+        return Refused;
+    m_videoPreset = preset;
+    return Ok;
+}
+
+void Sensor::setReduceNoise(bool reduce)
+{
+    m_reduceNoise = reduce;
+    stretchFrames();
+}
+
+bool Sensor::saturated() const
+{
+    if (m_saturationFlag)
+        return true;
+    for (int preset = 0; preset < m_numPresets; ++preset)
+        if (repeats(preset) > 0
+            && m_presets[static_cast<size_t>(preset)].integrationWidth >= m_saturatingIntegrationWidth)
+            return true;
+    return false;
+}
+
+} // namespace emulator

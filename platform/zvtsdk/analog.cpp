@@ -1,0 +1,75 @@
+#include "platform/emulator/dispatch.h"
+#include "zvt/zvtsdk.h"
+
+// Detector voltages, gain and orientation. The emulated detector has no such controls.
+
+using namespace emulator;
+
+int zvtGetNumColors(uint64_t handle, uint8_t *count) { return absent(__func__, handle, count); }
+
+int zvtSetColor(uint64_t handle, uint8_t preset, uint8_t color) { return absent(__func__, handle, preset, color); }
+
+int zvtGetGainLevelsAreNamed(uint64_t handle, bool *named) { return absent(__func__, handle, named); }
+
+int zvtGetGainLevel(uint64_t handle, uint8_t *level) { return absent(__func__, handle, level); }
+
+int zvtSetGainLevel(uint64_t handle, uint8_t level) { return absent(__func__, handle, level); }
+
+int zvtGetGainLevelName(uint64_t handle, uint8_t level, char *buffer, uint32_t size)
+{
+    return absent(__func__, handle, level, Text(buffer, size));
+}
+
+int zvtGetGlobalOffsetVoltage(uint64_t handle, float *out) { return absent(__func__, handle, out); }
+
+int zvtSetGlobalOffsetVoltage(uint64_t handle, float value) { return absent(__func__, handle, value); }
+
+int zvtGetGlobalOffsetVoltageLimits(uint64_t handle, float *min, float *max)
+{
+    return absent(__func__, handle, min, max);
+}
+
+int zvtGetFPABias(uint64_t handle, float *out) { return absent(__func__, handle, out); }
+
+int zvtSetFPABias(uint64_t handle, float value) { return absent(__func__, handle, value); }
+
+int zvtSetFPABiasEx(uint64_t handle, uint8_t index, float volts) { return absent(__func__, handle, index, volts); }
+
+int zvtGetFPABiasLimits(uint64_t handle, float *min, float *max) { return absent(__func__, handle, min, max); }
+
+int zvtGetSkimmingAvailable(uint64_t handle, bool *out) { return absent(__func__, handle, out); }
+
+int zvtGetSkimmingEnabled(uint64_t handle, bool *out) { return absent(__func__, handle, out); }
+
+int zvtSetSkimmingEnabled(uint64_t handle, bool value) { return absent(__func__, handle, value); }
+
+int zvtGetSkimmingVoltage(uint64_t handle, float *out) { return absent(__func__, handle, out); }
+
+int zvtSetSkimmingVoltage(uint64_t handle, float value) { return absent(__func__, handle, value); }
+
+int zvtGetSkimmingVoltageLimits(uint64_t handle, float *min, float *max) { return absent(__func__, handle, min, max); }
+
+int zvtGetDigitalGain(uint64_t handle, uint8_t preset, float *out) { return absent(__func__, handle, preset, out); }
+
+int zvtSetDigitalGain(uint64_t handle, uint8_t preset, float value) { return absent(__func__, handle, preset, value); }
+
+int zvtGetDigitalOffset(uint64_t handle, uint8_t preset, float *out) { return absent(__func__, handle, preset, out); }
+
+int zvtSetDigitalOffset(uint64_t handle, uint8_t preset, float value)
+{
+    return absent(__func__, handle, preset, value);
+}
+
+int zvtGetRevertEnabled(uint64_t handle, bool *enabled) { return absent(__func__, handle, enabled); }
+
+int zvtSetRevertEnabled(uint64_t handle, bool enabled) { return absent(__func__, handle, enabled); }
+
+int zvtGetInvertEnabled(uint64_t handle, bool *enabled) { return absent(__func__, handle, enabled); }
+
+int zvtSetInvertEnabled(uint64_t handle, bool enabled) { return absent(__func__, handle, enabled); }
+
+int zvtGetHSMAvailable(uint64_t handle, bool *available) { return absent(__func__, handle, available); }
+
+int zvtGetHSMEnabled(uint64_t handle, bool *enabled) { return absent(__func__, handle, enabled); }
+
+int zvtSetHSMEnabled(uint64_t handle, bool enabled) { return absent(__func__, handle, enabled); }
