@@ -1,0 +1,44 @@
+#pragma once
+
+#include "hlx/IDevice.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace emulator
+{
+class Camera;
+}
+
+namespace hlx::cam
+{
+
+/// What the framework finds on the emulator: a camera, known by its handle. It does not keep the camera alive.
+class EmulatedDevice final : public IDevice
+{
+public:
+    explicit EmulatedDevice(const std::shared_ptr<emulator::Camera> &camera);
+
+    hlx::CString key() const override { return m_key; }
+    CProperties &properties() override { return m_properties; }
+
+    /// Null if the camera has gone.
+    std::shared_ptr<emulator::Camera> camera() const { return m_properties.camera.lock(); }
+
+    /// The living emulated camera whose device has this key; null if there is none.
+    static std::shared_ptr<emulator::Camera> cameraOf(const hlx::CString &key);
+
+private:
+    /// The emulator's own properties. They can be read and written while the camera is not connected too.
+    struct Properties final : CProperties {
+        bool get(const hlx::CString &key, hlx::CVariant &value) const override;
+        bool set(const hlx::CString &key, hlx::CVariant value) override;
+
+        std::weak_ptr<emulator::Camera> camera;
+    };
+
+    const hlx::CString m_key;
+    Properties m_properties;
+};
+
+} // namespace hlx::cam

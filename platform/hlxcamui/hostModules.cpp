@@ -1,0 +1,51 @@
+#include "platform/hlxcamui/hostModules.h"
+
+#include "platform/hlxcamui/DialogWindowResizer.h"
+#include "platform/hlxcamui/DisplayEditor.h"
+#include "platform/hlxcamui/IntValidatorEx.h"
+#include "platform/hlxcamui/WidgetFileDialog.h"
+#include "platform/hlxcamui/WindowEditor.h"
+
+#include <QQmlEngine>
+#include <QUrl>
+
+#include <utility>
+
+// Outside any namespace, an unnamed one too: the macro declares a function at its place, which lives in the global one.
+static void initResources()
+{
+    Q_INIT_RESOURCE(hlxcamui);
+    Q_INIT_RESOURCE(hlxcamuifonts);
+}
+
+namespace hlx::cam::ui
+{
+
+void registerHostModules()
+{
+    static bool registered = false;
+    if (std::exchange(registered, true))
+        return;
+    ::initResources();
+
+    // What the controls' own QML builds upon; not for pages. The version is that of the Qt Quick whose properties the
+    // types inherit: under 1.0 the engine would hide the newer ones, and a page's own `palette` group with them.
+    constexpr auto templates = "com.kestrin.hlxcamui.templates";
+    qmlRegisterType<DisplayEditor>(templates, 6, 4, "DisplayEditor");
+    qmlRegisterType<WidgetFileDialog>(templates, 6, 4, "WidgetFileDialog");
+    qmlRegisterType<WindowEditor>(templates, 6, 4, "WindowEditor");
+
+    constexpr auto cameraControls = "com.kestrin.hlxcamui";
+    const auto file
+        = [](const char *name) { return QUrl(QStringLiteral("qrc:/hlxcamui/types/") + QLatin1String(name)); };
+    qmlRegisterType(file("CameraFinderPopup.qml"), cameraControls, 1, 0, "CameraFinderPopup");
+    qmlRegisterType(file("WindowEditor.qml"), cameraControls, 1, 0, "WindowEditor");
+    qmlRegisterUncreatableType<DialogWindowResizer>(cameraControls, 1, 0, "DialogWindowResizer",
+                                                    QStringLiteral("Can only be used attached to an object"));
+
+    constexpr auto controls = "com.kestrin.hlxui";
+    qmlRegisterType(file("DisplayEditor.qml"), controls, 1, 0, "DisplayEditor");
+    qmlRegisterType<IntValidatorEx>(controls, 1, 0, "IntValidatorEx");
+}
+
+} // namespace hlx::cam::ui

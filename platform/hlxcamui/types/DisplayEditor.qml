@@ -1,0 +1,73 @@
+import QtQuick
+import com.kestrin.hlxcamui.templates 6.4 as T
+
+// The image's place on the raster of the video output, moved by mouse and arrow keys while it is free.
+T.DisplayEditor {
+    id: editor
+
+    readonly property bool _movable: enabled && offsetType === T.DisplayEditor.Free
+    readonly property color _lineColor: !isValid ? _invalidColor : !_movable ? palette.mid
+                                                 : activeFocus ? palette.highlight : palette.windowText
+    // No palette has a colour for errors; this one is readable on dark and on light.
+    readonly property color _invalidColor: "#ff5555"
+
+    implicitWidth: 192
+    implicitHeight: 152
+    clip: true
+
+    Accessible.role: Accessible.Graphic
+    Accessible.name: qsTr("Video Output Position")
+    Accessible.description: qsTr("Image at %1, %2").arg(offset.x).arg(offset.y)
+    Accessible.focusable: true
+
+    // On whole units, so that lines are sharp.
+    component Frame: Rectangle {
+        property rect frame
+
+        x: Math.round(frame.x)
+        y: Math.round(frame.y)
+        width: Math.round(frame.right) - x
+        height: Math.round(frame.bottom) - y
+    }
+
+    // The raster; its frame tells the focus.
+    Frame {
+        frame: editor.displayFrame
+        visible: editor.displayFrame.width > 0
+        color: editor.palette.base
+        border.width: editor.activeFocus ? 2 : 1
+        border.color: editor.activeFocus ? editor.palette.highlight : editor.palette.mid
+        radius: 2
+    }
+
+    // What a television may hide.
+    Repeater {
+        model: editor.showNtscLines ? [0.05, 0.95] : []
+
+        Rectangle {
+            required property real modelData
+
+            x: Math.round(editor.displayFrame.x)
+            y: Math.round(editor.displayFrame.y + editor.displayFrame.height * modelData)
+            width: Math.round(editor.displayFrame.width)
+            height: 1
+            color: editor.palette.mid
+        }
+    }
+
+    Frame {
+        frame: editor.imageFrame
+        visible: editor.imageFrame.width > 0
+        color: Qt.alpha(editor._lineColor, 0.15)
+        border.width: 1
+        border.color: editor._lineColor
+
+        Text {
+            anchors.centerIn: parent
+            visible: implicitWidth + 12 < parent.width && implicitHeight + 4 < parent.height
+            text: "%1 × %2".arg(editor.window.width).arg(editor.window.height)
+            color: editor.palette.windowText
+            font.pixelSize: 12
+        }
+    }
+}

@@ -1,0 +1,178 @@
+#include "platform/hlxcamzvt/EmulatedController.h"
+
+#include "platform/emulator/devices/Sensor.h"
+#include "platform/hlxcam/EmulatedDevice.h"
+#include "platform/hlxcam/passGate.h"
+#include "platform/hlxcamzvt/EmulatedVideoSource.h"
+
+#include <utility>
+
+namespace hlx::cam
+{
+
+using emulator::controllerOnDevice;
+using emulator::dispatchController;
+using emulator::Sensor;
+
+namespace
+{
+
+/// An operation for equipment that the emulated cameras do not have.
+template <class... Args>
+bool absent(const std::shared_ptr<emulator::Camera> &camera, const char *name, Args &&...arguments)
+{
+    return dispatchController(
+        camera, name, [](emulator::Camera &) { return emulator::Absent; }, std::forward<Args>(arguments)...);
+}
+
+} // namespace
+
+EmulatedController::EmulatedController(std::shared_ptr<emulator::Camera> camera) { attach(std::move(camera)); }
+
+EmulatedController::~EmulatedController() { stopListening(); }
+
+bool EmulatedController::attach(std::shared_ptr<emulator::Camera> camera)
+{
+    if (const auto present = this->camera(); present && present->connected())
+        return false;
+    stopListening();
+    Target target;
+    if (camera) {
+        target.device = hlx::TSharedPtr<EmulatedDevice>::make(camera);
+        if (const auto *sensor = camera->device<Sensor>(); sensor && sensor->hasVideoStream())
+            target.videoSource = hlx::TSharedPtr<EmulatedVideoSource>::make(camera);
+        target.camera = std::move(camera);
+    }
+    {
+        const std::lock_guard lock(m_mutex);
+        std::swap(m_target, target);
+    }
+    listen();
+    return true;
+}
+
+void EmulatedController::listen()
+{
+    const auto subject = camera();
+    if (!subject)
+        return;
+    m_listener = subject->onConnectionChanged([this] { announceConnection(); });
+    if (subject->connected())
+        announceConnection();
+}
+
+void EmulatedController::stopListening()
+{
+    // Waits for a notification in flight on another thread.
+    if (const auto subject = camera())
+        subject->removeListener(m_listener);
+}
+
+void EmulatedController::announceConnection()
+{
+    capabilities.configure(this);
+    // The last act: a delegate may let go of this controller.
+    FireValueChanged("Connected");
+}
+
+std::shared_ptr<emulator::Camera> EmulatedController::camera() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_target.camera;
+}
+
+hlx::TSharedPtr<IDevice> EmulatedController::device()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_target.device;
+}
+
+bool EmulatedController::IsConnected()
+{
+    bool connected = false;
+    const auto subject = camera();
+    passGate(
+        subject, "controller.IsConnected",
+        [&] {
+            connected = subject->connected();
+            return emulator::Ok;
+        },
+        &connected);
+    return connected;
+}
+
+uint64_t EmulatedController::GetHandle()
+{
+    uint64_t handle = 0;
+    const auto subject = camera();
+    passGate(
+        subject, "controller.GetHandle",
+        [&] {
+            handle = subject->handle();
+            return emulator::Ok;
+        },
+        &handle);
+    return handle;
+}
+
+hlx::TSharedPtr<IVideoSource> EmulatedController::GetVideoSource()
+{
+    hlx::TSharedPtr<IVideoSource> source;
+    dispatchController(camera(), "controller.GetVideoSource", [&](emulator::Camera &) {
+        const std::lock_guard lock(m_mutex);
+        source = m_target.videoSource;
+        return source ? emulator::Ok : emulator::Absent;
+    });
+    return source;
+}
+
+bool EmulatedController::HasRealTimeClock()
+{
+    bool has = false;
+    dispatchController(
+        camera(), "controller.HasRealTimeClock",
+        [&](emulator::Camera &subject) { has = subject.profile().hasRealTimeClock(); }, &has);
+    return has;
+}
+
+bool EmulatedController::GetIsFactoryCalibrated(bool *calibrated)
+{
+    return absent(camera(), "controller.GetIsFactoryCalibrated", calibrated);
+}
+
+bool EmulatedController::GetFactoryCalibrations(hlx::TArray<SFactoryCalibration> *list)
+{
+    return absent(camera(), "controller.GetFactoryCalibrations", list);
+}
+
+bool EmulatedController::GetPresetCalibrationIndex(int preset, int *index)
+{
+    return absent(camera(), "controller.GetPresetCalibrationIndex", preset, index);
+}
+
+void EmulatedController::SetPresetCalibrationIndex(int preset, int index, int flag)
+{
+    absent(camera(), "controller.SetPresetCalibrationIndex", preset, index, flag);
+}
+
+bool EmulatedController::LoadFactoryDefaults() { return absent(camera(), "controller.LoadFactoryDefaults"); }
+
+bool EmulatedController::LoadHardDefaults() { return absent(camera(), "controller.LoadHardDefaults"); }
+
+bool EmulatedController::LoadState(const char *name) { return absent(camera(), "controller.LoadState", name); }
+
+bool EmulatedController::CanDownload() { return absent(camera(), "controller.CanDownload"); }
+
+bool EmulatedController::DownloadMovie(hlx::CString path, hlx::delegate<int(int, unsigned int, unsigned int)> progress,
+                                       unsigned int first, unsigned int last)
+{
+    return absent(camera(), "controller.DownloadMovie", path, progress, first, last);
+}
+
+bool EmulatedController::FindFrameRange(hlx::CDateTime start, hlx::CDateTime end, unsigned int *first,
+                                        unsigned int *last)
+{
+    return absent(camera(), "controller.FindFrameRange", start, end, first, last);
+}
+
+} // namespace hlx::cam

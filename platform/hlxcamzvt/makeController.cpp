@@ -1,0 +1,19 @@
+#include "platform/hlxcamzvt/makeController.h"
+
+#include "platform/hlxcamzvt/EmulatedController.h"
+
+namespace hlx::cam
+{
+
+hlx::TSharedPtr<CZVTController> makeController(std::shared_ptr<emulator::Camera> camera)
+{
+    return hlx::TSharedPtr<EmulatedController>::make(std::move(camera));
+}
+
+bool attach(CZVTController &controller, std::shared_ptr<emulator::Camera> camera)
+{
+    auto *const emulated = dynamic_cast<EmulatedController *>(&controller);
+    return emulated && emulated->attach(std::move(camera));
+}
+
+} // namespace hlx::cam
