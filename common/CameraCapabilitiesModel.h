@@ -1,0 +1,105 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+#include "common/CapabilityBlock.h"
+#include "hlx/CString.h"
+
+/// What this camera can do: the mirror of the framework's capabilities that pages and models ask. The values change in
+/// configure() only and stay after a disconnect. GUI thread only; pool tasks read block().
+class CameraCapabilitiesModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool hasFrontPanelTemperature READ hasFrontPanelTemperature NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasAirGapTemperature READ hasAirGapTemperature NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasInternalTemperature READ hasInternalTemperature NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasChassisTemperature READ hasChassisTemperature NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasFPAGain READ hasFPAGain NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(int numFPAGainLevels READ numFPAGainLevels NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasReplaceableFilters READ hasReplaceableFilters NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasGigEPreset READ hasGigEPreset NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasVideoOutputSettings READ hasVideoOutputSettings NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasLensStatesFunctionality READ hasLensStatesFunctionality NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasContinuousOpticalZoom READ hasContinuousOpticalZoom NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasDiscontinuousOpticalZoom READ hasDiscontinuousOpticalZoom NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasFocus READ hasFocus NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasFocusToDistance READ hasFocusToDistance NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasFovMovePercent READ hasFovMovePercent NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasFocusMovePercent READ hasFocusMovePercent NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasWindowSettings READ hasWindowSettings NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasWindowDimensionsThatCanBeArbitrary READ hasWindowDimensionsThatCanBeArbitrary NOTIFY
+                   cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasBilinearZoom READ hasBilinearZoom NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasFilterWheel READ hasFilterWheel NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasFlag READ hasFlag NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasFlagCooler READ hasFlagCooler NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasLensCover READ hasLensCover NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasBadPixelCorrection READ hasBadPixelCorrection NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasUpdateRate READ hasUpdateRate NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasTemporalFilter READ hasTemporalFilter NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasOverlayCustomization READ hasOverlayCustomization NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasVideoAgcRoi READ hasVideoAgcRoi NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasCameraLinkMode READ hasCameraLinkMode NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasCoaXPressLinksToUse READ hasCoaXPressLinksToUse NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasSkimming READ hasSkimming NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasLockin READ hasLockin NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasAdvancedMiscSettings READ hasAdvancedMiscSettings NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasSsd READ hasSsd NOTIFY cameraCapabilitiesChanged)
+    Q_PROPERTY(bool hasTeCooler READ hasTeCooler NOTIFY cameraCapabilitiesChanged)
+
+public:
+    explicit CameraCapabilitiesModel(QObject *parent = nullptr);
+
+    /// Takes the values from the framework as it has them now, if the root has a controller, and announces them in any
+    /// case.
+    void configure();
+
+    /// The live values, to be shared with pool tasks.
+    std::shared_ptr<const CapabilityBlock> block() const { return m_block; }
+
+    bool hasFrontPanelTemperature() const { return m_block->hasFrontPanelTemperature(); }
+    bool hasAirGapTemperature() const { return m_block->hasAirGapTemperature(); }
+    bool hasInternalTemperature() const { return m_block->hasInternalTemperature(); }
+    bool hasChassisTemperature() const { return m_block->hasChassisTemperature(); }
+    bool hasFPAGain() const { return m_block->hasFPAGain(); }
+    int numFPAGainLevels() const { return m_block->numFPAGainLevels(); }
+    bool hasReplaceableFilters() const { return m_block->hasReplaceableFilters(); }
+    bool hasGigEPreset() const { return m_block->hasGigEPreset(); }
+    bool hasVideoOutputSettings() const { return m_block->hasVideoOutputSettings(); }
+    bool hasLensStatesFunctionality() const { return m_block->hasLensStatesFunctionality(); }
+    bool hasContinuousOpticalZoom() const { return m_block->hasContinuousOpticalZoom(); }
+    bool hasDiscontinuousOpticalZoom() const { return m_block->hasDiscontinuousOpticalZoom(); }
+    bool hasFocus() const { return m_block->hasFocus(); }
+    bool hasFocusToDistance() const { return m_block->hasFocusToDistance(); }
+    bool hasFovMovePercent() const { return m_block->hasFovMovePercent(); }
+    bool hasFocusMovePercent() const { return m_block->hasFocusMovePercent(); }
+    bool hasWindowSettings() const { return m_block->hasWindowSettings(); }
+    bool hasWindowDimensionsThatCanBeArbitrary() const { return m_block->hasWindowDimensionsThatCanBeArbitrary(); }
+    bool hasBilinearZoom() const { return m_block->hasBilinearZoom(); }
+    bool hasFilterWheel() const { return m_block->hasFilterWheel(); }
+    bool hasFlag() const { return m_block->hasFlag(); }
+    bool hasFlagCooler() const { return m_block->hasFlagCooler(); }
+    bool hasLensCover() const { return m_block->hasLensCover(); }
+    bool hasBadPixelCorrection() const { return m_block->hasBadPixelCorrection(); }
+    bool hasUpdateRate() const { return m_block->hasUpdateRate(); }
+    bool hasTemporalFilter() const { return m_block->hasTemporalFilter(); }
+    bool hasOverlayCustomization() const { return m_block->hasOverlayCustomization(); }
+    bool hasVideoAgcRoi() const { return m_block->hasVideoAgcRoi(); }
+    bool hasCameraLinkMode() const { return m_block->hasCameraLinkMode(); }
+    bool hasCoaXPressLinksToUse() const { return m_block->hasCoaXPressLinksToUse(); }
+    bool hasSkimming() const { return m_block->hasSkimming(); }
+    bool hasLockin() const { return m_block->hasLockin(); }
+    bool hasAdvancedMiscSettings() const { return m_block->hasAdvancedMiscSettings(); }
+    bool hasSsd() const { return m_block->hasSsd(); }
+    bool hasTeCooler() const { return m_block->hasTeCooler(); }
+
+signals:
+    void cameraCapabilitiesChanged();
+
+private:
+    static bool wildcardMatch(const hlx::CString &pattern, const QString &text);
+
+    const std::shared_ptr<CapabilityBlock> m_block = std::make_shared<CapabilityBlock>();
+};

@@ -1,0 +1,136 @@
+#pragma once
+
+#include "common/CameraAccess.h"
+
+#include <QDebug>
+#include <QFutureWatcher>
+#include <QtConcurrent>
+
+#include <exception>
+#include <utility>
+
+/// How a model starts its reads. "Dropped" means: nothing is started, nothing is emitted, nothing is queued.
+enum class Form {
+    Standard,       ///< A second read while one runs is dropped. `refreshing` true, then `hasRefreshed` false.
+    Swapped,        ///< The same with the flags in the other order.
+    RefreshingOnly, ///< The same, but `hasRefreshed` stays, so that a section stays enabled during later reads.
+    FlagGuard,      ///< Dropped by the `refreshing` flag itself. No `hasRefreshed`.
+    NoFlags,        ///< Dropped while one runs; neither flag.
+    Unguarded       ///< Never dropped; the newest read is the one that is published. `refreshing` starts true.
+};
+
+/// The refresh contract: reads a Result on a thread of the global pool and brings it to the model's finished slot on the
+/// GUI thread. Owns the watcher and the flags `refreshing` and `hasRefreshed`, and emits the model's signals
+/// `refreshingChanged` and `hasRefreshedChanged`, as far as it has them.
+///
+/// It is the last member of its model, so that it dies first. Its death neither cancels nor waits: a task holds a
+/// CameraAccess and copies of its inputs, and never the model. GUI thread only.
+template <class Model, class Result>
+class Refresh
+{
+public:
+    Refresh(Model *model, void (Model::*finished)(), Form form = Form::Standard) :
+        m_model(model), m_form(form), m_refreshing(form == Form::Unguarded)
+    {
+        QObject::connect(&m_watcher, &QFutureWatcherBase::finished, model, finished);
+    }
+
+    bool refreshing() const { return m_refreshing; }
+    bool hasRefreshed() const { return m_hasRefreshed; }
+
+    /// Starts `task`, called as Result(const CameraAccess &) on a pool thread, unless the form drops it.
+    template <class Task>
+    void start(Task task)
+    {
+        if (begin())
+            run(std::move(task));
+    }
+
+    /// The first half of start(): false if the form drops the read, else the flags are set and signalled.
+    bool begin()
+    {
+        if (busy())
+            return false;
+        if (m_form == Form::Swapped)
+            setHasRefreshed(false);
+        if (m_form != Form::NoFlags && m_form != Form::Unguarded)
+            setRefreshing(true);
+        if (m_form == Form::Standard)
+            setHasRefreshed(false);
+        return true;
+    }
+
+    /// The second half of start(): the task itself.
+    template <class Task>
+    void run(Task task)
+    {
+        m_inFlight = true;
+        m_watcher.setFuture(
+            QtConcurrent::run([task = std::move(task), camera = CameraAccess::of(m_model)] { return call(task, camera); }));
+    }
+
+    /// What the task read; the first act of the finished slot. From here on a new read may start.
+    Result result()
+    {
+        m_inFlight = false;
+        return m_watcher.result();
+    }
+
+    /// Sets and signals the flags; the last act of the finished slot.
+    void finish()
+    {
+        if (m_form == Form::NoFlags)
+            return;
+        if (m_form != Form::FlagGuard)
+            setHasRefreshed(true);
+        setRefreshing(false);
+    }
+
+private:
+    // Between the end of a task and its finished slot the watcher says that nothing runs; a new future would throw the
+    // unpublished result away. So the member keeps a flag of its own.
+    bool busy() const
+    {
+        switch (m_form) {
+        case Form::FlagGuard:
+            return m_refreshing;
+        case Form::Unguarded:
+            return false;
+        default:
+            return m_inFlight;
+        }
+    }
+
+    // An exception would end the program when the slot asks for the result; it counts as a read in which all failed.
+    template <class Task>
+    static Result call(const Task &task, const CameraAccess &camera)
+    {
+        try {
+            return task(camera);
+        } catch (const std::exception &error) {
+            qWarning("a read of the camera ended early: %s", error.what());
+            return Result{};
+        }
+    }
+
+    void setRefreshing(bool refreshing)
+    {
+        m_refreshing = refreshing;
+        if constexpr (requires(Model &model) { model.refreshingChanged(); })
+            emit m_model->refreshingChanged();
+    }
+
+    void setHasRefreshed(bool hasRefreshed)
+    {
+        m_hasRefreshed = hasRefreshed;
+        if constexpr (requires(Model &model) { model.hasRefreshedChanged(); })
+            emit m_model->hasRefreshedChanged();
+    }
+
+    Model *m_model;
+    Form m_form;
+    bool m_refreshing;
+    bool m_hasRefreshed = false;
+    bool m_inFlight = false;
+    QFutureWatcher<Result> m_watcher;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QStringList>
+
+/// The display strings of a combo box and the values behind them, kept in step. GUI thread only.
+class StringIntDisplaySanityModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QStringList strings READ strings NOTIFY stringsChanged)
+    Q_PROPERTY(QList<int> values READ values NOTIFY valuesChanged)
+    Q_PROPERTY(int size READ size NOTIFY sizeChanged)
+
+public:
+    explicit StringIntDisplaySanityModel(QObject *parent = nullptr);
+
+    QStringList strings() const { return m_strings; }
+    QList<int> values() const { return m_values; }
+    int size() const { return static_cast<int>(m_values.size()); }
+
+    void append(const QString &string, int value);
+
+    /// Takes a row out; there must be one of this index.
+    void remove(int index);
+    void removeAll();
+
+    /// An empty string for a row that does not exist.
+    QString stringAt(int index) const { return m_strings.value(index); }
+
+    /// -1 for a row that does not exist.
+    int valueAt(int index) const { return m_values.value(index, -1); }
+
+    /// -1 if no row has the value.
+    int findFirstIndexOfValue(int value) const { return static_cast<int>(m_values.indexOf(value)); }
+
+    /// Announces strings, values and size, in this order, as each edit does.
+    void everythingChanged();
+
+signals:
+    void stringsChanged();
+    void valuesChanged();
+    void sizeChanged();
+
+private:
+    QStringList m_strings;
+    QList<int> m_values;
+};

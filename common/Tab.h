@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+/// A tab of the main page: its label, its page and the model behind it. Not changed after its construction.
+class Tab : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString name READ name CONSTANT)
+    Q_PROPERTY(QString qml READ qml CONSTANT)
+    Q_PROPERTY(QObject *model READ model CONSTANT)
+
+public:
+    /// The model is not owned and must outlive the tab.
+    Tab(QObject *parent, const QString &name, const QString &qml, QObject *model);
+
+    QString name() const { return m_name; }
+    QString qml() const { return m_qml; }
+    QObject *model() const { return m_model; }
+
+private:
+    const QString m_name;
+    const QString m_qml;
+    QObject *const m_model;
+};

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include "hlxui/ObjectListModel.h"
+
+class ZvtModelModel;
+
+/// All camera models that the SDK knows, and those of them that pass a filter. QML creates it. GUI thread only.
+class ZvtModelTable : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(ObjectListModel *models READ models CONSTANT)
+    Q_PROPERTY(ObjectListModel *filteredModels READ filteredModels NOTIFY filteredModelsChanged)
+
+    Q_PROPERTY(QString textFilter READ textFilter WRITE setTextFilter NOTIFY textFilterChanged)
+    Q_PROPERTY(int boardTypeFilter READ boardTypeFilter WRITE setBoardTypeFilter NOTIFY boardTypeFilterChanged)
+    Q_PROPERTY(
+        int detectorTypeFilter READ detectorTypeFilter WRITE setDetectorTypeFilter NOTIFY detectorTypeFilterChanged)
+    Q_PROPERTY(int readoutTypeFilter READ readoutTypeFilter WRITE setReadoutTypeFilter NOTIFY readoutTypeFilterChanged)
+
+public:
+    explicit ZvtModelTable(QObject *parent = nullptr);
+    ~ZvtModelTable() override;
+
+    /// The ZvtModelModel of every row, in the SDK's order.
+    ObjectListModel *models() const { return m_models; }
+
+    /// The rows of `models` that pass the filters, in the same order.
+    ObjectListModel *filteredModels() const { return m_filteredModels; }
+
+    /// Words between blanks, each of which must stand in one of the row's eight texts; case does not count.
+    QString textFilter() const { return m_textFilter; }
+    void setTextFilter(const QString &text);
+
+    /// The three numbers that a row must have; -1 is no filter. A page binds one after the other, so the list follows
+    /// only when all three are there. A negative board set is ignored, and an equal one is announced again.
+    int boardTypeFilter() const { return m_boardTypeFilter; }
+    void setBoardTypeFilter(int boardSet);
+
+    int detectorTypeFilter() const { return m_detectorTypeFilter; }
+    void setDetectorTypeFilter(int detector);
+
+    int readoutTypeFilter() const { return m_readoutTypeFilter; }
+    void setReadoutTypeFilter(int readout);
+
+    /// The row in `filteredModels` of the first model with these five numbers, -1 if none has them.
+    Q_INVOKABLE int getIndexBasedOnCameraInfo(int boardType, int cameraType, int cameraSubType, int detectorType,
+                                              int roicType) const;
+
+signals:
+    void filteredModelsChanged();
+    void textFilterChanged();
+    void boardTypeFilterChanged();
+    void detectorTypeFilterChanged();
+    void readoutTypeFilterChanged();
+
+private:
+    void emptyFilteredModels();
+    void updateFilteredModels();
+    void updateIfNumbersComplete();
+    bool passes(const ZvtModelModel &row, const QStringList &words) const;
+    bool passesNumbers(const ZvtModelModel &row) const;
+
+    ObjectListModel *const m_models;
+    ObjectListModel *const m_filteredModels;
+    QString m_textFilter;
+    int m_boardTypeFilter = -1;
+    int m_detectorTypeFilter = -1;
+    int m_readoutTypeFilter = -1;
+};

@@ -1,0 +1,95 @@
+#include "common/conversions.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace
+{
+
+bool isSeparator(QChar character) { return character == u'/' || character == u'\\'; }
+
+QString padded(int number, int width) { return QStringLiteral("%1").arg(number, width, 10, QLatin1Char('0')); }
+
+// Takes the first field off if there are exactly `count` left; a text too short to have it gives 0.
+int takeFirst(QStringList &fields, int count) { return fields.size() == count ? fields.takeFirst().toInt() : 0; }
+
+} // namespace
+
+bool isFileSystemSafe(const QString &name)
+{
+    static const QString forbidden = QStringLiteral("/\\:*?\"<>|");
+    return std::none_of(name.begin(), name.end(), [](QChar character) { return forbidden.contains(character); });
+}
+
+bool isTagSafe(const QString &name) { return isFileSystemSafe(name) && !name.contains(u'.'); }
+
+QString GetFilename(const QString &path)
+{
+    return path.mid(std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\')) + 1);
+}
+
+QString MakePath(const QString &first, const QString &second)
+{
+    const bool begins = !second.isEmpty() && isSeparator(second.front());
+    if (!first.isEmpty() && isSeparator(first.back()))
+        return first + (begins ? second.mid(1) : second);
+    if (begins || first.isEmpty() || second.isEmpty())
+        return first + second;
+    return first + u'/' + second;
+}
+
+QString MakePath(std::initializer_list<QString> pieces)
+{
+    QString path;
+    for (const QString &piece : pieces)
+        path = MakePath(path, piece);
+    return path;
+}
+
+QString stringifyIrigTime(zvtSIRIG time)
+{
+    return QStringLiteral("%1:%2:%3:%4.%5%6")
+        .arg(padded(time.day, 3), padded(time.hour, 2), padded(time.minute, 2), padded(time.second, 2),
+             padded(time.millisecond, 3), padded(time.microsecond, 3));
+}
+
+QString DateTimeToIrigString(const QDateTime &time)
+{
+    const QTime clock = time.time();
+    return QStringLiteral("%1:%2:%3:%4.%5")
+        .arg(padded(time.date().dayOfYear(), 3), padded(clock.hour(), 2), padded(clock.minute(), 2),
+             padded(clock.second(), 2), padded(clock.msec(), 3));
+}
+
+QDateTime IrigStringToDateTime(const QString &text)
+{
+    QStringList fields = text.split(u':');
+    if (fields.size() > 5)
+        return {};
+    if (fields.size() == 5)
+        fields.removeFirst(); // the year
+    const int dayOfYear = takeFirst(fields, 4);
+    const int hour = takeFirst(fields, 3);
+    const int minute = takeFirst(fields, 2);
+    const QStringList seconds = fields.first().split(u'.');
+    const QTime clock(hour, minute, seconds.first().toInt(), seconds.value(1).left(3).toInt());
+    // Checked here, since QDateTime makes midnight of a time that does not exist and the framework the year's end of a
+    // day that does not.
+    constexpr int daysInLeapYear = 366;
+    if (!clock.isValid() || dayOfYear < 0 || dayOfYear > daysInLeapYear)
+        return {};
+
+    // The framework's year 0 and year -1 of QDate are both leap years, so that day 366 exists.
+    int month = 0;
+    int day = 0;
+    hlx::CDateTime::GetDayInMonth(month, day, 0, dayOfYear);
+    return QDateTime(QDate(-1, month, day), clock);
+}
+
+hlx::CDateTime IrigTimeToDateTime(const QDateTime &time)
+{
+    const QTime clock = time.time();
+    return hlx::CDateTime::NewYYDHMS(0, time.date().dayOfYear(), clock.hour(), clock.minute(), clock.second(),
+                                     clock.msec(), 0);
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "common/Nullable.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <array>
+#include <cstdint>
+
+// Reading helpers of pool tasks. Each asks the SDK once. Any thread.
+
+namespace reading
+{
+
+/// The type behind the last parameter of an SDK function.
+template <class Function>
+struct LastParameter;
+
+template <class Result, class First>
+struct LastParameter<Result (*)(First)> {
+    using Type = First;
+};
+
+template <class Result, class First, class... Rest>
+struct LastParameter<Result (*)(First, Rest...)> : LastParameter<Result (*)(Rest...)> {
+};
+
+template <class Function>
+using Out = std::remove_pointer_t<typename LastParameter<Function>::Type>;
+
+} // namespace reading
+
+/// Text in a buffer that may be full to the last byte without a zero at its end.
+inline QString fromBoundedUtf8(const char *text, size_t size)
+{
+    return QString::fromUtf8(text, static_cast<qsizetype>(qstrnlen(text, size)));
+}
+
+/// Calls `get(arguments..., &value)` and sets `field` to the value if the status is 0, converted from the SDK's type (a
+/// byte to a bool, 16 bits to an int). Returns whether it did.
+template <class T, class Get, class... Arguments>
+bool read(Nullable<T> &field, Get get, Arguments... arguments)
+{
+    reading::Out<Get> value{};
+    if (get(arguments..., &value) != 0)
+        return false;
+    field = static_cast<T>(value);
+    return true;
+}
+
+/// The same for a function with two outputs: both fields are set together, or none is.
+template <class T, class Get, class... Arguments>
+bool readPair(Nullable<T> &first, Nullable<T> &second, Get get, Arguments... arguments)
+{
+    reading::Out<Get> firstValue{};
+    reading::Out<Get> secondValue{};
+    if (get(arguments..., &firstValue, &secondValue) != 0)
+        return false;
+    first = static_cast<T>(firstValue);
+    second = static_cast<T>(secondValue);
+    return true;
+}
+
+/// Calls `get(arguments..., buffer, Size)` and sets `field` to the text if the status is 0.
+template <uint32_t Size, class Get, class... Arguments>
+bool readText(Nullable<QString> &field, Get get, Arguments... arguments)
+{
+    std::array<char, Size> buffer{};
+    if (get(arguments..., buffer.data(), Size) != 0)
+        return false;
+    field = fromBoundedUtf8(buffer.data(), buffer.size());
+    return true;
+}
+
+/// The text that `get(arguments..., buffer, Size)` gives, or `otherwise` if it fails.
+template <uint32_t Size, class Get, class... Arguments>
+QString textOr(const QString &otherwise, Get get, Arguments... arguments)
+{
+    Nullable<QString> text;
+    return readText<Size>(text, get, arguments...) ? text.get() : otherwise;
+}

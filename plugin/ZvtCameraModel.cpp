@@ -1,0 +1,290 @@
+#include "plugin/ZvtCameraModel.h"
+
+#include "common/TInvokeEvent.h"
+#include "common/reading.h"
+#include "common/setters.h"
+#include "status/StatusTabModel.h"
+
+#include <QLocale>
+#include <QSettings>
+
+#include "hlx/CZVTController.h"
+#include "hlx/IInterface.h"
+#include "zvt/zvtsdk.h"
+
+namespace
+{
+
+constexpr uint32_t shortNameSize = 64;
+constexpr uint32_t modelNameSize = 128;
+constexpr uint32_t nucNameSize = 256;
+
+} // namespace
+
+ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> controller, QObject *parent) :
+    ControllerModel(parent), m_controller(std::move(controller))
+{
+    if (m_controller) {
+        m_controller->AddValueChanged(valueChangedDelegate());
+        m_cameraCapabilitiesModel.configure();
+        if (connected())
+            updateHasNucMask();
+    }
+    // The tab models need the sub-models and the capabilities.
+    m_statusTabModel = new StatusTabModel(this);
+    if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
+        setManufacturingMode(true);
+}
+
+ZvtCameraModel::~ZvtCameraModel()
+{
+    if (m_controller)
+        m_controller->RemoveValueChanged(valueChangedDelegate());
+}
+
+// The connection
+
+ZvtCameraModel::ValueChanged ZvtCameraModel::valueChangedDelegate()
+{
+    return ValueChanged::FromMember<Self, &Self::OnValueChangedController>(this);
+}
+
+void ZvtCameraModel::OnValueChangedController(hlx::CString name)
+{
+    postInvoke(this, [this, name = std::move(name)] { handleValueChanged(name); });
+}
+
+void ZvtCameraModel::handleValueChanged(const hlx::CString &name)
+{
+    if (name.compare("Connected") != 0)
+        return;
+    if (connected()) {
+        emit modelChanged();
+        emit serialChanged();
+        m_cameraCapabilitiesModel.configure();
+        updateHasNucMask();
+    }
+    emit connectedChanged();
+}
+
+bool ZvtCameraModel::event(QEvent *event)
+{
+    return handleInvokeEvent(event) || ControllerModel::event(event);
+}
+
+bool ZvtCameraModel::connected() const
+{
+    return m_controller && m_controller->IsConnected();
+}
+
+QMetaObject::Connection ZvtCameraModel::onConnectedChanged(const QObject *context, std::function<void()> listener)
+{
+    return QObject::connect(this, &Self::connectedChanged, context, std::move(listener));
+}
+
+uint64_t ZvtCameraModel::handle() const
+{
+    return m_controller ? m_controller->GetHandle() : 0;
+}
+
+hlx::TSharedPtr<hlx::cam::IDevice> ZvtCameraModel::device() const
+{
+    const auto concrete = m_controller.dynamicCast<hlx::cam::CZVTController>();
+    return concrete ? concrete->device() : hlx::TSharedPtr<hlx::cam::IDevice>();
+}
+
+// Identity
+
+QString ZvtCameraModel::model() const
+{
+    return textOr<modelNameSize>({}, zvtGetCameraModel, handle());
+}
+
+QString ZvtCameraModel::serial() const
+{
+    return textOr<shortNameSize>({}, zvtGetCameraSN, handle());
+}
+
+QString ZvtCameraModel::cameraTypeName() const
+{
+    Nullable<uint8_t> type;
+    return read(type, zvtGetCameraType, handle()) ? textOr<shortNameSize>({}, zvtGetCameraTypeName, type.get()) : QString();
+}
+
+QString ZvtCameraModel::cameraSubtypeName() const
+{
+    Nullable<uint8_t> type;
+    Nullable<uint8_t> subtype;
+    if (!read(type, zvtGetCameraType, handle()) || !read(subtype, zvtGetCameraSubtype, handle()))
+        return {};
+    return textOr<shortNameSize>({}, zvtGetCameraSubtypeName, type.get(), subtype.get());
+}
+
+QString ZvtCameraModel::readoutName() const
+{
+    Nullable<uint8_t> readout;
+    return read(readout, zvtGetReadout, handle()) ? textOr<shortNameSize>({}, zvtGetReadoutName, readout.get()) : QString();
+}
+
+QString ZvtCameraModel::detectorTypeName() const
+{
+    Nullable<uint8_t> detector;
+    return read(detector, zvtGetDetectorType, handle())
+        ? textOr<shortNameSize>({}, zvtGetDetectorTypeName, detector.get())
+        : QString();
+}
+
+// Which presets hold a correction
+
+void ZvtCameraModel::modifyHasNucMask(uint8_t mask, uint8_t values)
+{
+    m_hasNucMask = static_cast<uint8_t>((m_hasNucMask & ~mask) | values);
+    emit hasNucMaskChanged();
+}
+
+void ZvtCameraModel::setPresetHasNuc(uint8_t preset, bool hasNuc)
+{
+    constexpr unsigned bitsOfWord = 32;
+    const auto bit = static_cast<uint8_t>(1U << (preset % bitsOfWord));
+    modifyHasNucMask(bit, hasNuc ? bit : 0);
+}
+
+void ZvtCameraModel::updateHasNucMask()
+{
+    constexpr uint8_t numPresets = 4;
+    m_hasNucMask = 0;
+    for (uint8_t preset = 0; preset < numPresets; ++preset)
+        if (!textOr<nucNameSize>({}, zvtGetNUCName, handle(), preset).isEmpty())
+            m_hasNucMask |= static_cast<uint8_t>(1U << preset);
+    emit hasNucMaskChanged();
+}
+
+// Modes of the page
+
+void ZvtCameraModel::setAllowedToCloseController(bool allowed)
+{
+    storeOnly(this, allowed, m_allowedToCloseController, &Self::allowedToCloseControllerChanged);
+}
+
+void ZvtCameraModel::setManufacturingMode(bool manufacturingMode)
+{
+    if (manufacturingMode == m_manufacturingMode)
+        return;
+    m_manufacturingMode = manufacturingMode;
+    QSettings().setValue(m_mfgTabVisibilityKey, static_cast<int>(manufacturingMode ? SHOW_MFG_TAB : HIDE_MFG_TAB));
+    emit manufacturingModeChanged();
+}
+
+void ZvtCameraModel::refreshAllVisible()
+{
+    m_statusTabModel->refresh();
+}
+
+uint ZvtCameraModel::integrateModifiersIntoKey(uint modifiers, uint keycode) const
+{
+    uint key = keycode;
+    if (key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt)
+        key = 0;
+    return key | (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier));
+}
+
+QString ZvtCameraModel::safeConvertFloatToLocaleString(double num, uint precision) const
+{
+    QLocale locale = QLocale::system();
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return locale.toString(num, 'f', static_cast<int>(precision));
+}
+
+// The test properties of an emulator
+
+bool ZvtCameraModel::isEmulator() const
+{
+    const auto present = device();
+    if (!present)
+        return false;
+    const auto interface = hlx::cam::interfaces().GetInterfaceOfDevice(present->key());
+    return interface && interface->isEmulator;
+}
+
+template <class Value>
+Value ZvtCameraModel::emulatorProperty(const char *key, Value (*convert)(const hlx::CVariant &)) const
+{
+    hlx::CVariant value;
+    if (!isEmulator() || !device()->properties().get(key, value))
+        return Value{};
+    return convert(value);
+}
+
+template <class Value>
+void ZvtCameraModel::setEmulatorProperty(const char *key, const Value &value, const Value &present,
+                                         void (Self::*changed)())
+{
+    if (!isEmulator() || value == present)
+        return;
+    if constexpr (std::is_same_v<Value, QString>)
+        device()->properties().set(key, hlx::CVariant(hlx::CString(value.toUtf8().constData())));
+    else
+        device()->properties().set(key, hlx::CVariant(value));
+    emit(this->*changed)();
+}
+
+bool ZvtCameraModel::recordStart() const
+{
+    return emulatorProperty<bool>("/RecordStart", [](const hlx::CVariant &value) { return value.ToBool(); });
+}
+
+void ZvtCameraModel::setRecordStart(bool recordStart)
+{
+    setEmulatorProperty("/RecordStart", recordStart, this->recordStart(), &Self::recordStartChanged);
+}
+
+bool ZvtCameraModel::ssdTransfer() const
+{
+    return emulatorProperty<bool>("/SSDTransfer", [](const hlx::CVariant &value) { return value.ToBool(); });
+}
+
+void ZvtCameraModel::setSsdTransfer(bool ssdTransfer)
+{
+    setEmulatorProperty("/SSDTransfer", ssdTransfer, this->ssdTransfer(), &Self::ssdTransferChanged);
+}
+
+int ZvtCameraModel::testPattern() const
+{
+    return emulatorProperty<int>("/Pattern", [](const hlx::CVariant &value) { return value.ToInt32(); });
+}
+
+void ZvtCameraModel::setTestPattern(int testPattern)
+{
+    setEmulatorProperty("/Pattern", testPattern, this->testPattern(), &Self::testPatternChanged);
+}
+
+float ZvtCameraModel::bb1Temp() const
+{
+    return emulatorProperty<float>("/BlackbodyTemp1", [](const hlx::CVariant &value) { return value.ToFlt32(); });
+}
+
+void ZvtCameraModel::setBb1Temp(float temperature)
+{
+    setEmulatorProperty("/BlackbodyTemp1", temperature, bb1Temp(), &Self::bb1TempChanged);
+}
+
+float ZvtCameraModel::bb2Temp() const
+{
+    return emulatorProperty<float>("/BlackbodyTemp2", [](const hlx::CVariant &value) { return value.ToFlt32(); });
+}
+
+void ZvtCameraModel::setBb2Temp(float temperature)
+{
+    setEmulatorProperty("/BlackbodyTemp2", temperature, bb2Temp(), &Self::bb2TempChanged);
+}
+
+QString ZvtCameraModel::chamberProfile() const
+{
+    return emulatorProperty<QString>(
+        "/ChamberProfile", [](const hlx::CVariant &value) { return QString::fromUtf8(value.ToString().c_str()); });
+}
+
+void ZvtCameraModel::setChamberProfile(const QString &profile)
+{
+    setEmulatorProperty("/ChamberProfile", profile, chamberProfile(), &Self::chamberProfileChanged);
+}

@@ -1,0 +1,140 @@
+#pragma once
+
+#include "common/CameraCapabilitiesModel.h"
+#include "common/CameraRoot.h"
+
+#include <QString>
+
+#include <cstdint>
+
+#include "hlx/CVariant.h"
+#include "hlxui/ControllerModel.h"
+
+class StatusTabModel;
+
+/// The root view model of one camera: what the host receives and the page sees as `cameraModel`. It owns every sub-model
+/// and the controller, tells the pages when the connection changes, and holds what belongs to no tab: identity, the mask of
+/// presets with a correction, the manufacturing mode, and the test properties of an emulator. It outlives connections: a
+/// disconnect clears nothing. GUI thread only, but for the delegate that it puts on the controller.
+class ZvtCameraModel : public ControllerModel, public CameraRoot
+{
+    Q_OBJECT
+    Q_PROPERTY(bool connected READ connected NOTIFY connectedChanged FINAL)
+    Q_PROPERTY(QString model READ model NOTIFY modelChanged FINAL)
+    Q_PROPERTY(QString serial READ serial NOTIFY serialChanged FINAL)
+    Q_PROPERTY(QString cameraTypeName READ cameraTypeName NOTIFY connectedChanged FINAL)
+    Q_PROPERTY(QString cameraSubtypeName READ cameraSubtypeName NOTIFY connectedChanged FINAL)
+    Q_PROPERTY(QString readoutName READ readoutName NOTIFY connectedChanged FINAL)
+    Q_PROPERTY(QString detectorTypeName READ detectorTypeName NOTIFY connectedChanged FINAL)
+
+    Q_PROPERTY(CameraCapabilitiesModel *cameraCapabilitiesModel READ cameraCapabilitiesModel CONSTANT FINAL)
+
+    Q_PROPERTY(bool allowedToCloseController READ allowedToCloseController WRITE setAllowedToCloseController NOTIFY
+                   allowedToCloseControllerChanged FINAL)
+    Q_PROPERTY(
+        bool manufacturingMode READ manufacturingMode WRITE setManufacturingMode NOTIFY manufacturingModeChanged FINAL)
+    Q_PROPERTY(bool isEmulator READ isEmulator NOTIFY connectedChanged FINAL)
+    Q_PROPERTY(bool recordStart READ recordStart WRITE setRecordStart NOTIFY recordStartChanged FINAL)
+    Q_PROPERTY(bool ssdTransfer READ ssdTransfer WRITE setSsdTransfer NOTIFY ssdTransferChanged FINAL)
+    Q_PROPERTY(int testPattern READ testPattern WRITE setTestPattern NOTIFY testPatternChanged FINAL)
+    Q_PROPERTY(float bb1Temp READ bb1Temp WRITE setBb1Temp NOTIFY bb1TempChanged FINAL)
+    Q_PROPERTY(float bb2Temp READ bb2Temp WRITE setBb2Temp NOTIFY bb2TempChanged FINAL)
+    Q_PROPERTY(QString chamberProfile READ chamberProfile WRITE setChamberProfile NOTIFY chamberProfileChanged FINAL)
+
+    Q_PROPERTY(StatusTabModel *statusTabModel READ statusTabModel CONSTANT FINAL)
+    Q_MOC_INCLUDE("status/StatusTabModel.h")
+
+public:
+    /// What the one settings key of the plug-in holds.
+    enum QSettingMfgTabVisibility { HIDE_MFG_TAB = 0, SHOW_MFG_TAB = 1 };
+    Q_ENUM(QSettingMfgTabVisibility)
+
+    /// `controller` may be null: then nothing is read, and the camera counts as not connected.
+    ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> controller, QObject *parent);
+    ~ZvtCameraModel() override;
+
+    bool connected() const override; ///< Asks the controller on each call, as do the identity texts below.
+    QString model() const;
+    QString serial() const;
+    QString cameraTypeName() const;
+    QString cameraSubtypeName() const;
+    QString readoutName() const;
+    QString detectorTypeName() const;
+
+    CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_cameraCapabilitiesModel; }
+
+    bool allowedToCloseController() const { return m_allowedToCloseController; }
+    void setAllowedToCloseController(bool allowed);
+    bool manufacturingMode() const { return m_manufacturingMode; }
+    void setManufacturingMode(bool manufacturingMode); ///< Remembered in the settings for the next start.
+    bool isEmulator() const;
+    bool recordStart() const;
+    void setRecordStart(bool recordStart); ///< This and the setters below do nothing on a real camera.
+    bool ssdTransfer() const;
+    void setSsdTransfer(bool ssdTransfer);
+    int testPattern() const;
+    void setTestPattern(int testPattern);
+    float bb1Temp() const;
+    void setBb1Temp(float temperature);
+    float bb2Temp() const;
+    void setBb2Temp(float temperature);
+    QString chamberProfile() const;
+    void setChamberProfile(const QString &profile);
+
+    StatusTabModel *statusTabModel() const { return m_statusTabModel; }
+
+    /// Reads anew all that is on show.
+    Q_INVOKABLE void refreshAllVisible();
+    /// Folds a key event into the one integer by which the host names its hot keys. The Meta key stays a plain key.
+    Q_INVOKABLE uint integrateModifiersIntoKey(uint modifiers, uint keycode) const;
+    /// A number in the user's decimal notation, without a thousands separator.
+    Q_INVOKABLE QString safeConvertFloatToLocaleString(double num, uint precision) const;
+
+    hlx::TSharedPtr<hlx::cam::IZVTController> controller() const override { return m_controller; }
+    hlx::TSharedPtr<hlx::cam::IDevice> device() const override;
+    QMetaObject::Connection onConnectedChanged(const QObject *context, std::function<void()> listener) override;
+    uint8_t hasNucMask() override { return m_hasNucMask; }
+    void modifyHasNucMask(uint8_t mask, uint8_t values) override;
+    void setPresetHasNuc(uint8_t preset, bool hasNuc) override;
+    void updateHasNucMask() override;
+    ZvtCameraModel *cameraModel() override { return this; }
+
+    bool event(QEvent *event) override;
+
+signals:
+    void connectedChanged();
+    void modelChanged();
+    void serialChanged();
+
+    void allowedToCloseControllerChanged();
+    void manufacturingModeChanged();
+    void recordStartChanged();
+    void ssdTransferChanged();
+    void testPatternChanged();
+    void bb1TempChanged();
+    void bb2TempChanged();
+    void chamberProfileChanged();
+
+private:
+    using Self = ZvtCameraModel;
+    using ValueChanged = hlx::cam::IController::ValueChanged;
+
+    void OnValueChangedController(hlx::CString name); ///< Any thread.
+    ValueChanged valueChangedDelegate();
+    void handleValueChanged(const hlx::CString &name);
+
+    uint64_t handle() const;
+    template <class Value>
+    Value emulatorProperty(const char *key, Value (*convert)(const hlx::CVariant &)) const;
+    template <class Value>
+    void setEmulatorProperty(const char *key, const Value &value, const Value &present, void (Self::*changed)());
+
+    // Stands first: the sub-models may ask for it from their constructors.
+    hlx::TSharedPtr<hlx::cam::IZVTController> m_controller;
+    bool m_allowedToCloseController = true;
+    bool m_manufacturingMode = false;
+    CameraCapabilitiesModel m_cameraCapabilitiesModel{this};
+    uint8_t m_hasNucMask = 0;
+    const QString m_mfgTabVisibilityKey = QStringLiteral("zvtCamCtrlMfgTabVisibility");
+    StatusTabModel *m_statusTabModel = nullptr;
+};

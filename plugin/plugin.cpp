@@ -1,0 +1,88 @@
+#include "plugin/plugin.h"
+
+#include "common/FPASizeIntValidator.h"
+#include "common/ZvtModelTable.h"
+#include "plugin/ZvtCameraModel.h"
+
+#include <QMetaType>
+#include <QtQml>
+
+#include "hlxui/IControllerModelFactory.h"
+
+namespace
+{
+
+constexpr const char *moduleUri = "com.kestrin.hlx.cam.ui.zvt";
+
+// Lets properties and signals that are declared with a fixed-width name pass through QML.
+template <class Type>
+void registerTypedef(const char *name)
+{
+    const QByteArray normalized = QMetaObject::normalizedType(name);
+    const QMetaType type = QMetaType::fromType<Type>();
+    if (normalized != type.name())
+        QMetaType::registerNormalizedTypedef(normalized, type);
+}
+
+void registerTypedefs()
+{
+    registerTypedef<uint64_t>("uint64_t");
+    registerTypedef<uint32_t>("uint32_t");
+    registerTypedef<uint16_t>("uint16_t");
+    registerTypedef<uint8_t>("uint8_t");
+    registerTypedef<int64_t>("int64_t");
+    registerTypedef<int32_t>("int32_t");
+    registerTypedef<int16_t>("int16_t");
+    registerTypedef<int8_t>("int8_t");
+}
+
+template <class Type>
+void registerUncreatable(const char *name, const char *reason)
+{
+    qmlRegisterUncreatableType<Type>(moduleUri, 1, 0, name, QString::fromLatin1(reason));
+}
+
+template <class Type>
+void registerCreatable(const char *name)
+{
+    qmlRegisterType<Type>(moduleUri, 1, 0, name);
+}
+
+void registerTypes()
+{
+    registerUncreatable<ZvtCameraModel>("ZvtCameraModel", "Can only get through controller plugin");
+    registerCreatable<FPASizeIntValidator>("FPASizeIntValidator");
+    registerCreatable<ZvtModelTable>("ZvtModelTable");
+}
+
+} // namespace
+
+bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IController> controller, QObject *parent, QObject *&model,
+                              QString &qml)
+{
+    if (!controller)
+        return false;
+    auto zvtController = controller.dynamicCast<hlx::cam::IZVTController>();
+    if (!zvtController)
+        return false;
+    model = new ZvtCameraModel(std::move(zvtController), parent);
+    qml = QStringLiteral("zvt/zvtmain.qml");
+    return true;
+}
+
+// Outside any namespace, as Q_INIT_RESOURCE wants it. The static initialiser of the library has initialised the resources
+// before; a host that links statically depends on this call.
+void initResources()
+{
+    Q_INIT_RESOURCE(qmake_zvt);
+    Q_INIT_RESOURCE(zvt_raw_qml_0);
+}
+
+int hlxInitPlugin()
+{
+    initResources();
+    hlx::cam::ui::controllerModelFactory()->RegisterModelCreator(CreateModelForController);
+    registerTypedefs();
+    registerTypes();
+    return 1;
+}

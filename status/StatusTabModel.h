@@ -1,0 +1,193 @@
+#pragma once
+
+#include "common/BaseTabModel.h"
+#include "common/Nullable.h"
+#include "common/Refresh.h"
+
+#include <QString>
+#include <QTimer>
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+class ZvtCameraModel;
+
+/// What the camera is doing now. Frame size, frame rate and integration time change seldom and are read on demand; the
+/// clock, the temperatures, the operating hours and the saturation are polled once a second while the page can be seen.
+/// GUI thread only.
+class StatusTabModel : public BaseTabModel
+{
+    Q_OBJECT
+    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged)
+    Q_PROPERTY(QString time READ time NOTIFY timeChanged)
+    Q_PROPERTY(QString operatingTime READ operatingTime NOTIFY operatingTimeChanged)
+    Q_PROPERTY(ZvtCameraModel *cameraModel READ cameraModel CONSTANT)
+
+    Q_PROPERTY(double fpaTemp READ fpaTemp NOTIFY fpaTempChanged)
+    Q_PROPERTY(bool fpaCold READ fpaCold NOTIFY fpaColdChanged)
+    Q_PROPERTY(bool fpaTempCelsius READ fpaTempCelsius NOTIFY fpaTempCelsiusChanged)
+    Q_PROPERTY(double frontPanelTemp READ frontPanelTemp NOTIFY frontPanelTempChanged)
+    Q_PROPERTY(double airGapTemp READ airGapTemp NOTIFY airGapTempChanged)
+    Q_PROPERTY(double lensTemp READ lensTemp NOTIFY lensTempChanged)
+    Q_PROPERTY(bool hasLensTemp READ hasLensTemp NOTIFY hasLensTempChanged)
+    Q_PROPERTY(double internalChassisTemp READ internalChassisTemp NOTIFY internalChassisTempChanged)
+
+    Q_PROPERTY(QString frameSize READ frameSize NOTIFY frameSizeChanged)
+    Q_PROPERTY(QString integrationTime READ integrationTime NOTIFY integrationTimeChanged)
+    Q_PROPERTY(QString frameRate READ frameRate NOTIFY frameRateChanged)
+    Q_PROPERTY(bool saturated READ saturated NOTIFY saturatedChanged)
+    Q_PROPERTY(bool loaded READ loaded NOTIFY loadedChanged)
+    Q_MOC_INCLUDE("plugin/ZvtCameraModel.h")
+
+public:
+    explicit StatusTabModel(QObject *parent);
+
+    bool visible() const { return m_visible; }
+    /// Starts the poll when the page comes into sight of a connected camera, and stops it when it goes.
+    void setVisible(bool visible);
+    QString time() const { return m_time; }
+    QString operatingTime() const { return m_operatingTime; }
+    ZvtCameraModel *cameraModel() const;
+
+    double fpaTemp() const { return m_fpaTemp; } ///< Kelvin.
+    bool fpaCold() const { return m_fpaCold; }
+    bool fpaTempCelsius() const { return m_fpaTempCelsius; } ///< Whether to show fpaTemp() in Celsius.
+    double frontPanelTemp() const { return m_frontPanelTemp; }
+    double airGapTemp() const { return m_airGapTemp; }
+    double lensTemp() const { return m_lensTemp; }
+    bool hasLensTemp() const { return m_hasLensTemp; }
+    double internalChassisTemp() const { return m_internalChassisTemp; } ///< One sensor, under two names.
+
+    QString frameSize() const { return m_frameSize; }
+    QString integrationTime() const { return m_integrationTime; }
+    QString frameRate() const { return m_frameRate; }
+    bool saturated() const { return m_saturated; }
+    bool loaded() const { return m_loaded; } ///< The page has been visible at least once.
+
+    Q_INVOKABLE void refresh() override;
+    Q_INVOKABLE double convertKelvinToCelsius(double kelvinTemp) const { return kelvinTemp - 273.15; }
+
+signals:
+    void visibleChanged();
+    void timeChanged();
+    void operatingTimeChanged();
+
+    void fpaTempChanged();
+    void fpaColdChanged();
+    void fpaTempCelsiusChanged();
+    void frontPanelTempChanged();
+    void airGapTempChanged();
+    void lensTempChanged();
+    void hasLensTempChanged();
+    void internalChassisTempChanged();
+
+    void frameSizeChanged();
+    void integrationTimeChanged();
+    void frameRateChanged();
+    void saturatedChanged();
+    void loadedChanged();
+
+private:
+    using Self = StatusTabModel;
+
+    /// The slow values as the page shows them; empty if not read.
+    struct Result {
+        QString frameSize;
+        QString frameRate;
+        QString integrationTime;
+
+        static Result read(const CameraAccess &camera);
+    };
+
+    /// What one poll read.
+    struct TimesAndTempsResult {
+        bool hasRtc = false;
+        uint8_t year = 0; ///< From 2000.
+        uint8_t month = 0;
+        uint8_t day = 0;
+        uint8_t hour = 0;
+        uint8_t minute = 0;
+        uint8_t second = 0;
+        bool hasIrig = false;
+        uint8_t irigLocked = 0;
+        uint16_t irigYear = 0; ///< 0: the signal carries no year.
+        uint16_t irigDay = 0;  ///< Day of the year.
+        uint8_t irigHour = 0;
+        uint8_t irigMinute = 0;
+        uint8_t irigSecond = 0;
+        uint16_t irigMillisecond = 0;
+        uint16_t irigMicrosecond = 0;
+        Nullable<float> fpaTemp;  ///< Kelvin.
+        Nullable<float> coldTemp; ///< Kelvin, or Celsius with a thermoelectric cooler.
+        Nullable<float> lensTemp; ///< Celsius.
+        Nullable<uint8_t> coolerType;
+        Nullable<uint8_t> coolerPowerEnabled;
+        Nullable<bool> fpaTempCelsius;
+        Nullable<bool> fpaCold;
+        Nullable<uint8_t> hasLensTemp;
+        bool scOk = false;
+        bool rsOk = false;
+        float frontPanelTemp = 0.0F;
+        float airGapTemp = 0.0F;
+        float scInternalTemp = 0.0F;
+        float rsInternalTemp = 0.0F;
+        Nullable<uint32_t> operatingMinutes;
+        uint8_t saturated = 0;
+
+        static TimesAndTempsResult read(const CameraAccess &camera, int tick);
+        void readClock(const CameraAccess &camera);
+        void readTemperatures(uint64_t handle);
+        void readDetectorTemperature(uint64_t handle);
+    };
+
+    /// Which poll reads what: the tick runs from 0 to 59 and is moved by the task that ran it, so that a slow camera
+    /// delays the schedule. Shared with the tasks; a restart voids the move of a task that began before it.
+    class Schedule
+    {
+    public:
+        uint32_t current() const { return m_value; }
+        static int tick(uint32_t value) { return static_cast<int>(value % ticks); }
+        void restart() { m_value = (m_value / ticks + 1) * ticks; }
+        void advance(uint32_t from)
+        {
+            m_value.compare_exchange_strong(from, from - from % ticks + (from % ticks + 1) % ticks);
+        }
+
+    private:
+        static constexpr uint32_t ticks = 60;
+        std::atomic<uint32_t> m_value{0};
+    };
+
+private slots:
+    void timeoutUpdateTimeTimer();
+    void connectedChangedCameraModel();
+    void finishedResultWatcher();
+    void finishedGettingTimesAndTemps();
+
+private:
+    void checkTimer();
+    void publishTime(const TimesAndTempsResult &result);
+    void publishTemperatures(const TimesAndTempsResult &result);
+
+    bool m_visible = false;
+    QString m_time;
+    QString m_operatingTime;
+    double m_fpaTemp = 0.0;
+    bool m_fpaCold = false;
+    bool m_fpaTempCelsius = false;
+    double m_frontPanelTemp = 0.0;
+    double m_airGapTemp = 0.0;
+    double m_lensTemp = 0.0;
+    bool m_hasLensTemp = false;
+    double m_internalChassisTemp = 0.0;
+    QString m_frameSize;
+    QString m_integrationTime;
+    QString m_frameRate;
+    bool m_saturated = false;
+    bool m_loaded = false;
+    QTimer m_updateTimeTimer{this};
+    std::shared_ptr<Schedule> m_schedule = std::make_shared<Schedule>();
+    Refresh<Self, TimesAndTempsResult> m_timesAndTemps{this, &Self::finishedGettingTimesAndTemps, Form::NoFlags};
+    Refresh<Self, Result> m_refresh{this, &Self::finishedResultWatcher, Form::NoFlags};
+};
