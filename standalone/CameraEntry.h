@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+
+/// One camera to choose from. GUI thread only.
+class CameraEntry : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString key READ key CONSTANT FINAL)
+    Q_PROPERTY(QString name READ name CONSTANT FINAL)
+    Q_PROPERTY(QString profile READ profile CONSTANT FINAL)
+
+public:
+    CameraEntry(const QString &profile, const QString &name, QObject *parent = nullptr);
+
+    /// What StandaloneModel::connect() takes.
+    const QString &key() const { return m_profile; }
+    /// The name for people.
+    const QString &name() const { return m_name; }
+    /// The name of the profile, or its file.
+    const QString &profile() const { return m_profile; }
+
+private:
+    QString m_profile;
+    QString m_name;
+};

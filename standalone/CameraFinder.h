@@ -1,0 +1,28 @@
+#pragma once
+
+#include "hlxui/ObjectListModel.h"
+
+#include <QObject>
+
+class CameraEntry;
+
+/// The cameras to choose from: one of each built-in profile. GUI thread only.
+class CameraFinder : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(ObjectListModel *cameras READ cameras CONSTANT FINAL)
+
+public:
+    /// The camera of `first`, a built-in profile or a file, stands at the top. Throws emulator::SetupError.
+    explicit CameraFinder(const QString &first, QObject *parent = nullptr);
+
+    ObjectListModel *cameras() { return &m_cameras; }
+
+    /// The camera with this key, null if there is none.
+    CameraEntry *find(const QString &key) const;
+
+private:
+    void add(const QString &profile);
+
+    ObjectListModel m_cameras{true, this};
+};

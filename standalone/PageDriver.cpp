@@ -1,0 +1,114 @@
+#include "standalone/PageDriver.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQmlProperty>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QThreadPool>
+#include <QTimer>
+
+namespace
+{
+
+using Items = QList<QQuickItem *>;
+
+/// The visible items below `item`, parents before children, for which the condition holds.
+void collect(const QQuickItem &item, const std::function<bool(QQuickItem &)> &condition, Items &found)
+{
+    for (QQuickItem *child : item.childItems()) {
+        if (!child->isVisible())
+            continue;
+        if (condition(*child))
+            found.append(child);
+        collect(*child, condition, found);
+    }
+}
+
+Items collect(const QQuickItem &item, const std::function<bool(QQuickItem &)> &condition)
+{
+    Items found;
+    collect(item, condition, found);
+    return found;
+}
+
+void pause(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+} // namespace
+
+QList<QQuickItem *> PageDriver::tabButtons() const
+{
+    // The outermost bar comes first; further bars inside the pages are no tabs of the page itself.
+    const Items bars = collect(m_page, [](QQuickItem &item) { return item.inherits("QQuickTabBar"); });
+    if (bars.isEmpty())
+        return {};
+    return collect(*bars.constFirst(),
+                   [](QQuickItem &item) { return item.inherits("QQuickTabButton") && item.width() > 0; });
+}
+
+QQuickItem *PageDriver::button(const QString &name) const
+{
+    const Items found = collect(*m_window.contentItem(), [&name](QQuickItem &item) {
+        return item.inherits("QQuickAbstractButton")
+            && QQmlProperty::read(&item, QStringLiteral("Accessible.name"), qmlContext(&item)).toString() == name;
+    });
+    return found.value(0);
+}
+
+void PageDriver::press(QQuickItem &item) const
+{
+    const QPointF local = item.mapToScene(QPointF(item.width() / 2, item.height() / 2));
+    const QPointF global = m_window.mapToGlobal(local);
+    QMouseEvent pressing(QEvent::MouseButtonPress, local, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_window, &pressing);
+    QMouseEvent releasing(QEvent::MouseButtonRelease, local, global, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_window, &releasing);
+}
+
+void PageDriver::key(Qt::Key code) const
+{
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, code, Qt::NoModifier);
+        QCoreApplication::sendEvent(&m_window, &event);
+    }
+}
+
+bool PageDriver::openTab(QQuickItem &tabButton, int limit) const
+{
+    press(tabButton);
+    return waitFor([&tabButton] { return tabButton.property("checked").toBool(); }, limit) && settle(limit);
+}
+
+bool PageDriver::waitFor(const std::function<bool()> &condition, int limit)
+{
+    const QDeadlineTimer deadline(limit);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        pause(10);
+    }
+    return true;
+}
+
+bool PageDriver::settle(int limit) const
+{
+    // Several looks in a row, since the end of one task often starts another.
+    constexpr int looks = 5;
+    int quiet = 0;
+    return waitFor(
+        [&quiet] {
+            quiet = QThreadPool::globalInstance()->activeThreadCount() == 0 ? quiet + 1 : 0;
+            return quiet >= looks;
+        },
+        limit);
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QList>
+#include <QPoint>
+#include <QString>
+
+#include <functional>
+
+class QQuickItem;
+class QQuickWindow;
+
+/// Uses a page as an operator does: looks for its tab buttons and presses them. GUI thread only.
+///
+/// Waiting runs the event loop; no wait is longer than the limit given with it.
+class PageDriver
+{
+public:
+    PageDriver(QQuickWindow &window, QQuickItem &page) : m_window(window), m_page(page) { }
+
+    /// The buttons of the page's tab bar that can be seen, from left to right.
+    QList<QQuickItem *> tabButtons() const;
+
+    /// The button that says `name` to accessibility tools; null if none can be seen.
+    QQuickItem *button(const QString &name) const;
+
+    /// Presses and releases the left mouse button in the middle of an item.
+    void press(QQuickItem &item) const;
+
+    /// Presses and releases a key.
+    void key(Qt::Key code) const;
+
+    /// Presses a tab button and waits until it is checked and the page has come to rest; false after the limit
+    /// in milliseconds.
+    bool openTab(QQuickItem &tabButton, int limit = 10'000) const;
+
+    /// Waits until the condition holds; false after the limit in milliseconds.
+    static bool waitFor(const std::function<bool()> &condition, int limit = 10'000);
+
+    /// Waits until no task runs and what the finished ones delivered has been shown; false after the limit in
+    /// milliseconds.
+    bool settle(int limit = 10'000) const;
+
+private:
+    QQuickWindow &m_window;
+    QQuickItem &m_page;
+};

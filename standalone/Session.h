@@ -1,0 +1,39 @@
+#pragma once
+
+#include "standalone/Options.h"
+#include "standalone/PluginLoader.h"
+#include "standalone/StandaloneModel.h"
+
+#include <QString>
+
+#include <memory>
+
+/// A loaded plug-in with its root model for one controller. GUI thread only.
+class Session
+{
+public:
+    /// With `asHost` of the options the camera is asked to connect before the model is made, as in a host application.
+    /// Throws BadInput and emulator::SetupError.
+    explicit Session(const Options &options);
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    StandaloneModel &standaloneModel() { return m_standaloneModel; }
+    QObject &cameraModel() { return *m_cameraModel; }
+
+    /// The path of the page below the resources' root.
+    const QString &page() const { return m_page; }
+
+    /// The key of the camera of the options' profile.
+    const QString &firstCamera() const { return m_firstCamera; }
+
+private:
+    void connectFirst();
+
+    // In this order: the library is unloaded last.
+    PluginLoader m_plugin;
+    QString m_firstCamera;
+    StandaloneModel m_standaloneModel;
+    std::unique_ptr<QObject> m_cameraModel;
+    QString m_page;
+};

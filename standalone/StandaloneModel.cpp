@@ -1,0 +1,124 @@
+#include "standalone/StandaloneModel.h"
+
+#include "platform/emulator/control.h"
+#include "platform/hlxcamzvt/makeController.h"
+#include "standalone/CameraEntry.h"
+
+#include <QtConcurrent>
+
+namespace
+{
+
+std::shared_ptr<emulator::Camera> makeCamera(const QString &profile, const QString &folder,
+                                             const StandaloneModel::Line &line)
+{
+    auto camera = emulator::Camera::create(profile, folder);
+    camera->gate().delay(line.latency);
+    if (line.failRate > 0)
+        camera->gate().failRandomly(line.failRate, line.seed);
+    return camera;
+}
+
+} // namespace
+
+StandaloneModel::StandaloneModel(const QString &first, const QString &storage, const Line &line, QObject *parent)
+    : QObject(parent), m_cameraFinder(first), m_folder(storage), m_line(line),
+      m_camera(makeCamera(first, storage, line)), m_controller(hlx::cam::makeController(m_camera))
+{
+    m_configDir = m_camera->folder();
+    pointAt(first, m_camera);
+    QObject::connect(&m_connection, &QFutureWatcherBase::finished, this, &StandaloneModel::finishedConnecting);
+    QObject::connect(&m_disconnection, &QFutureWatcherBase::finished, this, &StandaloneModel::finishedDisconnecting);
+}
+
+StandaloneModel::~StandaloneModel()
+{
+    m_connection.waitForFinished();
+    m_disconnection.waitForFinished();
+    m_camera->disconnect();
+}
+
+QStringList StandaloneModel::controllerDisplayNames() const { return {tr("Emulated camera")}; }
+
+void StandaloneModel::setControllerIndex(int index)
+{
+    if (index == m_controllerIndex || index < 0 || index >= controllerDisplayNames().size())
+        return;
+    m_controllerIndex = index;
+    emit controllerIndexChanged();
+}
+
+void StandaloneModel::connect(const QString &camera)
+{
+    if (m_connected || m_connecting || m_disconnecting)
+        return;
+    m_connecting = true;
+    emit connectingChanged();
+    Connection connection{camera, m_cameras.value(camera), false, {}};
+    if (!m_cameraFinder.find(camera))
+        connection.error = tr("there is no camera \"%1\"").arg(camera);
+    m_connection.setFuture(QtConcurrent::run(&StandaloneModel::open, connection, m_folder, m_line, m_controller));
+}
+
+StandaloneModel::Connection StandaloneModel::open(Connection connection, const QString &folder, const Line &line,
+                                                  const hlx::TSharedPtr<hlx::cam::CZVTController> &controller)
+{
+    if (!connection.error.isEmpty())
+        return connection;
+    try {
+        if (!connection.camera)
+            connection.camera = makeCamera(connection.key, folder, line);
+        hlx::cam::attach(*controller, connection.camera);
+        connection.camera->connect();
+        connection.connected = controller->IsConnected();
+        if (!connection.connected) {
+            connection.camera->disconnect();
+            connection.error = tr("the camera does not answer");
+        }
+    } catch (const emulator::SetupError &error) {
+        connection.error = QString::fromUtf8(error.what());
+    }
+    return connection;
+}
+
+void StandaloneModel::finishedConnecting()
+{
+    const Connection connection = m_connection.result();
+    if (connection.camera)
+        pointAt(connection.key, connection.camera);
+    m_connected = connection.connected;
+    m_connecting = false;
+    if (m_connected)
+        emit connectedChanged();
+    else
+        emit connectFailed(connection.error);
+    emit connectingChanged();
+}
+
+void StandaloneModel::disconnect()
+{
+    if (!m_connected || m_connecting || m_disconnecting)
+        return;
+    m_disconnecting = true;
+    emit disconnectingChanged();
+    m_disconnection.setFuture(QtConcurrent::run([camera = m_camera] { camera->disconnect(); }));
+}
+
+void StandaloneModel::finishedDisconnecting()
+{
+    m_connected = false;
+    m_disconnecting = false;
+    emit connectedChanged();
+    emit disconnectingChanged();
+}
+
+void StandaloneModel::pointAt(const QString &key, const std::shared_ptr<emulator::Camera> &camera)
+{
+    m_camera = camera;
+    m_cameras.insert(key, camera);
+    const CameraEntry *entry = m_cameraFinder.find(key);
+    if (entry && entry->name() != m_cameraName) {
+        m_cameraName = entry->name();
+        emit cameraNameChanged();
+    }
+}

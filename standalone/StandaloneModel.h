@@ -1,0 +1,119 @@
+#pragma once
+
+#include "standalone/CameraFinder.h"
+
+#include "hlx/CZVTController.h"
+#include "hlx/TSharedPtr.h"
+
+#include <QFutureWatcher>
+#include <QHash>
+#include <QObject>
+#include <QStringList>
+
+#include <cstdint>
+#include <memory>
+
+namespace emulator
+{
+class Camera;
+}
+
+/// What the page knows as `standaloneModel`: which cameras there are, and the connection to one of them. GUI thread
+/// only.
+///
+/// There is one controller for all of its life; connecting points it at the chosen camera. Connecting and disconnecting
+/// run on the global thread pool, since a camera may take its time to answer.
+class StandaloneModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(CameraFinder *cameraFinder READ cameraFinder CONSTANT FINAL)
+    Q_PROPERTY(QString configDir READ configDir CONSTANT FINAL)
+    Q_PROPERTY(QString cameraName READ cameraName NOTIFY cameraNameChanged FINAL)
+
+    Q_PROPERTY(bool connected READ connected NOTIFY connectedChanged FINAL)
+    Q_PROPERTY(bool connecting READ connecting NOTIFY connectingChanged FINAL)
+    Q_PROPERTY(bool disconnecting READ disconnecting NOTIFY disconnectingChanged FINAL)
+
+    Q_PROPERTY(bool canSelectController READ canSelectController CONSTANT FINAL)
+    Q_PROPERTY(QStringList controllerDisplayNames READ controllerDisplayNames CONSTANT FINAL)
+    Q_PROPERTY(int controllerIndex READ controllerIndex WRITE setControllerIndex NOTIFY controllerIndexChanged FINAL)
+
+public:
+    /// What the calls to every camera of this model go through.
+    struct Line {
+        int latency = 0; ///< Milliseconds.
+        double failRate = 0;
+        uint32_t seed = 1;
+    };
+
+    /// Makes the camera of the profile `first` (a name or a file) and its controller, not connected. `storage` is the
+    /// folder of the cameras' files, empty for the user's application data. Throws emulator::SetupError.
+    StandaloneModel(const QString &first, const QString &storage, const Line &line, QObject *parent = nullptr);
+    ~StandaloneModel() override;
+
+    CameraFinder *cameraFinder() { return &m_cameraFinder; }
+    /// Where the cameras keep their files.
+    const QString &configDir() const { return m_configDir; }
+    /// The name of the camera that the controller points at.
+    const QString &cameraName() const { return m_cameraName; }
+
+    bool connected() const { return m_connected; }
+    bool connecting() const { return m_connecting; }
+    bool disconnecting() const { return m_disconnecting; }
+
+    bool canSelectController() const { return controllerDisplayNames().size() > 1; }
+    QStringList controllerDisplayNames() const;
+    int controllerIndex() const { return m_controllerIndex; }
+    /// An index without a controller is passed over.
+    void setControllerIndex(int index);
+
+    hlx::TSharedPtr<hlx::cam::CZVTController> controller() const { return m_controller; }
+
+    /// Connects the camera with this key of an entry of the finder. Passed over unless disconnected and at rest. Ends
+    /// with `connecting` false; `connected` tells whether it worked.
+    Q_INVOKABLE void connect(const QString &camera);
+
+    /// Passed over unless connected and at rest.
+    Q_INVOKABLE void disconnect();
+
+signals:
+    void cameraNameChanged();
+    void connectedChanged();
+    void connectingChanged();
+    void disconnectingChanged();
+    void controllerIndexChanged();
+    /// A camera could not be connected, for a reason told in one line.
+    void connectFailed(const QString &reason);
+
+private slots:
+    void finishedConnecting();
+    void finishedDisconnecting();
+
+private:
+    struct Connection {
+        QString key;
+        std::shared_ptr<emulator::Camera> camera; ///< Null if it could not be made.
+        bool connected = false;
+        QString error;
+    };
+
+    static Connection open(Connection connection, const QString &folder, const Line &line,
+                           const hlx::TSharedPtr<hlx::cam::CZVTController> &controller);
+    void pointAt(const QString &key, const std::shared_ptr<emulator::Camera> &camera);
+
+    CameraFinder m_cameraFinder;
+    QString m_folder;
+    Line m_line;
+    QString m_configDir;
+    QString m_cameraName;
+    bool m_connected = false;
+    bool m_connecting = false;
+    bool m_disconnecting = false;
+    int m_controllerIndex = 0;
+    std::shared_ptr<emulator::Camera> m_camera;
+    /// A camera once made is kept, so that it goes on where it was when it is chosen again.
+    QHash<QString, std::shared_ptr<emulator::Camera>> m_cameras;
+    hlx::TSharedPtr<hlx::cam::CZVTController> m_controller;
+    QFutureWatcher<Connection> m_connection;
+    QFutureWatcher<void> m_disconnection;
+};

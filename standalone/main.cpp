@@ -1,0 +1,96 @@
+#include "platform/emulator/Profile.h"
+#include "standalone/BadInput.h"
+#include "standalone/InterfaceDump.h"
+#include "standalone/Options.h"
+#include "standalone/PageWindow.h"
+#include "standalone/Screenshots.h"
+#include "standalone/SelfTest.h"
+#include "standalone/Session.h"
+
+#include <QApplication>
+#include <QQuickStyle>
+
+#include <cstdio>
+
+namespace
+{
+
+/// Without a display the program still answers, tests itself and takes pictures; true if it has to do so.
+bool goOffscreenWithoutDisplay()
+{
+    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        if (!qEnvironmentVariableIsEmpty(variable))
+            return false;
+    return qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+int runWindow(const Options &options)
+{
+    Session session(options);
+    StandaloneModel &model = session.standaloneModel();
+    QObject::connect(&model, &StandaloneModel::connectFailed,
+                     [](const QString &reason) { std::fprintf(stderr, "zvtcontroller: %s\n", qPrintable(reason)); });
+    PageWindow window(session, options.asHost);
+    if (options.connectAtStart && !options.asHost)
+        // The page stands before the camera begins to answer.
+        QObject::connect(
+            &window, &QQuickWindow::frameSwapped, &model, [&] { model.connect(session.firstCamera()); },
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    window.show();
+    return QApplication::exec();
+}
+
+int dumpInterface(const Options &options)
+{
+    Session session(options);
+    for (const QString &line : InterfaceDump::lines(session.cameraModel(), "com.kestrin.hlx.cam.ui.zvt"))
+        std::printf("%s\n", qPrintable(line));
+    return 0;
+}
+
+int listProfiles()
+{
+    for (const QString &name : emulator::Profile::names())
+        std::printf("%-16s %s\n", qPrintable(name), qPrintable(emulator::Profile::load(name).title()));
+    return 0;
+}
+
+int run(const Options &options, bool withoutDisplay)
+{
+    switch (options.mode) {
+    case Options::Mode::Answer:
+        std::printf("%s", qPrintable(options.answer));
+        return 0;
+    case Options::Mode::ListProfiles:
+        return listProfiles();
+    case Options::Mode::Screenshots:
+        return Screenshots::run(options);
+    case Options::Mode::SelfTest:
+        return SelfTest::run(options);
+    case Options::Mode::DumpInterface:
+        return dumpInterface(options);
+    case Options::Mode::Interactive:
+        if (withoutDisplay)
+            throw BadInput(QStringLiteral("there is no display; try --screenshots DIR or --self-test"));
+        return runWindow(options);
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const bool withoutDisplay = goOffscreenWithoutDisplay();
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("zvt"));
+    QApplication::setApplicationName(QStringLiteral("zvtcontroller"));
+    QApplication::setApplicationVersion(QStringLiteral(ZVT_VERSION));
+    QQuickStyle::setStyle(QStringLiteral("Fusion"));
+    try {
+        return run(Options::parse(QApplication::arguments()), withoutDisplay);
+    } catch (const std::runtime_error &error) {
+        std::fprintf(stderr, "zvtcontroller: %s\n", qPrintable(QString::fromUtf8(error.what()).simplified()));
+        return 2;
+    }
+}

@@ -1,0 +1,32 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// Heads a group of rows inside a section.
+RowLayout {
+    id: header
+
+    property alias text: label.text
+
+    spacing: 12
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+
+    Label {
+        id: label
+
+        Layout.maximumWidth: header.width - 24
+        Accessible.ignored: true
+        font.weight: Font.DemiBold
+        color: root.headerTextColor
+        wrapMode: Text.WordWrap
+    }
+
+    Rectangle {
+        Layout.fillWidth: true
+        Layout.minimumWidth: 12
+        implicitHeight: 1
+        color: root.rectangleOutlineColor
+    }
+}
