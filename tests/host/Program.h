@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+/// The built zvtcontroller, run as its user runs it.
+namespace Program
+{
+
+struct Result {
+    int status = -1; ///< -1: it crashed, or did not end.
+    QString output;
+    QString errors;
+};
+
+inline QString folder() { return QStringLiteral(ZVT_BINARY_DIR "/bin"); }
+
+inline QString file() { return folder() + QStringLiteral("/zvtcontroller"); }
+
+inline Result run(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(file(), arguments);
+    Result result;
+    if (process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit)
+        result.status = process.exitCode();
+    result.output = QString::fromUtf8(process.readAllStandardOutput());
+    result.errors = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}
+
+} // namespace Program

@@ -1,0 +1,171 @@
+#include "tests/host/Program.h"
+#include "tests/support/Test.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+class tst_CommandLine : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void badInputEndsWithOneLineAndStatus2_data();
+    void badInputEndsWithOneLineAndStatus2();
+    void helpTellsEveryOption();
+    void versionIsPrinted();
+    void profilesAreListed();
+    void optionsOfTheLineAreTaken();
+    void profileMayBeAFile();
+    void connectOpensTheCameraAndTellsWhyItFails();
+    void withoutADisplayTheWindowIsRefused();
+
+private:
+    QString write(const QString &name, const QByteArray &content) const;
+    QString in(const QString &name) const { return m_folder.filePath(name); }
+
+    QTemporaryDir m_folder;
+};
+
+void tst_CommandLine::initTestCase() { QVERIFY(m_folder.isValid()); }
+
+QString tst_CommandLine::write(const QString &name, const QByteArray &content) const
+{
+    QDir().mkpath(QFileInfo(in(name)).path());
+    QFile file(in(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        return {};
+    return file.fileName();
+}
+
+void tst_CommandLine::badInputEndsWithOneLineAndStatus2_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+    const auto row = [](const char *name, const QStringList &arguments, const QString &message) {
+        QTest::newRow(name) << arguments << message;
+    };
+    row("unknown option", {"--bogus"}, "Unknown option 'bogus'");
+    row("unknown argument", {"bogus"}, "unknown argument \"bogus\"");
+    row("missing value", {"--latency"}, "Missing value after '--latency'");
+    row("empty value", {"--profile", ""}, "--profile is empty");
+    row("unknown profile", {"--profile", "bogus"}, "\"bogus\"");
+    row("profile that is no JSON", {"--profile", write("broken.json", "{ \"title\"")}, "broken.json");
+    row("profile with an unknown key", {"--profile", write("key.json", "{ \"colour\": \"red\" }")}, "colour");
+    row("profile that is a folder", {"--profile", m_folder.path()}, m_folder.path());
+
+    row("missing plug-in", {"--plugin", in("missing.so")}, "missing.so\" does not exist");
+    row("plug-in that is a folder", {"--plugin", m_folder.path()}, "does not exist");
+    row("plug-in that is no library", {"--plugin", write("text.so", "no library\n")}, "text.so\" is not a plug-in");
+    row("plug-in without the entry point", {"--plugin", Program::folder() + "/libhlx.so"}, "it has no hlxInitPlugin");
+
+    row("storage that is a file", {"--storage", write("file", "")}, in("file"));
+    write("corrupt/cameras/everything/camera.json", "{ \"magic\": 1 ");
+    row("corrupt storage", {"--storage", in("corrupt")}, "corrupt");
+    row("screenshots into a file", {"--screenshots", write("picture", "")}, "picture");
+
+    row("negative latency", {"--latency", "-1"}, "--latency takes");
+    row("latency in words", {"--latency", "long"}, "not \"long\"");
+    row("latency out of range", {"--latency", "99999999999"}, "--latency takes");
+    row("fail rate above 1", {"--fail-rate", "1.01"}, "--fail-rate takes");
+    row("negative fail rate", {"--fail-rate", "-0.1"}, "--fail-rate takes");
+    row("fail rate that is no number", {"--fail-rate", "nan"}, "--fail-rate takes");
+    row("fail rate in words", {"--fail-rate", "often"}, "--fail-rate takes");
+    row("seed in words", {"--fail-rate", "0.5", "--seed", "x"}, "--seed takes");
+    row("negative seed", {"--seed", "-1"}, "--seed takes");
+
+    row("two tasks", {"--self-test", "--dump-interface"}, "cannot be combined");
+    row("host with a task", {"--host", "--self-test"}, "cannot be combined");
+}
+
+void tst_CommandLine::badInputEndsWithOneLineAndStatus2()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+    // What is wrong with the input shows before the window does.
+    const auto result = Program::run(arguments);
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.output, QString());
+    QVERIFY2(result.errors.startsWith(QLatin1String("zvtcontroller: ")), qPrintable(result.errors));
+    QVERIFY2(result.errors.contains(message), qPrintable(result.errors));
+    QCOMPARE(result.errors.count(u'\n'), 1);
+    QVERIFY(result.errors.endsWith(u'\n'));
+}
+
+void tst_CommandLine::helpTellsEveryOption()
+{
+    const auto result = Program::run({"--help"});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.errors, QString());
+    for (const char *option : {"--plugin <FILE>", "--profile <NAME>", "--list-profiles", "--connect", "--host",
+                               "--latency <MS>", "--fail-rate <P>", "--seed <N>", "--storage <DIR>",
+                               "--screenshots <DIR>", "--self-test", "--dump-interface", "--help", "--version"})
+        QVERIFY2(result.output.contains(QLatin1String(option)), option);
+}
+
+void tst_CommandLine::versionIsPrinted()
+{
+    const auto result = Program::run({"--version"});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(result.output.startsWith("zvtcontroller 1."), qPrintable(result.output));
+}
+
+void tst_CommandLine::profilesAreListed()
+{
+    const auto result = Program::run({"--list-profiles"});
+    QCOMPARE(result.status, 0);
+    const QStringList lines = result.output.split(u'\n', Qt::SkipEmptyParts);
+    QStringList names;
+    for (const QString &line : lines)
+        names.append(line.section(u' ', 0, 0));
+    for (const char *name : {"everything", "discrete-fov", "te-cooler", "low-cost", "board-6", "bare", "edge-values"})
+        QVERIFY2(names.contains(QLatin1String(name)), name);
+    QVERIFY(std::is_sorted(names.cbegin(), names.cend()));
+}
+
+void tst_CommandLine::optionsOfTheLineAreTaken()
+{
+    const auto result = Program::run({"--self-test", "--profile", "bare", "--latency", "2", "--fail-rate", "0",
+                                      "--seed", "7", "--storage", in("storage")});
+    QVERIFY2(result.status == 0, qPrintable(result.output + result.errors));
+    QVERIFY(QFileInfo(in("storage/cameras/bare")).isDir());
+}
+
+void tst_CommandLine::profileMayBeAFile()
+{
+    const QString profile = write("own.json", R"({ "title": "My own", "extends": "bare" })");
+    const auto result = Program::run({"--self-test", "--profile", profile, "--storage", in("own")});
+    QVERIFY2(result.status == 0, qPrintable(result.output + result.errors));
+    QVERIFY(QFileInfo(in("own/cameras/own")).isDir());
+}
+
+void tst_CommandLine::connectOpensTheCameraAndTellsWhyItFails()
+{
+    QProcess process;
+    process.start(Program::file(), {"--connect", "--fail-rate", "1", "--storage", in("failing")});
+    QByteArray errors;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (errors += process.readAllStandardError()).contains('\n') || process.state() == QProcess::NotRunning, 60'000);
+    QCOMPARE(errors, "zvtcontroller: the camera does not answer\n");
+    QCOMPARE(process.state(), QProcess::Running);
+    process.kill();
+    QVERIFY(process.waitForFinished());
+}
+
+void tst_CommandLine::withoutADisplayTheWindowIsRefused()
+{
+    QProcess process;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        environment.remove(QLatin1String(variable));
+    process.setProcessEnvironment(environment);
+    process.start(Program::file(), QStringList());
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 2);
+    const QString errors = QString::fromUtf8(process.readAllStandardError());
+    QVERIFY2(errors.startsWith("zvtcontroller: there is no display"), qPrintable(errors));
+}
+
+ZVT_TEST(tst_CommandLine)
+#include "tst_CommandLine.moc"

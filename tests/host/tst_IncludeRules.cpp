@@ -1,0 +1,137 @@
+#include "tests/support/Test.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QMap>
+#include <QRegularExpression>
+#include <QSet>
+
+namespace
+{
+
+const QString sourceDir = QStringLiteral(ZVT_SOURCE_DIR);
+const QStringList modelFolders{"status",    "state",    "setup",         "correction", "video",
+                               "recording", "advanced", "manufacturing", "plugin"};
+
+/// Which rooms a room may include beside itself.
+QStringList allowedFrom(const QString &room)
+{
+    static const QMap<QString, QStringList> platformFloors{
+        {"platform/hlx", {}},
+        {"platform/emulator", {"platform/hlx"}},
+        {"platform/zvtsdk", {"platform/hlx", "platform/emulator"}},
+        {"platform/hlxcam", {"platform/hlx", "platform/emulator", "platform/zvtsdk"}},
+        {"platform/hlxreduce", {"platform/hlx", "platform/emulator", "platform/zvtsdk"}},
+        {"platform/hlxfile", {"platform/hlx", "platform/emulator", "platform/zvtsdk", "platform/hlxreduce"}},
+        {"platform/hlxcamzvt",
+         {"platform/hlx", "platform/emulator", "platform/zvtsdk", "platform/hlxcam", "platform/hlxfile",
+          "platform/hlxreduce"}},
+        {"platform/hlxui",
+         {"platform/hlx", "platform/emulator", "platform/zvtsdk", "platform/hlxcam", "platform/hlxfile",
+          "platform/hlxreduce", "platform/hlxcamzvt"}},
+        {"platform/hlxcamui",
+         {"platform/hlx", "platform/emulator", "platform/zvtsdk", "platform/hlxcam", "platform/hlxfile",
+          "platform/hlxreduce", "platform/hlxcamzvt", "platform/hlxui"}},
+    };
+    if (room == "boundary")
+        return {};
+    if (room == "common")
+        return {"boundary"};
+    if (room == "plugin")
+        return QStringList{"boundary", "common"} + modelFolders;
+    if (modelFolders.contains(room))
+        return {"boundary", "common"};
+    if (platformFloors.contains(room))
+        return QStringList{"boundary"} + platformFloors.value(room);
+    if (room == "standalone")
+        return QStringList{"boundary"} + platformFloors.keys();
+    return {};
+}
+
+/// Includes that cross the rules, each with its reason.
+const QMap<QString, QString> exceptions{
+    {"status/StatusTabModel.h > plugin/ZvtCameraModel.h",
+     "a property of that type; the name stands in Q_MOC_INCLUDE, which only the generated code includes"},
+};
+
+/// The room of a path below the project's root.
+QString roomOf(const QString &path)
+{
+    const QStringList parts = path.split(u'/');
+    if (parts.value(0) == "hlx" || parts.value(0) == "zvt" || parts.value(0) == "hlxui"
+        || path.startsWith("common/boundary/"))
+        return "boundary";
+    return parts.value(0) == "platform" ? parts.mid(0, 2).join(u'/') : parts.value(0);
+}
+
+} // namespace
+
+/// Who may include whom, as the table of rooms in ARCHITECTURE.md says.
+class tst_IncludeRules : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void everyIncludeIsAllowed();
+    void groundFloorsKnowLittleOfQt();
+};
+
+void tst_IncludeRules::everyIncludeIsAllowed()
+{
+    static const QRegularExpression include(R"(^\s*(?:#include|Q_MOC_INCLUDE\()\s*"([^"]+)\")",
+                                            QRegularExpression::MultilineOption);
+    QStringList broken;
+    QSet<QString> used;
+    int files = 0;
+    for (const QString &top : QStringList{"common", "platform", "standalone"} + modelFolders) {
+        QDirIterator it(sourceDir + u'/' + top, {"*.h", "*.cpp"}, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            QFile file(it.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            ++files;
+            const QString path = file.fileName().mid(sourceDir.size() + 1);
+            const QString room = roomOf(path);
+            auto matches = include.globalMatch(QString::fromUtf8(file.readAll()));
+            while (matches.hasNext()) {
+                const QString included = matches.next().captured(1);
+                if (!included.contains(u'/')) // Beside the file itself, or generated.
+                    continue;
+                const QString target = roomOf(included);
+                const QString edge = path + " > " + included;
+                if (exceptions.contains(edge))
+                    used << edge;
+                else if (target != room && !allowedFrom(room).contains(target))
+                    broken << edge;
+            }
+        }
+    }
+    QVERIFY(files > 100);
+    QCOMPARE(broken, QStringList());
+    QCOMPARE(used.values(), exceptions.keys());
+}
+
+void tst_IncludeRules::groundFloorsKnowLittleOfQt()
+{
+    static const QRegularExpression qt(R"(^\s*#include\s*<(Q[A-Za-z]+|Qt[A-Za-z]+/[A-Za-z]+)>)",
+                                       QRegularExpression::MultilineOption);
+    static const QRegularExpression quick(R"(^(QQ|Quick|QtQuick|QtQml|QtGui|QtWidgets|QGui|QWidget|QWindow))");
+    QStringList broken;
+    const QMap<QString, bool> anyQt{{"platform/hlx", false}, {"platform/emulator", true}, {"platform/zvtsdk", true}};
+    for (auto room = anyQt.cbegin(); room != anyQt.cend(); ++room) {
+        QDirIterator it(sourceDir + u'/' + room.key(), {"*.h", "*.cpp"}, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            QFile file(it.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            auto matches = qt.globalMatch(QString::fromUtf8(file.readAll()));
+            while (matches.hasNext()) {
+                const QString header = matches.next().captured(1);
+                if (!room.value() || quick.match(header).hasMatch())
+                    broken << file.fileName() + " > " + header;
+            }
+        }
+    }
+    QCOMPARE(broken, QStringList());
+}
+
+ZVT_TEST(tst_IncludeRules)
+#include "tst_IncludeRules.moc"

@@ -1,0 +1,227 @@
+#include "tests/support/CameraRig.h"
+#include "tests/support/Test.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QLibrary>
+#include <QProcess>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QThreadPool>
+
+#include "hlxui/ControllerModel.h"
+#include "hlxui/IControllerModelFactory.h"
+
+namespace
+{
+
+const QString pluginFile = QStringLiteral(ZVT_BINARY_DIR "/bin/libhlxcamuiZVT.so");
+
+/// A controller of some other camera family.
+class ForeignController : public hlx::cam::IController
+{
+};
+
+/// Lines of tests/support/pending.txt: what has not landed yet.
+QStringList pending()
+{
+    QFile file(QStringLiteral(ZVT_SOURCE_DIR "/tests/support/pending.txt"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    lines.removeIf([](const QString &line) { return line.startsWith(u'#'); });
+    return lines;
+}
+
+} // namespace
+
+/// The built plug-in, loaded as a host loads it.
+class tst_Plugin : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+
+    void showsThreeSymbolsAndNoMore();
+    void entryPointReturnsOneAndMayRunTwice();
+    void nullControllerIsDeclined();
+    void controllerOfAnotherFamilyIsDeclined();
+    void controllerGetsARootAndItsPage();
+    void resourcesHoldThePageTreeAndNothingElse();
+    void typesCanNotBeMadeInQmlExceptTwo_data();
+    void typesCanNotBeMadeInQmlExceptTwo();
+    void everyTypeIsRegisteredOrStillToCome();
+    void fixedWidthNamesAreKnown_data();
+    void fixedWidthNamesAreKnown();
+    void libraryUnloadsAndLoadsAgain();
+
+private:
+    using EntryPoint = int (*)();
+
+    QLibrary m_library{pluginFile};
+    EntryPoint m_entryPoint = nullptr;
+};
+
+void tst_Plugin::initTestCase()
+{
+    QVERIFY2(m_library.load(), qPrintable(m_library.errorString()));
+    m_entryPoint = reinterpret_cast<EntryPoint>(m_library.resolve("hlxInitPlugin"));
+    QVERIFY(m_entryPoint);
+    QCOMPARE(m_entryPoint(), 1);
+}
+
+void tst_Plugin::cleanupTestCase()
+{
+    QThreadPool::globalInstance()->waitForDone();
+}
+
+void tst_Plugin::showsThreeSymbolsAndNoMore()
+{
+    QProcess nm;
+    nm.start(QStringLiteral("nm"), {"-D", "--defined-only", "-C", pluginFile});
+    QVERIFY(nm.waitForFinished());
+    QStringList names;
+    for (const QString &line : QString::fromUtf8(nm.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts))
+        names << line.section(u' ', 2).section(u'(', 0, 0);
+    names.sort();
+    QCOMPARE(names, QStringList({"CreateModelForController", "hlxInitPlugin", "initResources"}));
+}
+
+void tst_Plugin::entryPointReturnsOneAndMayRunTwice()
+{
+    const int creators = hlx::cam::ui::controllerModelFactory()->CreatorCount();
+    QCOMPARE(creators, 1);
+    QCOMPARE(m_entryPoint(), 1);
+    QCOMPARE(hlx::cam::ui::controllerModelFactory()->CreatorCount(), creators);
+}
+
+void tst_Plugin::nullControllerIsDeclined()
+{
+    QObject *model = nullptr;
+    QString qml = QStringLiteral("untouched");
+    QVERIFY(!hlx::cam::ui::controllerModelFactory()->CreateModel({}, nullptr, model, qml));
+    QVERIFY(!model);
+    QCOMPARE(qml, QStringLiteral("untouched"));
+}
+
+void tst_Plugin::controllerOfAnotherFamilyIsDeclined()
+{
+    const hlx::TSharedPtr<hlx::cam::IController> foreign(new ForeignController);
+    QObject *model = nullptr;
+    QString qml = QStringLiteral("untouched");
+    QVERIFY(!hlx::cam::ui::controllerModelFactory()->CreateModel(foreign, nullptr, model, qml));
+    QVERIFY(!model);
+    QCOMPARE(qml, QStringLiteral("untouched"));
+}
+
+void tst_Plugin::controllerGetsARootAndItsPage()
+{
+    CameraRig rig;
+    QObject parent;
+    QObject *model = nullptr;
+    QString qml;
+    QVERIFY(hlx::cam::ui::controllerModelFactory()->CreateModel(rig.controller(), &parent, model, qml));
+    QVERIFY(model);
+    QCOMPARE(model->parent(), &parent);
+    QCOMPARE(model->metaObject()->className(), "ZvtCameraModel");
+    QVERIFY(qobject_cast<ControllerModel *>(model));
+    QCOMPARE(qml, QStringLiteral("zvt/zvtmain.qml"));
+    QVERIFY(QFile::exists(QStringLiteral(":/") + qml));
+}
+
+void tst_Plugin::resourcesHoldThePageTreeAndNothingElse()
+{
+    constexpr int allFiles = 58;
+    QStringList files;
+    QDirIterator it(QStringLiteral(":/zvt"), QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        files << it.next().mid(6);
+    QStringList paths = pending();
+    paths.removeIf([](const QString &line) { return !line.contains(u'.'); });
+    QVERIFY2(!files.contains("qmldir"), "a qmldir in the resources changes how the host's folders resolve");
+    QCOMPARE(files.size() + paths.size(), allFiles);
+    for (const QString &path : paths)
+        QVERIFY2(!files.contains(path), qPrintable(path + " has landed, and still stands among what is to come"));
+    for (const char *path : {"zvtmain.qml", "fonts/MaterialIcons-Regular.ttf", "images/play1.png", "images/play1@2x.png"})
+        QVERIFY2(files.contains(path), path);
+}
+
+void tst_Plugin::typesCanNotBeMadeInQmlExceptTwo_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("reason"); // Empty: it can be made.
+    QTest::newRow("root") << "ZvtCameraModel" << "Can only get through controller plugin";
+    QTest::newRow("validator") << "FPASizeIntValidator" << "";
+    QTest::newRow("table") << "ZvtModelTable" << "";
+}
+
+void tst_Plugin::typesCanNotBeMadeInQmlExceptTwo()
+{
+    QFETCH(QString, type);
+    QFETCH(QString, reason);
+    QQmlEngine engine;
+    QQmlComponent component(&engine);
+    component.setData(QStringLiteral("import com.kestrin.hlx.cam.ui.zvt 1.0\n%1 {}").arg(type).toUtf8(), {});
+    const std::unique_ptr<QObject> object(component.create());
+    QCOMPARE(object != nullptr, reason.isEmpty());
+    QVERIFY2(component.errorString().contains(reason), qPrintable(component.errorString()));
+}
+
+void tst_Plugin::everyTypeIsRegisteredOrStillToCome()
+{
+    const QStringList types{"ZvtCameraPresetModel", "ZvtCameraModel",        "SetupGeneralModel", "NucInfoModel",
+                            "NucProcessModel",      "VideoTabModel",         "SsdTabModel",       "FPASizeIntValidator",
+                            "ZvtModelTable",        "SyncSettingsModel",     "MfgRoicConfigModel", "BatchDownloadModel",
+                            "BatchDownloadEntry",   "SsdMovieFileInfoModel"};
+    const QStringList toCome = pending();
+    for (const QString &type : types)
+        QCOMPARE(qmlTypeId("com.kestrin.hlx.cam.ui.zvt", 1, 0, type.toUtf8()) != -1, !toCome.contains(type));
+}
+
+void tst_Plugin::fixedWidthNamesAreKnown_data()
+{
+    QTest::addColumn<QMetaType>("type");
+    QTest::newRow("uint64_t") << QMetaType::fromType<uint64_t>();
+    QTest::newRow("uint32_t") << QMetaType::fromType<uint32_t>();
+    QTest::newRow("uint16_t") << QMetaType::fromType<uint16_t>();
+    QTest::newRow("uint8_t") << QMetaType::fromType<uint8_t>();
+    QTest::newRow("int64_t") << QMetaType::fromType<int64_t>();
+    QTest::newRow("int32_t") << QMetaType::fromType<int32_t>();
+    QTest::newRow("int16_t") << QMetaType::fromType<int16_t>();
+    QTest::newRow("int8_t") << QMetaType::fromType<int8_t>();
+}
+
+void tst_Plugin::fixedWidthNamesAreKnown()
+{
+    QFETCH(QMetaType, type);
+    QCOMPARE(QMetaType::fromName(QTest::currentDataTag()), type);
+}
+
+// A host may take the plug-in down once its page, its root and the engine are gone and no task runs.
+void tst_Plugin::libraryUnloadsAndLoadsAgain()
+{
+    const auto createAndDelete = [] {
+        CameraRig rig;
+        QObject *model = nullptr;
+        QString qml;
+        QVERIFY(hlx::cam::ui::controllerModelFactory()->CreateModel(rig.controller(), nullptr, model, qml));
+        QMetaObject::invokeMethod(model, "refreshAllVisible");
+        delete model;
+    };
+    createAndDelete();
+    QThreadPool::globalInstance()->waitForDone();
+    const auto creator = reinterpret_cast<hlx::cam::ui::ModelCreator>(m_library.resolve(
+        "_Z24CreateModelForControllerN3hlx10TSharedPtrINS_3cam11IControllerEEEP7QObjectRS5_R7QString"));
+    QVERIFY2(creator, "the creator has another signature");
+    hlx::cam::ui::controllerModelFactory()->UnregisterModelCreator(creator);
+    QVERIFY(m_library.unload());
+    QVERIFY(!QFile::exists(QStringLiteral(":/zvt/zvtmain.qml")));
+    initTestCase();
+    QVERIFY(QFile::exists(QStringLiteral(":/zvt/zvtmain.qml")));
+    createAndDelete();
+}
+
+ZVT_TEST(tst_Plugin)
+#include "tst_Plugin.moc"

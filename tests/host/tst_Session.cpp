@@ -1,0 +1,137 @@
+#include "standalone/BadInput.h"
+#include "standalone/PageDriver.h"
+#include "standalone/PageWindow.h"
+#include "standalone/Session.h"
+#include "tests/host/Program.h"
+#include "tests/support/Test.h"
+
+#include <QQmlContext>
+#include <QQuickItem>
+#include <QTemporaryDir>
+
+/// The plug-in in the hands of the standalone controller: made, shown, taken apart.
+class tst_Session : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void standalonePageKnowsItsStandaloneModel();
+    void hostPageComesWithAConnectedCameraAndF5();
+    void pageFillsItsWindow();
+    void windowClosesUnlessTheModelForbidsIt();
+    void titleNamesTheCamera();
+    void livesThroughManySessions();
+    void pageWithoutAFileIsRefused();
+
+private:
+    Options options() const;
+    static QVariant contextValue(PageWindow &window, const char *name);
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_Session::init()
+{
+    Test::init();
+    m_folder = std::make_unique<QTemporaryDir>();
+}
+
+Options tst_Session::options() const
+{
+    Options options;
+    options.plugin = Program::folder() + QStringLiteral("/libhlxcamuiZVT.so");
+    options.profile = QStringLiteral("everything");
+    options.storage = m_folder->path();
+    return options;
+}
+
+QVariant tst_Session::contextValue(PageWindow &window, const char *name)
+{
+    return qmlContext(&window.page())->contextProperty(QString::fromLatin1(name));
+}
+
+void tst_Session::standalonePageKnowsItsStandaloneModel()
+{
+    Session session(options());
+    PageWindow window(session, false);
+    QCOMPARE(contextValue(window, "standaloneModel").value<QObject *>(), &session.standaloneModel());
+    QCOMPARE(contextValue(window, "cameraModel").value<QObject *>(), &session.cameraModel());
+    QVERIFY(!contextValue(window, "refreshCameraControllerHotkey").isValid());
+    QVERIFY(!session.cameraModel().property("connected").toBool());
+}
+
+void tst_Session::hostPageComesWithAConnectedCameraAndF5()
+{
+    Options asHost = options();
+    asHost.asHost = true;
+    Session session(asHost);
+    PageWindow window(session, true);
+    QVERIFY(session.cameraModel().property("connected").toBool());
+    QVERIFY(!contextValue(window, "standaloneModel").isValid());
+    uint key = 0;
+    QVERIFY(QMetaObject::invokeMethod(&session.cameraModel(), "integrateModifiersIntoKey", Q_RETURN_ARG(uint, key),
+                                      Q_ARG(uint, 0), Q_ARG(uint, Qt::Key_F5)));
+    QCOMPARE(contextValue(window, "refreshCameraControllerHotkey").toUInt(), key);
+}
+
+void tst_Session::pageFillsItsWindow()
+{
+    Session session(options());
+    PageWindow window(session, false);
+    QCOMPARE(window.minimumSize(), QSize(640, 480));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    window.resize(1000, 700);
+    QTRY_COMPARE(window.page().size(), QSizeF(1000, 700));
+}
+
+void tst_Session::windowClosesUnlessTheModelForbidsIt()
+{
+    Session session(options());
+    PageWindow window(session, false);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(session.cameraModel().setProperty("allowedToCloseController", false));
+    window.close();
+    QVERIFY(window.isVisible());
+    QVERIFY(session.cameraModel().setProperty("allowedToCloseController", true));
+    window.close();
+    QVERIFY(!window.isVisible());
+}
+
+void tst_Session::titleNamesTheCamera()
+{
+    Session session(options());
+    PageWindow window(session, false);
+    QVERIFY(!window.title().isEmpty());
+    QCOMPARE(window.title(), session.standaloneModel().cameraName());
+    const QString first = window.title();
+    session.standaloneModel().connect(QStringLiteral("bare"));
+    QTRY_VERIFY(session.standaloneModel().connected());
+    QVERIFY(window.title() != first);
+    QCOMPARE(window.title(), session.standaloneModel().cameraName());
+}
+
+void tst_Session::livesThroughManySessions()
+{
+    for (int i = 0; i < 3; ++i) {
+        Session session(options());
+        PageWindow window(session, false);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        session.standaloneModel().connect(session.firstCamera());
+        QTRY_VERIFY(session.standaloneModel().connected());
+        // Left with its reads in flight.
+    }
+}
+
+void tst_Session::pageWithoutAFileIsRefused()
+{
+    Options strange = options();
+    strange.plugin = QStringLiteral("missing.so");
+    QVERIFY_EXCEPTION_THROWN(Session{strange}, BadInput);
+}
+
+ZVT_TEST(tst_Session)
+#include "tst_Session.moc"

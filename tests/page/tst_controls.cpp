@@ -1,0 +1,327 @@
+#include "tests/support/PageDriver.h"
+#include "tests/support/Test.h"
+
+#include <QColor>
+#include <QSignalSpy>
+#include <QUrl>
+
+#include <cmath>
+
+/// What the preset tiles ask of a general setup model.
+class PresetFake : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int dwellCount MEMBER dwellCount NOTIFY changed)
+    Q_PROPERTY(bool subframeEnabled MEMBER subframeEnabled NOTIFY changed)
+
+public:
+    int dwellCount = 0;
+    bool subframeEnabled = false;
+
+signals:
+    void changed();
+};
+
+class SetupFake : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int sequencingMode MEMBER sequencingMode NOTIFY changed)
+    Q_PROPERTY(int activePreset MEMBER activePreset NOTIFY changed)
+
+public:
+    Q_INVOKABLE QObject *ps(int number) { return number == 2 ? &preset : nullptr; }
+
+    int sequencingMode = 0;
+    int activePreset = 0;
+    PresetFake preset;
+
+signals:
+    void changed();
+};
+
+class tst_controls : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void aPercentSliderFollowsItsLaw_data();
+    void aPercentSliderFollowsItsLaw();
+    void aPercentSliderSpringsBack();
+    void aPercentSliderStopsWhenItIsDisabled();
+    void aFocusIndicatorShowsThePlace_data();
+    void aFocusIndicatorShowsThePlace();
+    void aSectionHeaderTellsWhatWasPressed();
+    void aSectionHeaderShowsThatItLoads();
+    void aWrappingButtonIsPressedByEnter();
+    void textsWrapAndAreNotCutOff();
+    void arrowsAreRepaintedInANewColour_data();
+    void arrowsAreRepaintedInANewColour();
+    void theMaximumFrameRateButtonNamesItself();
+    void presetTiles_data();
+    void presetTiles();
+    void aClickOnAPresetTile_data();
+    void aClickOnAPresetTile();
+    void theProgressBarShowsItsShare();
+    void theProgressBarWalksWhileTheEndIsUnknown();
+    void theBatchIconNamesTheState_data();
+    void theBatchIconNamesTheState();
+    void theFadeAlwaysRunsToItsEnd();
+    void thePaletteHasTwoAndThirtyColumns();
+    void aClickPicksAColour();
+    void aColourCanBePickedByKey();
+
+private:
+    static QQuickItem *createItem(PageDriver &driver, const QString &qml);
+    static QString paletteOf256();
+};
+
+QQuickItem *tst_controls::createItem(PageDriver &driver, const QString &qml)
+{
+    return qobject_cast<QQuickItem *>(driver.create(qml));
+}
+
+void tst_controls::aPercentSliderFollowsItsLaw_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::addColumn<double>("position");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("image");
+    const auto law = [](double p) {
+        const double least = std::pow(10, 0.01);
+        return (std::pow(10, p) - least) / (10 - least) * 0.99 + 0.01;
+    };
+    // The thumb's middle moves from 12 to 212.
+    QTest::newRow("at rest") << 112 << 0.0 << 0.0 << "stop";
+    QTest::newRow("the least") << 113 << 0.01 << 0.01 << "play1";
+    QTest::newRow("slowly") << 152 << 0.4 << law(0.4) << "play1";
+    QTest::newRow("faster") << 182 << 0.7 << law(0.7) << "play2";
+    QTest::newRow("fast") << 207 << 0.95 << law(0.95) << "play3";
+    QTest::newRow("fastest") << 212 << 1.0 << 1.0 << "play3";
+    QTest::newRow("beyond the end") << 222 << 1.0 << 1.0 << "play3";
+    QTest::newRow("slowly back") << 72 << -0.4 << -law(0.4) << "play1";
+    QTest::newRow("fastest back") << 2 << -1.0 << -1.0 << "play3";
+}
+
+void tst_controls::aPercentSliderFollowsItsLaw()
+{
+    QFETCH(const int, x);
+    QFETCH(const double, position);
+    QFETCH(const double, value);
+    QFETCH(const QString, image);
+    PageDriver driver;
+    QQuickItem *slider = createItem(driver, "PercentSlider { width: 224; height: 28; y: 100 }");
+    QTest::mousePress(&driver.window(), Qt::LeftButton, Qt::NoModifier, {x, 114});
+    QCOMPARE(slider->property("position").toDouble(), position);
+    QVERIFY(std::abs(slider->property("value").toDouble() - value) < 1e-9);
+    const QObject *thumb = slider->findChild<QObject *>("thumbImage");
+    QCOMPARE(thumb->property("source").toUrl().fileName(), image + ".png");
+    QCOMPARE(thumb->property("mirror").toBool(), position < 0);
+    QCOMPARE(thumb->property("status").toInt(), 1);
+    QTest::mouseRelease(&driver.window(), Qt::LeftButton, Qt::NoModifier, {x, 114});
+    QCOMPARE(slider->property("value").toDouble(), 0.0);
+}
+
+void tst_controls::aPercentSliderSpringsBack()
+{
+    PageDriver driver;
+    QQuickItem *slider = createItem(driver, "PercentSlider { width: 224; height: 28; y: 100 }");
+    const QSignalSpy moves(slider, SIGNAL(valueChanged()));
+    QTest::mousePress(&driver.window(), Qt::LeftButton, Qt::NoModifier, {200, 114});
+    QTest::mouseMove(&driver.window(), {20, 114});
+    QVERIFY(slider->property("value").toDouble() < 0);
+    QTest::mouseMove(&driver.window(), {20, 400});
+    QVERIFY(slider->property("value").toDouble() < 0);
+    QTest::mouseRelease(&driver.window(), Qt::LeftButton, Qt::NoModifier, {20, 400});
+    QCOMPARE(slider->property("value").toDouble(), 0.0);
+    QCOMPARE(moves.count(), 3);
+    // A pointer that only passes over moves nothing.
+    QTest::mouseMove(&driver.window(), {200, 114});
+    QCOMPARE(slider->property("value").toDouble(), 0.0);
+}
+
+void tst_controls::aPercentSliderStopsWhenItIsDisabled()
+{
+    PageDriver driver;
+    QQuickItem *slider = createItem(driver, "PercentSlider { width: 224; height: 28; y: 100 }");
+    QTest::mousePress(&driver.window(), Qt::LeftButton, Qt::NoModifier, {200, 114});
+    QVERIFY(slider->property("value").toDouble() > 0);
+    slider->setEnabled(false);
+    QCOMPARE(slider->property("value").toDouble(), 0.0);
+    QTest::mouseRelease(&driver.window(), Qt::LeftButton, Qt::NoModifier, {200, 114});
+}
+
+void tst_controls::aFocusIndicatorShowsThePlace_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<double>("middle");
+    QTest::newRow("at the beginning") << 100.0 << 300.0 << 100.0 << 8.0;
+    QTest::newRow("in the middle") << 100.0 << 300.0 << 200.0 << 108.0;
+    QTest::newRow("at the end") << 100.0 << 300.0 << 300.0 << 208.0;
+    QTest::newRow("outside") << 100.0 << 300.0 << 900.0 << 208.0;
+    QTest::newRow("falling") << 300.0 << 100.0 << 250.0 << 58.0;
+    QTest::newRow("no range") << 100.0 << 100.0 << 100.0 << 8.0;
+}
+
+void tst_controls::aFocusIndicatorShowsThePlace()
+{
+    QFETCH(const double, from);
+    QFETCH(const double, to);
+    QFETCH(const double, value);
+    QFETCH(const double, middle);
+    PageDriver driver;
+    QQuickItem *indicator = createItem(
+        driver, QStringLiteral("FocusIndicator { width: 216; from: %1; to: %2; value: %3 }").arg(from).arg(to).arg(value));
+    const auto *thumb = indicator->findChild<QQuickItem *>("thumbImage");
+    QCOMPARE(thumb->mapToItem(indicator, {thumb->width() / 2, 0}).x(), middle);
+}
+
+void tst_controls::aSectionHeaderTellsWhatWasPressed()
+{
+    PageDriver driver;
+    QQuickItem *header = createItem(
+        driver, "SectionSwitchableHeaderButton { width: 400; y: 100; sectionTitle: \"Cooler Settings\" }");
+    QSignalSpy clicked(header, SIGNAL(clicked()));
+    QSignalSpy refresh(header, SIGNAL(refreshSection()));
+    driver.click("Cooler Settings");
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(refresh.count(), 0);
+    driver.click("Refresh Cooler Settings");
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(refresh.count(), 1);
+    header->forceActiveFocus();
+    driver.press(Qt::Key_Return);
+    QCOMPARE(clicked.count(), 2);
+    QVERIFY(!header->property("sectionExpanded").toBool());
+}
+
+void tst_controls::aSectionHeaderShowsThatItLoads()
+{
+    PageDriver driver;
+    QQuickItem *header = createItem(driver, "SectionSwitchableHeaderButton { width: 400; y: 100; sectionTitle: \"A\" }");
+    const auto busy = [header] {
+        for (const QQuickItem *item : header->findChildren<QQuickItem *>())
+            if (item->inherits("QQuickBusyIndicator"))
+                return item->isVisible() && item->property("running").toBool();
+        return false;
+    };
+    QVERIFY(!busy());
+    header->setProperty("sectionLoading", true);
+    QVERIFY(busy());
+}
+
+void tst_controls::aWrappingButtonIsPressedByEnter()
+{
+    PageDriver driver;
+    QQuickItem *button = createItem(driver, "WrappingButton { y: 100; text: \"Wide\" }");
+    QSignalSpy clicked(button, SIGNAL(clicked()));
+    button->forceActiveFocus();
+    driver.press(Qt::Key_Return);
+    driver.press(Qt::Key_Enter);
+    driver.press(Qt::Key_Space);
+    driver.click("Wide");
+    QCOMPARE(clicked.count(), 4);
+}
+
+void tst_controls::textsWrapAndAreNotCutOff()
+{
+    PageDriver driver;
+    for (const QString control : {"WrappingButton { width: 120; text: \"Save State (a rather long name)\" }",
+                                  "WrappingCheckBox { width: 120; text: \"Integration Time and more\" }",
+                                  "PageTabButton { width: 40; height: 40; text: \"Correction\" }"}) {
+        const QQuickItem *item = createItem(driver, control);
+        const auto *text = item->property("contentItem").value<QQuickItem *>();
+        QVERIFY2(!text->property("truncated").toBool(), qPrintable(control));
+        QVERIFY2(text->property("contentWidth").toDouble() <= text->width() + 0.5, qPrintable(control));
+        QVERIFY2(text->property("contentHeight").toDouble() <= text->height() + 0.5, qPrintable(control));
+    }
+}
+
+void tst_controls::arrowsAreRepaintedInANewColour_data()
+{
+    QTest::addColumn<QSizeF>("size");
+    QTest::newRow("LongLeftArrow") << QSizeF(60, 18);
+    QTest::newRow("LongRightArrow") << QSizeF(60, 18);
+    QTest::newRow("RamPlaybackArrow") << QSizeF(3 * 60 + 2 * 60 + 4 * 14, 28);
+}
+
+void tst_controls::arrowsAreRepaintedInANewColour()
+{
+    QFETCH(const QSizeF, size);
+    PageDriver driver;
+    QQuickItem *arrow = createItem(driver, QStringLiteral("%1 { z: 10 }").arg(QTest::currentDataTag()));
+    QCOMPARE(QSizeF(arrow->implicitWidth(), arrow->implicitHeight()), size);
+    const auto holds = [&](const QColor &colour) {
+        const QImage image = driver.grab().copy(0, 0, static_cast<int>(size.width()), static_cast<int>(size.height()));
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y) == colour)
+                    return true;
+        return false;
+    };
+    QTRY_VERIFY(holds(QColor("gray")));
+    arrow->setProperty("color", QColor("#00ff00"));
+    QTRY_VERIFY(holds(QColor("#00ff00")));
+    QVERIFY(!holds(QColor("gray")));
+}
+
+void tst_controls::theMaximumFrameRateButtonNamesItself()
+{
+    PageDriver driver;
+    QQuickItem *button = createItem(driver, "MaxFrameRateButton { y: 100 }");
+    QSignalSpy clicked(button, SIGNAL(clicked()));
+    driver.click("Set to Maximum Frame Rate");
+    QCOMPARE(clicked.count(), 1);
+    const auto *icon = button->property("contentItem").value<QQuickItem *>();
+    const QColor plain = icon->property("color").value<QColor>();
+    button->setProperty("highlighted", true);
+    QVERIFY(icon->property("color").value<QColor>() != plain);
+    QCOMPARE(icon->property("color").value<QColor>(), driver.rootProperty("kestrinAccentBlue").value<QColor>());
+}
+
+void tst_controls::presetTiles_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("used");
+    QTest::addColumn<QString>("onSetup");
+    QTest::addColumn<QString>("onCorrection");
+    QTest::newRow("active") << 0 << true << "This is the Active Preset" << "This is the Active Preset";
+    QTest::newRow("not active") << 0 << false << "Make Preset Active" << QString();
+    QTest::newRow("in the superframe") << 1 << true << "Preset included in superframe." << "Preset included in superframe.";
+    QTest::newRow("not in the superframe") << 1 << false << "Preset excluded from superframe."
+                                           << "Preset excluded from superframe.";
+    QTest::newRow("in the sequence") << 2 << true << "Preset included in sequence. (Dwell is greater than 0)"
+                                     << "Preset included in sequence. (Dwell is greater than 0)";
+    QTest::newRow("not in the sequence") << 2 << false << "Preset excluded from sequence. (Dwell is 0)"
+                                         << "Preset excluded from sequence. (Dwell is 0)";
+}
+
+void tst_controls::presetTiles()
+{
+    QFETCH(const int, mode);
+    QFETCH(const bool, used);
+    PageDriver driver;
+    SetupFake setup;
+    setup.sequencingMode = mode;
+    // Only what counts in this mode says that the preset is in use.
+    setup.activePreset = (mode == 0) == used ? 2 : 1;
+    setup.preset.subframeEnabled = (mode == 1) == used;
+    setup.preset.dwellCount = (mode == 2) == used ? 3 : 0;
+    for (const QString control : {"SetupTabPresetNumberButton", "CorrectionTabPresetNumberLabel"}) {
+        QQuickItem *tile = createItem(driver, control + " { required property var model; presetNumber: 2; y: 100; "
+                                                        "setupGeneralModel: null }");
+        Q_UNUSED(tile)
+    }
+}
+
+void tst_controls::aClickOnAPresetTile_data()
+{
+}
+
+void tst_controls::aClickOnAPresetTile()
+{
+}
+
+ZVT_TEST(tst_controls)
+#include "tst_controls.moc"

@@ -1,0 +1,226 @@
+#include "platform/emulator/control.h"
+#include "platform/emulator/devices/Cooler.h"
+#include "platform/emulator/devices/Corrections.h"
+#include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/devices/Temperatures.h"
+#include "tests/support/Test.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using emulator::Camera;
+using emulator::Profile;
+using emulator::SetupError;
+
+class tst_Profile : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void knowsTheBuiltInOnes();
+    void isSoundAsBuiltIn_data();
+    void isSoundAsBuiltIn();
+    void showsEveryCapabilityPresentAndAbsent();
+    void inheritsKeyByKey();
+    void takesInheritedThingsAway();
+    void extendsAFileBesideIt();
+    void standsAlone();
+    void namesWhatIsWrong_data();
+    void namesWhatIsWrong();
+    void refusesACircle();
+    void refusesWhatIsNoProfileFile();
+
+private:
+    QString file(const QByteArray &content, const QString &name = QStringLiteral("mine.json"))
+    {
+        QFile out(m_folder.filePath(name));
+        if (!out.open(QIODevice::WriteOnly) || out.write(content) != content.size())
+            qFatal("cannot write %s", qPrintable(out.fileName()));
+        return out.fileName();
+    }
+
+    /// The message of the SetupError that this profile gives as a camera, "" without one.
+    QString errorOf(const QString &profile)
+    {
+        try {
+            Camera::create(profile, m_folder.path());
+        } catch (const SetupError &error) {
+            return QString::fromUtf8(error.what());
+        }
+        return {};
+    }
+
+    QTemporaryDir m_folder;
+};
+
+void tst_Profile::knowsTheBuiltInOnes()
+{
+    for (const auto *name :
+         {"everything", "discrete-fov", "te-cooler", "low-cost", "board-6", "bare", "edge-values", "irig"})
+        QVERIFY2(Profile::names().contains(QLatin1String(name)), name);
+    auto sorted = Profile::names();
+    sorted.sort();
+    QCOMPARE(Profile::names(), sorted);
+}
+
+void tst_Profile::isSoundAsBuiltIn_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const auto &name : Profile::names())
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+void tst_Profile::isSoundAsBuiltIn()
+{
+    QFETCH(QString, name);
+    const auto profile = Profile::load(name);
+    QCOMPARE(profile.name(), name);
+    QVERIFY(profile.title().startsWith(QStringLiteral("Emulated camera, ")));
+    QCOMPARE(profile.capabilities().size(), 35);
+    const auto has = [&](const char *key) { return profile.capabilities().value(QLatin1String(key)).toBool(); };
+    QVERIFY(has("hasFocusToDistance") <= has("hasFocus"));
+    QVERIFY(has("hasFlagCooler") <= has("hasFlag"));
+    QVERIFY(has("hasWindowDimensionsThatCanBeArbitrary") <= has("hasWindowSettings"));
+    QCOMPARE(has("hasFPAGain"), profile.capabilities().value(QLatin1String("numFPAGainLevels")).toInt() > 0);
+    if (name != QLatin1String("edge-values"))
+        QVERIFY(!(has("hasContinuousOpticalZoom") && has("hasDiscontinuousOpticalZoom")));
+
+    const auto camera = Camera::create(name, m_folder.path());
+    const auto *cooler = camera->device<emulator::Cooler>();
+    QVERIFY(cooler);
+    // A camera has a thermoelectric cooler for its detector or for its flag.
+    if (cooler->type() == emulator::Cooler::Thermoelectric || !has("hasFlagCooler"))
+        QCOMPARE(has("hasTeCooler"), cooler->type() == emulator::Cooler::Thermoelectric);
+    const QJsonObject temperatures = profile.devices().value(QLatin1String("temperatures")).toObject();
+    QCOMPARE(temperatures.contains(QLatin1String("frontPanel")), has("hasFrontPanelTemperature"));
+    QCOMPARE(temperatures.contains(QLatin1String("airGap")), has("hasAirGapTemperature"));
+    QCOMPARE(temperatures.contains(QLatin1String("internal")),
+             has("hasChassisTemperature") || has("hasInternalTemperature"));
+    const auto names = profile.devices().value(QLatin1String("corrections")).toObject().value(QLatin1String("names"));
+    if (camera->device<emulator::Corrections>())
+        QCOMPARE(names.toArray().size(), camera->device<emulator::Sensor>()->numPresets());
+}
+
+void tst_Profile::showsEveryCapabilityPresentAndAbsent()
+{
+    const auto bare = Profile::load(QStringLiteral("bare")).capabilities();
+    for (const auto &key : bare.keys()) {
+        QVERIFY2(!bare.value(key).toBool() && bare.value(key).toInt() == 0, qPrintable(key));
+        bool present = false;
+        for (const auto &name : Profile::names())
+            present |= name != QLatin1String("edge-values")
+                && Profile::load(name).capabilities().value(key).toVariant().toInt() > 0;
+        QVERIFY2(present, qPrintable(key));
+    }
+}
+
+void tst_Profile::inheritsKeyByKey()
+{
+    const auto profile = Profile::load(file(R"({"extends": "te-cooler", "identity": {"serial": "mine"},
+        "clock": "irig", "capabilities": {"hasSsd": true}, "devices": {"cooler": {"setpoint": -3}}})"));
+    QCOMPARE(profile.name(), QStringLiteral("mine"));
+    QCOMPARE(profile.title(), QStringLiteral("mine"));
+    QVERIFY(!profile.hasRealTimeClock());
+    QCOMPARE(profile.identity().value(QLatin1String("serial")), QLatin1String("mine"));
+    QCOMPARE(profile.identity().value(QLatin1String("model")), QLatin1String("Tansy 320 N"));
+    QVERIFY(profile.capabilities().value(QLatin1String("hasSsd")).toBool());
+    QVERIFY(profile.capabilities().value(QLatin1String("hasTeCooler")).toBool());
+    const auto cooler = profile.devices().value(QLatin1String("cooler")).toObject();
+    QCOMPARE(cooler.value(QLatin1String("setpoint")).toInt(), -3);
+    QCOMPARE(cooler.value(QLatin1String("type")).toInt(), 1);
+}
+
+void tst_Profile::takesInheritedThingsAway()
+{
+    const auto profile = Profile::load(
+        file(R"({"extends": "everything", "devices": {"cooler": null, "temperatures": {"lens": null}}})"));
+    QVERIFY(!profile.devices().contains(QLatin1String("cooler")));
+    const auto temperatures = profile.devices().value(QLatin1String("temperatures")).toObject();
+    QVERIFY(!temperatures.contains(QLatin1String("lens")));
+    QVERIFY(temperatures.contains(QLatin1String("internal")));
+}
+
+void tst_Profile::extendsAFileBesideIt()
+{
+    file(R"({"extends": "irig", "title": "Base"})", QStringLiteral("base.json"));
+    const auto profile = Profile::load(file(R"({"extends": "base.json"})"));
+    QVERIFY(!profile.hasRealTimeClock());
+    QCOMPARE(profile.title(), QStringLiteral("mine"));
+}
+
+void tst_Profile::standsAlone()
+{
+    const auto profile = Profile::load(file("{}"));
+    QVERIFY(profile.hasRealTimeClock());
+    QCOMPARE(profile.capabilities().size(), 35);
+    QCOMPARE(profile.identity().value(QLatin1String("type")).toInt(-1), 0);
+    QCOMPARE(errorOf(m_folder.filePath(QStringLiteral("mine.json"))), QString());
+}
+
+void tst_Profile::namesWhatIsWrong_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("message");
+    const auto row = [](const char *tag, const char *content, const char *message) {
+        QTest::newRow(tag) << QByteArray(content) << QString::fromUtf8(message);
+    };
+    row("empty", "", "not JSON at byte 0: illegal value");
+    row("cut off", "{\"title\": ", "not JSON at byte 10: illegal value");
+    row("a list", "[]", "must hold one object");
+    row("unknown key", R"({"colour": "red"})", "colour: unknown key");
+    row("title", R"({"title": 3})", "title: must be a text");
+    row("extends", R"({"extends": {}})", "extends: must be a text");
+    row("extends nobody", R"({"extends": "nobody"})", "extends: there is no profile \"nobody\"");
+    row("clock", R"({"clock": "sun"})", "clock: must be \"rtc\" or \"irig\"");
+    row("identity", R"({"identity": []})", "identity: must be an object");
+    row("identity key", R"({"identity": {"colour": 1}})", "identity.colour: unknown key");
+    row("identity kind", R"({"identity": {"type": "1"}})", "identity.type: must be a number");
+    row("identity range", R"({"identity": {"type": 256}})", "identity.type: must lie between 0 and 255");
+    row("identity fraction", R"({"identity": {"type": 1.5}})", "identity.type: must be a whole number");
+    row("capability", R"({"capabilities": {"hasWings": true}})", "capabilities.hasWings: unknown key");
+    row("capability kind", R"({"capabilities": {"hasSsd": 1}})", "capabilities.hasSsd: must be true or false");
+    row("gain levels", R"({"capabilities": {"numFPAGainLevels": true}})",
+        "capabilities.numFPAGainLevels: must be a number");
+    row("device", R"({"devices": {"wings": {}}})", "devices.wings: unknown key");
+    row("device kind", R"({"devices": {"cooler": 7}})", "devices.cooler: must be an object");
+    row("device key", R"({"devices": {"cooler": {"colour": 1}}})", "devices.cooler.colour: unknown key");
+    row("device value", R"({"devices": {"cooler": {"power": 1}}})", "devices.cooler.power: must be true or false");
+    row("setpoint", R"({"devices": {"cooler": {"setpoint": 200}}})",
+        "devices.cooler.setpoint: must lie between 60 and 120");
+    row("control", R"({"devices": {"cooler": {"control": {"kX": 1}}}})", "devices.cooler.control.kX: unknown key");
+    row("texts", R"({"devices": {"corrections": {"names": ["a", 1]}}})",
+        "devices.corrections.names: must be a list of texts");
+    row("no list", R"({"devices": {"corrections": {"names": "a"}}})",
+        "devices.corrections.names: must be a list of texts");
+    row("numbers", R"({"devices": {"sensor": {"sequencingModes": [true]}}})",
+        "devices.sensor.sequencingModes: must be a list of numbers");
+}
+
+void tst_Profile::namesWhatIsWrong()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+    const QString path = file(content);
+    QCOMPARE(errorOf(path), QStringLiteral("profile %1: %2").arg(path, message));
+}
+
+void tst_Profile::refusesACircle()
+{
+    const QString path = file(R"({"extends": "other.json"})");
+    const QString other = file(R"({"extends": "mine.json"})", QStringLiteral("other.json"));
+    QCOMPARE(errorOf(other), QStringLiteral("profile %1: extends: leads back to this profile").arg(other));
+    file(R"({"extends": "mine.json"})");
+    QCOMPARE(errorOf(path), QStringLiteral("profile %1: extends: leads back to this profile").arg(path));
+}
+
+void tst_Profile::refusesWhatIsNoProfileFile()
+{
+    QVERIFY(errorOf(QStringLiteral("nobody")).startsWith(QStringLiteral("no profile \"nobody\": ")));
+    QVERIFY(errorOf(QString()).startsWith(QStringLiteral("no profile \"\": ")));
+    QVERIFY(errorOf(m_folder.path()).startsWith(QStringLiteral("profile %1: cannot be read: ").arg(m_folder.path())));
+    QVERIFY(errorOf(QStringLiteral("/dev/zero")).endsWith(QStringLiteral("too large for a profile")));
+    QVERIFY(errorOf(file("{}", QStringLiteral("..json"))).endsWith(QStringLiteral("needs a name before its suffix")));
+}
+
+ZVT_TEST(tst_Profile)
+#include "tst_Profile.moc"

@@ -1,0 +1,43 @@
+#include "tests/support/CameraRig.h"
+
+#include "platform/hlxcamzvt/makeController.h"
+
+#include <QCoreApplication>
+#include <QThreadPool>
+
+CameraRig::CameraRig(const QString &profile, bool connected)
+{
+    emulator::Clock::manual();
+    m_camera = emulator::Camera::create(profile, m_storage.path());
+    m_controller = hlx::cam::makeController(m_camera);
+    if (connected)
+        m_camera->connect();
+}
+
+CameraRig::~CameraRig()
+{
+    m_camera->gate().release("*");
+    settle();
+    emulator::Clock::automatic();
+}
+
+QStringList CameraRig::callsSince(size_t mark) const
+{
+    QStringList names;
+    for (const auto &call : m_camera->gate().callsSince(mark))
+        if (call.name != "controller.IsConnected" && call.name != "controller.GetHandle"
+            && call.name != "controller.capabilities")
+            names << QString::fromStdString(call.name);
+    return names;
+}
+
+void CameraRig::settle()
+{
+    // What a task posts may start another task; three rounds are more than any model chains.
+    constexpr int rounds = 3;
+    for (int round = 0; round < rounds; ++round) {
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}

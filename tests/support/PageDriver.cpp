@@ -1,0 +1,164 @@
+#include "tests/support/PageDriver.h"
+
+#include <QCoreApplication>
+#include <QLibrary>
+#include <QQmlComponent>
+#include <QQmlContext>
+#include <QQmlProperty>
+#include <QTest>
+#include <QTimer>
+
+#include <stdexcept>
+
+#include "hlxui/IControllerModelFactory.h"
+
+namespace
+{
+
+/// As a host does it, once for the process. The library stays loaded.
+void loadPlugin()
+{
+    static bool loaded = false;
+    if (loaded)
+        return;
+    QLibrary library(QCoreApplication::applicationDirPath() + QStringLiteral("/libhlxcamuiZVT.so"));
+    const auto init = reinterpret_cast<int (*)()>(library.resolve("hlxInitPlugin"));
+    if (init == nullptr)
+        throw std::runtime_error(library.errorString().toStdString());
+    init();
+    loaded = true;
+}
+
+QString accessibleName(const QQuickItem &item)
+{
+    QQmlContext *context = qmlContext(&item);
+    if (context == nullptr)
+        return {};
+    return QQmlProperty::read(&item, QStringLiteral("Accessible.name"), context).toString();
+}
+
+using Condition = std::function<bool(const QQuickItem &)>;
+
+QQuickItem *findBelow(const QQuickItem &item, const Condition &condition)
+{
+    // What is drawn last lies on top: a dialog before the page.
+    const auto children = item.childItems();
+    for (auto child = children.crbegin(); child != children.crend(); ++child) {
+        if (!(*child)->isVisible())
+            continue;
+        if (condition(**child))
+            return *child;
+        if (auto *found = findBelow(**child, condition))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+PageDriver::PageDriver(const PageSetup &setup) : m_rig(setup.profile, setup.connected)
+{
+    loadPlugin();
+    setup.prepare(m_rig.camera());
+    QObject *model = nullptr;
+    QString qml;
+    if (!hlx::cam::ui::controllerModelFactory()->CreateModel(m_rig.controller(), nullptr, model, qml))
+        throw std::runtime_error("no plug-in takes the camera");
+    m_model.reset(model);
+    QQmlEngine::setObjectOwnership(model, QQmlEngine::CppOwnership);
+    m_host = hlx::cam::ui::PageHost::load(m_engine, model, qml, setup.options);
+    if (page() == nullptr)
+        throw std::runtime_error(m_host->errorText().toStdString());
+    m_window.resize(setup.size);
+    page()->setParentItem(m_window.contentItem());
+    page()->setSize(setup.size);
+    m_window.show();
+    m_window.requestActivate();
+    if (!QTest::qWaitForWindowExposed(&m_window) || !QTest::qWaitForWindowActive(&m_window))
+        throw std::runtime_error("the window does not show");
+    page()->forceActiveFocus();
+    settle();
+}
+
+PageDriver::~PageDriver()
+{
+    m_rig.gate().release("*");
+    CameraRig::settle();
+}
+
+QObject *PageDriver::tabModel(const char *property) const
+{
+    return m_model->property(property).value<QObject *>();
+}
+
+QQuickItem *PageDriver::find(const QString &name, const QQuickItem *below) const
+{
+    return findBelow(below != nullptr ? *below : *m_window.contentItem(),
+                     [&name](const QQuickItem &item) { return accessibleName(item) == name; });
+}
+
+QQuickItem *PageDriver::findText(const QString &text) const
+{
+    return findBelow(*m_window.contentItem(),
+                     [&text](const QQuickItem &item) { return item.property("text").toString() == text; });
+}
+
+QString PageDriver::text(const QString &name) const
+{
+    const QQuickItem *item = find(name);
+    return item == nullptr ? QStringLiteral("(not shown)") : item->property("text").toString();
+}
+
+QObject *PageDriver::object(const QString &objectName) const
+{
+    return page()->findChild<QObject *>(objectName);
+}
+
+void PageDriver::click(QQuickItem *item)
+{
+    QVERIFY(item);
+    const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, middle.toPoint());
+}
+
+void PageDriver::click(const QString &name)
+{
+    QQuickItem *item = find(name);
+    QVERIFY2(item, qPrintable(QStringLiteral("\"%1\" is not shown").arg(name)));
+    click(item);
+}
+
+void PageDriver::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(&m_window, key, modifiers);
+}
+
+QObject *PageDriver::create(const QString &qml)
+{
+    const QString imports = QStringLiteral("import QtQuick\nimport QtQuick.Controls\nimport \"controls\"\nimport \"dialogs\"\n"
+                                           "import \"popups\"\nimport \"icons\"\nimport \"animations\"\n");
+    QQmlComponent component(&m_engine);
+    component.setData((imports + qml).toUtf8(), QUrl(QStringLiteral("qrc:/zvt/created.qml")));
+    // The context of a part is the page's own, in which its ids stand.
+    QObject *object = component.beginCreate(qmlContext(page()->childItems().constFirst()));
+    if (object == nullptr)
+        throw std::runtime_error(component.errorString().toStdString());
+    object->setParent(page());
+    if (auto *item = qobject_cast<QQuickItem *>(object))
+        item->setParentItem(page());
+    component.completeCreate();
+    return object;
+}
+
+void PageDriver::poll()
+{
+    QObject *model = tabModel("statusTabModel");
+    for (QObject *timer : model->findChildren<QTimer *>())
+        QMetaObject::invokeMethod(timer, "timeout");
+    settle();
+}
+
+void PageDriver::settle()
+{
+    CameraRig::settle();
+}

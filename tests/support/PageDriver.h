@@ -1,0 +1,80 @@
+#pragma once
+
+#include "tests/support/CameraRig.h"
+
+#include <QImage>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSize>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+
+#include "platform/hlxcamui/PageHost.h"
+
+/// What a PageDriver opens.
+struct PageSetup {
+    QString profile = QStringLiteral("everything");
+    bool connected = true;
+    /// What stands around the page: nothing means a host application.
+    hlx::cam::ui::PageOptions options = {};
+    QSize size{640, 480};
+    /// Done to the camera before the model is made.
+    std::function<void(emulator::Camera &)> prepare = [](emulator::Camera &) {};
+};
+
+/// The page of an emulated camera, made by the built plug-in and shown in a real window, and an operator before it who
+/// finds things by their accessible names. GUI thread only.
+class PageDriver
+{
+public:
+    explicit PageDriver(const PageSetup &setup = {});
+    PageDriver(const PageDriver &) = delete;
+    PageDriver &operator=(const PageDriver &) = delete;
+    ~PageDriver();
+
+    CameraRig &rig() { return m_rig; }
+    QObject *cameraModel() const { return m_model.get(); }
+    /// The tab model that the camera model's property of this name holds.
+    QObject *tabModel(const char *property) const;
+    QQuickItem *page() const { return m_host->item(); }
+    QQuickWindow &window() { return m_window; }
+
+    /// The visible item of this accessible name, null if there is none. Below `below`, the whole window if it is null.
+    QQuickItem *find(const QString &name, const QQuickItem *below = nullptr) const;
+    /// The visible item that shows just this text, null if there is none.
+    QQuickItem *findText(const QString &text) const;
+    /// The property `text` of the visible item of this name; "(not shown)" if there is none.
+    QString text(const QString &name) const;
+    /// An object of the page by its object name, visible or not.
+    QObject *object(const QString &objectName) const;
+    /// A property of the page's root: a colour, a size.
+    QVariant rootProperty(const char *name) const { return page()->property(name); }
+
+    /// Presses and releases the left button in the middle of the item.
+    void click(QQuickItem *item);
+    void click(const QString &name);
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+    /// Makes a further object as a part of the page, which sees what the page's own parts see; imports are as in
+    /// zvtmain.qml. An item becomes a child of the page. It lives until the page dies.
+    QObject *create(const QString &qml);
+
+    /// Runs the status poll once and waits for its values.
+    void poll();
+    /// Waits until nothing runs any more and everything is shown.
+    void settle();
+    QImage grab() { return m_window.grabWindow(); }
+
+    /// The host lets go of the camera before the page.
+    void deleteModel() { m_model.reset(); }
+
+private:
+    CameraRig m_rig;
+    std::unique_ptr<QObject> m_model;
+    QQuickWindow m_window;
+    QQmlEngine m_engine;
+    std::unique_ptr<hlx::cam::ui::PageHost> m_host;
+};

@@ -1,0 +1,470 @@
+#include "tests/support/CameraRig.h"
+#include "tests/support/Test.h"
+
+#include "common/TInvokeEvent.h"
+#include "plugin/ZvtCameraModel.h"
+#include "status/StatusTabModel.h"
+
+#include <QMetaProperty>
+#include <QSettings>
+#include <QSignalSpy>
+
+#include <thread>
+
+namespace
+{
+
+const QString mfgKey = QStringLiteral("zvtCamCtrlMfgTabVisibility");
+
+/// A camera and its root, and the order of the root's signals.
+struct Camera {
+    explicit Camera(const QString &profile = QStringLiteral("everything"), bool connected = true) :
+        rig(profile, connected), root(std::make_unique<ZvtCameraModel>(rig.controller(), nullptr))
+    {
+        const auto note = [this](auto signal, const char *name) {
+            QObject::connect(root.get(), signal, root.get(), [this, name] { order << name; });
+        };
+        note(&ZvtCameraModel::connectedChanged, "connected");
+        note(&ZvtCameraModel::modelChanged, "model");
+        note(&ZvtCameraModel::serialChanged, "serial");
+        note(&ZvtCameraModel::hasNucMaskChanged, "mask");
+        QObject::connect(root->cameraCapabilitiesModel(), &CameraCapabilitiesModel::cameraCapabilitiesChanged, root.get(),
+                         [this] { order << "capabilities"; });
+    }
+
+    CameraRig rig;
+    std::unique_ptr<ZvtCameraModel> root;
+    QStringList order;
+};
+
+} // namespace
+
+class tst_ZvtCameraModel : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void identityIsReadOnEachGet();
+    void failedIdentityIsEmpty_data();
+    void failedIdentityIsEmpty();
+    void textThatFillsItsBufferIsShownWhole();
+
+    void connectingPublishesInOrder();
+    void disconnectEmitsOneSignalAndClearsNothing();
+    void connectedThatIsLateReadsNothing();
+    void otherNamesAreIgnored();
+    void valueChangesArriveFromAnyThread();
+    void delegateIsAddedOnceAndTakenOff();
+    void eventsOfTheRangeAreTaken_data();
+    void eventsOfTheRangeAreTaken();
+
+    void maskCountsPresetsWithACorrection();
+    void failedNameCountsAsNoCorrection();
+    void modifyingTheMaskAlwaysSignals();
+    void presetBitWrapsAtAWord();
+
+    void freshInstallationShowsTheManufacturingTab();
+    void manufacturingModeIsRemembered();
+    void allowedToCloseIsAPlainFlag();
+    void refreshReadsTheStatusTab();
+
+    void keysAreFolded_data();
+    void keysAreFolded();
+    void floatsHaveNoThousandsSeparator();
+
+    void emulatorKnowsThatItIsOne();
+    void emulatorPropertiesAreWrittenToTheDevice();
+    void emulatorSetterSignalsEvenIfTheDeviceRefuses();
+    void emulatorPropertiesOfARealCameraAreDead();
+
+    void rootStandsWithoutAController();
+    void rootMayDieWhileAValueChangeIsPosted();
+    void propertiesAreFinal();
+};
+
+void tst_ZvtCameraModel::init()
+{
+    Test::init();
+    QSettings().clear();
+}
+
+void tst_ZvtCameraModel::identityIsReadOnEachGet()
+{
+    Camera camera;
+    camera.rig.gate().script("zvtGetCameraModel", "Corvin 7");
+    camera.rig.gate().script("zvtGetCameraSN", "0042");
+    QCOMPARE(camera.root->model(), QStringLiteral("Corvin 7"));
+    QCOMPARE(camera.root->serial(), QStringLiteral("0042"));
+    camera.rig.gate().script("zvtGetCameraSN", "0043");
+    QCOMPARE(camera.root->serial(), QStringLiteral("0043"));
+    for (const QString &text : {camera.root->cameraTypeName(), camera.root->cameraSubtypeName(),
+                                camera.root->readoutName(), camera.root->detectorTypeName()})
+        QVERIFY(!text.isEmpty());
+}
+
+void tst_ZvtCameraModel::failedIdentityIsEmpty_data()
+{
+    QTest::addColumn<QString>("failing");
+    QTest::addColumn<QString>("property");
+    QTest::newRow("model") << "zvtGetCameraModel" << "model";
+    QTest::newRow("serial") << "zvtGetCameraSN" << "serial";
+    QTest::newRow("type") << "zvtGetCameraType" << "cameraTypeName";
+    QTest::newRow("subtype") << "zvtGetCameraSubtype" << "cameraSubtypeName";
+    QTest::newRow("subtype without type") << "zvtGetCameraType" << "cameraSubtypeName";
+    QTest::newRow("readout") << "zvtGetReadout" << "readoutName";
+    QTest::newRow("detector") << "zvtGetDetectorType" << "detectorTypeName";
+}
+
+void tst_ZvtCameraModel::failedIdentityIsEmpty()
+{
+    QFETCH(QString, failing);
+    QFETCH(QString, property);
+    Camera camera;
+    camera.rig.gate().failAlways(failing.toStdString());
+    QCOMPARE(camera.root->property(property.toUtf8()).toString(), QString());
+}
+
+void tst_ZvtCameraModel::textThatFillsItsBufferIsShownWhole()
+{
+    Camera camera;
+    camera.rig.gate().fillBuffers(true);
+    QCOMPARE(camera.root->model().toUtf8().size(), 128);
+    QCOMPARE(camera.root->serial().toUtf8().size(), 64);
+}
+
+// The connection
+
+void tst_ZvtCameraModel::connectingPublishesInOrder()
+{
+    Camera camera(QStringLiteral("everything"), false);
+    QVERIFY(!camera.root->connected());
+    QVERIFY(!camera.root->cameraCapabilitiesModel()->hasSsd());
+    camera.rig.camera().connect();
+    CameraRig::settle();
+    QCOMPARE(camera.order, QStringList({"model", "serial", "capabilities", "mask", "connected"}));
+    QVERIFY(camera.root->connected());
+    QVERIFY(camera.root->cameraCapabilitiesModel()->hasSsd());
+}
+
+void tst_ZvtCameraModel::disconnectEmitsOneSignalAndClearsNothing()
+{
+    Camera camera;
+    const uint8_t mask = camera.root->hasNucMask();
+    QVERIFY(mask != 0);
+    camera.rig.camera().disconnect();
+    CameraRig::settle();
+    QCOMPARE(camera.order, QStringList({"connected"}));
+    QCOMPARE(camera.root->hasNucMask(), mask);
+    QVERIFY(camera.root->cameraCapabilitiesModel()->hasSsd());
+    QCOMPARE(camera.root->model(), QString());
+}
+
+void tst_ZvtCameraModel::connectedThatIsLateReadsNothing()
+{
+    Camera camera(QStringLiteral("everything"), false);
+    camera.rig.camera().connect();
+    camera.rig.camera().disconnect();
+    CameraRig::settle();
+    QCOMPARE(camera.order, QStringList({"connected", "connected"}));
+    QVERIFY(!camera.root->cameraCapabilitiesModel()->hasSsd());
+}
+
+void tst_ZvtCameraModel::otherNamesAreIgnored()
+{
+    Camera camera;
+    for (const char *name : {"connected", "Connected ", "", "Window"})
+        camera.rig.controller()->FireValueChanged(name);
+    CameraRig::settle();
+    QCOMPARE(camera.order, QStringList());
+}
+
+void tst_ZvtCameraModel::valueChangesArriveFromAnyThread()
+{
+    Camera camera;
+    std::thread([&] { camera.rig.controller()->FireValueChanged("Connected"); }).join();
+    QCOMPARE(camera.order, QStringList());
+    CameraRig::settle();
+    QCOMPARE(camera.order, QStringList({"model", "serial", "capabilities", "mask", "connected"}));
+}
+
+void tst_ZvtCameraModel::delegateIsAddedOnceAndTakenOff()
+{
+    Camera camera;
+    const auto controller = camera.rig.controller();
+    QCOMPARE(controller->ValueChangedDelegates().size(), 1U);
+    {
+        const ZvtCameraModel second(controller, nullptr);
+        QCOMPARE(controller->ValueChangedDelegates().size(), 2U);
+    }
+    QCOMPARE(controller->ValueChangedDelegates().size(), 1U);
+    camera.root.reset();
+    QCOMPARE(controller->ValueChangedDelegates().size(), 0U);
+}
+
+void tst_ZvtCameraModel::eventsOfTheRangeAreTaken_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("taken");
+    QTest::newRow("below") << 999 << false;
+    QTest::newRow("first") << 1000 << true;
+    QTest::newRow("last") << 2000 << true;
+    QTest::newRow("above") << 2001 << false;
+}
+
+void tst_ZvtCameraModel::eventsOfTheRangeAreTaken()
+{
+    QFETCH(int, type);
+    QFETCH(bool, taken);
+    Camera camera;
+    // A foreign event has nothing to invoke; it is taken all the same.
+    QEvent foreign{QEvent::Type(type)};
+    QCOMPARE(camera.root->event(&foreign), taken);
+    bool invoked = false;
+    struct Event : IInvokeEvent {
+        Event(int eventType, bool &flag) : IInvokeEvent(QEvent::Type(eventType)), m_flag(flag) {}
+        void invoke() override { m_flag = true; }
+        bool &m_flag;
+    } own(type, invoked);
+    QCOMPARE(camera.root->event(&own), taken);
+    QCOMPARE(invoked, taken);
+}
+
+// The mask
+
+void tst_ZvtCameraModel::maskCountsPresetsWithACorrection()
+{
+    Camera camera;
+    const size_t mark = camera.rig.gate().mark();
+    camera.root->updateHasNucMask();
+    QStringList presets;
+    for (const auto &call : camera.rig.gate().callsSince(mark))
+        if (call.name == "zvtGetNUCName")
+            presets << QString::fromStdString(call.arguments).section(u',', 0, 0);
+    QCOMPARE(presets, QStringList({"0", "1", "2", "3"}));
+    QCOMPARE(camera.order, QStringList({"mask"}));
+    camera.rig.gate().script("zvtGetNUCName", "Day");
+    camera.root->updateHasNucMask();
+    QCOMPARE(camera.root->hasNucMask(), uint8_t{0b1111});
+    camera.rig.gate().script("zvtGetNUCName", "");
+    camera.root->updateHasNucMask();
+    QCOMPARE(camera.root->hasNucMask(), uint8_t{0});
+}
+
+void tst_ZvtCameraModel::failedNameCountsAsNoCorrection()
+{
+    Camera camera;
+    camera.rig.gate().script("zvtGetNUCName", "Day");
+    camera.rig.gate().failNext("zvtGetNUCName", 3);
+    camera.root->updateHasNucMask();
+    QCOMPARE(camera.root->hasNucMask(), uint8_t{0b1011});
+    QCOMPARE(camera.order, QStringList({"mask"}));
+}
+
+void tst_ZvtCameraModel::modifyingTheMaskAlwaysSignals()
+{
+    Camera camera;
+    camera.root->modifyHasNucMask(0xff, 0b0001);
+    camera.root->setPresetHasNuc(2, true);
+    QCOMPARE(camera.root->hasNucMask(), uint8_t{0b0101});
+    camera.root->setPresetHasNuc(0, false);
+    QCOMPARE(camera.root->hasNucMask(), uint8_t{0b0100});
+    camera.root->setPresetHasNuc(0, false);
+    QCOMPARE(camera.order, QStringList({"mask", "mask", "mask", "mask"}));
+}
+
+void tst_ZvtCameraModel::presetBitWrapsAtAWord()
+{
+    Camera camera;
+    camera.root->modifyHasNucMask(0xff, 0);
+    camera.root->setPresetHasNuc(8, true); // Its bit does not fit the mask: nothing changes, and it still signals.
+    QCOMPARE(camera.root->hasNucMask(), uint8_t{0});
+    QCOMPARE(camera.order.size(), 2);
+    camera.root->setPresetHasNuc(33, true);
+    QCOMPARE(camera.root->hasNucMask(), uint8_t{0b0010});
+}
+
+// Modes
+
+void tst_ZvtCameraModel::freshInstallationShowsTheManufacturingTab()
+{
+    QVERIFY(!QSettings().contains(mfgKey));
+    const Camera camera;
+    QVERIFY(camera.root->manufacturingMode());
+    QCOMPARE(QSettings().value(mfgKey).toInt(), 1);
+}
+
+void tst_ZvtCameraModel::manufacturingModeIsRemembered()
+{
+    {
+        Camera camera;
+        const QSignalSpy spy(camera.root.get(), &ZvtCameraModel::manufacturingModeChanged);
+        camera.root->setManufacturingMode(true);
+        QCOMPARE(spy.size(), 0);
+        camera.root->setManufacturingMode(false);
+        QCOMPARE(spy.size(), 1);
+        QCOMPARE(QSettings().value(mfgKey), QVariant(0));
+    }
+    Camera camera;
+    QVERIFY(!camera.root->manufacturingMode());
+    camera.root->setManufacturingMode(true);
+    QCOMPARE(QSettings().value(mfgKey), QVariant(1));
+    QCOMPARE(int(ZvtCameraModel::SHOW_MFG_TAB), 1);
+    QCOMPARE(int(ZvtCameraModel::HIDE_MFG_TAB), 0);
+}
+
+void tst_ZvtCameraModel::allowedToCloseIsAPlainFlag()
+{
+    Camera camera;
+    const QSignalSpy spy(camera.root.get(), &ZvtCameraModel::allowedToCloseControllerChanged);
+    QVERIFY(camera.root->allowedToCloseController());
+    camera.root->setAllowedToCloseController(true);
+    camera.root->setAllowedToCloseController(false);
+    QVERIFY(!camera.root->allowedToCloseController());
+    QCOMPARE(spy.size(), 1);
+}
+
+void tst_ZvtCameraModel::refreshReadsTheStatusTab()
+{
+    Camera camera;
+    camera.root->refreshAllVisible();
+    CameraRig::settle();
+    QVERIFY(!camera.root->statusTabModel()->frameSize().isEmpty());
+}
+
+// Helpers of the page
+
+void tst_ZvtCameraModel::keysAreFolded_data()
+{
+    QTest::addColumn<uint>("modifiers");
+    QTest::addColumn<uint>("key");
+    QTest::addColumn<uint>("folded");
+    QTest::newRow("plain") << 0U << uint(Qt::Key_F5) << uint(Qt::Key_F5);
+    QTest::newRow("control") << uint(Qt::ControlModifier) << uint(Qt::Key_R) << 0x04000052U;
+    QTest::newRow("all three") << uint(Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier) << uint(Qt::Key_R)
+                               << 0x0e000052U;
+    QTest::newRow("bare shift") << uint(Qt::ShiftModifier) << uint(Qt::Key_Shift) << 0x02000000U;
+    QTest::newRow("bare control") << uint(Qt::ControlModifier) << uint(Qt::Key_Control) << 0x04000000U;
+    QTest::newRow("bare alt") << uint(Qt::AltModifier) << uint(Qt::Key_Alt) << 0x08000000U;
+    QTest::newRow("meta stays a key") << uint(Qt::ControlModifier) << 0x01000022U << 0x05000022U;
+    QTest::newRow("other modifiers are dropped") << uint(Qt::MetaModifier | Qt::KeypadModifier) << uint(Qt::Key_5) << 0x35U;
+}
+
+void tst_ZvtCameraModel::keysAreFolded()
+{
+    QFETCH(uint, modifiers);
+    QFETCH(uint, key);
+    const Camera camera;
+    QTEST(camera.root->integrateModifiersIntoKey(modifiers, key), "folded");
+}
+
+void tst_ZvtCameraModel::floatsHaveNoThousandsSeparator()
+{
+    const Camera camera;
+    const QString point(QLocale::system().decimalPoint());
+    QCOMPARE(camera.root->safeConvertFloatToLocaleString(1234567.891, 2), "1234567" + point + "89");
+    QCOMPARE(camera.root->safeConvertFloatToLocaleString(-0.5, 0), QLocale::system().toString(-0.5, 'f', 0));
+}
+
+// The emulator
+
+void tst_ZvtCameraModel::emulatorKnowsThatItIsOne()
+{
+    const Camera camera;
+    QVERIFY(camera.root->isEmulator());
+}
+
+void tst_ZvtCameraModel::emulatorPropertiesAreWrittenToTheDevice()
+{
+    Camera camera;
+    const QMap<QString, QVariant> values{{"recordStart", true}, {"ssdTransfer", true},   {"testPattern", 3},
+                                         {"bb1Temp", 35.5F},    {"bb2Temp", 12.25F}, {"chamberProfile", "Wärme 1"}};
+    for (auto it = values.cbegin(); it != values.cend(); ++it) {
+        const QMetaProperty property =
+            camera.root->metaObject()->property(camera.root->metaObject()->indexOfProperty(it.key().toUtf8()));
+        const QSignalSpy spy(camera.root.get(), property.notifySignal());
+        QVERIFY(property.write(camera.root.get(), it.value()));
+        QCOMPARE(property.read(camera.root.get()), it.value());
+        property.write(camera.root.get(), it.value());
+        QCOMPARE(spy.size(), 1);
+    }
+    hlx::CVariant pattern;
+    QVERIFY(camera.root->device()->properties().get("/Pattern", pattern));
+    QCOMPARE(pattern.ToInt32(), 3);
+    QVERIFY(camera.root->device()->properties().get("/ChamberProfile", pattern));
+    QCOMPARE(QString::fromUtf8(pattern.ToString().c_str()), QStringLiteral("Wärme 1"));
+}
+
+// A controller whose device takes nothing: the setter does not look at that.
+void tst_ZvtCameraModel::emulatorSetterSignalsEvenIfTheDeviceRefuses()
+{
+    Camera camera;
+    camera.rig.camera().disconnect();
+    CameraRig::settle();
+    const QSignalSpy spy(camera.root.get(), &ZvtCameraModel::testPatternChanged);
+    const int pattern = camera.root->testPattern();
+    camera.root->setTestPattern(pattern + 1);
+    QCOMPARE(spy.size(), camera.root->isEmulator() ? 1 : 0);
+}
+
+void tst_ZvtCameraModel::emulatorPropertiesOfARealCameraAreDead()
+{
+    // Without a device there is no interface that could be an emulator, as with a camera on a real one.
+    ZvtCameraModel root({}, nullptr);
+    const QSignalSpy spy(&root, &ZvtCameraModel::testPatternChanged);
+    root.setTestPattern(5);
+    root.setChamberProfile(QStringLiteral("x"));
+    QCOMPARE(spy.size(), 0);
+    QVERIFY(!root.isEmulator());
+    QCOMPARE(root.testPattern(), 0);
+    QCOMPARE(root.bb1Temp(), 0.0F);
+    QCOMPARE(root.recordStart(), false);
+    QCOMPARE(root.chamberProfile(), QString());
+}
+
+// Life and death
+
+void tst_ZvtCameraModel::rootStandsWithoutAController()
+{
+    ZvtCameraModel root({}, nullptr);
+    QVERIFY(!root.connected());
+    QCOMPARE(root.model(), QString());
+    root.refreshAllVisible();
+    root.updateHasNucMask();
+    QCOMPARE(root.hasNucMask(), uint8_t{0});
+    QVERIFY(!root.cameraCapabilitiesModel()->hasSsd());
+    CameraRig::settle();
+    QCOMPARE(root.statusTabModel()->frameSize(), QString());
+}
+
+void tst_ZvtCameraModel::rootMayDieWhileAValueChangeIsPosted()
+{
+    Camera camera;
+    camera.rig.controller()->FireValueChanged("Connected");
+    camera.root.reset();
+    CameraRig::settle();
+    // And while another thread keeps firing.
+    std::atomic<bool> stop{false};
+    std::thread firing([&] {
+        while (!stop)
+            camera.rig.controller()->FireValueChanged("Connected");
+    });
+    for (int life = 0; life < 50; ++life) {
+        const ZvtCameraModel root(camera.rig.controller(), nullptr);
+        QCoreApplication::processEvents();
+    }
+    stop = true;
+    firing.join();
+    CameraRig::settle();
+}
+
+void tst_ZvtCameraModel::propertiesAreFinal()
+{
+    const QMetaObject &meta = ZvtCameraModel::staticMetaObject;
+    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
+        QVERIFY2(meta.property(i).isFinal(), meta.property(i).name());
+}
+
+ZVT_TEST(tst_ZvtCameraModel)
+#include "tst_ZvtCameraModel.moc"

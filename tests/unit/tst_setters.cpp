@@ -1,0 +1,229 @@
+#include "tests/support/CameraRig.h"
+#include "tests/support/Test.h"
+
+#include "common/CameraRoot.h"
+#include "common/Refresh.h"
+#include "common/rows.h"
+#include "common/setters.h"
+#include "plugin/ZvtCameraModel.h"
+
+#include <QSignalSpy>
+
+#include "zvt/zvtsdk.h"
+
+namespace
+{
+
+// The settings of the model below live here instead of in a camera, so that every answer can be chosen.
+int status = 0;
+QStringList written;
+
+int setLevel(uint64_t, uint8_t level)
+{
+    written << QStringLiteral("level %1").arg(level);
+    return status;
+}
+
+int setDelay(uint64_t, uint8_t preset, float microseconds)
+{
+    written << QStringLiteral("delay %1 %2").arg(preset).arg(microseconds);
+    return status;
+}
+
+int getLevel(uint64_t, uint8_t *level)
+{
+    *level = 7;
+    return status;
+}
+
+int getGain(uint64_t, float *gain)
+{
+    *gain = 2.5F;
+    return 0;
+}
+
+int setGain(uint64_t, float gain)
+{
+    written << QStringLiteral("gain %1").arg(gain);
+    return status;
+}
+
+} // namespace
+
+class SettingsModel : public QObject
+{
+    Q_OBJECT
+
+public:
+    int level = 1;
+    double delay = 0.0;
+    double gain = 0.0;
+    int refreshes = 0;
+    int poolStatus = 99;
+
+    struct Result {
+        Nullable<int> level;
+        Nullable<double> gain;
+    };
+
+    void refresh() { ++refreshes; }
+    void writeSlowly(uint8_t value) { writeOnPool(m_pending, setLevel, value); }
+
+    static const auto &rows();
+
+signals:
+    void levelChanged();
+    void delayChanged();
+    void gainChanged();
+
+private slots:
+    void finishedWriting() { poolStatus = m_pending.result(); }
+
+private:
+    Refresh<SettingsModel, int> m_pending{this, &SettingsModel::finishedWriting, Form::NoFlags};
+};
+
+const auto &SettingsModel::rows()
+{
+    static constexpr std::tuple rows{
+        Row{getLevel, &Result::level, &SettingsModel::level, &SettingsModel::levelChanged, setLevel},
+        Row{getGain, &Result::gain, &SettingsModel::gain, &SettingsModel::gainChanged, setGain}};
+    return rows;
+}
+
+class tst_setters : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void storedValueMakesNoCall();
+    void standardStoresWhatTheUserAskedForEvenIfRefused();
+    void confirmedSnapsBackIfRefused();
+    void argumentsStandBeforeTheValue();
+    void storeOnlyWritesNothing();
+    void writeAndRereadRefreshesBehindTheSignal();
+    void writeOnPoolBringsTheStatusAndDropsASecondWrite();
+    void tableReadsPublishesAndWrites();
+    void setterFetchesTheHandleOfTheCameraAfresh();
+};
+
+void tst_setters::init()
+{
+    Test::init();
+    status = 0;
+    written.clear();
+}
+
+void tst_setters::storedValueMakesNoCall()
+{
+    SettingsModel model;
+    const QSignalSpy spy(&model, &SettingsModel::levelChanged);
+    standard(&model, 1, model.level, &SettingsModel::levelChanged, setLevel);
+    confirmed(&model, 1, model.level, &SettingsModel::levelChanged, setLevel);
+    storeOnly(&model, 1, model.level, &SettingsModel::levelChanged);
+    writeAndReread(&model, 1, model.level, &SettingsModel::levelChanged, setLevel);
+    QCOMPARE(written, QStringList());
+    QCOMPARE(spy.size(), 0);
+    QCOMPARE(model.refreshes, 0);
+}
+
+void tst_setters::standardStoresWhatTheUserAskedForEvenIfRefused()
+{
+    SettingsModel model;
+    const QSignalSpy spy(&model, &SettingsModel::levelChanged);
+    status = -1;
+    standard(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    QCOMPARE(written, QStringList("level 3"));
+    QCOMPARE(model.level, 3);
+    QCOMPARE(spy.size(), 1);
+}
+
+void tst_setters::confirmedSnapsBackIfRefused()
+{
+    SettingsModel model;
+    const QSignalSpy spy(&model, &SettingsModel::levelChanged);
+    status = -1;
+    confirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    QCOMPARE(model.level, 1);
+    QCOMPARE(spy.size(), 1);
+    status = 0;
+    confirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    QCOMPARE(model.level, 3);
+    QCOMPARE(spy.size(), 2);
+    QCOMPARE(written, QStringList({"level 3", "level 3"}));
+}
+
+void tst_setters::argumentsStandBeforeTheValue()
+{
+    SettingsModel model;
+    standard(&model, 12.5, model.delay, &SettingsModel::delayChanged, setDelay, uint8_t{2});
+    QCOMPARE(written, QStringList("delay 2 12.5"));
+}
+
+void tst_setters::storeOnlyWritesNothing()
+{
+    SettingsModel model;
+    const QSignalSpy spy(&model, &SettingsModel::levelChanged);
+    storeOnly(&model, 5, model.level, &SettingsModel::levelChanged);
+    QCOMPARE(written, QStringList());
+    QCOMPARE(model.level, 5);
+    QCOMPARE(spy.size(), 1);
+}
+
+void tst_setters::writeAndRereadRefreshesBehindTheSignal()
+{
+    SettingsModel model;
+    int refreshesAtSignal = -1;
+    QObject::connect(&model, &SettingsModel::levelChanged, &model, [&] { refreshesAtSignal = model.refreshes; });
+    writeAndReread(&model, 5, model.level, &SettingsModel::levelChanged, setLevel);
+    QCOMPARE(refreshesAtSignal, 0);
+    QCOMPARE(model.refreshes, 1);
+}
+
+void tst_setters::writeOnPoolBringsTheStatusAndDropsASecondWrite()
+{
+    SettingsModel model;
+    status = -5;
+    model.writeSlowly(4);
+    model.writeSlowly(6);
+    QTRY_COMPARE(model.poolStatus, -5);
+    QCOMPARE(written, QStringList("level 4"));
+}
+
+void tst_setters::tableReadsPublishesAndWrites()
+{
+    SettingsModel model;
+    SettingsModel::Result result;
+    readAll(result, SettingsModel::rows(), 1);
+    publishAll(&model, result, SettingsModel::rows());
+    QCOMPARE(model.level, 7);
+    QCOMPARE(model.gain, 2.5);
+    standard(&model, 8, std::get<0>(SettingsModel::rows()));
+    QCOMPARE(model.level, 8);
+    status = -1;
+    confirmed(&model, 9.0, std::get<1>(SettingsModel::rows()));
+    QCOMPARE(model.gain, 2.5);
+    QCOMPARE(written, QStringList({"level 8", "gain 9"}));
+    // One row that fails leaves the other alone.
+    result = {};
+    readAll(result, SettingsModel::rows(), 1);
+    QVERIFY(!result.level.set());
+    QVERIFY(result.gain.set());
+}
+
+void tst_setters::setterFetchesTheHandleOfTheCameraAfresh()
+{
+    CameraRig rig;
+    ZvtCameraModel root(rig.controller(), nullptr);
+    SettingsModel model;
+    model.setParent(&root);
+    const size_t mark = rig.gate().mark();
+    standard(&model, 77.5, model.gain, &SettingsModel::gainChanged, zvtMfgSetCoolerSetpoint);
+    QCOMPARE(rig.callsSince(mark), QStringList("zvtMfgSetCoolerSetpoint"));
+    QCOMPARE(rig.gate().callsSince(mark).back().arguments, std::string("77.5"));
+    model.setParent(nullptr);
+}
+
+ZVT_TEST(tst_setters)
+#include "tst_setters.moc"

@@ -1,0 +1,33 @@
+# Shared by ./run, ./test, ./bench and CI: installs what is missing, configures a preset and builds it.
+# To be sourced; expects to stand in the project's root.
+
+fail() {
+    echo "$(basename "$0"): $*" >&2
+    exit 2
+}
+
+# Installs the packages of tools/packages.txt that are missing.
+install_missing() {
+    command -v dpkg-query >/dev/null || fail "this needs Debian or a system made from it (no dpkg-query)"
+    local wanted missing
+    wanted=$(sed '/^#/d' tools/packages.txt)
+    # shellcheck disable=SC2086
+    missing=$(comm -23 <(printf '%s\n' $wanted | sort) \
+        <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' $wanted 2>/dev/null | sed -n 's/^installed //p' | sort))
+    [ -z "$missing" ] && return
+    echo "Installing: $(echo $missing)"
+    local root=""
+    if [ "$(id -u)" != 0 ]; then
+        command -v sudo >/dev/null || fail "these packages are missing, and there is no sudo to install them: $(echo $missing)"
+        root=sudo
+    fi
+    $root apt-get update -q
+    # shellcheck disable=SC2086
+    $root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing
+}
+
+# build PRESET: configures it once and builds it on all cores.
+build() {
+    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" || fail "the preset \"$1\" can not be configured"
+    cmake --build --preset "$1" -- --quiet
+}
