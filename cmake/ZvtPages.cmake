@@ -70,4 +70,9 @@ function(zvt_add_pages target)
         OUTPUT_DIRECTORY ${output_directory}
         QML_FILES ${qml_files}
         RESOURCES ${resource_files})
+
+    # What the compiler of QML writes is not ours to mend.
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "/qmlcache/")
+    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
 endfunction()

@@ -74,8 +74,7 @@ bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IController> controller,
 // before; a host that links statically depends on this call.
 void initResources()
 {
-    Q_INIT_RESOURCE(qmake_zvt);
-    Q_INIT_RESOURCE(zvt_raw_qml_0);
+    Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_0);
 }
 
 int hlxInitPlugin()

@@ -11,12 +11,12 @@ class QObject;
 
 /// The entry point: initialises the resources, registers the creator with the host's factory and the types with QML. The
 /// host calls it once after loading, on the GUI thread. Returns 1.
-extern "C" int hlxInitPlugin();
+extern "C" Q_DECL_EXPORT int hlxInitPlugin();
 
 /// Builds the root model of a zvt camera: `model` becomes a ZvtCameraModel with this parent, `qml` the page's path below the
 /// resources' root. False, with both untouched, for a null controller and for one of another family. GUI thread only.
-bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IController> controller, QObject *parent, QObject *&model,
-                              QString &qml);
+Q_DECL_EXPORT bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IController> controller, QObject *parent,
+                                            QObject *&model, QString &qml);
 
 /// Initialises the library's compiled-in resources.
-void initResources();
+Q_DECL_EXPORT Q_DECL_EXPORT void initResources();

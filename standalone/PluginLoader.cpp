@@ -2,6 +2,8 @@
 
 #include "standalone/BadInput.h"
 
+#include "hlxui/IControllerModelFactory.h"
+
 #include <QFileInfo>
 #include <QThreadPool>
 
@@ -26,5 +28,10 @@ PluginLoader::PluginLoader(const QString &file)
 PluginLoader::~PluginLoader()
 {
     QThreadPool::globalInstance()->waitForDone();
+    // The creator is exported as a C++ function; the factory must not keep it beyond the library.
+    const auto creator = reinterpret_cast<hlx::cam::ui::ModelCreator>(m_library.resolve(
+        "_Z24CreateModelForControllerN3hlx10TSharedPtrINS_3cam11IControllerEEEP7QObjectRS5_R7QString"));
+    if (creator)
+        hlx::cam::ui::controllerModelFactory()->UnregisterModelCreator(creator);
     m_library.unload();
 }

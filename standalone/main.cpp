@@ -11,6 +11,8 @@
 #include <QQuickStyle>
 
 #include <cstdio>
+#include <string>
+#include <vector>
 
 namespace
 {
@@ -22,6 +24,18 @@ bool goOffscreenWithoutDisplay()
         if (!qEnvironmentVariableIsEmpty(variable))
             return false;
     return qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+/// The arguments with "--plugin FILE" made one, "--plugin=FILE": Qt would take the two for an option of its own.
+std::vector<std::string> joinPluginOption(int argc, char *argv[])
+{
+    std::vector<std::string> arguments;
+    for (int i = 0; i < argc; ++i)
+        if (i > 1 && arguments.back() == "--plugin")
+            arguments.back() += std::string("=") + argv[i];
+        else
+            arguments.emplace_back(argv[i]);
+    return arguments;
 }
 
 int runWindow(const Options &options)
@@ -82,7 +96,13 @@ int run(const Options &options, bool withoutDisplay)
 int main(int argc, char *argv[])
 {
     const bool withoutDisplay = goOffscreenWithoutDisplay();
-    QApplication application(argc, argv);
+    std::vector<std::string> arguments = joinPluginOption(argc, argv);
+    std::vector<char *> pointers;
+    for (std::string &argument : arguments)
+        pointers.push_back(argument.data());
+    int count = static_cast<int>(pointers.size());
+    pointers.push_back(nullptr);
+    QApplication application(count, pointers.data());
     QApplication::setOrganizationName(QStringLiteral("zvt"));
     QApplication::setApplicationName(QStringLiteral("zvtcontroller"));
     QApplication::setApplicationVersion(QStringLiteral(ZVT_VERSION));

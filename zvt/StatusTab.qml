@@ -57,12 +57,12 @@ ScrollView {
         TextMetrics {
             id: longest
 
-            font: number.font
+            font: numberLabel.font
             text: "-0000.00"
         }
 
         Label {
-            id: number
+            id: numberLabel
 
             Layout.preferredWidth: Math.max(longest.advanceWidth, implicitWidth)
             Accessible.ignored: true

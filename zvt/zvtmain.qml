@@ -131,8 +131,8 @@ Item {
         text: glyph
         font.family: fontAwesome.name
         font.pixelSize: 16
-        Keys.onReturnPressed: click()
-        Keys.onEnterPressed: click()
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
 
         contentItem: Text {
             text: barButton.text

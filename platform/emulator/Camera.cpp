@@ -94,7 +94,8 @@ Camera::Camera(Profile profile, QString folder)
     for (const auto &[key, fitted] : m_state->byKey)
         if (fitted.remembers)
             fitted.device->restore(values.value(key).toObject());
-    m_state->written = values;
+    // A camera that is as its profile made it needs no file.
+    m_state->written = values.isEmpty() ? remembered() : values;
     m_state->complete = true;
 }
 
@@ -120,7 +121,8 @@ void Camera::setConnected(bool connected)
         m_state->connected = connected;
         for (const auto &device : m_devices)
             device->connectionChanged(connected);
-        remember();
+        if (!connected)
+            remember();
     }
     const std::lock_guard lock(m_state->listenerMutex);
     // A listener may end itself or others.

@@ -20,7 +20,7 @@ public:
     Device &operator=(const Device &) = delete;
     virtual ~Device();
 
-    /// What a snapshot of the camera holds of this device. Empty: nothing.
+    /// What the camera's memory and its snapshots hold of this device. Empty: nothing.
     virtual QJsonObject save() const;
 
     /// Takes over what save() gave. Values that the device does not know or would refuse are passed over.

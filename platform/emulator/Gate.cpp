@@ -1,7 +1,7 @@
 #include "platform/emulator/Gate.h"
 
+#include "platform/emulator/GatePass.h"
 #include "platform/emulator/arguments.h"
-#include "platform/emulator/dispatch.h"
 
 #include <QCoreApplication>
 #include <QThread>

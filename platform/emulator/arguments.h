@@ -1,11 +1,11 @@
 #pragma once
 
+#include "hlx/CString.h"
 #include "hlx/delegate.h"
 
 #include <QVariant>
 
 #include <charconv>
-#include <concepts>
 #include <cstdint>
 #include <string>
 #include <type_traits>
@@ -41,37 +41,25 @@ template <class T> struct IsDelegate : std::false_type {
 template <class Signature> struct IsDelegate<hlx::delegate<Signature>> : std::true_type {
 };
 
-template <class T>
-concept TextOutput = std::same_as<T, Text>;
+template <class T> constexpr bool isTextOutput = std::is_same_v<T, Text>;
 
-/// An argument through which the function gives something back: a pointer to what it may change. A delegate is an input
-/// though it comes by pointer, and may be null.
-template <class T>
-concept PointerOutput = std::is_pointer_v<T> && !std::is_const_v<
-                            std::remove_pointer_t<T>> && !IsDelegate<std::remove_pointer_t<T>>::value;
+/// What a function may change through a pointer. A delegate is an input though it comes by pointer, and may be null.
+template <class T> constexpr bool isWritable = !(IsDelegate<T>::value || std::is_const_v<T>);
+
+template <class T> constexpr bool isPointerOutput = isWritable<std::remove_pointer_t<T>> && (std::is_pointer_v<T>);
+
+template <class T> constexpr bool isScalar = std::is_arithmetic_v<T> || std::is_enum_v<T>;
 
 /// An output that a script can give a value.
 template <class T>
-concept ScalarOutput
-    = PointerOutput<T> &&(std::is_arithmetic_v<std::remove_pointer_t<T>> || std::is_enum_v<std::remove_pointer_t<T>>);
-
-template <class T>
-concept Scriptable = TextOutput<T> || ScalarOutput<T>;
-
-template <class T>
-concept TextInput = std::same_as<T, const char *> || requires(const T &text)
-{
-    {
-        text.c_str()
-        } -> std::convertible_to<const char *>;
-};
+constexpr bool isScriptable = isTextOutput<T> || (isPointerOutput<T> && isScalar<std::remove_pointer_t<T>>);
 
 /// Whether a call can be made with this argument: outputs and texts must not be null.
 template <class T> bool usable(const T &argument)
 {
-    if constexpr (TextOutput<T>)
+    if constexpr (isTextOutput<T>)
         return argument.usable();
-    else if constexpr (PointerOutput<T> || std::same_as<T, const char *>)
+    else if constexpr (isPointerOutput<T> || std::is_same_v<T, const char *>)
         return argument != nullptr;
     else
         return true;
@@ -82,11 +70,11 @@ void appendQuoted(std::string &list, const char *text);
 /// An input as the call log shows it.
 template <class T> void appendInput(std::string &list, const T &argument)
 {
-    if constexpr (std::same_as<T, const char *>) {
+    if constexpr (std::is_convertible_v<const T &, const char *>) {
         appendQuoted(list, argument);
-    } else if constexpr (TextInput<T>) {
+    } else if constexpr (std::is_same_v<T, hlx::CString>) {
         appendQuoted(list, argument.c_str());
-    } else if constexpr (std::same_as<T, bool>) {
+    } else if constexpr (std::is_same_v<T, bool>) {
         list += argument ? "true" : "false";
     } else if constexpr (std::is_enum_v<T>) {
         list += std::to_string(static_cast<std::underlying_type_t<T>>(argument));
@@ -103,7 +91,7 @@ template <class T> void appendInput(std::string &list, const T &argument)
 /// Adds an argument to the inputs in a call log, if it is one.
 template <class T> void appendArgument(std::string &list, const T &argument)
 {
-    if constexpr (!TextOutput<T> && !PointerOutput<T>) {
+    if constexpr (!isTextOutput<T> && !isPointerOutput<T>) {
         if (!list.empty())
             list += ", ";
         appendInput(list, argument);
@@ -121,20 +109,21 @@ template <class... Args> std::string describe(const Args &...arguments)
 /// Takes the first of the scripted values for an argument, if that is an output and a value is left.
 template <class T> void takeScripted(QVariantList &values, T &argument)
 {
-    if constexpr (Scriptable<T>) {
+    if constexpr (isScriptable<T>) {
         if (values.isEmpty())
             return;
-        const QVariant value = values.takeFirst();
-        if constexpr (TextOutput<T>)
-            argument.value = value.toString().toStdString();
-        else if constexpr (std::same_as<T, bool *>)
-            *argument = value.toBool();
-        else if constexpr (std::is_floating_point_v<std::remove_pointer_t<T>>)
-            *argument = static_cast<std::remove_pointer_t<T>>(value.toDouble());
-        else if constexpr (std::same_as<T, uint64_t *>)
-            *argument = value.toULongLong();
+        const QVariant scripted = values.takeFirst();
+        using Value = std::remove_pointer_t<T>;
+        if constexpr (isTextOutput<T>)
+            argument.value = scripted.toString().toStdString();
+        else if constexpr (std::is_same_v<Value, bool>)
+            *argument = scripted.toBool();
+        else if constexpr (std::is_floating_point_v<Value>)
+            *argument = static_cast<Value>(scripted.toDouble());
+        else if constexpr (std::is_same_v<Value, uint64_t>)
+            *argument = scripted.toULongLong();
         else
-            *argument = static_cast<std::remove_pointer_t<T>>(value.toLongLong());
+            *argument = static_cast<Value>(scripted.toLongLong());
     }
 }
 

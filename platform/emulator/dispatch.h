@@ -1,10 +1,9 @@
 #pragma once
 
 #include "platform/emulator/Camera.h"
-#include "platform/emulator/Gate.h"
+#include "platform/emulator/GatePass.h"
 #include "platform/emulator/arguments.h"
 
-#include <chrono>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -17,10 +16,9 @@ namespace emulator
 // two through one of the templates at the end of this file, with its arguments (but the handle) in their order behind
 // the body:
 //
-//     int zvtGetFPATemperature(uint64_t handle, float *temperature)
+//     int zvtGetFPATemperature(uint64_t handle, float *kelvin)
 //     {
-//         return onDevice<Cooler>(__func__, handle, [&](Cooler &c) { return c.fpaTemperature(*temperature); },
-//         temperature);
+//         return onDevice<Cooler>(__func__, handle, [&](Cooler &c) { return c.fpaTemperature(*kelvin); }, kelvin);
 //     }
 //
 //     int zvtGetCameraSN(uint64_t handle, char *buffer, uint32_t size)
@@ -29,64 +27,22 @@ namespace emulator
 //         return onDevice<Identity>(__func__, handle, [&](Identity &i) { return i.serial(text.value); }, text);
 //     }
 //
-// A body runs with the camera's lock held and with outputs and texts that are not null; it returns a status.
+// A body runs with the camera's lock held and with outputs and texts that are not null. It returns a status, true or
+// false, or nothing.
 
-/// One call on its way through a gate: it is written into the log when it is made, and its status and duration when it
-/// ends. It outlives the gate, so that a camera may go while calls are held.
-class GatePass
+/// The status of what a body returns: a status itself, true or false, or nothing.
+template <class Body, class Subject> int statusOf(Body &body, Subject &subject)
 {
-public:
-    GatePass(Gate &gate, const char *name, std::string arguments);
-    GatePass(const GatePass &) = delete;
-    GatePass &operator=(const GatePass &) = delete;
-    ~GatePass();
-
-    /// The latch and the latency.
-    void wait();
-    /// Whether this call is one that a test wants to fail.
-    bool fails();
-    /// The scripted value; not valid if there is none.
-    QVariant script() const;
-    bool fillsBuffers() const;
-    /// A scripted text as the result of a function that returns static texts: it stays for the life of the program.
-    static const char *staticText(const QVariant &script);
-    /// Ends the call with this status.
-    int end(int status);
-
-    /// Ends the call with what `answer` gives, unless a failure or a script comes first. `resultIsScripted`: the script
-    /// of a call without outputs says whether it succeeds.
-    template <class Answer, class... Args> int answer(bool resultIsScripted, Answer answer, Args &...arguments)
-    {
-        if (fails())
-            return end(Injected);
-        if (!(usable(arguments) && ...))
-            return end(Refused);
-        int status = Ok;
-        if (const QVariant scripted = script(); scripted.isValid()) {
-            if (resultIsScripted && !(Scriptable<Args> || ...))
-                status = scripted.toBool() ? Ok : Refused;
-            writeScript(scripted, arguments...);
-        } else {
-            status = answer();
-        }
-        if (status == Ok)
-            (copyText(arguments), ...);
-        return end(status);
+    using Result = std::invoke_result_t<Body &, Subject &>;
+    if constexpr (std::is_void_v<Result>) {
+        body(subject);
+        return Ok;
+    } else if constexpr (std::is_same_v<Result, bool>) {
+        return body(subject) ? Ok : Refused;
+    } else {
+        return body(subject);
     }
-
-private:
-    template <class T> void copyText(const T &argument)
-    {
-        if constexpr (TextOutput<T>)
-            argument.copyToBuffer(fillsBuffers());
-    }
-
-    const std::shared_ptr<Gate::State> m_state;
-    const char *const m_name;
-    const std::chrono::steady_clock::time_point m_start;
-    size_t m_number;
-    int m_status = Pending;
-};
+}
 
 /// A call to a camera that may be null, with a body that takes a Camera&. The camera is not kept alive while the call
 /// is held: it may go.
@@ -106,26 +62,12 @@ int callCamera(std::shared_ptr<Camera> camera, const char *name, bool resultIsSc
         return pass.end(NotConnected);
     const auto answer = [&]() -> int {
         const std::lock_guard lock(camera->mutex());
-        return body(*camera);
+        return statusOf(body, *camera);
     };
     return pass.answer(resultIsScripted, answer, arguments...);
 }
 
-/// The status of what a body returns: a status itself, true or false, or nothing.
-template <class Body, class Subject> int statusOf(Body &body, Subject &subject)
-{
-    using Result = std::invoke_result_t<Body &, Subject &>;
-    if constexpr (std::is_void_v<Result>) {
-        body(subject);
-        return Ok;
-    } else if constexpr (std::is_same_v<Result, bool>) {
-        return body(subject) ? Ok : Refused;
-    } else {
-        return body(subject);
-    }
-}
-
-/// The same for a device of the camera: Absent if it has none of this kind.
+/// A body that takes a Camera&, made from one that takes a D&: Absent if the camera has no such device.
 template <class D, class Body> auto withDevice(Body &body)
 {
     return [&body](Camera &camera) -> int {
@@ -179,13 +121,12 @@ template <class Body, class... Args> auto lookUp(const char *name, Body body, Ar
     return found;
 }
 
-/// An operation of the controller, named "controller.X". Its body takes a Camera& and returns bool, a status or
-/// nothing. A null camera fails. The result is that of the operation.
+/// An operation of the controller, named "controller.X", with a body that takes a Camera&. A null camera fails. The
+/// result is that of the operation.
 template <class Body, class... Args>
 bool dispatchController(const std::shared_ptr<Camera> &camera, const char *name, Body body, Args &&...arguments)
 {
-    const auto answer = [&body](Camera &subject) { return statusOf(body, subject); };
-    return callCamera(camera, name, true, answer, arguments...) == Ok;
+    return callCamera(camera, name, true, body, arguments...) == Ok;
 }
 
 /// The same with a body that takes a D&.

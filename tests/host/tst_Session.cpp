@@ -1,3 +1,4 @@
+#include "hlxui/IControllerModelFactory.h"
 #include "standalone/BadInput.h"
 #include "standalone/PageDriver.h"
 #include "standalone/PageWindow.h"
@@ -22,7 +23,7 @@ private slots:
     void windowClosesUnlessTheModelForbidsIt();
     void titleNamesTheCamera();
     void livesThroughManySessions();
-    void pageWithoutAFileIsRefused();
+    void missingPlugInIsRefused();
 
 private:
     Options options() const;
@@ -79,6 +80,7 @@ void tst_Session::pageFillsItsWindow()
 {
     Session session(options());
     PageWindow window(session, false);
+    QCOMPARE(window.size(), QSize(900, 720));
     QCOMPARE(window.minimumSize(), QSize(640, 480));
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -124,9 +126,10 @@ void tst_Session::livesThroughManySessions()
         QTRY_VERIFY(session.standaloneModel().connected());
         // Left with its reads in flight.
     }
+    QCOMPARE(hlx::cam::ui::controllerModelFactory()->CreatorCount(), 0);
 }
 
-void tst_Session::pageWithoutAFileIsRefused()
+void tst_Session::missingPlugInIsRefused()
 {
     Options strange = options();
     strange.plugin = QStringLiteral("missing.so");

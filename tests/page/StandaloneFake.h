@@ -15,7 +15,7 @@ class FoundCamera : public QObject
     Q_PROPERTY(QString profile MEMBER m_key CONSTANT)
 
 public:
-    explicit FoundCamera(const QString &key) : m_key(key) {}
+    explicit FoundCamera(const QString &key) : m_key(key) { }
 
 private:
     QString m_key;

@@ -68,10 +68,7 @@ QVariant tst_MainPage::ask(PageDriver &driver, const char *function)
     return answer;
 }
 
-QObject *tst_MainPage::busyIndicator(PageDriver &driver)
-{
-    return driver.object(QStringLiteral("busyIndicator"));
-}
+QObject *tst_MainPage::busyIndicator(PageDriver &driver) { return driver.object(QStringLiteral("busyIndicator")); }
 
 QQuickItem *tst_MainPage::tabBar(PageDriver &driver)
 {
@@ -203,8 +200,7 @@ void tst_MainPage::theTabsShareTheBar()
     QList<const QQuickItem *> available;
     for (int index = 0; index < count; ++index) {
         QQuickItem *tab = nullptr;
-        QVERIFY(QMetaObject::invokeMethod(bar, "itemAt", Q_RETURN_ARG(QQuickItem *, tab),
-                                          Q_ARG(int, index)));
+        QVERIFY(QMetaObject::invokeMethod(bar, "itemAt", Q_RETURN_ARG(QQuickItem *, tab), Q_ARG(int, index)));
         if (tab->isVisible())
             available += tab;
         else
@@ -451,4 +447,5 @@ void tst_MainPage::tabWalksThroughTheToolBar()
 }
 
 ZVT_TEST(tst_MainPage)
+#include "moc_StandaloneFake.cpp"
 #include "tst_MainPage.moc"

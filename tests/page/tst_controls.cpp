@@ -2,10 +2,12 @@
 #include "tests/support/Test.h"
 
 #include <QColor>
+#include <QFont>
 #include <QSignalSpy>
 #include <QUrl>
 
 #include <cmath>
+#include <memory>
 
 /// What the preset tiles ask of a general setup model.
 class PresetFake : public QObject
@@ -66,18 +68,20 @@ private slots:
     void theBatchIconNamesTheState_data();
     void theBatchIconNamesTheState();
     void theFadeAlwaysRunsToItsEnd();
-    void thePaletteHasTwoAndThirtyColumns();
-    void aClickPicksAColour();
-    void aColourCanBePickedByKey();
 
 private:
-    static QQuickItem *createItem(PageDriver &driver, const QString &qml);
-    static QString paletteOf256();
+    static QQuickItem *createItem(PageDriver &driver, const QString &qml, const QVariantMap &properties = {});
+    static QVariantMap presetTwo(SetupFake &setup);
 };
 
-QQuickItem *tst_controls::createItem(PageDriver &driver, const QString &qml)
+QQuickItem *tst_controls::createItem(PageDriver &driver, const QString &qml, const QVariantMap &properties)
 {
-    return qobject_cast<QQuickItem *>(driver.create(qml));
+    return qobject_cast<QQuickItem *>(driver.create(qml, properties));
+}
+
+QVariantMap tst_controls::presetTwo(SetupFake &setup)
+{
+    return {{"presetNumber", 2}, {"setupGeneralModel", QVariant::fromValue(&setup)}};
 }
 
 void tst_controls::aPercentSliderFollowsItsLaw_data()
@@ -172,7 +176,8 @@ void tst_controls::aFocusIndicatorShowsThePlace()
     QFETCH(const double, middle);
     PageDriver driver;
     QQuickItem *indicator = createItem(
-        driver, QStringLiteral("FocusIndicator { width: 216; from: %1; to: %2; value: %3 }").arg(from).arg(to).arg(value));
+        driver,
+        QStringLiteral("FocusIndicator { width: 216; from: %1; to: %2; value: %3 }").arg(from).arg(to).arg(value));
     const auto *thumb = indicator->findChild<QQuickItem *>("thumbImage");
     QCOMPARE(thumb->mapToItem(indicator, {thumb->width() / 2, 0}).x(), middle);
 }
@@ -180,8 +185,8 @@ void tst_controls::aFocusIndicatorShowsThePlace()
 void tst_controls::aSectionHeaderTellsWhatWasPressed()
 {
     PageDriver driver;
-    QQuickItem *header = createItem(
-        driver, "SectionSwitchableHeaderButton { width: 400; y: 100; sectionTitle: \"Cooler Settings\" }");
+    QQuickItem *header
+        = createItem(driver, "SectionSwitchableHeaderButton { width: 400; y: 100; sectionTitle: \"Cooler Settings\" }");
     QSignalSpy clicked(header, SIGNAL(clicked()));
     QSignalSpy refresh(header, SIGNAL(refreshSection()));
     driver.click("Cooler Settings");
@@ -199,7 +204,8 @@ void tst_controls::aSectionHeaderTellsWhatWasPressed()
 void tst_controls::aSectionHeaderShowsThatItLoads()
 {
     PageDriver driver;
-    QQuickItem *header = createItem(driver, "SectionSwitchableHeaderButton { width: 400; y: 100; sectionTitle: \"A\" }");
+    QQuickItem *header
+        = createItem(driver, "SectionSwitchableHeaderButton { width: 400; y: 100; sectionTitle: \"A\" }");
     const auto busy = [header] {
         for (const QQuickItem *item : header->findChildren<QQuickItem *>())
             if (item->inherits("QQuickBusyIndicator"))
@@ -286,9 +292,11 @@ void tst_controls::presetTiles_data()
     QTest::addColumn<bool>("used");
     QTest::addColumn<QString>("onSetup");
     QTest::addColumn<QString>("onCorrection");
-    QTest::newRow("active") << 0 << true << "This is the Active Preset" << "This is the Active Preset";
+    QTest::newRow("active") << 0 << true << "This is the Active Preset"
+                            << "This is the Active Preset";
     QTest::newRow("not active") << 0 << false << "Make Preset Active" << QString();
-    QTest::newRow("in the superframe") << 1 << true << "Preset included in superframe." << "Preset included in superframe.";
+    QTest::newRow("in the superframe") << 1 << true << "Preset included in superframe."
+                                       << "Preset included in superframe.";
     QTest::newRow("not in the superframe") << 1 << false << "Preset excluded from superframe."
                                            << "Preset excluded from superframe.";
     QTest::newRow("in the sequence") << 2 << true << "Preset included in sequence. (Dwell is greater than 0)"
@@ -308,19 +316,120 @@ void tst_controls::presetTiles()
     setup.activePreset = (mode == 0) == used ? 2 : 1;
     setup.preset.subframeEnabled = (mode == 1) == used;
     setup.preset.dwellCount = (mode == 2) == used ? 3 : 0;
+    const QColor accent = driver.rootProperty("kestrinAccentBlue").value<QColor>();
     for (const QString control : {"SetupTabPresetNumberButton", "CorrectionTabPresetNumberLabel"}) {
-        QQuickItem *tile = createItem(driver, control + " { required property var model; presetNumber: 2; y: 100; "
-                                                        "setupGeneralModel: null }");
-        Q_UNUSED(tile)
+        const std::unique_ptr<QQuickItem> tile(createItem(driver, control + " { y: 100 }", presetTwo(setup)));
+        QCOMPARE(tile->property("text").toString(), "2");
+        QCOMPARE(tile->property("inUse").toBool(), used);
+        QFETCH(const QString, onSetup);
+        QFETCH(const QString, onCorrection);
+        QCOMPARE(tile->property("toolTip").toString(), control.startsWith("Setup") ? onSetup : onCorrection);
+        const auto *text = tile->property("contentItem").value<QQuickItem *>();
+        QCOMPARE(text->property("color").value<QColor>() == accent, used);
+        QCOMPARE(text->property("font").value<QFont>().bold(), used);
     }
 }
 
 void tst_controls::aClickOnAPresetTile_data()
 {
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("activePreset");
+    QTest::addColumn<bool>("subframeEnabled");
+    QTest::newRow("makes the preset active") << 0 << 2 << false;
+    QTest::newRow("toggles its place in the superframe") << 1 << 0 << true;
+    QTest::newRow("does nothing in a sequence") << 2 << 0 << false;
 }
 
 void tst_controls::aClickOnAPresetTile()
 {
+    QFETCH(const int, mode);
+    QFETCH(const int, activePreset);
+    QFETCH(const bool, subframeEnabled);
+    PageDriver driver;
+    SetupFake setup;
+    setup.sequencingMode = mode;
+    // The tile of the Correction tab only tells.
+    const std::unique_ptr<QQuickItem> label(
+        createItem(driver, "CorrectionTabPresetNumberLabel { y: 200 }", presetTwo(setup)));
+    driver.click(label.get());
+    QCOMPARE(setup.activePreset, 0);
+    QVERIFY(!setup.preset.subframeEnabled);
+
+    const std::unique_ptr<QQuickItem> tile(
+        createItem(driver, "SetupTabPresetNumberButton { y: 100 }", presetTwo(setup)));
+    driver.click(tile.get());
+    QCOMPARE(setup.activePreset, activePreset);
+    QCOMPARE(setup.preset.subframeEnabled, subframeEnabled);
+    driver.click(tile.get());
+    QVERIFY(!setup.preset.subframeEnabled);
+}
+
+void tst_controls::theProgressBarShowsItsShare()
+{
+    PageDriver driver;
+    const QQuickItem *bar = createItem(driver, "BatchDownloadEntryProgressBar { width: 202; y: 100; value: 0.25 }");
+    const auto *content = bar->property("contentItem").value<QQuickItem *>();
+    const QQuickItem *block = content->childItems().constFirst();
+    QCOMPARE(block->x(), 0.0);
+    QCOMPARE(block->width(), content->width() / 4);
+    QVERIFY(!bar->findChild<QObject *>("walk")->property("running").toBool());
+}
+
+void tst_controls::theProgressBarWalksWhileTheEndIsUnknown()
+{
+    PageDriver driver;
+    const QQuickItem *bar
+        = createItem(driver, "BatchDownloadEntryProgressBar { width: 202; y: 100; indeterminate: true }");
+    QObject *timer = bar->findChild<QObject *>("walk");
+    QCOMPARE(timer->property("interval").toInt(), 50);
+    QVERIFY(timer->property("repeat").toBool());
+    QVERIFY(timer->property("running").toBool());
+    // From here on only this test moves it.
+    timer->setProperty("running", false);
+    const auto place = [bar] { return bar->property("blockPosition").toDouble(); };
+    const auto step = [timer, place] {
+        const double before = place();
+        QMetaObject::invokeMethod(timer, "triggered");
+        return place() - before;
+    };
+    const auto *block = bar->property("contentItem").value<QQuickItem *>()->childItems().constFirst();
+    while (place() < 0.9 - 1e-6)
+        QVERIFY(std::abs(step() - 0.02) < 1e-6);
+    QVERIFY(std::abs(place() - 0.9) < 1e-6);
+    QVERIFY(std::abs(block->x() + block->width() - block->parentItem()->width()) < 1e-6);
+    while (place() > 1e-6)
+        QVERIFY(std::abs(step() + 0.02) < 1e-6);
+    QVERIFY(std::abs(step() - 0.02) < 1e-6);
+}
+
+void tst_controls::theBatchIconNamesTheState_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::newRow("Not Started") << 0;
+    QTest::newRow("In Progress") << 3;
+    QTest::newRow("Failed") << 6;
+    QTest::newRow("Succeeded") << 7;
+}
+
+void tst_controls::theBatchIconNamesTheState()
+{
+    QFETCH(const int, status);
+    PageDriver driver;
+    createItem(driver, "BatchDownloadProgressItemIcon { y: 100 }", {{"status", status}});
+    QVERIFY(driver.find(QTest::currentDataTag()));
+}
+
+void tst_controls::theFadeAlwaysRunsToItsEnd()
+{
+    PageDriver driver;
+    QQuickItem *row = createItem(driver, "Rectangle { width: 50; height: 40 }");
+    QObject *fade = driver.create("FadeAndShrinkAnimation { }", {{"target", QVariant::fromValue(row)}});
+    QCOMPARE(fade->property("duration").toInt(), 150);
+    QMetaObject::invokeMethod(fade, "start");
+    QMetaObject::invokeMethod(fade, "stop");
+    QVERIFY(row->opacity() > 0);
+    QTRY_COMPARE(row->opacity(), 0.0);
+    QCOMPARE(row->height(), 0.0);
 }
 
 ZVT_TEST(tst_controls)

@@ -168,7 +168,7 @@ void tst_PageHost::theItemGoesBeforeItsContext()
     // A page whose last words need its context: with the context gone the name would be an error.
     auto host = PageHost::load(m_engine, &model,
                                page("import QtQuick\n"
-                                    "Item { Component.onDestruction: cameraModel.objectName = 'closed' }"));
+                                    "Item { Component.onDestruction: cameraModel.objectName = fontAwesome.name }"));
     QVERIFY2(host->item(), qPrintable(host->errorText()));
     QPointer<QQuickItem> item = host->item();
     QQuickItem parent;
@@ -176,7 +176,7 @@ void tst_PageHost::theItemGoesBeforeItsContext()
     host.reset();
     QVERIFY(!item);
     QVERIFY(parent.childItems().isEmpty());
-    QCOMPARE(model.objectName(), QStringLiteral("closed"));
+    QCOMPARE(model.objectName(), QStringLiteral("FontAwesome"));
 }
 
 void tst_PageHost::aDeadCameraIsNullInThePage()

@@ -165,7 +165,7 @@ void tst_Profile::namesWhatIsWrong_data()
         QTest::newRow(tag) << QByteArray(content) << QString::fromUtf8(message);
     };
     row("empty", "", "not JSON at byte 0: illegal value");
-    row("cut off", "{\"title\": ", "not JSON at byte 10: illegal value");
+    row("cut off", "{\"title\": ", "not JSON at byte 10: unterminated object");
     row("a list", "[]", "must hold one object");
     row("unknown key", R"({"colour": "red"})", "colour: unknown key");
     row("title", R"({"title": 3})", "title: must be a text");

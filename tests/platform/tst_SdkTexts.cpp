@@ -2,6 +2,7 @@
 #include "tests/support/Test.h"
 #include "zvt/zvtsdk.h"
 
+#include <set>
 #include <string>
 
 using namespace emulator;

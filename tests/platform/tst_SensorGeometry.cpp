@@ -24,6 +24,8 @@ private slots:
     void windows_data();
     void windows();
     void theWindowIsTheSameForAllPresets();
+    void freeWindowsAgreeWithTheCapability_data();
+    void freeWindowsAgreeWithTheCapability();
     void aBadProfileIsNamed_data();
     void aBadProfileIsNamed();
 
@@ -125,6 +127,21 @@ void tst_SensorGeometry::theWindowIsTheSameForAllPresets()
     QCOMPARE(zvtGetWindowLimits(handle(), limits, limits + 1, limits + 2, limits + 3, limits + 4, limits + 5), 0);
     const uint16_t expected[6] = {64, 640, 4, 512, 16, 4};
     QVERIFY(std::equal(std::begin(limits), std::end(limits), expected));
+}
+
+void tst_SensorGeometry::freeWindowsAgreeWithTheCapability_data()
+{
+    QTest::addColumn<QString>("profile");
+    for (const QString &name : emulator::Profile::names())
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+void tst_SensorGeometry::freeWindowsAgreeWithTheCapability()
+{
+    QFETCH(QString, profile);
+    use(profile);
+    const QString capability = QStringLiteral("hasWindowDimensionsThatCanBeArbitrary");
+    QCOMPARE(sensor().geometry().customAllowed(), m_camera->capabilities().value(capability).toBool());
 }
 
 void tst_SensorGeometry::aBadProfileIsNamed_data()

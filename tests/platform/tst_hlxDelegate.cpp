@@ -1,7 +1,7 @@
 #include "hlx/delegate.h"
 
 #include <QFutureWatcher>
-#include <QtConcurrentRun>
+#include <QPromise>
 
 #include <atomic>
 #include <memory>
@@ -178,9 +178,15 @@ void tst_hlxDelegate::copiesAndDropsOnThreads()
 void tst_hlxDelegate::goesThroughAFuture()
 {
     int called = 0;
+    QPromise<hlx::delegate<void()>> promise;
+    promise.start();
     QFutureWatcher<hlx::delegate<void()>> watcher;
-    watcher.setFuture(
-        QtConcurrent::run([&called] { return hlx::delegate<void()>::FromLamda([&called] { ++called; }); }));
+    watcher.setFuture(promise.future());
+    std::thread worker([&promise, &called] {
+        promise.addResult(hlx::delegate<void()>::FromLamda([&called] { ++called; }));
+        promise.finish();
+    });
+    worker.join();
     QTRY_VERIFY(watcher.isFinished());
     QCOMPARE(called, 0);
     watcher.result()();

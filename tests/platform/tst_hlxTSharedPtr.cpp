@@ -1,6 +1,7 @@
 #include "hlx/TSharedPtr.h"
 
 #include <atomic>
+#include <cstring>
 #include <thread>
 #include <vector>
 
@@ -90,7 +91,8 @@ void tst_hlxTSharedPtr::theLastCopyDestroysTheObject()
         const TSharedPtr<Derived> second(first);
         TSharedPtr<Derived> third;
         third = second;
-        third = third;
+        const TSharedPtr<Derived> &self = third;
+        third = self;
         first.reset();
         QCOMPARE(third->number, 5);
         QCOMPARE((*third).number, 5);

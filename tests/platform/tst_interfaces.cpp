@@ -21,6 +21,7 @@ private slots:
     void everyCameraHasAKeyOfItsOwn();
     void anUnknownKeyIsOnNoInterface_data();
     void anUnknownKeyIsOnNoInterface();
+    void aKeyWithSomethingBehindItIsUnknown();
     void aCameraThatHasGoneIsOnNoInterface();
     void propertiesKeepTheirKind_data();
     void propertiesKeepTheirKind();
@@ -69,18 +70,21 @@ void tst_interfaces::everyCameraHasAKeyOfItsOwn()
 
 void tst_interfaces::anUnknownKeyIsOnNoInterface_data()
 {
+    QTest::addColumn<CString>("key");
     for (const char *key : {"", "emulator:", "emulator:0", "emulator:18446744073709551615", "emulator:999999999999",
                             "emulator:99999999999999999999999", "emulator:-1", "emulator: 1", "grabber:1"})
-        QTest::newRow(key);
-    QTest::newRow("something behind the number");
+        QTest::newRow(key) << CString(key);
 }
 
 void tst_interfaces::anUnknownKeyIsOnNoInterface()
 {
-    CString key = QTest::currentDataTag();
-    if (key.compare("something behind the number") == 0)
-        key = m_controller->device()->key() + "x";
+    QFETCH(CString, key);
     QVERIFY(!hlx::cam::interfaces().GetInterfaceOfDevice(key));
+}
+
+void tst_interfaces::aKeyWithSomethingBehindItIsUnknown()
+{
+    QVERIFY(!hlx::cam::interfaces().GetInterfaceOfDevice(m_controller->device()->key() + "x"));
 }
 
 void tst_interfaces::aCameraThatHasGoneIsOnNoInterface()

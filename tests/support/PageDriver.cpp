@@ -56,10 +56,12 @@ QQuickItem *findBelow(const QQuickItem &item, const Condition &condition)
 
 } // namespace
 
-PageDriver::PageDriver(const PageSetup &setup) : m_rig(setup.profile, setup.connected)
+PageDriver::PageDriver(const PageSetup &setup) : m_rig(setup.profile, false)
 {
     loadPlugin();
     setup.prepare(m_rig.camera());
+    if (setup.connected)
+        m_rig.camera().connect();
     QObject *model = nullptr;
     QString qml;
     if (!hlx::cam::ui::controllerModelFactory()->CreateModel(m_rig.controller(), nullptr, model, qml))
@@ -86,10 +88,7 @@ PageDriver::~PageDriver()
     CameraRig::settle();
 }
 
-QObject *PageDriver::tabModel(const char *property) const
-{
-    return m_model->property(property).value<QObject *>();
-}
+QObject *PageDriver::tabModel(const char *property) const { return m_model->property(property).value<QObject *>(); }
 
 QQuickItem *PageDriver::find(const QString &name, const QQuickItem *below) const
 {
@@ -109,10 +108,7 @@ QString PageDriver::text(const QString &name) const
     return item == nullptr ? QStringLiteral("(not shown)") : item->property("text").toString();
 }
 
-QObject *PageDriver::object(const QString &objectName) const
-{
-    return page()->findChild<QObject *>(objectName);
-}
+QObject *PageDriver::object(const QString &objectName) const { return page()->findChild<QObject *>(objectName); }
 
 void PageDriver::click(QQuickItem *item)
 {
@@ -128,21 +124,20 @@ void PageDriver::click(const QString &name)
     click(item);
 }
 
-void PageDriver::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
-{
-    QTest::keyClick(&m_window, key, modifiers);
-}
+void PageDriver::press(Qt::Key key, Qt::KeyboardModifiers modifiers) { QTest::keyClick(&m_window, key, modifiers); }
 
-QObject *PageDriver::create(const QString &qml)
+QObject *PageDriver::create(const QString &qml, const QVariantMap &properties)
 {
-    const QString imports = QStringLiteral("import QtQuick\nimport QtQuick.Controls\nimport \"controls\"\nimport \"dialogs\"\n"
-                                           "import \"popups\"\nimport \"icons\"\nimport \"animations\"\n");
+    const QString imports
+        = QStringLiteral("import QtQuick\nimport QtQuick.Controls\nimport \"controls\"\nimport \"dialogs\"\n"
+                         "import \"popups\"\nimport \"icons\"\nimport \"animations\"\n");
     QQmlComponent component(&m_engine);
     component.setData((imports + qml).toUtf8(), QUrl(QStringLiteral("qrc:/zvt/created.qml")));
     // The context of a part is the page's own, in which its ids stand.
     QObject *object = component.beginCreate(qmlContext(page()->childItems().constFirst()));
     if (object == nullptr)
         throw std::runtime_error(component.errorString().toStdString());
+    component.setInitialProperties(object, properties);
     object->setParent(page());
     if (auto *item = qobject_cast<QQuickItem *>(object))
         item->setParentItem(page());
@@ -158,7 +153,4 @@ void PageDriver::poll()
     settle();
 }
 
-void PageDriver::settle()
-{
-    CameraRig::settle();
-}
+void PageDriver::settle() { CameraRig::settle(); }

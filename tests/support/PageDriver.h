@@ -21,7 +21,7 @@ struct PageSetup {
     /// What stands around the page: nothing means a host application.
     hlx::cam::ui::PageOptions options = {};
     QSize size{640, 480};
-    /// Done to the camera before the model is made.
+    /// Done to the camera before it is connected and the model is made.
     std::function<void(emulator::Camera &)> prepare = [](emulator::Camera &) {};
 };
 
@@ -60,7 +60,7 @@ public:
 
     /// Makes a further object as a part of the page, which sees what the page's own parts see; imports are as in
     /// zvtmain.qml. An item becomes a child of the page. It lives until the page dies.
-    QObject *create(const QString &qml);
+    QObject *create(const QString &qml, const QVariantMap &properties = {});
 
     /// Runs the status poll once and waits for its values.
     void poll();

@@ -42,8 +42,8 @@ AbstractButton {
 
     Accessible.name: sectionTitle
 
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: RowLayout {
         spacing: 10

@@ -9,7 +9,7 @@ Button {
     property bool destructive
 
     implicitHeight: root.rowHeight
-    padding: 4
+    padding: 2
     leftPadding: 10
     rightPadding: 10
     palette.button: destructive ? root.tidepoolAccentDestructiveButtonBackground : root.buttonColor
@@ -17,8 +17,8 @@ Button {
 
     Accessible.name: text !== "" && font.family !== fontAwesome.name ? text : toolTip
 
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         text: button.text

@@ -21,7 +21,7 @@ public:
     ~CRQSImagerFile();
 
     /// Closes the file that was open. False if there is no such file, or if it is foreign, cut short or corrupt; none
-    /// is open then. The last argument is always 0.
+    /// is open then. The last argument is always 0. Throws std::bad_alloc if there is no memory for the reduce objects.
     bool Open(IFileSystem *files, const CString &path, unsigned int reserved);
     void Close();
 

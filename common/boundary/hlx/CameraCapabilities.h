@@ -13,7 +13,8 @@ class IZVTController;
 class CameraCapabilities
 {
 public:
-    /// Recomputes every value from the camera behind `controller`. A null controller leaves all values as they are.
+    /// Recomputes every value from the camera behind `controller`. A null controller, or one whose camera is not
+    /// connected, leaves all values as they are. A controller does this itself when its camera is connected.
     void configure(IZVTController *controller);
 
     bool hasFrontPanelTemperature() const { return m_hasFrontPanelTemperature; }

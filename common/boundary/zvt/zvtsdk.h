@@ -13,17 +13,17 @@
 /// Handle: nearly every function takes the handle of a camera first, as the controller's GetHandle() gives it. It is
 /// valid as long as the controller lives; 0 and a handle that is no longer valid make a function fail.
 ///
-/// Status: a function that returns int returns 0 for success and anything else for failure. No other value has a meaning
-/// of its own. A function fails on a camera that is not connected, that lacks the equipment or refuses the value, and for
-/// a null pointer where nothing is said about null. A function that fails leaves its outputs as they are. The few
-/// functions that return a text or a table return no status.
+/// Status: a function that returns int returns 0 for success and anything else for failure. No other value has a
+/// meaning of its own. A function fails on a camera that is not connected, that lacks the equipment or refuses the
+/// value, and for a null pointer where nothing is said about null. A function that fails leaves its outputs as they
+/// are. The few functions that return a text or a table return no status.
 ///
 /// Outputs: pointers to the natural type of the value. What is told of a function that reads is what it writes there. A
 /// bool and a byte that stands for one are 0 or 1.
 ///
 /// Texts: UTF-8, zero-ended. A text comes back in a buffer of the caller's, whose size in bytes comes next; it is cut
-/// between two characters where it does not fit. Older cameras may fill a buffer to its last byte without a zero: search
-/// for the zero within the buffer only.
+/// between two characters where it does not fit. Older cameras may fill a buffer to its last byte without a zero:
+/// search for the zero within the buffer only.
 ///
 /// Lists: entries are appended to the array, where nothing else is said.
 ///

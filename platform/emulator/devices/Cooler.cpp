@@ -39,8 +39,9 @@ Cooler::Cooler(Camera &camera, Section &section)
       m_cold(section.number(QStringLiteral("cold"), 0, 0, hottest)),
       m_minimum(section.number(QStringLiteral("minimum"), m_type == Thermoelectric ? -40 : 60, -zeroCelsius, hottest)),
       m_maximum(section.number(QStringLiteral("maximum"), m_type == Thermoelectric ? 40 : 120, m_minimum, hottest)),
-      m_setpoint(static_cast<float>(
-          section.number(QStringLiteral("setpoint"), m_type == Thermoelectric ? 10 : 77, m_minimum, m_maximum))),
+      m_setpoint(static_cast<float>(section.number(
+          QStringLiteral("setpoint"), std::clamp(m_type == Thermoelectric ? 10.0 : 77.0, m_minimum, m_maximum),
+          m_minimum, m_maximum))),
       m_coolSeconds(section.number(QStringLiteral("coolSeconds"), 30, 0.001, hottest)),
       m_warmSeconds(section.number(QStringLiteral("warmSeconds"), 120, 0.001, hottest)),
       m_noise(section.number(QStringLiteral("noise"), 0.02, 0, hottest)),

@@ -37,7 +37,7 @@ Popup {
     component CameraRow: ItemDelegate {
         id: row
 
-        required property QtObject item
+        required property var item
         required property int index
 
         width: ListView.view.width

@@ -65,7 +65,7 @@ T.DisplayEditor {
         Text {
             anchors.centerIn: parent
             visible: implicitWidth + 12 < parent.width && implicitHeight + 4 < parent.height
-            text: "%1 × %2".arg(editor.window.width).arg(editor.window.height)
+            text: editor.isValid ? "%1 × %2".arg(editor.window.width).arg(editor.window.height) : qsTr("Invalid offset")
             color: editor.palette.windowText
             font.pixelSize: 12
         }

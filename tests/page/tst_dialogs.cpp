@@ -1,0 +1,286 @@
+#include "tests/support/PageDriver.h"
+#include "tests/support/Test.h"
+
+#include <QColor>
+#include <QSignalSpy>
+
+class tst_dialogs : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void aMessageIsDismissed();
+    void aQuestionIsAnswered_data();
+    void aQuestionIsAnswered();
+    void aQuestionStaysUntilItIsAnswered();
+    void enterConfirms_data();
+    void enterConfirms();
+    void whatDestroysIsInTheDestructiveColour();
+    void anInformationIsAccepted();
+    void anInformationStaysUntilItIsClosed();
+    void aLongInformationFitsTheWindow();
+    void dialogsAreDarkAndHangOnTheOverlay_data();
+    void dialogsAreDarkAndHangOnTheOverlay();
+    void thePickerHasTwoAndThirtyColumns();
+    void thePickerHidesTheTransparentEntry();
+    void thePickerMarksTheSelected();
+    void aClickPicksAColour();
+    void aColourIsPickedByKey();
+    void leavingThePickerChangesNothing();
+
+private:
+    static QObject *open(PageDriver &driver, const QString &qml);
+    static QObject *openPicker(PageDriver &driver, int selectedIndex);
+    static void clickOutside(PageDriver &driver);
+    static bool isOpen(const QObject *dialog) { return dialog->property("opened").toBool(); }
+    static bool isClosed(const QObject *dialog) { return !dialog->property("visible").toBool(); }
+};
+
+QObject *tst_dialogs::open(PageDriver &driver, const QString &qml)
+{
+    QObject *dialog = driver.create(qml);
+    QMetaObject::invokeMethod(dialog, "open");
+    return QTest::qWaitFor([dialog] { return isOpen(dialog); }) ? dialog : nullptr;
+}
+
+QObject *tst_dialogs::openPicker(PageDriver &driver, int selectedIndex)
+{
+    QStringList colours;
+    for (int index = 0; index < 256; ++index)
+        colours += QColor::fromHsv(index, 200, 200).name();
+    QObject *picker = driver.create("VideoPaletteColorPicker { x: 10; y: 60 }",
+                                    {{"colors", colours}, {"selectedIndex", selectedIndex}});
+    QMetaObject::invokeMethod(picker, "open");
+    return QTest::qWaitFor([picker] { return isOpen(picker); }) ? picker : nullptr;
+}
+
+void tst_dialogs::clickOutside(PageDriver &driver)
+{
+    QTest::mouseClick(&driver.window(), Qt::LeftButton, Qt::NoModifier, {4, 470});
+}
+
+void tst_dialogs::aMessageIsDismissed()
+{
+    PageDriver driver;
+    const QObject *dialog = open(driver, "GenericMessageDialog { text: \"All output filenames must be unique.\" }");
+    QVERIFY(dialog);
+    QVERIFY(dialog->property("modal").toBool());
+    QVERIFY(driver.findText("KESTRIN Quarry Desk"));
+    QVERIFY(driver.findText("All output filenames must be unique."));
+    for (const char *transition : {"enter", "exit"}) {
+        const auto *object = dialog->property(transition).value<QObject *>();
+        QCOMPARE(object->children().size(), 1);
+        QCOMPARE(object->children().constFirst()->property("duration").toInt(), 150);
+        QCOMPARE(object->children().constFirst()->property("property").toString(), "opacity");
+    }
+    driver.click("OK");
+    QTRY_VERIFY(isClosed(dialog));
+}
+
+void tst_dialogs::aQuestionIsAnswered_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<bool>("accepted");
+    QTest::newRow("confirmed") << "Remove All" << true;
+    QTest::newRow("denied") << "Keep Files" << false;
+}
+
+void tst_dialogs::aQuestionIsAnswered()
+{
+    QFETCH(const QString, button);
+    QFETCH(const bool, accepted);
+    PageDriver driver;
+    QObject *dialog = open(driver,
+                           "ConfirmationDialog { title: \"Confirm\"; text: \"Remove all files from the batch?\"; "
+                           "confirmButtonText: \"Remove All\"; denyButtonText: \"Keep Files\" }");
+    QVERIFY(dialog);
+    QVERIFY(driver.findText("Confirm"));
+    QVERIFY(driver.findText("Remove all files from the batch?"));
+    const QSignalSpy acceptedSpy(dialog, SIGNAL(accepted()));
+    const QSignalSpy rejectedSpy(dialog, SIGNAL(rejected()));
+    driver.click(button);
+    QTRY_VERIFY(isClosed(dialog));
+    QCOMPARE(acceptedSpy.count(), accepted ? 1 : 0);
+    QCOMPARE(rejectedSpy.count(), accepted ? 0 : 1);
+}
+
+void tst_dialogs::aQuestionStaysUntilItIsAnswered()
+{
+    PageDriver driver;
+    QObject *dialog = open(driver, "ConfirmationDialog { text: \"Erase all data from the SSD?\" }");
+    QVERIFY(dialog);
+    QVERIFY(driver.find("Yes"));
+    QVERIFY(driver.find("No"));
+    const QSignalSpy rejectedSpy(dialog, SIGNAL(rejected()));
+    clickOutside(driver);
+    driver.settle();
+    QVERIFY(isOpen(dialog));
+    driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(isClosed(dialog));
+    QCOMPARE(rejectedSpy.count(), 1);
+}
+
+void tst_dialogs::enterConfirms_data()
+{
+    QTest::addColumn<bool>("destructive");
+    QTest::newRow("harmless") << false;
+    QTest::newRow("destructive") << true;
+}
+
+void tst_dialogs::enterConfirms()
+{
+    QFETCH(const bool, destructive);
+    PageDriver driver;
+    QObject *dialog
+        = open(driver, QStringLiteral("ConfirmationDialog { destructive: %1 }").arg(destructive ? "true" : "false"));
+    QVERIFY(dialog);
+    const QSignalSpy acceptedSpy(dialog, SIGNAL(accepted()));
+    QTRY_VERIFY(driver.find(destructive ? "No" : "Yes")->property("visualFocus").toBool());
+    driver.press(Qt::Key_Return);
+    QTRY_VERIFY(isClosed(dialog));
+    QCOMPARE(acceptedSpy.count(), destructive ? 0 : 1);
+}
+
+void tst_dialogs::whatDestroysIsInTheDestructiveColour()
+{
+    PageDriver driver;
+    QVERIFY(open(driver, "ConfirmationDialog { confirmButtonText: \"Delete\"; destructive: true }"));
+    const auto *text = driver.find("Delete")->property("contentItem").value<QQuickItem *>();
+    QCOMPARE(text->property("color").value<QColor>(), QColor("black"));
+    QVERIFY(driver.find("Delete")->property("destructive").toBool());
+}
+
+void tst_dialogs::anInformationIsAccepted()
+{
+    PageDriver driver;
+    QObject *dialog
+        = open(driver, "InformationDialog { title: \"Replace Filter\"; text: \"To change\"; buttonText: \"OK\" }");
+    QVERIFY(dialog);
+    QVERIFY(driver.findText("Replace Filter"));
+    QVERIFY(driver.findText("To change"));
+    const QSignalSpy acceptedSpy(dialog, SIGNAL(accepted()));
+    driver.click("OK");
+    QTRY_VERIFY(isClosed(dialog));
+    QCOMPARE(acceptedSpy.count(), 1);
+}
+
+void tst_dialogs::anInformationStaysUntilItIsClosed()
+{
+    PageDriver driver;
+    QObject *dialog = open(driver, "InformationDialog { text: \"At least one name is invalid.\" }");
+    QVERIFY(dialog);
+    QVERIFY(driver.find("Close"));
+    const QSignalSpy acceptedSpy(dialog, SIGNAL(accepted()));
+    clickOutside(driver);
+    driver.settle();
+    QVERIFY(isOpen(dialog));
+    driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(isClosed(dialog));
+    QCOMPARE(acceptedSpy.count(), 0);
+}
+
+void tst_dialogs::aLongInformationFitsTheWindow()
+{
+    PageDriver driver;
+    const QObject *dialog = open(driver, "InformationDialog { title: \"Long\"; text: \"A line.\\n\".repeat(100) }");
+    QVERIFY(dialog);
+    QVERIFY(dialog->property("height").toDouble() <= 480 - 32);
+    const QQuickItem *button = driver.find("Close");
+    QVERIFY(QRectF(0, 0, 640, 480).contains(button->mapRectToScene(button->boundingRect())));
+}
+
+void tst_dialogs::dialogsAreDarkAndHangOnTheOverlay_data()
+{
+    QTest::addColumn<QString>("dialog");
+    for (const QString dialog : {"GenericMessageDialog", "ConfirmationDialog", "InformationDialog"})
+        QTest::newRow(qPrintable(dialog)) << dialog;
+}
+
+void tst_dialogs::dialogsAreDarkAndHangOnTheOverlay()
+{
+    PageDriver driver;
+    const QObject *dialog
+        = open(driver, QStringLiteral("%1 { title: \"A title\"; text: \"A text\" }").arg(QTest::currentDataTag()));
+    QVERIFY(dialog);
+    QVERIFY(dialog->property("parent").value<QQuickItem *>()->inherits("QQuickOverlay"));
+    const auto *background = dialog->property("background").value<QQuickItem *>();
+    QCOMPARE(background->property("color").value<QColor>(), driver.rootProperty("panelColor").value<QColor>());
+    QCOMPARE(driver.findText("A text")->property("color").value<QColor>(),
+             driver.rootProperty("textColor").value<QColor>());
+    QCOMPARE(dialog->property("font").value<QFont>().pixelSize(), driver.rootProperty("textSize").toInt());
+    // In the middle of the window, whatever its size.
+    QCOMPARE(dialog->property("x").toDouble() + dialog->property("width").toDouble() / 2, 320.0);
+}
+
+void tst_dialogs::thePickerHasTwoAndThirtyColumns()
+{
+    PageDriver driver;
+    QVERIFY(openPicker(driver, 5));
+    QTRY_VERIFY(driver.find("Color 255"));
+    const auto at = [&driver](int index) {
+        return driver.find(QStringLiteral("Color %1").arg(index))->mapToScene({0, 0});
+    };
+    for (int index = 33; index < 256; ++index) {
+        QCOMPARE(at(index).x(), at(index - 32 == 0 ? 32 : index - 32).x());
+        QVERIFY(at(index).y() > at(index - 32).y());
+    }
+    QCOMPARE(at(31).y(), at(1).y());
+    QVERIFY(QRectF(0, 0, 640, 480).contains(at(255)));
+}
+
+void tst_dialogs::thePickerHidesTheTransparentEntry()
+{
+    PageDriver driver;
+    QVERIFY(openPicker(driver, 0));
+    QTRY_VERIFY(driver.find("Color 1"));
+    QVERIFY(!driver.find("Color 0"));
+}
+
+void tst_dialogs::thePickerMarksTheSelected()
+{
+    PageDriver driver;
+    QVERIFY(openPicker(driver, 40));
+    QTRY_VERIFY(driver.find("Color 255"));
+    for (int index = 1; index < 256; ++index) {
+        const auto *mark
+            = driver.find(QStringLiteral("Color %1").arg(index))->property("contentItem").value<QQuickItem *>();
+        QCOMPARE(mark->property("text").toString().isEmpty(), index != 40);
+    }
+}
+
+void tst_dialogs::aClickPicksAColour()
+{
+    PageDriver driver;
+    const QObject *picker = openPicker(driver, 40);
+    QVERIFY(picker);
+    QTRY_VERIFY(driver.find("Color 77"));
+    driver.click("Color 77");
+    QTRY_VERIFY(isClosed(picker));
+    QCOMPARE(picker->property("selectedIndex").toInt(), 77);
+}
+
+void tst_dialogs::aColourIsPickedByKey()
+{
+    PageDriver driver;
+    const QObject *picker = openPicker(driver, 40);
+    QVERIFY(picker);
+    QTRY_VERIFY(driver.find("Color 255"));
+    driver.press(Qt::Key_Right);
+    driver.press(Qt::Key_Down);
+    driver.press(Qt::Key_Return);
+    QTRY_VERIFY(isClosed(picker));
+    QCOMPARE(picker->property("selectedIndex").toInt(), 73);
+}
+
+void tst_dialogs::leavingThePickerChangesNothing()
+{
+    PageDriver driver;
+    const QObject *picker = openPicker(driver, 40);
+    QVERIFY(picker);
+    clickOutside(driver);
+    QTRY_VERIFY(isClosed(picker));
+    QCOMPARE(picker->property("selectedIndex").toInt(), 40);
+}
+
+ZVT_TEST(tst_dialogs)
+#include "tst_dialogs.moc"

@@ -1,0 +1,142 @@
+#include "hlx/CBadPixelList.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtEndian>
+
+#include "platform/hlx/BadPixelFile.h"
+#include "tests/support/Test.h"
+
+using hlx::BadPixelFile;
+using hlx::cam::zvt::CBadPixelList;
+
+class tst_badPixelList : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void isEmptyAtFirst();
+    void comesBackInOrder();
+    void anIndexBeyondTheEndLeavesTheValuesAlone();
+    void anImageOfNoPixelsIsAllowed();
+    void refusesWhatIsNoList();
+    void refusesAbsurdCountsAndPixelsOutside();
+    void savingReportsFailure();
+
+private:
+    hlx::CString path(const char *name) const { return m_folder.filePath(QLatin1String(name)).toUtf8().constData(); }
+    void store(const QByteArray &bytes)
+    {
+        QFile file(m_folder.filePath("b.bpl"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    static QByteArray bytes()
+    {
+        const auto list = BadPixelFile{640, 512, {{12, 34}, {600, 500}, {639, 511}}}.bytes();
+        return QByteArray(reinterpret_cast<const char *>(list.data()), static_cast<qsizetype>(list.size()));
+    }
+
+    QTemporaryDir m_folder;
+};
+
+void tst_badPixelList::init()
+{
+    Test::init();
+    m_folder = QTemporaryDir();
+    QVERIFY(m_folder.isValid());
+}
+
+void tst_badPixelList::isEmptyAtFirst()
+{
+    const CBadPixelList list;
+    uint16_t width = 7;
+    uint16_t height = 7;
+    list.GetSize(width, height);
+    QCOMPARE(width, uint16_t{0});
+    QCOMPARE(height, uint16_t{0});
+    QCOMPARE(list.GetCount(), 0U);
+}
+
+void tst_badPixelList::comesBackInOrder()
+{
+    const BadPixelFile file{640, 512, {{12, 34}, {600, 500}, {639, 511}, {0, 0}}};
+    QVERIFY(file.save(hlx::fileSystem(), path("a.bpl")));
+    CBadPixelList list;
+    QVERIFY(list.Load(path("a.bpl")));
+    uint16_t width = 0;
+    uint16_t height = 0;
+    list.GetSize(width, height);
+    QCOMPARE(width, uint16_t{640});
+    QCOMPARE(height, uint16_t{512});
+    QCOMPARE(list.GetCount(), 4U);
+    for (unsigned i = 0; i < list.GetCount(); ++i) {
+        BadPixelFile::Pixel pixel;
+        list.GetAt(i, pixel.x, pixel.y);
+        QVERIFY(pixel == file.pixels[i]);
+    }
+}
+
+void tst_badPixelList::anIndexBeyondTheEndLeavesTheValuesAlone()
+{
+    uint16_t x = 7;
+    uint16_t y = 8;
+    CBadPixelList().GetAt(0, x, y);
+    QCOMPARE(x, uint16_t{7});
+    QCOMPARE(y, uint16_t{8});
+}
+
+void tst_badPixelList::anImageOfNoPixelsIsAllowed()
+{
+    QVERIFY(BadPixelFile{}.save(hlx::fileSystem(), path("a.bpl")));
+    CBadPixelList list;
+    QVERIFY(list.Load(path("a.bpl")));
+    QCOMPARE(list.GetCount(), 0U);
+}
+
+void tst_badPixelList::refusesWhatIsNoList()
+{
+    QVERIFY((BadPixelFile{4, 4, {{1, 2}}}.save(hlx::fileSystem(), path("a.bpl"))));
+    CBadPixelList list;
+    QVERIFY(list.Load(path("a.bpl")));
+    QVERIFY(!list.Load(path("missing.bpl")));
+    QVERIFY(!list.Load(m_folder.path().toUtf8().constData()));
+    QVERIFY(!list.Load(""));
+    for (int length = 0; length < bytes().size(); ++length) {
+        store(bytes().left(length));
+        QVERIFY2(!list.Load(path("b.bpl")), qPrintable(QString::number(length)));
+    }
+    for (const QByteArray &foreign : {bytes() + 'x', QByteArray(100, '\xff'), QByteArray("a text that is no list")}) {
+        store(foreign);
+        QVERIFY(!list.Load(path("b.bpl")));
+    }
+    // A failed load keeps the list that was there.
+    QCOMPARE(list.GetCount(), 1U);
+}
+
+void tst_badPixelList::refusesAbsurdCountsAndPixelsOutside()
+{
+    CBadPixelList list;
+    store(bytes());
+    QVERIFY(list.Load(path("b.bpl")));
+    for (const quint32 count : {0U, 2U, 4U, 0x40000003U, 0xFFFFFFFFU}) {
+        QByteArray wrong = bytes();
+        qToLittleEndian(count, wrong.data() + 16);
+        store(wrong);
+        QVERIFY(!list.Load(path("b.bpl")));
+    }
+    for (const BadPixelFile::Pixel &outside : {BadPixelFile::Pixel{640, 0}, BadPixelFile::Pixel{0, 512}}) {
+        QVERIFY((BadPixelFile{640, 512, {outside}}.save(hlx::fileSystem(), path("b.bpl"))));
+        QVERIFY(!list.Load(path("b.bpl")));
+    }
+}
+
+void tst_badPixelList::savingReportsFailure()
+{
+    QVERIFY(!BadPixelFile{}.save(hlx::fileSystem(), path("missing/a.bpl")));
+    QVERIFY(!BadPixelFile{}.save(nullptr, path("a.bpl")));
+}
+
+ZVT_TEST(tst_badPixelList)
+#include "tst_badPixelList.moc"
