@@ -17,8 +17,8 @@ class ZvtCameraModel;
 class CameraRoot
 {
 public:
-    /// The root above `model`: the first of its QObject parents, upward from its own, that is one. Null if none is, which
-    /// is so while the root itself is being destroyed.
+    /// The root above `model`: the first of its QObject parents, upward from its own, that is one. Null if none is,
+    /// which is so while the root itself is being destroyed.
     static CameraRoot *of(const QObject *model);
 
     CameraRoot() = default;

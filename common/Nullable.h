@@ -6,12 +6,11 @@
 
 /// A value that may be missing: the usual field of a result record. It stays unset when the camera could not give the
 /// value, so that the model keeps the one it had.
-template <class T>
-class Nullable
+template <class T> class Nullable
 {
 public:
     Nullable() = default;
-    Nullable(T value) : m_value(std::move(value)), m_set(true) {} // NOLINT(google-explicit-constructor)
+    Nullable(T value) : m_value(std::move(value)), m_set(true) { } // NOLINT(google-explicit-constructor)
 
     Nullable &operator=(T value)
     {

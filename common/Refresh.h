@@ -11,26 +11,25 @@
 
 /// How a model starts its reads. "Dropped" means: nothing is started, nothing is emitted, nothing is queued.
 enum class Form {
-    Standard,       ///< A second read while one runs is dropped. `refreshing` true, then `hasRefreshed` false.
-    Swapped,        ///< The same with the flags in the other order.
+    Standard, ///< A second read while one runs is dropped. `refreshing` true, then `hasRefreshed` false.
+    Swapped, ///< The same with the flags in the other order.
     RefreshingOnly, ///< The same, but `hasRefreshed` stays, so that a section stays enabled during later reads.
-    FlagGuard,      ///< Dropped by the `refreshing` flag itself. No `hasRefreshed`.
-    NoFlags,        ///< Dropped while one runs; neither flag.
-    Unguarded       ///< Never dropped; the newest read is the one that is published. `refreshing` starts true.
+    FlagGuard, ///< Dropped by the `refreshing` flag itself. No `hasRefreshed`.
+    NoFlags, ///< Dropped while one runs; neither flag.
+    Unguarded ///< Never dropped; the newest read is the one that is published. `refreshing` starts true.
 };
 
-/// The refresh contract: reads a Result on a thread of the global pool and brings it to the model's finished slot on the
-/// GUI thread. Owns the watcher and the flags `refreshing` and `hasRefreshed`, and emits the model's signals
+/// The refresh contract: reads a Result on a thread of the global pool and brings it to the model's finished slot on
+/// the GUI thread. Owns the watcher and the flags `refreshing` and `hasRefreshed`, and emits the model's signals
 /// `refreshingChanged` and `hasRefreshedChanged`, as far as it has them.
 ///
 /// It is the last member of its model, so that it dies first. Its death neither cancels nor waits: a task holds a
 /// CameraAccess and copies of its inputs, and never the model. GUI thread only.
-template <class Model, class Result>
-class Refresh
+template <class Model, class Result> class Refresh
 {
 public:
-    Refresh(Model *model, void (Model::*finished)(), Form form = Form::Standard) :
-        m_model(model), m_form(form), m_refreshing(form == Form::Unguarded)
+    Refresh(Model *model, void (Model::*finished)(), Form form = Form::Standard)
+        : m_model(model), m_form(form), m_refreshing(form == Form::Unguarded)
     {
         QObject::connect(&m_watcher, &QFutureWatcherBase::finished, model, finished);
     }
@@ -39,8 +38,7 @@ public:
     bool hasRefreshed() const { return m_hasRefreshed; }
 
     /// Starts `task`, called as Result(const CameraAccess &) on a pool thread, unless the form drops it.
-    template <class Task>
-    void start(Task task)
+    template <class Task> void start(Task task)
     {
         if (begin())
             run(std::move(task));
@@ -61,12 +59,11 @@ public:
     }
 
     /// The second half of start(): the task itself.
-    template <class Task>
-    void run(Task task)
+    template <class Task> void run(Task task)
     {
         m_inFlight = true;
-        m_watcher.setFuture(
-            QtConcurrent::run([task = std::move(task), camera = CameraAccess::of(m_model)] { return call(task, camera); }));
+        m_watcher.setFuture(QtConcurrent::run(
+            [task = std::move(task), camera = CameraAccess::of(m_model)] { return call(task, camera); }));
     }
 
     /// What the task read; the first act of the finished slot. From here on a new read may start.
@@ -102,8 +99,7 @@ private:
     }
 
     // An exception would end the program when the slot asks for the result; it counts as a read in which all failed.
-    template <class Task>
-    static Result call(const Task &task, const CameraAccess &camera)
+    template <class Task> static Result call(const Task &task, const CameraAccess &camera)
     {
         try {
             return task(camera);
@@ -116,14 +112,14 @@ private:
     void setRefreshing(bool refreshing)
     {
         m_refreshing = refreshing;
-        if constexpr (requires(Model &model) { model.refreshingChanged(); })
+        if constexpr (requires(Model & model) { model.refreshingChanged(); })
             emit m_model->refreshingChanged();
     }
 
     void setHasRefreshed(bool hasRefreshed)
     {
         m_hasRefreshed = hasRefreshed;
-        if constexpr (requires(Model &model) { model.hasRefreshedChanged(); })
+        if constexpr (requires(Model & model) { model.hasRefreshedChanged(); })
             emit m_model->hasRefreshedChanged();
     }
 

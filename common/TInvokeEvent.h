@@ -7,15 +7,13 @@
 #include "hlxui/IInvokeEvent.h"
 
 /// An event that runs a functor on the GUI thread. What the functor captured lives in the event.
-template <class F>
-class TInvokeEvent : public IInvokeEvent
+template <class F> class TInvokeEvent : public IInvokeEvent
 {
 public:
     /// The type of all events of this plug-in.
     static constexpr int eventType = 1000;
 
-    explicit TInvokeEvent(F functor) :
-        IInvokeEvent(static_cast<QEvent::Type>(eventType)), m_functor(std::move(functor))
+    explicit TInvokeEvent(F functor) : IInvokeEvent(static_cast<QEvent::Type>(eventType)), m_functor(std::move(functor))
     {
     }
 
@@ -26,8 +24,7 @@ private:
 };
 
 /// Runs `functor` on the thread of `receiver`, which must handle invoke events. Any thread.
-template <class F>
-void postInvoke(QObject *receiver, F functor)
+template <class F> void postInvoke(QObject *receiver, F functor)
 {
     QCoreApplication::postEvent(receiver, new TInvokeEvent<F>(std::move(functor)));
 }

@@ -20,8 +20,7 @@ void publish(Model *model, const Nullable<Value> &value, Member &member, void (S
 
 /// True if `first` and `second` show the same on a page. Two numbers that are none do, so that a sensor which keeps
 /// failing in this way does not signal for ever.
-template <class Value>
-bool sameOnShow(const Value &first, const Value &second)
+template <class Value> bool sameOnShow(const Value &first, const Value &second)
 {
     if constexpr (std::floating_point<Value>)
         return first == second || (std::isnan(first) && std::isnan(second));

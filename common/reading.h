@@ -14,11 +14,9 @@ namespace reading
 {
 
 /// The type behind the last parameter of an SDK function.
-template <class Function>
-struct LastParameter;
+template <class Function> struct LastParameter;
 
-template <class Result, class First>
-struct LastParameter<Result (*)(First)> {
+template <class Result, class First> struct LastParameter<Result (*)(First)> {
     using Type = First;
 };
 
@@ -26,8 +24,7 @@ template <class Result, class First, class... Rest>
 struct LastParameter<Result (*)(First, Rest...)> : LastParameter<Result (*)(Rest...)> {
 };
 
-template <class Function>
-using Out = std::remove_pointer_t<typename LastParameter<Function>::Type>;
+template <class Function> using Out = std::remove_pointer_t<typename LastParameter<Function>::Type>;
 
 } // namespace reading
 
@@ -39,8 +36,7 @@ inline QString fromBoundedUtf8(const char *text, size_t size)
 
 /// Calls `get(arguments..., &value)` and sets `field` to the value if the status is 0, converted from the SDK's type (a
 /// byte to a bool, 16 bits to an int). Returns whether it did.
-template <class T, class Get, class... Arguments>
-bool read(Nullable<T> &field, Get get, Arguments... arguments)
+template <class T, class Get, class... Arguments> bool read(Nullable<T> &field, Get get, Arguments... arguments)
 {
     reading::Out<Get> value{};
     if (get(arguments..., &value) != 0)

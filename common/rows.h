@@ -12,8 +12,7 @@
 /// finished slot and its setters walk:
 ///
 ///     static constexpr std::tuple rows{Row{zvtGetX, &Result::x, &Self::m_x, &Self::xChanged, zvtSetX}, ...};
-template <class Model, class Record, class Out, class Field, class Member, class In>
-struct Row {
+template <class Model, class Record, class Out, class Field, class Member, class In> struct Row {
     int (*get)(uint64_t, Out *);
     Nullable<Field> Record::*field;
     Member Model::*member;
@@ -22,8 +21,7 @@ struct Row {
 };
 
 /// Reads every row of `rows` into `record`, in their order. Pool task.
-template <class Record, class... Rows>
-void readAll(Record &record, const std::tuple<Rows...> &rows, uint64_t handle)
+template <class Record, class... Rows> void readAll(Record &record, const std::tuple<Rows...> &rows, uint64_t handle)
 {
     std::apply([&](const auto &...row) { (read(record.*row.field, row.get, handle), ...); }, rows);
 }

@@ -7,9 +7,9 @@
 
 #include <utility>
 
-// The forms in which a setter takes the operator's change to the camera. Each returns at once if the value is the stored
-// one. `set` is an SDK function, called as set(handle, arguments..., value), with the value converted to its last
-// parameter. GUI thread only.
+// The forms in which a setter takes the operator's change to the camera. Each returns at once if the value is the
+// stored one. `set` is an SDK function, called as set(handle, arguments..., value), with the value converted to its
+// last parameter. GUI thread only.
 
 namespace setters
 {
@@ -67,8 +67,8 @@ void writeAndReread(Model *model, const Value &value, Member &member, void (Sign
     model->refresh();
 }
 
-/// Writes on a pool thread, for a slow operation: `pending` brings the status to its finished slot. Dropped, like a read,
-/// while the write before it runs.
+/// Writes on a pool thread, for a slow operation: `pending` brings the status to its finished slot. Dropped, like a
+/// read, while the write before it runs.
 template <class Model, class Set, class... Arguments>
 void writeOnPool(Refresh<Model, int> &pending, Set set, Arguments... arguments)
 {

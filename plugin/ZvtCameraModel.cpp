@@ -21,8 +21,8 @@ constexpr uint32_t nucNameSize = 256;
 
 } // namespace
 
-ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> controller, QObject *parent) :
-    ControllerModel(parent), m_controller(std::move(controller))
+ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> controller, QObject *parent)
+    : ControllerModel(parent), m_controller(std::move(controller))
 {
     if (m_controller) {
         m_controller->AddValueChanged(valueChangedDelegate());
@@ -67,25 +67,16 @@ void ZvtCameraModel::handleValueChanged(const hlx::CString &name)
     emit connectedChanged();
 }
 
-bool ZvtCameraModel::event(QEvent *event)
-{
-    return handleInvokeEvent(event) || ControllerModel::event(event);
-}
+bool ZvtCameraModel::event(QEvent *event) { return handleInvokeEvent(event) || ControllerModel::event(event); }
 
-bool ZvtCameraModel::connected() const
-{
-    return m_controller && m_controller->IsConnected();
-}
+bool ZvtCameraModel::connected() const { return m_controller && m_controller->IsConnected(); }
 
 QMetaObject::Connection ZvtCameraModel::onConnectedChanged(const QObject *context, std::function<void()> listener)
 {
     return QObject::connect(this, &Self::connectedChanged, context, std::move(listener));
 }
 
-uint64_t ZvtCameraModel::handle() const
-{
-    return m_controller ? m_controller->GetHandle() : 0;
-}
+uint64_t ZvtCameraModel::handle() const { return m_controller ? m_controller->GetHandle() : 0; }
 
 hlx::TSharedPtr<hlx::cam::IDevice> ZvtCameraModel::device() const
 {
@@ -95,20 +86,15 @@ hlx::TSharedPtr<hlx::cam::IDevice> ZvtCameraModel::device() const
 
 // Identity
 
-QString ZvtCameraModel::model() const
-{
-    return textOr<modelNameSize>({}, zvtGetCameraModel, handle());
-}
+QString ZvtCameraModel::model() const { return textOr<modelNameSize>({}, zvtGetCameraModel, handle()); }
 
-QString ZvtCameraModel::serial() const
-{
-    return textOr<shortNameSize>({}, zvtGetCameraSN, handle());
-}
+QString ZvtCameraModel::serial() const { return textOr<shortNameSize>({}, zvtGetCameraSN, handle()); }
 
 QString ZvtCameraModel::cameraTypeName() const
 {
     Nullable<uint8_t> type;
-    return read(type, zvtGetCameraType, handle()) ? textOr<shortNameSize>({}, zvtGetCameraTypeName, type.get()) : QString();
+    return read(type, zvtGetCameraType, handle()) ? textOr<shortNameSize>({}, zvtGetCameraTypeName, type.get())
+                                                  : QString();
 }
 
 QString ZvtCameraModel::cameraSubtypeName() const
@@ -123,7 +109,8 @@ QString ZvtCameraModel::cameraSubtypeName() const
 QString ZvtCameraModel::readoutName() const
 {
     Nullable<uint8_t> readout;
-    return read(readout, zvtGetReadout, handle()) ? textOr<shortNameSize>({}, zvtGetReadoutName, readout.get()) : QString();
+    return read(readout, zvtGetReadout, handle()) ? textOr<shortNameSize>({}, zvtGetReadoutName, readout.get())
+                                                  : QString();
 }
 
 QString ZvtCameraModel::detectorTypeName() const
@@ -175,10 +162,7 @@ void ZvtCameraModel::setManufacturingMode(bool manufacturingMode)
     emit manufacturingModeChanged();
 }
 
-void ZvtCameraModel::refreshAllVisible()
-{
-    m_statusTabModel->refresh();
-}
+void ZvtCameraModel::refreshAllVisible() { m_statusTabModel->refresh(); }
 
 uint ZvtCameraModel::integrateModifiersIntoKey(uint modifiers, uint keycode) const
 {

@@ -12,10 +12,11 @@
 
 class StatusTabModel;
 
-/// The root view model of one camera: what the host receives and the page sees as `cameraModel`. It owns every sub-model
-/// and the controller, tells the pages when the connection changes, and holds what belongs to no tab: identity, the mask of
-/// presets with a correction, the manufacturing mode, and the test properties of an emulator. It outlives connections: a
-/// disconnect clears nothing. GUI thread only, but for the delegate that it puts on the controller.
+/// The root view model of one camera: what the host receives and the page sees as `cameraModel`. It owns every
+/// sub-model and the controller, tells the pages when the connection changes, and holds what belongs to no tab:
+/// identity, the mask of presets with a correction, the manufacturing mode, and the test properties of an emulator. It
+/// outlives connections: a disconnect clears nothing. GUI thread only, but for the delegate that it puts on the
+/// controller.
 class ZvtCameraModel : public ControllerModel, public CameraRoot
 {
     Q_OBJECT
@@ -124,8 +125,7 @@ private:
     void handleValueChanged(const hlx::CString &name);
 
     uint64_t handle() const;
-    template <class Value>
-    Value emulatorProperty(const char *key, Value (*convert)(const hlx::CVariant &)) const;
+    template <class Value> Value emulatorProperty(const char *key, Value (*convert)(const hlx::CVariant &)) const;
     template <class Value>
     void setEmulatorProperty(const char *key, const Value &value, const Value &present, void (Self::*changed)());
 

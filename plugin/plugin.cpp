@@ -15,8 +15,7 @@ namespace
 constexpr const char *moduleUri = "com.kestrin.hlx.cam.ui.zvt";
 
 // Lets properties and signals that are declared with a fixed-width name pass through QML.
-template <class Type>
-void registerTypedef(const char *name)
+template <class Type> void registerTypedef(const char *name)
 {
     const QByteArray normalized = QMetaObject::normalizedType(name);
     const QMetaType type = QMetaType::fromType<Type>();
@@ -36,17 +35,12 @@ void registerTypedefs()
     registerTypedef<int8_t>("int8_t");
 }
 
-template <class Type>
-void registerUncreatable(const char *name, const char *reason)
+template <class Type> void registerUncreatable(const char *name, const char *reason)
 {
     qmlRegisterUncreatableType<Type>(moduleUri, 1, 0, name, QString::fromLatin1(reason));
 }
 
-template <class Type>
-void registerCreatable(const char *name)
-{
-    qmlRegisterType<Type>(moduleUri, 1, 0, name);
-}
+template <class Type> void registerCreatable(const char *name) { qmlRegisterType<Type>(moduleUri, 1, 0, name); }
 
 void registerTypes()
 {
@@ -70,12 +64,9 @@ bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IController> controller,
     return true;
 }
 
-// Outside any namespace, as Q_INIT_RESOURCE wants it. The static initialiser of the library has initialised the resources
-// before; a host that links statically depends on this call.
-void initResources()
-{
-    Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_0);
-}
+// Outside any namespace, as Q_INIT_RESOURCE wants it. The static initialiser of the library has initialised the
+// resources before; a host that links statically depends on this call.
+void initResources() { Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_0); }
 
 int hlxInitPlugin()
 {

@@ -26,10 +26,7 @@ constexpr int freeRatesMode = 2; // The sequencing mode in which each preset run
 constexpr uint8_t thermoelectricCooler = 1;
 constexpr double kelvinOffset = 273.15;
 
-QString zeroPadded(int number, int width)
-{
-    return QStringLiteral("%1").arg(number, width, 10, QLatin1Char('0'));
-}
+QString zeroPadded(int number, int width) { return QStringLiteral("%1").arg(number, width, 10, QLatin1Char('0')); }
 
 /// The lowest and highest of a series.
 struct Range {
@@ -91,17 +88,11 @@ void StatusTabModel::checkTimer()
     }
 }
 
-void StatusTabModel::connectedChangedCameraModel()
-{
-    checkTimer();
-}
+void StatusTabModel::connectedChangedCameraModel() { checkTimer(); }
 
 // The slow values
 
-void StatusTabModel::refresh()
-{
-    m_refresh.start(&Result::read);
-}
+void StatusTabModel::refresh() { m_refresh.start(&Result::read); }
 
 StatusTabModel::Result StatusTabModel::Result::read(const CameraAccess &camera)
 {
@@ -145,7 +136,8 @@ StatusTabModel::Result StatusTabModel::Result::read(const CameraAccess &camera)
     for (int preset = 0; preset < numPresets; ++preset) {
         double milliseconds = 0.0;
         double hertz = 0.0;
-        if (!controller.GetPresetIntegrationTime(preset, &milliseconds) || !controller.GetPresetFrameRate(preset, &hertz))
+        if (!controller.GetPresetIntegrationTime(preset, &milliseconds)
+            || !controller.GetPresetFrameRate(preset, &hertz))
             return result;
         times.include(milliseconds);
         rates.include(hertz);
@@ -226,9 +218,9 @@ void StatusTabModel::TimesAndTempsResult::readTemperatures(uint64_t handle)
 
 void StatusTabModel::TimesAndTempsResult::readDetectorTemperature(uint64_t handle)
 {
-    constexpr float fallbackSetpoint = 10.0F;         // Celsius.
-    constexpr float fallbackColdTemperature = 80.0F;  // Kelvin.
-    constexpr double settledDistance = 0.5;           // Kelvin.
+    constexpr float fallbackSetpoint = 10.0F; // Celsius.
+    constexpr float fallbackColdTemperature = 80.0F; // Kelvin.
+    constexpr double settledDistance = 0.5; // Kelvin.
 
     const bool fpaRead = ::read(fpaTemp, zvtGetFPATemperature, handle);
     const bool typeRead = ::read(coolerType, zvtMfgGetCoolerType, handle);
@@ -282,11 +274,11 @@ void StatusTabModel::publishTime(const TimesAndTempsResult &result)
                           zeroPadded(result.hour, 2), zeroPadded(result.minute, 2), zeroPadded(result.second, 2)),
                  m_time, &Self::timeChanged);
     } else if (result.hasIrig) {
-        const QString time = QStringLiteral("%1:%2:%3:%4.%5%6 %7")
-                                 .arg(zeroPadded(result.irigDay, 3), zeroPadded(result.irigHour, 2),
-                                      zeroPadded(result.irigMinute, 2), zeroPadded(result.irigSecond, 2),
-                                      zeroPadded(result.irigMillisecond, 3), zeroPadded(result.irigMicrosecond, 3),
-                                      QString(result.irigLocked ? u'L' : u' '));
+        const QString time
+            = QStringLiteral("%1:%2:%3:%4.%5%6 %7")
+                  .arg(zeroPadded(result.irigDay, 3), zeroPadded(result.irigHour, 2), zeroPadded(result.irigMinute, 2),
+                       zeroPadded(result.irigSecond, 2), zeroPadded(result.irigMillisecond, 3),
+                       zeroPadded(result.irigMicrosecond, 3), QString(result.irigLocked ? u'L' : u' '));
         announce(this, result.irigYear == 0 ? time : zeroPadded(result.irigYear, 4) + u'-' + time, m_time,
                  &Self::timeChanged);
     }

@@ -112,13 +112,13 @@ private:
         bool hasIrig = false;
         uint8_t irigLocked = 0;
         uint16_t irigYear = 0; ///< 0: the signal carries no year.
-        uint16_t irigDay = 0;  ///< Day of the year.
+        uint16_t irigDay = 0; ///< Day of the year.
         uint8_t irigHour = 0;
         uint8_t irigMinute = 0;
         uint8_t irigSecond = 0;
         uint16_t irigMillisecond = 0;
         uint16_t irigMicrosecond = 0;
-        Nullable<float> fpaTemp;  ///< Kelvin.
+        Nullable<float> fpaTemp; ///< Kelvin.
         Nullable<float> coldTemp; ///< Kelvin, or Celsius with a thermoelectric cooler.
         Nullable<float> lensTemp; ///< Celsius.
         Nullable<uint8_t> coolerType;

@@ -72,10 +72,7 @@ void tst_Plugin::initTestCase()
     QCOMPARE(m_entryPoint(), 1);
 }
 
-void tst_Plugin::cleanupTestCase()
-{
-    QThreadPool::globalInstance()->waitForDone();
-}
+void tst_Plugin::cleanupTestCase() { QThreadPool::globalInstance()->waitForDone(); }
 
 void tst_Plugin::showsThreeSymbolsAndNoMore()
 {
@@ -144,7 +141,8 @@ void tst_Plugin::resourcesHoldThePageTreeAndNothingElse()
     QCOMPARE(files.size() + paths.size(), allFiles);
     for (const QString &path : paths)
         QVERIFY2(!files.contains(path), qPrintable(path + " has landed, and still stands among what is to come"));
-    for (const char *path : {"zvtmain.qml", "fonts/MaterialIcons-Regular.ttf", "images/play1.png", "images/play1@2x.png"})
+    for (const char *path :
+         {"zvtmain.qml", "fonts/MaterialIcons-Regular.ttf", "images/play1.png", "images/play1@2x.png"})
         QVERIFY2(files.contains(path), path);
 }
 
@@ -152,9 +150,12 @@ void tst_Plugin::typesCanNotBeMadeInQmlExceptTwo_data()
 {
     QTest::addColumn<QString>("type");
     QTest::addColumn<QString>("reason"); // Empty: it can be made.
-    QTest::newRow("root") << "ZvtCameraModel" << "Can only get through controller plugin";
-    QTest::newRow("validator") << "FPASizeIntValidator" << "";
-    QTest::newRow("table") << "ZvtModelTable" << "";
+    QTest::newRow("root") << "ZvtCameraModel"
+                          << "Can only get through controller plugin";
+    QTest::newRow("validator") << "FPASizeIntValidator"
+                               << "";
+    QTest::newRow("table") << "ZvtModelTable"
+                           << "";
 }
 
 void tst_Plugin::typesCanNotBeMadeInQmlExceptTwo()
@@ -171,9 +172,9 @@ void tst_Plugin::typesCanNotBeMadeInQmlExceptTwo()
 
 void tst_Plugin::everyTypeIsRegisteredOrStillToCome()
 {
-    const QStringList types{"ZvtCameraPresetModel", "ZvtCameraModel",        "SetupGeneralModel", "NucInfoModel",
-                            "NucProcessModel",      "VideoTabModel",         "SsdTabModel",       "FPASizeIntValidator",
-                            "ZvtModelTable",        "SyncSettingsModel",     "MfgRoicConfigModel", "BatchDownloadModel",
+    const QStringList types{"ZvtCameraPresetModel", "ZvtCameraModel",       "SetupGeneralModel",  "NucInfoModel",
+                            "NucProcessModel",      "VideoTabModel",        "SsdTabModel",        "FPASizeIntValidator",
+                            "ZvtModelTable",        "SyncSettingsModel",    "MfgRoicConfigModel", "BatchDownloadModel",
                             "BatchDownloadEntry",   "SsdMovieFileInfoModel"};
     const QStringList toCome = pending();
     for (const QString &type : types)

@@ -5,6 +5,7 @@
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlProperty>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -133,14 +134,15 @@ QObject *PageDriver::create(const QString &qml, const QVariantMap &properties)
                          "import \"popups\"\nimport \"icons\"\nimport \"animations\"\n");
     QQmlComponent component(&m_engine);
     component.setData((imports + qml).toUtf8(), QUrl(QStringLiteral("qrc:/zvt/created.qml")));
-    // The context of a part is the page's own, in which its ids stand.
-    QObject *object = component.beginCreate(qmlContext(page()->childItems().constFirst()));
+    // A part's context is the page's own, in which its ids stand.
+    QQuickItem *pane = page()->childItems().constFirst();
+    QObject *object = component.beginCreate(qmlContext(pane));
     if (object == nullptr)
         throw std::runtime_error(component.errorString().toStdString());
     component.setInitialProperties(object, properties);
     object->setParent(page());
     if (auto *item = qobject_cast<QQuickItem *>(object))
-        item->setParentItem(page());
+        item->setParentItem(pane->property("contentItem").value<QQuickItem *>());
     component.completeCreate();
     return object;
 }
@@ -153,4 +155,11 @@ void PageDriver::poll()
     settle();
 }
 
-void PageDriver::settle() { CameraRig::settle(); }
+void PageDriver::settle()
+{
+    CameraRig::settle();
+    // Layouts take their places with the next frame.
+    QSignalSpy frames(&m_window, &QQuickWindow::frameSwapped);
+    m_window.update();
+    frames.wait();
+}

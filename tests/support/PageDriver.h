@@ -59,7 +59,7 @@ public:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
     /// Makes a further object as a part of the page, which sees what the page's own parts see; imports are as in
-    /// zvtmain.qml. An item becomes a child of the page. It lives until the page dies.
+    /// zvtmain.qml. An item lies over the page. It lives until the page dies.
     QObject *create(const QString &qml, const QVariantMap &properties = {});
 
     /// Runs the status poll once and waits for its values.

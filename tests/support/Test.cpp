@@ -22,7 +22,8 @@ std::map<std::string, TestRegistry::Factory> &registry()
 
 void Test::init()
 {
-    // What the offscreen platform cannot do is no fault of ours: it says so for every minimum size and every raised window.
+    // What the offscreen platform cannot do is no fault of ours: it says so for every minimum size and every raised
+    // window.
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support )")));
 }
 

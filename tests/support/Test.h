@@ -21,8 +21,8 @@ protected slots:
     void init();
 };
 
-/// The test classes of this program, by name. The program runs the class named by its first argument, with the remaining
-/// arguments for Qt Test; without a name it runs all of them.
+/// The test classes of this program, by name. The program runs the class named by its first argument, with the
+/// remaining arguments for Qt Test; without a name it runs all of them.
 class TestRegistry
 {
 public:
@@ -32,5 +32,5 @@ public:
 };
 
 // The name is not in a namespace of its own, since moc wants the class where it stands.
-#define ZVT_TEST(Class) \
+#define ZVT_TEST(Class)                                                                                                \
     static const int registered_##Class = TestRegistry::add(#Class, [] { return std::make_unique<Class>(); });

@@ -4,8 +4,7 @@
 #include "tests/support/walkers.h"
 
 /// The walkers' view of a model of class M below a ZvtCameraModel. Only for tests that are linked with the models.
-template <class M>
-ModelUnderTest modelOf(const QString &profile = QStringLiteral("everything"))
+template <class M> ModelUnderTest modelOf(const QString &profile = QStringLiteral("everything"))
 {
     ModelUnderTest model;
     model.makeRoot = [](hlx::TSharedPtr<hlx::cam::IZVTController> controller) -> QObject * {

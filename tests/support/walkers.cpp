@@ -154,7 +154,8 @@ void walkFailingReads(const ModelUnderTest &model, const ReadExceptions &excepti
             continue;
         }
         if (old.isEmpty())
-            FAIL_WALK(QStringLiteral("%1 fails, and every value is as if it had not: no value is its own").arg(call.key()));
+            FAIL_WALK(
+                QStringLiteral("%1 fails, and every value is as if it had not: no value is its own").arg(call.key()));
         for (const QString &property : old) {
             if (outcome.after.value(property) != good.before.value(property))
                 FAIL_WALK(QStringLiteral("%1 fails, and %2 is neither old nor new").arg(call.key(), property));

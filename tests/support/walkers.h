@@ -29,14 +29,14 @@ struct ModelUnderTest {
 /// What a walk knows of a call whose failure does more, or less, than to leave its own value old.
 struct ReadException {
     QStringList oldProperties; ///< All properties that differ from those of a read without a failure.
-    const char *reason;        ///< The sentence that justifies it.
+    const char *reason; ///< The sentence that justifies it.
 };
 
 /// Keys are the names of calls, or "name#2" for the second call of that name in one read.
 using ReadExceptions = QMap<QString, ReadException>;
 
-/// Each call of a read fails once: exactly the values that it reads stay as they were, every call has a value of its own,
-/// and all others are published. Values are compared between a fresh model and one that has read everything.
+/// Each call of a read fails once: exactly the values that it reads stay as they were, every call has a value of its
+/// own, and all others are published. Values are compared between a fresh model and one that has read everything.
 void walkFailingReads(const ModelUnderTest &model, const ReadExceptions &exceptions = {});
 
 /// The model, and then the root, is deleted with each call of its read held in flight: at once, without a wait.

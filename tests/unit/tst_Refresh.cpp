@@ -197,7 +197,8 @@ void tst_Refresh::unguardedFormPublishesTheNewestOnly()
     QCOMPARE(model.published(), QList<int>{2});
 }
 
-// Between the end of a task and its slot the watcher already counts as finished; a new read there would void the result.
+// Between the end of a task and its slot the watcher already counts as finished; a new read there would void the
+// result.
 void tst_Refresh::refreshBetweenEndAndSlotKeepsTheResult()
 {
     RefreshedModel model{Form::Standard};

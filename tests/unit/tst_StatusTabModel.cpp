@@ -12,8 +12,8 @@ namespace
 
 /// A Status tab below a root, and what a test wants to know of it.
 struct Status {
-    explicit Status(const QString &profile = QStringLiteral("everything"), bool connected = true) :
-        rig(profile, connected), root(rig.controller(), nullptr), model(root.statusTabModel())
+    explicit Status(const QString &profile = QStringLiteral("everything"), bool connected = true)
+        : rig(profile, connected), root(rig.controller(), nullptr), model(root.statusTabModel())
     {
         timer = model->findChild<QTimer *>(QStringLiteral("updateTimeTimer"));
     }
@@ -167,7 +167,8 @@ void tst_StatusTabModel::refreshReadsAllPresetsOfASequence()
     // All four are asked, whatever the number of presets is.
     QStringList expected{"controller.GetWindow", "controller.GetPresetSequencingMode", "controller.GetPresetSequence"};
     for (int preset = 0; preset < 4; ++preset)
-        expected << "controller.GetPresetIntegrationTime" << "controller.GetPresetFrameRate";
+        expected << "controller.GetPresetIntegrationTime"
+                 << "controller.GetPresetFrameRate";
     QCOMPARE(status.refresh(), expected);
     QCOMPARE(status.model->integrationTime(), QStringLiteral("%1 to %1 ms").arg(systemNumber(0.5, 6)));
     QCOMPARE(status.model->frameRate(), QStringLiteral("%1 to %1 Hz").arg(systemNumber(100.0, 2)));
@@ -388,8 +389,8 @@ void tst_StatusTabModel::irigTimeIsShown()
     status.rig.gate().script("controller.HasRealTimeClock", false);
     status.rig.gate().script("zvtGetIRIGTime", QVariantList{year, 45, 7, 5, 9, 12, 345});
     status.rig.gate().script("zvtGetIRIGLocked", locked);
-    QCOMPARE(status.show().mid(0, 4), QStringList({"zvtGetSaturatedFlag", "controller.HasRealTimeClock",
-                                                   "zvtGetIRIGTime", "zvtGetIRIGLocked"}));
+    QCOMPARE(status.show().mid(0, 4),
+             QStringList({"zvtGetSaturatedFlag", "controller.HasRealTimeClock", "zvtGetIRIGTime", "zvtGetIRIGLocked"}));
     QCOMPARE(status.model->time(), text);
 }
 
@@ -483,7 +484,7 @@ void tst_StatusTabModel::coldRuleOfAThermoelectricCooler_data()
 {
     QTest::addColumn<double>("celsius");
     QTest::addColumn<QVariant>("setpoint"); // Invalid: its read fails.
-    QTest::addColumn<QVariant>("power");    // As above.
+    QTest::addColumn<QVariant>("power"); // As above.
     QTest::addColumn<bool>("cold");
     QTest::newRow("settled below") << -20.375 << QVariant(-20.0) << QVariant(true) << true;
     QTest::newRow("settled above") << -19.625 << QVariant(-20.0) << QVariant(true) << true;
@@ -635,14 +636,15 @@ void tst_StatusTabModel::failingReadsOfAPoll()
         rig.gate().script("zvtGetFPAColdTemperature", 79.5);
         rig.gate().script("zvtMfgGetCoolerType", 0);
     };
-    walkFailingReads(model,
-                     {{"controller.HasRealTimeClock", {{"time"}, "the other clock is read, and not shown"}},
-                      {"zvtMfgGetCoolerType", {{"fpaCold"}, "without the type of cooler it is not known what is cold"}},
-                      {"zvtGetFPATemperature", {{"fpaCold", "fpaTemp"}, "without a temperature nothing is cold"}},
-                      {"zvtGetFPAColdTemperature", {{}, "the fallback of 80 K judges alike"}},
-                      {"zvtGetHasLensTemperature", {{"hasLensTemp", "lensTemp"}, "the sensor is asked only if it is there"}},
-                      {"zvtGetSCTemperatures", {{"airGapTemp", "frontPanelTemp"}, "the other internal reading wins"}},
-                      {"zvtGetRSTemperatures", {{"internalChassisTemp"}, "the first internal reading then stands"}}});
+    walkFailingReads(
+        model,
+        {{"controller.HasRealTimeClock", {{"time"}, "the other clock is read, and not shown"}},
+         {"zvtMfgGetCoolerType", {{"fpaCold"}, "without the type of cooler it is not known what is cold"}},
+         {"zvtGetFPATemperature", {{"fpaCold", "fpaTemp"}, "without a temperature nothing is cold"}},
+         {"zvtGetFPAColdTemperature", {{}, "the fallback of 80 K judges alike"}},
+         {"zvtGetHasLensTemperature", {{"hasLensTemp", "lensTemp"}, "the sensor is asked only if it is there"}},
+         {"zvtGetSCTemperatures", {{"airGapTemp", "frontPanelTemp"}, "the other internal reading wins"}},
+         {"zvtGetRSTemperatures", {{"internalChassisTemp"}, "the first internal reading then stands"}}});
 }
 
 void tst_StatusTabModel::heldReadsOutliveTheModel()

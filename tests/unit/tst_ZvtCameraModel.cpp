@@ -18,8 +18,8 @@ const QString mfgKey = QStringLiteral("zvtCamCtrlMfgTabVisibility");
 
 /// A camera and its root, and the order of the root's signals.
 struct Camera {
-    explicit Camera(const QString &profile = QStringLiteral("everything"), bool connected = true) :
-        rig(profile, connected), root(std::make_unique<ZvtCameraModel>(rig.controller(), nullptr))
+    explicit Camera(const QString &profile = QStringLiteral("everything"), bool connected = true)
+        : rig(profile, connected), root(std::make_unique<ZvtCameraModel>(rig.controller(), nullptr))
     {
         const auto note = [this](auto signal, const char *name) {
             QObject::connect(root.get(), signal, root.get(), [this, name] { order << name; });
@@ -28,8 +28,8 @@ struct Camera {
         note(&ZvtCameraModel::modelChanged, "model");
         note(&ZvtCameraModel::serialChanged, "serial");
         note(&ZvtCameraModel::hasNucMaskChanged, "mask");
-        QObject::connect(root->cameraCapabilitiesModel(), &CameraCapabilitiesModel::cameraCapabilitiesChanged, root.get(),
-                         [this] { order << "capabilities"; });
+        QObject::connect(root->cameraCapabilitiesModel(), &CameraCapabilitiesModel::cameraCapabilitiesChanged,
+                         root.get(), [this] { order << "capabilities"; });
     }
 
     CameraRig rig;
@@ -108,13 +108,20 @@ void tst_ZvtCameraModel::failedIdentityIsEmpty_data()
 {
     QTest::addColumn<QString>("failing");
     QTest::addColumn<QString>("property");
-    QTest::newRow("model") << "zvtGetCameraModel" << "model";
-    QTest::newRow("serial") << "zvtGetCameraSN" << "serial";
-    QTest::newRow("type") << "zvtGetCameraType" << "cameraTypeName";
-    QTest::newRow("subtype") << "zvtGetCameraSubtype" << "cameraSubtypeName";
-    QTest::newRow("subtype without type") << "zvtGetCameraType" << "cameraSubtypeName";
-    QTest::newRow("readout") << "zvtGetReadout" << "readoutName";
-    QTest::newRow("detector") << "zvtGetDetectorType" << "detectorTypeName";
+    QTest::newRow("model") << "zvtGetCameraModel"
+                           << "model";
+    QTest::newRow("serial") << "zvtGetCameraSN"
+                            << "serial";
+    QTest::newRow("type") << "zvtGetCameraType"
+                          << "cameraTypeName";
+    QTest::newRow("subtype") << "zvtGetCameraSubtype"
+                             << "cameraSubtypeName";
+    QTest::newRow("subtype without type") << "zvtGetCameraType"
+                                          << "cameraSubtypeName";
+    QTest::newRow("readout") << "zvtGetReadout"
+                             << "readoutName";
+    QTest::newRow("detector") << "zvtGetDetectorType"
+                              << "detectorTypeName";
 }
 
 void tst_ZvtCameraModel::failedIdentityIsEmpty()
@@ -223,7 +230,7 @@ void tst_ZvtCameraModel::eventsOfTheRangeAreTaken()
     QCOMPARE(camera.root->event(&foreign), taken || QObject().event(&foreign));
     bool invoked = false;
     struct Event : IInvokeEvent {
-        Event(int eventType, bool &flag) : IInvokeEvent(QEvent::Type(eventType)), m_flag(flag) {}
+        Event(int eventType, bool &flag) : IInvokeEvent(QEvent::Type(eventType)), m_flag(flag) { }
         void invoke() override { m_flag = true; }
         bool &m_flag;
     } own(type, invoked);
@@ -348,7 +355,8 @@ void tst_ZvtCameraModel::keysAreFolded_data()
     QTest::newRow("bare control") << uint(Qt::ControlModifier) << uint(Qt::Key_Control) << 0x04000000U;
     QTest::newRow("bare alt") << uint(Qt::AltModifier) << uint(Qt::Key_Alt) << 0x08000000U;
     QTest::newRow("meta stays a key") << uint(Qt::ControlModifier) << 0x01000022U << 0x05000022U;
-    QTest::newRow("other modifiers are dropped") << uint(Qt::MetaModifier | Qt::KeypadModifier) << uint(Qt::Key_5) << 0x35U;
+    QTest::newRow("other modifiers are dropped")
+        << uint(Qt::MetaModifier | Qt::KeypadModifier) << uint(Qt::Key_5) << 0x35U;
 }
 
 void tst_ZvtCameraModel::keysAreFolded()
@@ -379,7 +387,7 @@ void tst_ZvtCameraModel::emulatorPropertiesAreWrittenToTheDevice()
 {
     Camera camera;
     const QMap<QString, QVariant> values{
-        {"recordStart", !camera.root->recordStart()},   {"ssdTransfer", !camera.root->ssdTransfer()},
+        {"recordStart", !camera.root->recordStart()},    {"ssdTransfer", !camera.root->ssdTransfer()},
         {"testPattern", camera.root->testPattern() + 1}, {"bb1Temp", camera.root->bb1Temp() + 1.5F},
         {"bb2Temp", camera.root->bb2Temp() + 2.5F},      {"chamberProfile", "W\u00e4rme 1"}};
     for (auto it = values.cbegin(); it != values.cend(); ++it) {

@@ -45,10 +45,7 @@ int getFullText(uint64_t, char *buffer, uint32_t size)
     return 0;
 }
 
-int getNothing(uint64_t, char *, uint32_t)
-{
-    return 0;
-}
+int getNothing(uint64_t, char *, uint32_t) { return 0; }
 
 int getBrokenText(uint64_t, char *buffer, uint32_t size)
 {
