@@ -42,8 +42,8 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
     DOC "Material Icons, the font of the icons that the host's icon font lacks"
     REQUIRED)
 
-# zvt_add_pages(TARGET): compiles the pages ahead of time into the library TARGET. Its resources then hold exactly the files
-# above and the font.
+# zvt_add_pages(TARGET): compiles the pages ahead of time into the library TARGET. Its resources then hold exactly the
+# files above and the font.
 function(zvt_add_pages target)
     set(qml_files "")
     set(resource_files "")

@@ -1,9 +1,10 @@
 set(ZVT_TEST_FILTER "" CACHE STRING "Build only the test files whose name matches this expression")
 
-# zvt_tests(KIND [LINK ...] [TIMEOUT seconds] [DEFINITIONS ...]): one program `zvt_KIND_tests` of all test classes of the
-# folder (one link instead of many), and one CTest entry `KIND.tst_A` with the label KIND for each file tst_A.cpp.
+# zvt_tests(KIND [LINK ...] [TIMEOUT seconds] [LONG tst_A ...] [DEFINITIONS ...]): one program `zvt_KIND_tests` of all
+# test classes of the folder (one link instead of many), and one CTest entry `KIND.tst_A` with the label KIND for each file
+# tst_A.cpp. Those of LONG build things of their own and get half an hour.
 function(zvt_tests kind)
-    cmake_parse_arguments(ARG "" "TIMEOUT" "LINK;DEFINITIONS" ${ARGN})
+    cmake_parse_arguments(ARG "" "TIMEOUT" "LINK;LONG;DEFINITIONS" ${ARGN})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
@@ -27,6 +28,11 @@ function(zvt_tests kind)
             add_test(NAME ${kind}.${name} COMMAND ${program} ${name})
             set_tests_properties(${kind}.${name} PROPERTIES LABELS ${kind} TIMEOUT ${ARG_TIMEOUT}
                 ENVIRONMENT "ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp;UBSAN_OPTIONS=print_stacktrace=1")
+        endif()
+    endforeach()
+    foreach(name IN LISTS ARG_LONG)
+        if(TEST ${kind}.${name})
+            set_tests_properties(${kind}.${name} PROPERTIES TIMEOUT 1800)
         endif()
     endforeach()
 endfunction()

@@ -63,7 +63,11 @@ constexpr CapabilityRow internalTemperature{&Block::hasInternalTemperature, &Sou
 
 } // namespace
 
-CameraCapabilitiesModel::CameraCapabilitiesModel(QObject *parent) : QObject(parent) { }
+CameraCapabilitiesModel::CameraCapabilitiesModel(QObject *parent) : QObject(parent)
+{
+    const CameraRoot *const root = CameraRoot::of(this);
+    m_block = root ? root->capabilities() : std::make_shared<CapabilityBlock>();
+}
 
 void CameraCapabilitiesModel::configure()
 {

@@ -101,5 +101,5 @@ signals:
 private:
     static bool wildcardMatch(const hlx::CString &pattern, const QString &text);
 
-    const std::shared_ptr<CapabilityBlock> m_block = std::make_shared<CapabilityBlock>();
+    std::shared_ptr<CapabilityBlock> m_block; ///< The root's, or its own below none.
 };

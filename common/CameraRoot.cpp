@@ -1,7 +1,6 @@
 #include "common/CameraRoot.h"
 
 #include "common/CameraAccess.h"
-#include "common/CameraCapabilitiesModel.h"
 #include "common/CapabilityBlock.h"
 
 #include <QObject>
@@ -23,5 +22,5 @@ CameraAccess CameraAccess::of(const QObject *model)
         return {{}, 0, std::make_shared<const CapabilityBlock>()};
     auto controller = root->controller();
     const uint64_t handle = controller ? controller->GetHandle() : 0;
-    return {controller, handle, root->cameraCapabilitiesModel()->block()};
+    return {std::move(controller), handle, root->capabilities()};
 }

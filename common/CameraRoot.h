@@ -4,12 +4,14 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 
 #include "hlx/IDevice.h"
 #include "hlx/IZVTController.h"
 #include "hlx/TSharedPtr.h"
 
 class CameraCapabilitiesModel;
+class CapabilityBlock;
 class QObject;
 class ZvtCameraModel;
 
@@ -38,9 +40,15 @@ public:
     /// Calls `listener` on each change of connected(), for as long as `context` lives.
     virtual QMetaObject::Connection onConnectedChanged(const QObject *context, std::function<void()> listener) = 0;
 
-    /// What this camera can do. Not to be called from the constructor of a model that the root builds earlier.
+    /// The live values behind cameraCapabilitiesModel(); never null. They exist before any sub-model does, so that a
+    /// model may start a read from its constructor.
+    virtual std::shared_ptr<CapabilityBlock> capabilities() const = 0;
+
+    /// What this camera can do. Not to be called from the constructor of a sub-model: the root may build it later.
     virtual CameraCapabilitiesModel *cameraCapabilitiesModel() = 0;
 
+    /// Bit n set: preset n holds a non-uniformity correction.
+    virtual uint8_t hasNucMask() = 0;
     /// Sets the bits of `mask` to those of `values` in the mask of presets that hold a correction.
     virtual void modifyHasNucMask(uint8_t mask, uint8_t values) = 0;
     virtual void setPresetHasNuc(uint8_t preset, bool hasNuc) = 0;

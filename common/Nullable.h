@@ -32,8 +32,6 @@ public:
         return m_value;
     }
 
-    operator const T &() const { return get(); } // NOLINT(google-explicit-constructor)
-
     /// The value's address, for a function that fills it, which marks it as set before it is filled. Throws
     /// std::runtime_error if it is set already.
     T *operator&() // NOLINT(google-runtime-operator)

@@ -13,10 +13,11 @@
 enum class Form {
     Standard, ///< A second read while one runs is dropped. `refreshing` true, then `hasRefreshed` false.
     Swapped, ///< The same with the flags in the other order.
-    RefreshingOnly, ///< The same, but `hasRefreshed` stays, so that a section stays enabled during later reads.
+    RefreshingOnly, ///< The same, but `hasRefreshed` rises once and stays: a section stays enabled in later reads.
     FlagGuard, ///< Dropped by the `refreshing` flag itself. No `hasRefreshed`.
     NoFlags, ///< Dropped while one runs; neither flag.
-    Unguarded ///< Never dropped; the newest read is the one that is published. `refreshing` starts true.
+    Unguarded, ///< Never dropped; the newest read is the one that is published. `refreshing` starts true.
+    NewestOnly ///< The same with neither flag, for a poll or a write beside a model's other reads.
 };
 
 /// The refresh contract: reads a Result on a thread of the global pool and brings it to the model's finished slot on
@@ -37,23 +38,31 @@ public:
     bool refreshing() const { return m_refreshing; }
     bool hasRefreshed() const { return m_hasRefreshed; }
 
-    /// Starts `task`, called as Result(const CameraAccess &) on a pool thread, unless the form drops it.
-    template <class Task> void start(Task task)
+    /// A task runs, or its result waits for the finished slot.
+    bool running() const { return m_inFlight; }
+
+    /// Starts `task`, called as Result(const CameraAccess &) on a pool thread; false if the form drops it.
+    template <class Task> bool start(Task task)
     {
-        if (begin())
-            run(std::move(task));
+        if (!begin())
+            return false;
+        run(std::move(task));
+        return true;
     }
 
     /// The first half of start(): false if the form drops the read, else the flags are set and signalled.
-    bool begin()
+    bool begin() { return begin(m_form); }
+
+    /// The same with the flags of another form, for a second kind of task behind the same finished slot.
+    bool begin(Form form)
     {
         if (busy())
             return false;
-        if (m_form == Form::Swapped)
+        if (form == Form::Swapped)
             setHasRefreshed(false);
-        if (m_form != Form::NoFlags && m_form != Form::Unguarded)
+        if (hasFlags(form) && form != Form::Unguarded)
             setRefreshing(true);
-        if (m_form == Form::Standard)
+        if (form == Form::Standard)
             setHasRefreshed(false);
         return true;
     }
@@ -61,9 +70,10 @@ public:
     /// The second half of start(): the task itself.
     template <class Task> void run(Task task)
     {
+        Q_ASSERT(!m_inFlight || m_form == Form::Unguarded || m_form == Form::NewestOnly);
         m_inFlight = true;
-        m_watcher.setFuture(QtConcurrent::run(
-            [task = std::move(task), camera = CameraAccess::of(m_model)] { return call(task, camera); }));
+        const auto camera = CameraAccess::of(m_model);
+        m_watcher.setFuture(QtConcurrent::run([task = std::move(task), camera] { return call(task, camera); }));
     }
 
     /// What the task read; the first act of the finished slot. From here on a new read may start.
@@ -76,14 +86,16 @@ public:
     /// Sets and signals the flags; the last act of the finished slot.
     void finish()
     {
-        if (m_form == Form::NoFlags)
+        if (!hasFlags(m_form))
             return;
-        if (m_form != Form::FlagGuard)
+        if (m_form != Form::FlagGuard && !(m_form == Form::RefreshingOnly && m_hasRefreshed))
             setHasRefreshed(true);
         setRefreshing(false);
     }
 
 private:
+    static bool hasFlags(Form form) { return form != Form::NoFlags && form != Form::NewestOnly; }
+
     // Between the end of a task and its finished slot the watcher says that nothing runs; a new future would throw the
     // unpublished result away. So the member keeps a flag of its own.
     bool busy() const
@@ -92,6 +104,7 @@ private:
         case Form::FlagGuard:
             return m_refreshing;
         case Form::Unguarded:
+        case Form::NewestOnly:
             return false;
         default:
             return m_inFlight;

@@ -1,5 +1,7 @@
 #include "common/conversions.h"
 
+#include "common/formatting.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -8,8 +10,6 @@ namespace
 {
 
 bool isSeparator(QChar character) { return character == u'/' || character == u'\\'; }
-
-QString padded(int number, int width) { return QStringLiteral("%1").arg(number, width, 10, QLatin1Char('0')); }
 
 // Takes the first field off if there are exactly `count` left; a text too short to have it gives 0.
 int takeFirst(QStringList &fields, int count) { return fields.size() == count ? fields.takeFirst().toInt() : 0; }
@@ -50,16 +50,16 @@ QString MakePath(std::initializer_list<QString> pieces)
 QString stringifyIrigTime(zvtSIRIG time)
 {
     return QStringLiteral("%1:%2:%3:%4.%5%6")
-        .arg(padded(time.day, 3), padded(time.hour, 2), padded(time.minute, 2), padded(time.second, 2),
-             padded(time.millisecond, 3), padded(time.microsecond, 3));
+        .arg(zeroPadded(time.day, 3), zeroPadded(time.hour, 2), zeroPadded(time.minute, 2), zeroPadded(time.second, 2),
+             zeroPadded(time.millisecond, 3), zeroPadded(time.microsecond, 3));
 }
 
 QString DateTimeToIrigString(const QDateTime &time)
 {
     const QTime clock = time.time();
     return QStringLiteral("%1:%2:%3:%4.%5")
-        .arg(padded(time.date().dayOfYear(), 3), padded(clock.hour(), 2), padded(clock.minute(), 2),
-             padded(clock.second(), 2), padded(clock.msec(), 3));
+        .arg(zeroPadded(time.date().dayOfYear(), 3), zeroPadded(clock.hour(), 2), zeroPadded(clock.minute(), 2),
+             zeroPadded(clock.second(), 2), zeroPadded(clock.msec(), 3));
 }
 
 QDateTime IrigStringToDateTime(const QString &text)

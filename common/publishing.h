@@ -45,3 +45,26 @@ void announce(Model *model, Value &&value, Member &member, void (Signaller::*cha
     member = std::forward<Value>(value);
     emit(model->*changed)();
 }
+
+/// Stores a pair that was read together (a minimum and a maximum), and signals it once.
+template <class Model, class Signaller, class Value, class Member>
+void publishPair(Model *model, const Nullable<Value> &first, Member &firstMember, const Nullable<Value> &second,
+                 Member &secondMember, void (Signaller::*changed)())
+{
+    if (!first.set())
+        return;
+    firstMember = first.get();
+    secondMember = second.get();
+    emit(model->*changed)();
+}
+
+/// The same, but signalled only if one of the two differs from the stored one.
+template <class Model, class Signaller, class Value, class Member>
+void publishPairIfChanged(Model *model, const Nullable<Value> &first, Member &firstMember,
+                          const Nullable<Value> &second, Member &secondMember, void (Signaller::*changed)())
+{
+    if (first.set()
+        && !(sameOnShow<Member>(static_cast<Member>(first.get()), firstMember)
+             && sameOnShow<Member>(static_cast<Member>(second.get()), secondMember)))
+        publishPair(model, first, firstMember, second, secondMember, changed);
+}

@@ -7,13 +7,17 @@
 
 #include <array>
 #include <cstdint>
+#include <type_traits>
+
+#include "hlx/IZVTController.h"
+#include "hlx/TSharedPtr.h"
 
 // Reading helpers of pool tasks. Each asks the SDK once. Any thread.
 
 namespace reading
 {
 
-/// The type behind the last parameter of an SDK function.
+/// The last parameter of an SDK function or of a controller operation.
 template <class Function> struct LastParameter;
 
 template <class Result, class First> struct LastParameter<Result (*)(First)> {
@@ -24,7 +28,25 @@ template <class Result, class First, class... Rest>
 struct LastParameter<Result (*)(First, Rest...)> : LastParameter<Result (*)(Rest...)> {
 };
 
+template <class Result, class... Parameters>
+struct LastParameter<Result (hlx::cam::IZVTController::*)(Parameters...)> : LastParameter<Result (*)(Parameters...)> {
+};
+
 template <class Function> using Out = std::remove_pointer_t<typename LastParameter<Function>::Type>;
+
+/// Calls a controller operation: 0 if it says true or nothing, else a failing status, which a null controller gives
+/// too.
+template <class Result, class... Parameters, class... Arguments>
+int callController(const hlx::TSharedPtr<hlx::cam::IZVTController> &controller,
+                   Result (hlx::cam::IZVTController::*operation)(Parameters...), Arguments... arguments)
+{
+    if (!controller)
+        return -1;
+    if constexpr (std::is_void_v<Result>)
+        return ((controller.get()->*operation)(arguments...), 0);
+    else
+        return (controller.get()->*operation)(arguments...) ? 0 : -1;
+}
 
 } // namespace reading
 
@@ -45,7 +67,26 @@ template <class T, class Get, class... Arguments> bool read(Nullable<T> &field, 
     return true;
 }
 
-/// The same for a function with two outputs: both fields are set together, or none is.
+/// The same for an operation of the controller, called as get(arguments..., &value). A null controller fails.
+template <class T, class Result, class... Parameters, class... Arguments>
+bool read(Nullable<T> &field, Result (hlx::cam::IZVTController::*get)(Parameters...),
+          const hlx::TSharedPtr<hlx::cam::IZVTController> &controller, Arguments... arguments)
+{
+    reading::Out<decltype(get)> value{};
+    if (reading::callController(controller, get, arguments..., &value) != 0)
+        return false;
+    field = static_cast<T>(value);
+    return true;
+}
+
+/// The value that `get` gives, or `otherwise` if it fails. Takes all that read() takes.
+template <class T, class Get, class... Arguments> T readOr(T otherwise, Get get, Arguments... arguments)
+{
+    Nullable<T> value;
+    return read(value, get, arguments...) ? value.get() : otherwise;
+}
+
+/// Calls a function with two outputs: both fields are set together, or none is.
 template <class T, class Get, class... Arguments>
 bool readPair(Nullable<T> &first, Nullable<T> &second, Get get, Arguments... arguments)
 {

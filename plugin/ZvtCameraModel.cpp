@@ -1,11 +1,12 @@
 #include "plugin/ZvtCameraModel.h"
 
 #include "common/TInvokeEvent.h"
+#include "common/formatting.h"
+#include "common/presets.h"
 #include "common/reading.h"
 #include "common/setters.h"
 #include "status/StatusTabModel.h"
 
-#include <QLocale>
 #include <QSettings>
 
 #include "hlx/CZVTController.h"
@@ -138,9 +139,8 @@ void ZvtCameraModel::setPresetHasNuc(uint8_t preset, bool hasNuc)
 
 void ZvtCameraModel::updateHasNucMask()
 {
-    constexpr uint8_t numPresets = 4;
     m_hasNucMask = 0;
-    for (uint8_t preset = 0; preset < numPresets; ++preset)
+    for (uint8_t preset = 0; preset < presetCount; ++preset)
         if (!textOr<nucNameSize>({}, zvtGetNUCName, handle(), preset).isEmpty())
             m_hasNucMask |= static_cast<uint8_t>(1U << preset);
     emit hasNucMaskChanged();
@@ -157,9 +157,9 @@ void ZvtCameraModel::setManufacturingMode(bool manufacturingMode)
 {
     if (manufacturingMode == m_manufacturingMode)
         return;
-    m_manufacturingMode = manufacturingMode;
+    // The setting is written before anybody learns of the change.
     QSettings().setValue(m_mfgTabVisibilityKey, static_cast<int>(manufacturingMode ? SHOW_MFG_TAB : HIDE_MFG_TAB));
-    emit manufacturingModeChanged();
+    announce(this, manufacturingMode, m_manufacturingMode, &Self::manufacturingModeChanged);
 }
 
 void ZvtCameraModel::refreshAllVisible() { m_statusTabModel->refresh(); }
@@ -174,9 +174,7 @@ uint ZvtCameraModel::integrateModifiersIntoKey(uint modifiers, uint keycode) con
 
 QString ZvtCameraModel::safeConvertFloatToLocaleString(double num, uint precision) const
 {
-    QLocale locale = QLocale::system();
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    return locale.toString(num, 'f', static_cast<int>(precision));
+    return plainLocale().toString(num, 'f', static_cast<int>(precision));
 }
 
 // The test properties of an emulator

@@ -93,6 +93,7 @@ public:
 
     hlx::TSharedPtr<hlx::cam::IZVTController> controller() const override { return m_controller; }
     hlx::TSharedPtr<hlx::cam::IDevice> device() const override;
+    std::shared_ptr<CapabilityBlock> capabilities() const override { return m_capabilities; }
     QMetaObject::Connection onConnectedChanged(const QObject *context, std::function<void()> listener) override;
     uint8_t hasNucMask() override { return m_hasNucMask; }
     void modifyHasNucMask(uint8_t mask, uint8_t values) override;
@@ -129,8 +130,9 @@ private:
     template <class Value>
     void setEmulatorProperty(const char *key, const Value &value, const Value &present, void (Self::*changed)());
 
-    // Stands first: the sub-models may ask for it from their constructors.
+    // These two stand first: the sub-models may start reads from their constructors.
     hlx::TSharedPtr<hlx::cam::IZVTController> m_controller;
+    const std::shared_ptr<CapabilityBlock> m_capabilities = std::make_shared<CapabilityBlock>();
     bool m_allowedToCloseController = true;
     bool m_manufacturingMode = false;
     CameraCapabilitiesModel m_cameraCapabilitiesModel{this};

@@ -20,4 +20,4 @@ Q_DECL_EXPORT bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IControlle
                                             QObject *&model, QString &qml);
 
 /// Initialises the library's compiled-in resources.
-Q_DECL_EXPORT Q_DECL_EXPORT void initResources();
+Q_DECL_EXPORT void initResources();

@@ -5,7 +5,8 @@
 /// The camera plug-in as a host loads it: by its file, knowing nothing but the name of its entry point. GUI thread
 /// only.
 ///
-/// Everything that came out of the plug-in must be gone before its loader.
+/// Everything that came out of the plug-in must be gone before its loader. QML remembers where the plug-in's types lay,
+/// so that a process which has unloaded it must not load it again.
 class PluginLoader
 {
 public:

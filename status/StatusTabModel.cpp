@@ -1,10 +1,11 @@
 #include "status/StatusTabModel.h"
 
 #include "common/CameraRoot.h"
+#include "common/conversions.h"
+#include "common/formatting.h"
+#include "common/presets.h"
 #include "common/publishing.h"
 #include "common/reading.h"
-
-#include <QLocale>
 
 #include <algorithm>
 #include <array>
@@ -19,14 +20,20 @@ namespace
 
 using hlx::cam::IZVTController;
 
-constexpr int numPresets = 4;
-constexpr int rateDecimals = 2;
-constexpr int timeDecimals = 6;
 constexpr int freeRatesMode = 2; // The sequencing mode in which each preset runs at a rate of its own.
 constexpr uint8_t thermoelectricCooler = 1;
-constexpr double kelvinOffset = 273.15;
 
-QString zeroPadded(int number, int width) { return QStringLiteral("%1").arg(number, width, 10, QLatin1Char('0')); }
+QString rateText(double hertz)
+{
+    constexpr int decimals = 2;
+    return plainLocale().toString(hertz, 'f', decimals);
+}
+
+QString timeText(double milliseconds)
+{
+    constexpr int decimals = 6;
+    return plainLocale().toString(milliseconds, 'f', decimals);
+}
 
 /// The lowest and highest of a series.
 struct Range {
@@ -39,13 +46,6 @@ struct Range {
         highest = std::max(highest, value);
     }
 };
-
-QLocale plainLocale()
-{
-    QLocale locale = QLocale::system();
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    return locale;
-}
 
 } // namespace
 
@@ -94,66 +94,69 @@ void StatusTabModel::connectedChangedCameraModel() { checkTimer(); }
 
 void StatusTabModel::refresh() { m_refresh.start(&Result::read); }
 
+// Each step ends the read on its failure, with what is there so far.
 StatusTabModel::Result StatusTabModel::Result::read(const CameraAccess &camera)
 {
     Result result;
-    if (!camera.controller)
-        return result;
-    IZVTController &controller = *camera.controller;
-    const QLocale locale = plainLocale();
-    const auto rate = [&](double hertz) { return locale.toString(hertz, 'f', rateDecimals); };
-    const auto time = [&](double milliseconds) { return locale.toString(milliseconds, 'f', timeDecimals); };
-
     uint16_t x = 0;
     uint16_t y = 0;
     uint16_t width = 0;
     uint16_t height = 0;
-    if (!controller.GetWindow(&x, &y, &width, &height))
+    if (!camera.controller || !camera.controller->GetWindow(&x, &y, &width, &height))
         return result;
     result.frameSize = QStringLiteral("%1x%2").arg(width).arg(height);
 
-    int mode = 0;
-    if (!controller.GetPresetSequencingMode(&mode))
+    Nullable<int> mode;
+    if (!::read(mode, &IZVTController::GetPresetSequencingMode, camera.controller))
         return result;
-    if (mode == 0) {
-        uint8_t preset = 0;
-        double hertz = 0.0;
-        double milliseconds = 0.0;
-        if (!controller.GetActivePreset(&preset) || !controller.GetPresetFrameRate(preset, &hertz))
-            return result;
-        result.frameRate = QStringLiteral("%1 Hz").arg(rate(hertz));
-        if (controller.GetPresetIntegrationTime(preset, &milliseconds))
-            result.integrationTime = QStringLiteral("%1 ms").arg(time(milliseconds));
-        return result;
-    }
+    if (mode.get() == 0)
+        result.readActivePreset(camera);
+    else
+        result.readSequence(camera, mode.get());
+    return result;
+}
 
+void StatusTabModel::Result::readActivePreset(const CameraAccess &camera)
+{
+    Nullable<int> preset;
+    Nullable<double> hertz;
+    Nullable<double> milliseconds;
+    if (!::read(preset, &IZVTController::GetActivePreset, camera.controller)
+        || !::read(hertz, &IZVTController::GetPresetFrameRate, camera.controller, preset.get()))
+        return;
+    frameRate = QStringLiteral("%1 Hz").arg(rateText(hertz.get()));
+    if (::read(milliseconds, &IZVTController::GetPresetIntegrationTime, camera.controller, preset.get()))
+        integrationTime = QStringLiteral("%1 ms").arg(timeText(milliseconds.get()));
+}
+
+void StatusTabModel::Result::readSequence(const CameraAccess &camera, int mode)
+{
     // What the sequence holds does not matter; that it can be read does.
-    std::array<IZVTController::SPresetSequenceEntry, numPresets> sequence{};
-    if (!controller.GetPresetSequence(sequence.data(), numPresets))
-        return result;
+    std::array<IZVTController::SPresetSequenceEntry, presetCount> sequence{};
+    if (!camera.controller->GetPresetSequence(sequence.data(), presetCount))
+        return;
     Range times;
     Range rates;
-    for (int preset = 0; preset < numPresets; ++preset) {
-        double milliseconds = 0.0;
-        double hertz = 0.0;
-        if (!controller.GetPresetIntegrationTime(preset, &milliseconds)
-            || !controller.GetPresetFrameRate(preset, &hertz))
-            return result;
-        times.include(milliseconds);
-        rates.include(hertz);
+    for (int preset = 0; preset < presetCount; ++preset) {
+        Nullable<double> milliseconds;
+        Nullable<double> hertz;
+        if (!::read(milliseconds, &IZVTController::GetPresetIntegrationTime, camera.controller, preset)
+            || !::read(hertz, &IZVTController::GetPresetFrameRate, camera.controller, preset))
+            return;
+        times.include(milliseconds.get());
+        rates.include(hertz.get());
     }
     //: The lowest and the highest integration time of a preset sequence
-    result.integrationTime = tr("%1 to %2 ms").arg(time(times.lowest), time(times.highest));
+    integrationTime = tr("%1 to %2 ms").arg(timeText(times.lowest), timeText(times.highest));
     if (mode == freeRatesMode) {
         //: The lowest and the highest frame rate of a preset sequence
-        result.frameRate = tr("%1 to %2 Hz").arg(rate(rates.lowest), rate(rates.highest));
-        return result;
+        frameRate = tr("%1 to %2 Hz").arg(rateText(rates.lowest), rateText(rates.highest));
+        return;
     }
-    double superframeHertz = 0.0;
-    if (controller.GetSuperframeRate(&superframeHertz))
+    Nullable<double> superframeHertz;
+    if (::read(superframeHertz, &IZVTController::GetSuperframeRate, camera.controller))
         //: The rate of whole superframes
-        result.frameRate = tr("%1 Hz (Superframe)").arg(rate(superframeHertz));
-    return result;
+        frameRate = tr("%1 Hz (Superframe)").arg(rateText(superframeHertz.get()));
 }
 
 void StatusTabModel::finishedResultWatcher()
@@ -201,9 +204,16 @@ void StatusTabModel::TimesAndTempsResult::readClock(const CameraAccess &camera)
         hasRtc = zvtGetRealTimeClock(camera.handle, &year, &month, &day, &hour, &minute, &second) == 0;
         return;
     }
-    hasIrig = zvtGetIRIGTime(camera.handle, &irigYear, &irigDay, &irigHour, &irigMinute, &irigSecond, &irigMillisecond,
-                             &irigMicrosecond)
+    // The members of the packed record are not aligned, so that no function may write to them.
+    uint16_t irigDay = 0;
+    uint16_t millisecond = 0;
+    uint16_t microsecond = 0;
+    hasIrig = zvtGetIRIGTime(camera.handle, &irigYear, &irigDay, &irig.hour, &irig.minute, &irig.second, &millisecond,
+                             &microsecond)
         == 0;
+    irig.day = irigDay;
+    irig.millisecond = millisecond;
+    irig.microsecond = microsecond;
     zvtGetIRIGLocked(camera.handle, &irigLocked);
 }
 
@@ -228,15 +238,12 @@ void StatusTabModel::TimesAndTempsResult::readDetectorTemperature(uint64_t handl
         return;
     fpaTempCelsius = coolerType.get() == thermoelectricCooler;
     if (fpaTempCelsius.get()) {
-        if (!::read(coldTemp, zvtMfgGetCoolerSetpoint, handle))
-            coldTemp = fallbackSetpoint;
-        if (!::read(coolerPowerEnabled, zvtMfgGetCoolerPowerEnabled, handle))
-            coolerPowerEnabled = uint8_t{0};
-        fpaCold = coolerPowerEnabled.get() != 0
-            && std::abs(fpaTemp.get() - kelvinOffset - coldTemp.get()) <= settledDistance;
+        coldTemp = readOr(fallbackSetpoint, zvtMfgGetCoolerSetpoint, handle);
+        coolerPowerEnabled = readOr(uint8_t{0}, zvtMfgGetCoolerPowerEnabled, handle);
+        const double distance = std::abs(fpaTemp.get() - kelvinOffset - coldTemp.get());
+        fpaCold = coolerPowerEnabled.get() != 0 && distance <= settledDistance;
     } else {
-        if (!::read(coldTemp, zvtGetFPAColdTemperature, handle))
-            coldTemp = fallbackColdTemperature;
+        coldTemp = readOr(fallbackColdTemperature, zvtGetFPAColdTemperature, handle);
         fpaCold = fpaTemp.get() <= coldTemp.get();
     }
 }
@@ -274,12 +281,8 @@ void StatusTabModel::publishTime(const TimesAndTempsResult &result)
                           zeroPadded(result.hour, 2), zeroPadded(result.minute, 2), zeroPadded(result.second, 2)),
                  m_time, &Self::timeChanged);
     } else if (result.hasIrig) {
-        const QString time
-            = QStringLiteral("%1:%2:%3:%4.%5%6 %7")
-                  .arg(zeroPadded(result.irigDay, 3), zeroPadded(result.irigHour, 2), zeroPadded(result.irigMinute, 2),
-                       zeroPadded(result.irigSecond, 2), zeroPadded(result.irigMillisecond, 3),
-                       zeroPadded(result.irigMicrosecond, 3), QString(result.irigLocked ? u'L' : u' '));
-        announce(this, result.irigYear == 0 ? time : zeroPadded(result.irigYear, 4) + u'-' + time, m_time,
+        const QString year = result.irigYear == 0 ? QString() : zeroPadded(result.irigYear, 4) + u'-';
+        announce(this, year + stringifyIrigTime(result.irig) + u' ' + (result.irigLocked ? u'L' : u' '), m_time,
                  &Self::timeChanged);
     }
 }

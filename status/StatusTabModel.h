@@ -11,11 +11,13 @@
 #include <cstdint>
 #include <memory>
 
+#include "zvt/zvttypes.h"
+
 class ZvtCameraModel;
 
 /// What the camera is doing now. Frame size, frame rate and integration time change seldom and are read on demand; the
 /// clock, the temperatures, the operating hours and the saturation are polled once a second while the page can be seen.
-/// GUI thread only.
+/// GUI thread only. (The header is long by its two result records.)
 class StatusTabModel : public BaseTabModel
 {
     Q_OBJECT
@@ -66,7 +68,7 @@ public:
     bool loaded() const { return m_loaded; } ///< The page has been visible at least once.
 
     Q_INVOKABLE void refresh() override;
-    Q_INVOKABLE double convertKelvinToCelsius(double kelvinTemp) const { return kelvinTemp - 273.15; }
+    Q_INVOKABLE double convertKelvinToCelsius(double kelvinTemp) const { return kelvinTemp - kelvinOffset; }
 
 signals:
     void visibleChanged();
@@ -91,6 +93,8 @@ signals:
 private:
     using Self = StatusTabModel;
 
+    static constexpr double kelvinOffset = 273.15;
+
     /// The slow values as the page shows them; empty if not read.
     struct Result {
         QString frameSize;
@@ -98,6 +102,8 @@ private:
         QString integrationTime;
 
         static Result read(const CameraAccess &camera);
+        void readActivePreset(const CameraAccess &camera);
+        void readSequence(const CameraAccess &camera, int mode);
     };
 
     /// What one poll read.
@@ -112,12 +118,7 @@ private:
         bool hasIrig = false;
         uint8_t irigLocked = 0;
         uint16_t irigYear = 0; ///< 0: the signal carries no year.
-        uint16_t irigDay = 0; ///< Day of the year.
-        uint8_t irigHour = 0;
-        uint8_t irigMinute = 0;
-        uint8_t irigSecond = 0;
-        uint16_t irigMillisecond = 0;
-        uint16_t irigMicrosecond = 0;
+        zvtSIRIG irig{};
         Nullable<float> fpaTemp; ///< Kelvin.
         Nullable<float> coldTemp; ///< Kelvin, or Celsius with a thermoelectric cooler.
         Nullable<float> lensTemp; ///< Celsius.

@@ -23,6 +23,11 @@ ScrollView {
         return parts.filter(part => part !== "").join(separator)
     }
 
+    // The model can die before the page does.
+    function _localeText(number: double): string {
+        return cameraModel?.safeConvertFloatToLocaleString(number, 2) ?? ""
+    }
+
     component Heading: Label {
         Layout.alignment: Qt.AlignRight | Qt.AlignTop
         color: root.textColor
@@ -46,10 +51,11 @@ ScrollView {
         property string unit: " °C"
         property color color: root.strongTextColor
 
-        readonly property string number: page._polled && cameraModel ? cameraModel.safeConvertFloatToLocaleString(degrees, 2) : ""
+        readonly property string number: page._polled ? page._localeText(degrees) : ""
         readonly property string text: number === "" ? "" : number + unit
 
         spacing: 0
+        Layout.fillWidth: true
         Accessible.role: Accessible.StaticText
         Accessible.name: heading.replace(":", "")
         Accessible.description: text
@@ -64,14 +70,18 @@ ScrollView {
         Label {
             id: numberLabel
 
-            Layout.preferredWidth: Math.max(longest.advanceWidth, implicitWidth)
+            Layout.preferredWidth: Math.ceil(Math.max(longest.advanceWidth, implicitWidth))
+            Layout.maximumWidth: Layout.preferredWidth
+            Layout.fillWidth: true
             Accessible.ignored: true
             text: temperature.number
             color: temperature.color
             horizontalAlignment: Text.AlignRight
+            wrapMode: Text.WrapAnywhere
         }
 
         Label {
+            Layout.minimumWidth: implicitWidth
             Layout.fillWidth: true
             Accessible.ignored: true
             text: temperature.number === "" ? "" : temperature.unit
@@ -81,6 +91,7 @@ ScrollView {
 
     contentWidth: availableWidth
     padding: 12
+    ScrollBar.vertical.policy: contentHeight > availableHeight ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
     onActiveChanged: {
         if (active)
             tabModel.refresh()
@@ -225,6 +236,7 @@ ScrollView {
             text: qsTr("Camera Temperatures:")
         }
         GridLayout {
+            Layout.fillWidth: true
             columns: 2
             columnSpacing: 12
             rowSpacing: page.rowSpacing
@@ -239,7 +251,7 @@ ScrollView {
                 readonly property double kelvin: page.tabModel?.fpaTemp ?? 0
 
                 heading: fpa.text
-                degrees: celsius ? page.tabModel.convertKelvinToCelsius(kelvin) : kelvin
+                degrees: celsius ? page.tabModel?.convertKelvinToCelsius(kelvin) ?? 0 : kelvin
                 unit: celsius ? " °C" : " K"
                 color: (page.tabModel?.fpaCold ?? false) ? "#8080FF" : "#FF8080"
             }

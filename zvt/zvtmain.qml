@@ -54,10 +54,11 @@ Item {
     readonly property var _standaloneModel: typeof standaloneModel === "undefined" ? null : standaloneModel
     readonly property bool _standalone: _standaloneModel !== null
     readonly property bool _standaloneConnected: _standaloneModel?.connected ?? false
-    readonly property bool _changingConnection: (_standaloneModel?.connecting ?? false) || (_standaloneModel?.disconnecting ?? false)
+    readonly property bool _connecting: _standaloneModel?.connecting ?? false
+    readonly property bool _disconnecting: _standaloneModel?.disconnecting ?? false
     readonly property bool _loadingState: cameraStateExists() && cameraModel.cameraState.loading
     readonly property bool _savingState: cameraStateExists() && cameraModel.cameraState.saving
-    readonly property bool _busy: _standalone ? _changingConnection : _loadingState || _savingState
+    readonly property bool _busy: _standalone ? _connecting || _disconnecting : _loadingState || _savingState
     property bool _fakeOverlayShown
 
     function cameraModelExists(): bool {

@@ -1,9 +1,9 @@
 # Checks every page, control and dialog of SOURCE_DIR with the program QMLLINT.
 #
-# A page imports the host's shared controls by their place beside it and the host's modules by name. Neither is found in the
-# source tree, so both are laid out in STAGE_DIR as they lie at run time; the descriptions of the modules, which are
-# registered from C++, stand beside this script. Unqualified names are allowed: pages use the ids and the context names of
-# the main page.
+# A page imports the host's shared controls by their place beside it and the host's modules by name. Neither is found in
+# the source tree, so both are laid out in STAGE_DIR as they lie at run time; the descriptions of the modules, which are
+# registered from C++, stand beside this script. Unqualified names are allowed: pages use the ids and the context names
+# of the main page.
 set(host ${SOURCE_DIR}/platform/hlxcamui)
 set(modules ${STAGE_DIR}/imports/com/kestrin)
 file(REMOVE_RECURSE ${STAGE_DIR})

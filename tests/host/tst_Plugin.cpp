@@ -55,7 +55,7 @@ private slots:
     void everyTypeIsRegisteredOrStillToCome();
     void fixedWidthNamesAreKnown_data();
     void fixedWidthNamesAreKnown();
-    void libraryUnloadsAndLoadsAgain();
+    void libraryUnloadsWhenNothingOfItIsLeft();
 
 private:
     using EntryPoint = int (*)();
@@ -165,9 +165,10 @@ void tst_Plugin::typesCanNotBeMadeInQmlExceptTwo()
     QQmlEngine engine;
     QQmlComponent component(&engine);
     component.setData(QStringLiteral("import com.kestrin.hlx.cam.ui.zvt 1.0\n%1 {}").arg(type).toUtf8(), {});
-    const std::unique_ptr<QObject> object(component.create());
-    QCOMPARE(object != nullptr, reason.isEmpty());
     QVERIFY2(component.errorString().contains(reason), qPrintable(component.errorString()));
+    QCOMPARE(component.isReady(), reason.isEmpty());
+    if (component.isReady())
+        QVERIFY(std::unique_ptr<QObject>(component.create()));
 }
 
 void tst_Plugin::everyTypeIsRegisteredOrStillToCome()
@@ -200,28 +201,25 @@ void tst_Plugin::fixedWidthNamesAreKnown()
     QCOMPARE(QMetaType::fromName(QTest::currentDataTag()), type);
 }
 
-// A host may take the plug-in down once its page, its root and the engine are gone and no task runs.
-void tst_Plugin::libraryUnloadsAndLoadsAgain()
+// A host may take the plug-in down once its page, its root and the engine are gone and no task runs. It stays down: QML and
+// the meta type registry keep what a library has told them, so that a process loads the plug-in once.
+void tst_Plugin::libraryUnloadsWhenNothingOfItIsLeft()
 {
-    const auto createAndDelete = [] {
-        CameraRig rig;
-        QObject *model = nullptr;
-        QString qml;
-        QVERIFY(hlx::cam::ui::controllerModelFactory()->CreateModel(rig.controller(), nullptr, model, qml));
-        QMetaObject::invokeMethod(model, "refreshAllVisible");
-        delete model;
-    };
-    createAndDelete();
-    QThreadPool::globalInstance()->waitForDone();
+    CameraRig rig;
+    QObject *model = nullptr;
+    QString qml;
+    QVERIFY(hlx::cam::ui::controllerModelFactory()->CreateModel(rig.controller(), nullptr, model, qml));
+    QMetaObject::invokeMethod(model, "refreshAllVisible");
+    delete model;
+    CameraRig::settle();
     const auto creator = reinterpret_cast<hlx::cam::ui::ModelCreator>(m_library.resolve(
-        "_Z24CreateModelForControllerN3hlx10TSharedPtrINS_3cam11IControllerEEEP7QObjectRS5_R7QString"));
+        "_Z24CreateModelForControllerN3hlx9TSharedPtrINS_3cam11IControllerEEEP7QObjectRS5_R7QString"));
     QVERIFY2(creator, "the creator has another signature");
     hlx::cam::ui::controllerModelFactory()->UnregisterModelCreator(creator);
     QVERIFY(m_library.unload());
     QVERIFY(!QFile::exists(QStringLiteral(":/zvt/zvtmain.qml")));
-    initTestCase();
-    QVERIFY(QFile::exists(QStringLiteral(":/zvt/zvtmain.qml")));
-    createAndDelete();
+    rig.controller()->FireValueChanged("Connected");
+    CameraRig::settle();
 }
 
 ZVT_TEST(tst_Plugin)

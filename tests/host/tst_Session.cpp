@@ -6,6 +6,7 @@
 #include "tests/host/Program.h"
 #include "tests/support/Test.h"
 
+#include <QLibrary>
 #include <QQmlContext>
 #include <QQuickItem>
 #include <QTemporaryDir>
@@ -16,6 +17,7 @@ class tst_Session : public Test
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void standalonePageKnowsItsStandaloneModel();
     void hostPageComesWithAConnectedCameraAndF5();
@@ -29,8 +31,17 @@ private:
     Options options() const;
     static QVariant contextValue(PageWindow &window, const char *name);
 
+    QLibrary m_library{Program::folder() + QStringLiteral("/libhlxcamuiZVT.so")};
     std::unique_ptr<QTemporaryDir> m_folder;
 };
+
+void tst_Session::initTestCase()
+{
+    // Held until the end of the process: QML remembers where the types of a library lay, and a library that is loaded
+    // anew may lie elsewhere.
+    m_library.setLoadHints(QLibrary::PreventUnloadHint);
+    QVERIFY2(m_library.load(), qPrintable(m_library.errorString()));
+}
 
 void tst_Session::init()
 {
@@ -41,7 +52,7 @@ void tst_Session::init()
 Options tst_Session::options() const
 {
     Options options;
-    options.plugin = Program::folder() + QStringLiteral("/libhlxcamuiZVT.so");
+    options.plugin = m_library.fileName();
     options.profile = QStringLiteral("everything");
     options.storage = m_folder->path();
     return options;

@@ -3,6 +3,7 @@
 #include "platform/hlxcamzvt/makeController.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QThreadPool>
 
 CameraRig::CameraRig(const QString &profile, bool connected)
@@ -38,6 +39,7 @@ void CameraRig::settle()
     for (int round = 0; round < rounds; ++round) {
         QThreadPool::globalInstance()->waitForDone();
         QCoreApplication::sendPostedEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
     }
 }

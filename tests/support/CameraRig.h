@@ -27,7 +27,8 @@ public:
     /// controller.GetHandle and controller.capabilities, which say nothing, are left out.
     QStringList callsSince(size_t mark) const;
 
-    /// Waits until no task runs and all that tasks have posted is delivered.
+    /// Waits until no task of the pool runs, all that tasks have posted is delivered, and what was to be deleted later
+    /// is gone. Workers with a thread of their own are waited for by QTRY_ macros.
     static void settle();
 
 private:

@@ -19,24 +19,29 @@ struct ModelUnderTest {
     std::function<QObject *(hlx::TSharedPtr<hlx::cam::IZVTController>)> makeRoot;
     /// A fresh model below the root, as its child.
     std::function<QObject *(QObject *root)> makeModel;
-    /// Starts the read; by default the model's refresh().
+    /// Starts the read, as often as it is called; by default the model's refresh().
     std::function<void(QObject *model)> read = [](QObject *model) { QMetaObject::invokeMethod(model, "refresh"); };
     /// Readies the camera before the model is made, for instance by values that differ from those of an unread model.
     std::function<void(CameraRig &rig)> prepare = [](CameraRig &) {};
     QString profile = QStringLiteral("everything");
+    /// Properties that are not read from the camera.
+    QStringList ownState{QStringLiteral("visible")};
 };
 
 /// What a walk knows of a call whose failure does more, or less, than to leave its own value old.
 struct ReadException {
-    QStringList oldProperties; ///< All properties that differ from those of a read without a failure.
+    QStringList affected; ///< All properties that then differ from those of a read without a failure.
     const char *reason; ///< The sentence that justifies it.
+    QStringList reset = {}; ///< Those of them that fall back to what an unread model shows, or to another source,
+                            ///< instead of staying old.
 };
 
 /// Keys are the names of calls, or "name#2" for the second call of that name in one read.
 using ReadExceptions = QMap<QString, ReadException>;
 
-/// Each call of a read fails once: exactly the values that it reads stay as they were, every call has a value of its
-/// own, and all others are published. Values are compared between a fresh model and one that has read everything.
+/// Each call of a read fails once. In a fresh model exactly the values that the call reads are missing, every call has
+/// a value of its own, and all others are published. In a model that has read everything before, they stay as they were
+/// and are not signalled.
 void walkFailingReads(const ModelUnderTest &model, const ReadExceptions &exceptions = {});
 
 /// The model, and then the root, is deleted with each call of its read held in flight: at once, without a wait.
@@ -49,6 +54,6 @@ void walkSecondRefresh(const ModelUnderTest &model);
 /// changed and no value's signal emitted but those of `published`.
 void walkNoCamera(const ModelUnderTest &model, const QStringList &published = {});
 
-/// Writes random values to the writable properties, reads, connects, disconnects and deletes on a camera that fails and
-/// delays at random. Nothing may crash, and at the end, on a sound camera, a read ends as it should.
+/// Writes random values to the writable properties, reads, connects, disconnects and deletes on a camera that fails at
+/// random. Nothing may crash, and at the end, on a sound camera, a read gives what it gives to a fresh model.
 void walkRandomOperator(const ModelUnderTest &model, uint32_t seed, int steps = 300);

@@ -19,13 +19,16 @@ public:
     hlx::TSharedPtr<hlx::cam::IDevice> device() const override { return {}; }
     bool connected() const override { return m_controller && m_controller->IsConnected(); }
     QMetaObject::Connection onConnectedChanged(const QObject *, std::function<void()>) override { return {}; }
+    std::shared_ptr<CapabilityBlock> capabilities() const override { return m_block; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_capabilities; }
+    uint8_t hasNucMask() override { return 0; }
     void modifyHasNucMask(uint8_t, uint8_t) override { }
     void setPresetHasNuc(uint8_t, bool) override { }
     void updateHasNucMask() override { }
     ZvtCameraModel *cameraModel() override { return nullptr; }
 
     hlx::TSharedPtr<hlx::cam::IZVTController> m_controller;
+    const std::shared_ptr<CapabilityBlock> m_block = std::make_shared<CapabilityBlock>();
     CameraCapabilitiesModel m_capabilities{this};
 };
 

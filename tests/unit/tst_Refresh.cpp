@@ -36,9 +36,9 @@ public:
                          [this] { m_log << (m_refresh.hasRefreshed() ? "refreshed" : "not refreshed"); });
     }
 
-    void refresh(int number, const std::shared_ptr<Latch> &latch = {})
+    bool refresh(int number, const std::shared_ptr<Latch> &latch = {})
     {
-        m_refresh.start([number, latch](const CameraAccess &) {
+        return m_refresh.start([number, latch](const CameraAccess &) {
             if (latch) {
                 latch->started.release();
                 latch->go.acquire();
@@ -52,7 +52,22 @@ public:
         m_refresh.start([](const CameraAccess &) -> Value { throw std::runtime_error("no luck"); });
     }
 
+    bool write(int number)
+    {
+        if (!m_refresh.begin(Form::RefreshingOnly))
+            return false;
+        m_refresh.run([number](const CameraAccess &) { return Value{number}; });
+        return true;
+    }
+
+    void poll(int number)
+    {
+        m_poll.start([number](const CameraAccess &) { return Value{number}; });
+    }
+
     bool begin() { return m_refresh.begin(); }
+    bool running() const { return m_refresh.running(); }
+    QList<int> polled() const { return m_polled; }
     bool refreshing() const { return m_refresh.refreshing(); }
     bool hasRefreshed() const { return m_refresh.hasRefreshed(); }
     QStringList takeLog() { return std::exchange(m_log, {}); }
@@ -72,9 +87,17 @@ private slots:
         m_refresh.finish();
     }
 
+    void finishedPoll()
+    {
+        m_polled << m_poll.result().number;
+        m_poll.finish();
+    }
+
 private:
     QStringList m_log;
     QList<int> m_published;
+    QList<int> m_polled;
+    Refresh<RefreshedModel, Value> m_poll{this, &RefreshedModel::finishedPoll, Form::NewestOnly};
     Refresh<RefreshedModel, Value> m_refresh;
 };
 
@@ -110,7 +133,11 @@ private slots:
     void flagsMoveInTheOrderOfTheForm();
     void secondRefreshWhileOneRunsEmitsNothing_data();
     void secondRefreshWhileOneRunsEmitsNothing();
-    void unguardedFormPublishesTheNewestOnly();
+    void unguardedFormsPublishTheNewestOnly_data();
+    void unguardedFormsPublishTheNewestOnly();
+    void startTellsWhetherItWasDropped();
+    void secondKindOfTaskTakesOtherFlags();
+    void pollBesideARefreshLeavesTheFlagsAlone();
     void refreshBetweenEndAndSlotKeepsTheResult();
     void refreshFromTheSlotStarts();
     void beginWithoutRunBlocksNoLaterRefresh();
@@ -131,6 +158,7 @@ void tst_Refresh::flagsMoveInTheOrderOfTheForm_data()
     QTest::newRow("flag guard") << int(Form::FlagGuard) << QStringList{"refreshing"} << QStringList{"not refreshing"};
     QTest::newRow("no flags") << int(Form::NoFlags) << QStringList{} << QStringList{};
     QTest::newRow("unguarded") << int(Form::Unguarded) << QStringList{} << both;
+    QTest::newRow("newest only") << int(Form::NewestOnly) << QStringList{} << QStringList{};
 }
 
 void tst_Refresh::flagsMoveInTheOrderOfTheForm()
@@ -150,7 +178,9 @@ void tst_Refresh::flagsMoveInTheOrderOfTheForm()
             QCOMPARE(model.hasRefreshed(), round == 1);
         latch->go.release();
         QTRY_COMPARE(model.published().size(), round + 1);
-        QCOMPARE(model.takeLog(), atEnd);
+        // The form that leaves `hasRefreshed` alone signals it on its first rise only.
+        const bool roseBefore = round > 0 && Form(form) == Form::RefreshingOnly;
+        QCOMPARE(model.takeLog(), roseBefore ? QStringList{"not refreshing"} : atEnd);
         QVERIFY(!model.refreshing());
     }
     QCOMPARE(model.published(), (QList<int>{0, 1}));
@@ -183,9 +213,17 @@ void tst_Refresh::secondRefreshWhileOneRunsEmitsNothing()
     QCOMPARE(model.published(), QList<int>{1});
 }
 
-void tst_Refresh::unguardedFormPublishesTheNewestOnly()
+void tst_Refresh::unguardedFormsPublishTheNewestOnly_data()
 {
-    RefreshedModel model{Form::Unguarded};
+    QTest::addColumn<int>("form");
+    QTest::newRow("unguarded") << int(Form::Unguarded);
+    QTest::newRow("newest only") << int(Form::NewestOnly);
+}
+
+void tst_Refresh::unguardedFormsPublishTheNewestOnly()
+{
+    QFETCH(int, form);
+    RefreshedModel model{Form(form)};
     const auto latch = std::make_shared<Latch>();
     model.refresh(1, latch);
     latch->started.acquire();
@@ -195,6 +233,39 @@ void tst_Refresh::unguardedFormPublishesTheNewestOnly()
     QThreadPool::globalInstance()->waitForDone();
     QCoreApplication::processEvents();
     QCOMPARE(model.published(), QList<int>{2});
+}
+
+void tst_Refresh::startTellsWhetherItWasDropped()
+{
+    RefreshedModel model{Form::Standard};
+    const auto latch = std::make_shared<Latch>();
+    QVERIFY(!model.running());
+    QVERIFY(model.refresh(1, latch));
+    QVERIFY(model.running());
+    QVERIFY(!model.refresh(2));
+    latch->go.release();
+    QTRY_VERIFY(!model.running());
+}
+
+// A slow write behind the same slot as the reads: it shows as busy, and the section stays enabled.
+void tst_Refresh::secondKindOfTaskTakesOtherFlags()
+{
+    RefreshedModel model{Form::Standard};
+    model.refresh(1);
+    QTRY_VERIFY(model.hasRefreshed());
+    model.takeLog();
+    QVERIFY(model.write(2));
+    QCOMPARE(model.takeLog(), QStringList{"refreshing"});
+    QVERIFY(!model.write(3));
+    QTRY_COMPARE(model.published(), (QList<int>{1, 2}));
+}
+
+void tst_Refresh::pollBesideARefreshLeavesTheFlagsAlone()
+{
+    RefreshedModel model{Form::Standard};
+    model.poll(5);
+    QTRY_COMPARE(model.polled(), QList<int>{5});
+    QCOMPARE(model.takeLog(), QStringList());
 }
 
 // Between the end of a task and its slot the watcher already counts as finished; a new read there would void the

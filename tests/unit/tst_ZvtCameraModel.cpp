@@ -1,6 +1,8 @@
 #include "tests/support/CameraRig.h"
 #include "tests/support/Test.h"
 
+#include "common/CameraAccess.h"
+#include "common/CapabilityBlock.h"
 #include "common/TInvokeEvent.h"
 #include "plugin/ZvtCameraModel.h"
 #include "status/StatusTabModel.h"
@@ -51,6 +53,8 @@ private slots:
     void failedIdentityIsEmpty();
     void textThatFillsItsBufferIsShownWhole();
 
+    void constructionReadsTheMaskOfAConnectedCameraOnly();
+    void taskReadsTheLiveCapabilities();
     void connectingPublishesInOrder();
     void disconnectEmitsOneSignalAndClearsNothing();
     void connectedThatIsLateReadsNothing();
@@ -142,6 +146,29 @@ void tst_ZvtCameraModel::textThatFillsItsBufferIsShownWhole()
 }
 
 // The connection
+
+void tst_ZvtCameraModel::constructionReadsTheMaskOfAConnectedCameraOnly()
+{
+    for (const bool connected : {true, false}) {
+        CameraRig rig(QStringLiteral("everything"), connected);
+        const size_t mark = rig.gate().mark();
+        const ZvtCameraModel root(rig.controller(), nullptr);
+        QCOMPARE(rig.callsSince(mark).filter("zvtGetNUCName").size(), connected ? 4 : 0);
+        QCOMPARE(root.findChildren<StatusTabModel *>().size(), 1);
+    }
+}
+
+// A task gets the live values of the root, which exist before any sub-model.
+void tst_ZvtCameraModel::taskReadsTheLiveCapabilities()
+{
+    CameraRig rig;
+    ZvtCameraModel root(rig.controller(), nullptr);
+    const QObject model(&root);
+    const CameraAccess access = CameraAccess::of(&model);
+    QCOMPARE(access.handle, rig.camera().handle());
+    QCOMPARE(access.capabilities, root.capabilities());
+    QVERIFY(access.capabilities->hasSsd());
+}
 
 void tst_ZvtCameraModel::connectingPublishesInOrder()
 {
@@ -406,16 +433,16 @@ void tst_ZvtCameraModel::emulatorPropertiesAreWrittenToTheDevice()
     QCOMPARE(QString::fromUtf8(pattern.ToString().c_str()), QStringLiteral("W\u00e4rme 1"));
 }
 
-// A controller whose device takes nothing: the setter does not look at that.
 void tst_ZvtCameraModel::emulatorSetterSignalsEvenIfTheDeviceRefuses()
 {
     Camera camera;
-    camera.rig.camera().disconnect();
-    CameraRig::settle();
-    const QSignalSpy spy(camera.root.get(), &ZvtCameraModel::testPatternChanged);
+    QVERIFY(camera.root->isEmulator());
     const int pattern = camera.root->testPattern();
+    const QSignalSpy spy(camera.root.get(), &ZvtCameraModel::testPatternChanged);
+    camera.rig.gate().failNext("controller.properties.set");
     camera.root->setTestPattern(pattern + 1);
-    QCOMPARE(spy.size(), camera.root->isEmulator() ? 1 : 0);
+    QCOMPARE(camera.root->testPattern(), pattern);
+    QCOMPARE(spy.size(), 1);
 }
 
 void tst_ZvtCameraModel::emulatorPropertiesOfARealCameraAreDead()

@@ -78,6 +78,8 @@ private slots:
     void textIsEmptyIfTheFunctionWritesNothing();
     void invalidUtf8IsShownAsReplacement();
     void failingTextGivesTheOther();
+    void failingNumberGivesTheOther();
+    void pairIsPublishedWithOneSignal();
     void publishEmitsChangedOrNot();
     void publishKeepsTheLastValueOfAFailedRead();
     void publishIfChangedCompares();
@@ -142,6 +144,34 @@ void tst_reading::failingTextGivesTheOther()
 {
     QCOMPARE(textOr<64>(QStringLiteral("Error"), getText, failing), QStringLiteral("Error"));
     QCOMPARE(textOr<64>(QStringLiteral("Error"), getText, working), QStringLiteral("a\u00e4"));
+}
+
+void tst_reading::failingNumberGivesTheOther()
+{
+    QCOMPARE(readOr(-1, getByte, failing), -1);
+    QCOMPARE(readOr(-1, getByte, working), 200);
+}
+
+void tst_reading::pairIsPublishedWithOneSignal()
+{
+    PublishingModel model;
+    const QSignalSpy spy(&model, &PublishingModel::valueChanged);
+    double other = 0.0;
+    const Nullable<double> none;
+    publishPair(&model, none, model.value, none, other, &PublishingModel::valueChanged);
+    publishPairIfChanged(&model, none, model.value, none, other, &PublishingModel::valueChanged);
+    QCOMPARE(spy.size(), 0);
+    const Nullable<double> two(2.0);
+    const Nullable<double> three(3.0);
+    publishPair(&model, two, model.value, three, other, &PublishingModel::valueChanged);
+    publishPair(&model, two, model.value, three, other, &PublishingModel::valueChanged);
+    QCOMPARE(spy.size(), 2);
+    QCOMPARE(other, 3.0);
+    publishPairIfChanged(&model, two, model.value, three, other, &PublishingModel::valueChanged);
+    QCOMPARE(spy.size(), 2);
+    publishPairIfChanged(&model, two, model.value, two, other, &PublishingModel::valueChanged);
+    QCOMPARE(spy.size(), 3);
+    QCOMPARE(other, 2.0);
 }
 
 void tst_reading::publishEmitsChangedOrNot()

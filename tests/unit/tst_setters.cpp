@@ -58,6 +58,8 @@ public:
     int level = 1;
     double delay = 0.0;
     double gain = 0.0;
+    bool reduceNoise = false;
+    QString text;
     int refreshes = 0;
     int poolStatus = 99;
 
@@ -100,7 +102,12 @@ private slots:
     void storedValueMakesNoCall();
     void standardStoresWhatTheUserAskedForEvenIfRefused();
     void confirmedSnapsBackIfRefused();
+    void acceptedSignalsOnlyWhatTheCameraTook();
+    void everyFormWritesThenStoresThenSignals();
+    void settersTellWhetherTheValueDiffered();
     void argumentsStandBeforeTheValue();
+    void textIsWrittenAsUtf8();
+    void controllerOperationsAreReadAndWritten();
     void storeOnlyWritesNothing();
     void writeAndRereadRefreshesBehindTheSignal();
     void writeOnPoolBringsTheStatusAndDropsASecondWrite();
@@ -152,6 +159,80 @@ void tst_setters::confirmedSnapsBackIfRefused()
     QCOMPARE(model.level, 3);
     QCOMPARE(spy.size(), 2);
     QCOMPARE(written, QStringList({"level 3", "level 3"}));
+}
+
+void tst_setters::acceptedSignalsOnlyWhatTheCameraTook()
+{
+    SettingsModel model;
+    const QSignalSpy spy(&model, &SettingsModel::levelChanged);
+    status = -1;
+    accepted(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    QCOMPARE(model.level, 1);
+    QCOMPARE(spy.size(), 0);
+    status = 0;
+    accepted(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    QCOMPARE(model.level, 3);
+    QCOMPARE(spy.size(), 1);
+}
+
+void tst_setters::everyFormWritesThenStoresThenSignals()
+{
+    SettingsModel model;
+    QStringList atSignal;
+    QObject::connect(&model, &SettingsModel::levelChanged, &model,
+                     [&] { atSignal << QStringLiteral("%1 written, %2 stored").arg(written.size()).arg(model.level); });
+    standard(&model, 2, model.level, &SettingsModel::levelChanged, setLevel);
+    confirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    accepted(&model, 4, model.level, &SettingsModel::levelChanged, setLevel);
+    writeAndReread(&model, 5, model.level, &SettingsModel::levelChanged, setLevel);
+    storeOnly(&model, 6, model.level, &SettingsModel::levelChanged);
+    QCOMPARE(atSignal,
+             QStringList({"1 written, 2 stored", "2 written, 3 stored", "3 written, 4 stored", "4 written, 5 stored",
+                          "4 written, 6 stored"}));
+}
+
+void tst_setters::settersTellWhetherTheValueDiffered()
+{
+    SettingsModel model;
+    for (const int level : {1, 2}) {
+        const bool differs = level != model.level;
+        QCOMPARE(storeOnly(&model, level, model.level, &SettingsModel::levelChanged), differs);
+        QCOMPARE(standard(&model, level, model.level, &SettingsModel::levelChanged, setLevel), false);
+    }
+}
+
+void tst_setters::textIsWrittenAsUtf8()
+{
+    CameraRig rig;
+    ZvtCameraModel root(rig.controller(), nullptr);
+    SettingsModel model;
+    model.setParent(&root);
+    const size_t mark = rig.gate().mark();
+    standard(&model, QStringLiteral("W\u00e4rme"), model.text, &SettingsModel::levelChanged, zvtSetCameraModel);
+    QCOMPARE(rig.gate().callsSince(mark).back().arguments, std::string("\"W\xc3\xa4rme\""));
+    QCOMPARE(model.text, QStringLiteral("W\u00e4rme"));
+    model.setParent(nullptr);
+}
+
+void tst_setters::controllerOperationsAreReadAndWritten()
+{
+    using hlx::cam::IZVTController;
+    CameraRig rig;
+    ZvtCameraModel root(rig.controller(), nullptr);
+    SettingsModel model;
+    model.setParent(&root);
+    standard(&model, true, model.reduceNoise, &SettingsModel::levelChanged, &IZVTController::SetReduceNoise);
+    QVERIFY(rig.controller()->GetReduceNoise());
+    standard(&model, 2.0, model.delay, &SettingsModel::delayChanged, &IZVTController::SetPresetIntegrationTime, 1, 1);
+    Nullable<double> milliseconds;
+    QVERIFY(read(milliseconds, &IZVTController::GetPresetIntegrationTime, root.controller(), 1));
+    QVERIFY(qAbs(milliseconds.get() - 2.0) < 0.01);
+    // Without a controller an operation counts as failed.
+    Nullable<double> none;
+    QVERIFY(!read(none, &IZVTController::GetPresetIntegrationTime, {}, 1));
+    QVERIFY(!none.set());
+    QCOMPARE(readOr(-1.0, &IZVTController::GetPresetIntegrationTime, hlx::TSharedPtr<IZVTController>(), 1), -1.0);
+    model.setParent(nullptr);
 }
 
 void tst_setters::argumentsStandBeforeTheValue()

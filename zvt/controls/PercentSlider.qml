@@ -1,8 +1,9 @@
 import QtQuick
 import QtQuick.Controls
 
-// Moves something at a speed for as long as it is held: the further from the centre, the faster, and fine near the centre.
-// It springs back when let go, and also when the press is taken away from it, so that a move never goes on by itself.
+// Moves something at a speed for as long as it is held: the further from the centre, the faster, and fine near the
+// centre. It springs back when let go, and also when the press is taken away from it, so that a move never goes on by
+// itself.
 Item {
     id: slider
 
@@ -59,7 +60,8 @@ Item {
         id: thumb
 
         readonly property real speed: Math.abs(slider.value)
-        readonly property string imageName: speed === 0 ? "stop" : speed < 0.25 ? "play1" : speed < 0.75 ? "play2" : "play3"
+        readonly property string imageName: speed === 0 ? "stop"
+                                                        : speed < 0.25 ? "play1" : speed < 0.75 ? "play2" : "play3"
 
         anchors.verticalCenter: parent.verticalCenter
         x: (slider.position + 1) / 2 * (parent.width - width)

@@ -1,7 +1,7 @@
 import QtQuick
 
-// The way of a recording that is played back: it leaves the memory at the left, passes over what lies between, and comes
-// down on the computer at the right.
+// The way of a recording that is played back: it leaves the memory at the left, passes over what lies between, and
+// comes down on the computer at the right.
 Canvas {
     property color color: "gray"
 

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import "../controls"
 
-// A question. The confirming button accepts the dialog; the denying one and Esc reject it. It does not go away by itself.
+// A question. The confirming button accepts the dialog; the denying one and Esc reject it. It does not go away by
+// itself.
 Dialog {
     id: dialog
 

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// The program zvtbenchpage, which loads the built plug-in as a host does. It is a program of its own since this one is
+/// linked with the models: with the plug-in beside them every meta-object would exist twice.
+namespace PageProgram
+{
+
+/// What it prints in this mode; ends the whole run with its words if it fails.
+QByteArray run(const QString &mode);
+
+} // namespace PageProgram

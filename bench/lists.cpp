@@ -1,0 +1,55 @@
+#include "bench/Report.h"
+#include "bench/figures.h"
+#include "hlxui/ObjectListModel.h"
+
+#include <QCoreApplication>
+
+#include <chrono>
+#include <vector>
+
+namespace
+{
+
+/// Seconds to fill a list with this many rows, and to empty it.
+struct Times {
+    double append = 0;
+    double removeAll = 0;
+};
+
+Times timesOf(int rows)
+{
+    using Clock = std::chrono::steady_clock;
+    using Seconds = std::chrono::duration<double>;
+
+    ObjectListModel list(true);
+    const auto start = Clock::now();
+    for (int row = 0; row < rows; ++row)
+        list.append(new QObject);
+    const auto filled = Clock::now();
+    list.removeAll();
+    // Outside an event loop nothing else would delete what the list has given up.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return {Seconds(filled - start).count(), Seconds(Clock::now() - filled).count()};
+}
+
+} // namespace
+
+void measureLists(Report &report)
+{
+    constexpr int rounds = 15;
+    constexpr int few = 1'000;
+    constexpr int many = 10'000;
+    constexpr double limit = 15; // 10 is linear; the larger list falls out of the caches.
+
+    std::vector<double> append;
+    std::vector<double> removeAll;
+    timesOf(many);
+    for (int round = 0; round < rounds; ++round) {
+        const Times little = timesOf(few);
+        const Times much = timesOf(many);
+        append.push_back(much.append / little.append);
+        removeAll.push_back(much.removeAll / little.removeAll);
+    }
+    report.figure(QStringLiteral("ObjectListModel::append, 10 000 rows over 1 000"), median(append), limit);
+    report.figure(QStringLiteral("ObjectListModel::removeAll, 10 000 rows over 1 000"), median(removeAll), limit);
+}

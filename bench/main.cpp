@@ -1,0 +1,36 @@
+#include "bench/Report.h"
+#include "bench/figures.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <utility>
+
+// zvtbench [refresh] [loop] [start] [lists]: measures what is named, or everything. The exit status is 1 if a figure missed
+// its limit.
+int main(int argc, char *argv[])
+{
+    // Nothing of the user who measures is read or written, here and in the programs that are started.
+    const QTemporaryDir home;
+    for (const char *variable : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
+        qputenv(variable, home.path().toUtf8());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("zvt-bench"));
+    QCoreApplication::setApplicationName(QStringLiteral("zvtbench"));
+
+    const std::pair<const char *, void (*)(Report &)> figures[]
+        = {{"refresh", measureRefreshes}, {"loop", measureEventLoop}, {"start", measureStart}, {"lists", measureLists}};
+    QStringList wanted = QCoreApplication::arguments().mid(1);
+    const bool everything = wanted.isEmpty();
+    Report report;
+    for (const auto &[name, measure] : figures)
+        if (wanted.removeAll(QLatin1String(name)) > 0 || everything)
+            measure(report);
+    if (!wanted.isEmpty()) {
+        std::fprintf(stderr, "zvtbench: there is no figure \"%s\"\n", qPrintable(wanted.constFirst()));
+        return 2;
+    }
+    return report.missed() == 0 ? 0 : 1;
+}

@@ -1,0 +1,44 @@
+#include "bench/page/modes.h"
+
+#include <QApplication>
+#include <QQuickStyle>
+
+#include <cstdio>
+#include <exception>
+
+namespace
+{
+
+int run(const QStringList &arguments)
+{
+    const QString mode = arguments.value(1);
+    if (mode == QLatin1String("page"))
+        return reportFirstFrame(LoadedPage::Kind::Plugin);
+    if (mode == QLatin1String("flat"))
+        return reportFirstFrame(LoadedPage::Kind::Flat);
+    if (mode == QLatin1String("empty"))
+        return reportFirstFrame(LoadedPage::Kind::Empty);
+    if (mode == QLatin1String("loop"))
+        return reportEventLoop();
+    if (mode == QLatin1String("census"))
+        return writeFlatPage(arguments.value(2));
+    std::fprintf(stderr, "zvtbenchpage page | flat | empty | loop | census FILE\n");
+    return 2;
+}
+
+} // namespace
+
+// One page in a process of its own, for zvtbench and for the build. It links no model.
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("zvt-bench"));
+    QApplication::setApplicationName(QStringLiteral("zvtbenchpage"));
+    QQuickStyle::setStyle(QStringLiteral("Fusion"));
+    try {
+        return run(QApplication::arguments());
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "zvtbenchpage: %s\n", error.what());
+        return 2;
+    }
+}
