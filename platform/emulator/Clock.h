@@ -5,15 +5,16 @@
 namespace emulator
 {
 
-/// The one clock of the emulated world. By default it follows the computer's; a test takes it over and moves it by hand.
-/// Any thread.
+/// The one clock of the emulated world. By default it follows the computer's; a test takes it over and moves it by
+/// hand. Any thread.
 class Clock
 {
 public:
     /// Milliseconds since the epoch in the emulated world, UTC.
     static int64_t now();
 
-    /// Stops the clock at a fixed instant (2024-02-29 12:00:00 UTC); from here on it moves only by advance() and wait().
+    /// Stops the clock at a fixed instant (2024-02-29 12:00:00 UTC); from here on it moves only by advance() and
+    /// wait().
     static void manual();
 
     /// Lets the clock follow the computer's again.

@@ -201,8 +201,8 @@ void tst_Plugin::fixedWidthNamesAreKnown()
     QCOMPARE(QMetaType::fromName(QTest::currentDataTag()), type);
 }
 
-// A host may take the plug-in down once its page, its root and the engine are gone and no task runs. It stays down: QML and
-// the meta type registry keep what a library has told them, so that a process loads the plug-in once.
+// A host may take the plug-in down once its page, its root and the engine are gone and no task runs. It stays down: QML
+// and the meta type registry keep what a library has told them, so that a process loads the plug-in once.
 void tst_Plugin::libraryUnloadsWhenNothingOfItIsLeft()
 {
     CameraRig rig;
@@ -213,7 +213,7 @@ void tst_Plugin::libraryUnloadsWhenNothingOfItIsLeft()
     delete model;
     CameraRig::settle();
     const auto creator = reinterpret_cast<hlx::cam::ui::ModelCreator>(m_library.resolve(
-        "_Z24CreateModelForControllerN3hlx9TSharedPtrINS_3cam11IControllerEEEP7QObjectRS5_R7QString"));
+        "_Z24CreateModelForControllerN3hlx10TSharedPtrINS_3cam11IControllerEEEP7QObjectRS5_R7QString"));
     QVERIFY2(creator, "the creator has another signature");
     hlx::cam::ui::controllerModelFactory()->UnregisterModelCreator(creator);
     QVERIFY(m_library.unload());

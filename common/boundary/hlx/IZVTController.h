@@ -14,8 +14,8 @@ namespace hlx::cam
 /// The controller of one camera of the zvt family.
 ///
 /// Every operation may be called from any thread, at the same time as every other. A bool result is true on success. An
-/// operation that fails leaves its out-parameters alone. Presets count from 0. Times are in milliseconds, rates in hertz,
-/// windows in pixels. Operations that load or transfer block their caller until they have ended.
+/// operation that fails leaves its out-parameters alone. Presets count from 0. Times are in milliseconds, rates in
+/// hertz, windows in pixels. Operations that load or transfer block their caller until they have ended.
 class IZVTController : public IController
 {
 public:
@@ -55,7 +55,8 @@ public:
     virtual bool GetWindow(uint16_t *x, uint16_t *y, uint16_t *width, uint16_t *height) = 0;
     virtual bool SetWindow(uint16_t x, uint16_t y, uint16_t width, uint16_t height) = 0;
     virtual void GetWindowLimits(uint16_t *minWidth, uint16_t *maxWidth, uint16_t *minHeight, uint16_t *maxHeight,
-                                 uint16_t *widthIncrement, uint16_t *heightIncrement) = 0;
+                                 uint16_t *widthIncrement, uint16_t *heightIncrement)
+        = 0;
 
     /// The rates on offer for a preset, highest first. They follow its integration time, the window and the noise
     /// reduction.
@@ -110,13 +111,14 @@ public:
     /// Transfers the loaded movie or the memory to a local file. `progress` gets (stage, current, total) on the calling
     /// thread; any other answer than 0 stops the transfer. `last` 0xFFFFFFFF means to the end.
     virtual bool DownloadMovie(hlx::CString path, hlx::delegate<int(int, unsigned int, unsigned int)> progress,
-                               unsigned int first, unsigned int last) = 0;
+                               unsigned int first, unsigned int last)
+        = 0;
     /// The frames between two IRIG times. Can not be interrupted.
     virtual bool FindFrameRange(hlx::CDateTime start, hlx::CDateTime end, unsigned int *first, unsigned int *last) = 0;
 
     CameraCapabilities capabilities;
     hlx::TArray<SAutoFocusStarted> autoFocusStartedListeners; ///< GUI thread edits; called by the one who focuses.
-    hlx::TArray<SAutoFocusEnded> autoFocusEndedListeners;     ///< As above.
+    hlx::TArray<SAutoFocusEnded> autoFocusEndedListeners; ///< As above.
     hlx::TArray<hlx::delegate<void()>> listeners; ///< Called after a header mode has changed, on the GUI thread.
 };
 

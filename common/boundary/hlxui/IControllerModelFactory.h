@@ -11,8 +11,8 @@ namespace hlx::cam::ui
 
 /// Builds the root model of a camera family for a controller. Returns false, and leaves `model` and `qml` alone, if the
 /// controller belongs to another family.
-using ModelCreator = bool (*)(hlx::TSharedPtr<hlx::cam::IController> controller, QObject *parent, QObject *&model,
-                              QString &qml);
+using ModelCreator
+    = bool (*)(hlx::TSharedPtr<hlx::cam::IController> controller, QObject *parent, QObject *&model, QString &qml);
 
 /// Knows the camera families of all loaded plug-ins. GUI thread only.
 class IControllerModelFactory

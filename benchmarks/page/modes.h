@@ -1,13 +1,13 @@
 #pragma once
 
-#include "bench/page/LoadedPage.h"
+#include "benchmarks/page/LoadedPage.h"
 
 #include <QString>
 
 // What the program does with a page. Each returns the program's exit status. GUI thread only.
 
-/// Shows the page, and at its first frame prints the time (nanoseconds of the monotonic clock) and the peak of the resident
-/// memory (KiB), and ends the process.
+/// Shows the page, and at its first frame prints the time (nanoseconds of the monotonic clock) and the peak of the
+/// resident memory (KiB), and ends the process.
 int reportFirstFrame(LoadedPage::Kind kind);
 
 /// Uses the page on a slow camera and prints the longest gaps of the event loop.

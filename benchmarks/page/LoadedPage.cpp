@@ -1,18 +1,19 @@
-#include "bench/page/LoadedPage.h"
+#include "benchmarks/page/LoadedPage.h"
 
 #include "hlxui/IControllerModelFactory.h"
 #include "platform/hlxcamzvt/makeController.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QQuickItem>
 
 #include <stdexcept>
 
 using hlx::cam::ui::PageHost;
 
-LoadedPage::LoadedPage(Kind kind) :
-    m_camera(emulator::Camera::create(QStringLiteral("everything"), QString())),
-    m_controller(hlx::cam::makeController(m_camera))
+LoadedPage::LoadedPage(Kind kind)
+    : m_camera(emulator::Camera::create(QStringLiteral("everything"), QString())),
+      m_controller(hlx::cam::makeController(m_camera))
 {
     const QString qml = load(kind);
     hlx::cam::ui::PageOptions options;
@@ -43,4 +44,12 @@ QString LoadedPage::load(Kind kind)
         throw std::runtime_error("the plug-in does not serve the emulated camera");
     m_model.reset(model);
     return qml;
+}
+
+void LoadedPage::show()
+{
+    QEventLoop loop;
+    QObject::connect(&m_window, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    m_window.show();
+    loop.exec();
 }

@@ -1,4 +1,4 @@
-#include "bench/page/modes.h"
+#include "benchmarks/page/modes.h"
 
 #include "standalone/PageDriver.h"
 
@@ -40,8 +40,9 @@ public:
     {
         m_showing = true;
         // Queued: the tick behind the frame is still one of the showing.
-        QObject::connect(&window, &QQuickWindow::frameSwapped, &m_timer, [this] { m_showingEnds = true; },
-                         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+        QObject::connect(
+            &window, &QQuickWindow::frameSwapped, &m_timer, [this] { m_showingEnds = true; },
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     }
 
     void print() const
@@ -97,15 +98,11 @@ void pause(int milliseconds)
 
 int reportEventLoop()
 {
-    constexpr int latency = 20;          // Milliseconds.
+    constexpr int latency = 20; // Milliseconds.
     constexpr int enoughForPolls = 2500; // Milliseconds.
 
     LoadedPage page(LoadedPage::Kind::Plugin);
-    bool shown = false;
-    QObject::connect(&page.window(), &QQuickWindow::frameSwapped, &page.window(), [&shown] { shown = true; });
-    page.window().show();
-    PageDriver::waitFor([&shown] { return shown; });
-
+    page.show();
     const std::vector<emulator::Gate *> gates{&page.camera().gate(), &emulator::Sdk::gate()};
     for (auto *gate : gates)
         gate->delay(latency);

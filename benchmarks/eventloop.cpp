@@ -1,6 +1,6 @@
-#include "bench/PageProgram.h"
-#include "bench/Report.h"
-#include "bench/figures.h"
+#include "benchmarks/PageProgram.h"
+#include "benchmarks/Report.h"
+#include "benchmarks/figures.h"
 
 #include <QMap>
 #include <QString>
@@ -10,7 +10,7 @@
 void measureEventLoop(Report &report)
 {
     constexpr int rounds = 5;
-    constexpr double limit = 16;        // Milliseconds.
+    constexpr double limit = 16; // Milliseconds.
     constexpr double showingLimit = 50; // For the first showing of a tab.
 
     std::vector<double> steady;

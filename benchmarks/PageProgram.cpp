@@ -1,4 +1,4 @@
-#include "bench/PageProgram.h"
+#include "benchmarks/PageProgram.h"
 
 #include <QCoreApplication>
 #include <QProcess>

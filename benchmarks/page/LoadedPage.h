@@ -12,18 +12,22 @@
 #include <memory>
 #include <optional>
 
-/// A page in a window as a host application shows it, with an emulated camera that is not connected yet. GUI thread only.
+/// A page in a window as a host application shows it, with an emulated camera that is not connected yet. GUI thread
+/// only.
 class LoadedPage
 {
 public:
     enum class Kind {
         Plugin, ///< The plug-in's page with its models.
-        Flat,   ///< The page of the same controls and nothing else. The camera is made too, as it is the host's work.
-        Empty,  ///< One button.
+        Flat, ///< The page of the same controls and nothing else. The camera is made too, as it is the host's work.
+        Empty, ///< One button.
     };
 
     /// Throws std::runtime_error if there is no such page.
     explicit LoadedPage(Kind kind);
+
+    /// Shows the window and waits for its first frame.
+    void show();
 
     QQuickWindow &window() { return m_window; }
     QQuickItem &item() { return *m_page->item(); }

@@ -1,5 +1,5 @@
-#include "bench/Report.h"
-#include "bench/figures.h"
+#include "benchmarks/Report.h"
+#include "benchmarks/figures.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <utility>
 
-// zvtbench [refresh] [loop] [start] [lists]: measures what is named, or everything. The exit status is 1 if a figure missed
-// its limit.
+// zvtbench [refresh] [loop] [start] [lists]: measures what is named, or everything. The exit status is 1 if a figure
+// missed its limit.
 int main(int argc, char *argv[])
 {
     // Nothing of the user who measures is read or written, here and in the programs that are started.

@@ -1,4 +1,4 @@
-#include "bench/page/modes.h"
+#include "benchmarks/page/modes.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -21,27 +21,36 @@ struct StockType {
 // A type stands before those that it derives from.
 constexpr StockType popupTypes[]
     = {{"QQuickToolTip", "ToolTip"}, {"QQuickMenu", "Menu"}, {"QQuickDialog", "Dialog"}, {"QQuickPopup", "Popup"}};
-constexpr StockType layoutTypes[] = {{"QQuickRowLayout", "RowLayout"},
-                                     {"QQuickColumnLayout", "ColumnLayout"},
-                                     {"QQuickGridLayout", "GridLayout"},
-                                     {"QQuickStackLayout", "StackLayout"}};
-constexpr StockType controlTypes[]
-    = {{"QQuickTabButton", "TabButton"},     {"QQuickToolButton", "ToolButton"},
-       {"QQuickRoundButton", "RoundButton"}, {"QQuickButton", "Button"},
-       {"QQuickCheckBox", "CheckBox"},       {"QQuickRadioButton", "RadioButton"},
-       {"QQuickSwitch", "Switch"},           {"QQuickMenuItem", "MenuItem"},
-       {"QQuickItemDelegate", "ItemDelegate"}, {"QQuickComboBox", "ComboBox"},
-       {"QQuickSpinBox", "SpinBox"},         {"QQuickSlider", "Slider"},
-       {"QQuickProgressBar", "ProgressBar"}, {"QQuickBusyIndicator", "BusyIndicator"},
-       {"QQuickScrollBar", "ScrollBar"},     {"QQuickTextField", "TextField"},
-       {"QQuickTextArea", "TextArea"},       {"QQuickLabel", "Label"},
-       {"QQuickTabBar", "TabBar"},           {"QQuickToolBar", "ToolBar"},
-       {"QQuickScrollView", "ScrollView"},   {"QQuickGroupBox", "GroupBox"},
-       {"QQuickFrame", "Frame"},             {"QQuickPage", "Page"},
-       {"QQuickPane", "Pane"}};
+constexpr StockType layoutTypes[]
+    = {{"QQuickRowLayout", "RowLayout"}, {"QQuickColumnLayout", "ColumnLayout"}, {"QQuickGridLayout", "GridLayout"}};
+constexpr StockType controlTypes[] = {{"QQuickTabButton", "TabButton"},
+                                      {"QQuickToolButton", "ToolButton"},
+                                      {"QQuickRoundButton", "RoundButton"},
+                                      {"QQuickButton", "Button"},
+                                      {"QQuickCheckBox", "CheckBox"},
+                                      {"QQuickRadioButton", "RadioButton"},
+                                      {"QQuickSwitch", "Switch"},
+                                      {"QQuickMenuItem", "MenuItem"},
+                                      {"QQuickItemDelegate", "ItemDelegate"},
+                                      {"QQuickComboBox", "ComboBox"},
+                                      {"QQuickSpinBox", "SpinBox"},
+                                      {"QQuickSlider", "Slider"},
+                                      {"QQuickProgressBar", "ProgressBar"},
+                                      {"QQuickBusyIndicator", "BusyIndicator"},
+                                      {"QQuickScrollBar", "ScrollBar"},
+                                      {"QQuickTextField", "TextField"},
+                                      {"QQuickTextArea", "TextArea"},
+                                      {"QQuickLabel", "Label"},
+                                      {"QQuickTabBar", "TabBar"},
+                                      {"QQuickToolBar", "ToolBar"},
+                                      {"QQuickScrollView", "ScrollView"},
+                                      {"QQuickGroupBox", "GroupBox"},
+                                      {"QQuickFrame", "Frame"},
+                                      {"QQuickPage", "Page"},
+                                      {"QQuickPane", "Pane"},
+                                      {"QQuickStackLayout", "StackLayout"}};
 
-template <size_t count>
-const char *stockName(const QObject &object, const StockType (&types)[count])
+template <size_t count> const char *stockName(const QObject &object, const StockType (&types)[count])
 {
     for (const StockType &type : types)
         if (object.inherits(type.className))
@@ -51,7 +60,7 @@ const char *stockName(const QObject &object, const StockType (&types)[count])
 
 /// Controls and layouts that are seen or unseen together.
 struct Group {
-    QString type; ///< What holds them.
+    QString opening; ///< The first line of what holds them.
     QStringList controls{};
     QStringList layouts{};
 };
@@ -81,7 +90,11 @@ public:
             layouts += popup.layouts.size();
         }
         return QStringLiteral("%1 controls (%2 visible), %3 layouts (%4 visible), %5 closed popups")
-            .arg(controls).arg(m_visible.controls.size()).arg(layouts).arg(m_visible.layouts.size()).arg(m_popups.size());
+            .arg(controls)
+            .arg(m_visible.controls.size())
+            .arg(layouts)
+            .arg(m_visible.layouts.size())
+            .arg(m_popups.size());
     }
 
 private:
@@ -102,7 +115,7 @@ private:
         if (isDeclaredByPage(object)) {
             Group &group = popup ? *popup : item && item->isVisible() ? m_visible : m_hidden;
             if (const char *name = stockName(object, popupTypes))
-                popup = &m_popups.emplace_back(Group{QLatin1String(name)});
+                popup = &m_popups.emplace_back(Group{QLatin1String(name) + QLatin1String(" {")});
             else if (const char *layout = stockName(object, layoutTypes))
                 group.layouts << QLatin1String(layout);
             else if (const char *control = stockName(object, controlTypes))
@@ -127,7 +140,7 @@ private:
     /// The layouts side by side, with the controls dealt out among them.
     static QString written(const Group &group)
     {
-        QString text = QStringLiteral("    %1 {\n").arg(group.type);
+        QString text = QStringLiteral("    %1\n").arg(group.opening);
         qsizetype dealt = 0;
         for (qsizetype i = 0; i < group.layouts.size(); ++i) {
             const QString &layout = group.layouts[i];
@@ -144,8 +157,8 @@ private:
     }
 
     QSet<const QObject *> m_visited;
-    Group m_visible{QStringLiteral("Item")};
-    Group m_hidden{QStringLiteral("Item")};
+    Group m_visible{QStringLiteral("Item {")};
+    Group m_hidden{QStringLiteral("Item { visible: false")};
     std::deque<Group> m_popups; // The walk keeps the addresses of groups.
 };
 
@@ -154,7 +167,7 @@ private:
 int writeFlatPage(const QString &fileName)
 {
     LoadedPage page(LoadedPage::Kind::Plugin);
-    page.window().show();
+    page.show();
     const Census census(page.item());
     QFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(census.flatPage().toUtf8()) < 0) {

@@ -1,5 +1,5 @@
-#include "bench/Report.h"
-#include "bench/figures.h"
+#include "benchmarks/Report.h"
+#include "benchmarks/figures.h"
 #include "plugin/ZvtCameraModel.h"
 #include "tests/support/CameraRig.h"
 
@@ -26,7 +26,7 @@ struct Reader {
 
 struct Sample {
     double elapsed = 0; ///< Seconds from the start of the read until everything is published.
-    double inside = 0;  ///< Seconds that the gate measured inside its calls.
+    double inside = 0; ///< Seconds that the gate measured inside its calls.
     int calls = 0;
 };
 
@@ -42,8 +42,10 @@ std::vector<Reader> readersOf(const QObject &root)
         if (model->metaObject()->indexOfMethod("refresh()") >= 0)
             readers.push_back({name, [model] { QMetaObject::invokeMethod(model, "refresh"); }});
         for (const auto &[owner, timerName] : polls)
-            if (auto *timer = name == QLatin1String(owner) ? model->findChild<QTimer *>(QLatin1String(timerName)) : nullptr)
-                readers.push_back({name + QStringLiteral(" poll"), [timer] { QMetaObject::invokeMethod(timer, "timeout"); }});
+            if (auto *timer
+                = name == QLatin1String(owner) ? model->findChild<QTimer *>(QLatin1String(timerName)) : nullptr)
+                readers.push_back(
+                    {name + QStringLiteral(" poll"), [timer] { QMetaObject::invokeMethod(timer, "timeout"); }});
     }
     return readers;
 }
@@ -83,9 +85,9 @@ void measure(const Reader &reader, CameraRig &rig, Report &report)
 {
     constexpr int rounds = 9;
     constexpr int readsWithoutLatency = 25; // A round of these is still shorter than one read of a slow camera.
-    constexpr int latency = 20;             // Milliseconds.
+    constexpr int latency = 20; // Milliseconds.
     constexpr double ratioLimit = 1.05;
-    constexpr double allowance = 1e-3;     // Seconds for a read ...
+    constexpr double allowance = 1e-3; // Seconds for a read ...
     constexpr double callAllowance = 1e-5; // ... and for each of its calls.
 
     const std::vector<emulator::Gate *> gates{&rig.gate(), &emulator::Sdk::gate()};
@@ -113,7 +115,8 @@ void measure(const Reader &reader, CameraRig &rig, Report &report)
     }
     report.figure(reader.name + QStringLiteral(", over time in the gate at 20 ms"), median(ratios), ratioLimit,
                   QStringLiteral("up to %1 calls").arg(calls));
-    report.figure(reader.name + QStringLiteral(", milliseconds without latency"), median(milliseconds), median(allowed));
+    report.figure(reader.name + QStringLiteral(", milliseconds without latency"), median(milliseconds),
+                  median(allowed));
 }
 
 } // namespace

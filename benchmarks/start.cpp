@@ -1,6 +1,6 @@
-#include "bench/PageProgram.h"
-#include "bench/Report.h"
-#include "bench/figures.h"
+#include "benchmarks/PageProgram.h"
+#include "benchmarks/Report.h"
+#include "benchmarks/figures.h"
 
 #include <QString>
 
@@ -15,7 +15,7 @@ namespace
 struct Starts {
     const char *mode;
     std::vector<double> milliseconds{}; ///< From before the process is started to its first frame.
-    std::vector<double> mebibytes{};    ///< The peak of its resident memory up to there.
+    std::vector<double> mebibytes{}; ///< The peak of its resident memory up to there.
 
     void run()
     {

@@ -1,5 +1,5 @@
-#include "bench/Report.h"
-#include "bench/figures.h"
+#include "benchmarks/Report.h"
+#include "benchmarks/figures.h"
 #include "hlxui/ObjectListModel.h"
 
 #include <QCoreApplication>

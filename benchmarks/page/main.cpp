@@ -1,4 +1,4 @@
-#include "bench/page/modes.h"
+#include "benchmarks/page/modes.h"
 
 #include <QApplication>
 #include <QQuickStyle>
