@@ -3,6 +3,7 @@
 #include "benchmarks/figures.h"
 
 #include <QMap>
+#include <QList>
 #include <QString>
 
 #include <vector>

@@ -2,6 +2,7 @@
 #include "benchmarks/Report.h"
 #include "benchmarks/figures.h"
 
+#include <QList>
 #include <QString>
 
 #include <array>

@@ -28,6 +28,8 @@ install_missing() {
 
 # build PRESET: configures it once and builds it on all cores.
 build() {
+    # What the compiler cache must know of precompiled headers.
+    export CCACHE_SLOPPINESS=pch_defines,time_macros
     [ -f "build/$1/build.ninja" ] || cmake --preset "$1" || fail "the preset \"$1\" can not be configured"
     cmake --build --preset "$1" -- --quiet
 }

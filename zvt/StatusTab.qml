@@ -38,6 +38,7 @@ ScrollView {
 
         Layout.fillWidth: true
         Accessible.name: heading.replace(":", "")
+        Accessible.description: text
         color: root.strongTextColor
         wrapMode: Text.Wrap
     }

@@ -1,4 +1,4 @@
-# Checks every page, control and dialog of SOURCE_DIR with the program QMLLINT.
+# Checks every page, control and dialog of SOURCE_DIR, and the host's own QML, with the program QMLLINT.
 #
 # A page imports the host's shared controls by their place beside it and the host's modules by name. Neither is found in
 # the source tree, so both are laid out in STAGE_DIR as they lie at run time; the descriptions of the modules, which are
@@ -14,7 +14,7 @@ file(COPY ${CMAKE_CURRENT_LIST_DIR}/com DESTINATION ${STAGE_DIR}/imports)
 file(COPY ${host}/types/CameraFinderPopup.qml ${host}/types/WindowEditor.qml DESTINATION ${modules}/hlxcamui)
 file(COPY ${host}/types/DisplayEditor.qml DESTINATION ${modules}/hlxui)
 
-file(GLOB_RECURSE files ${STAGE_DIR}/zvt/*.qml)
+file(GLOB_RECURSE files ${STAGE_DIR}/zvt/*.qml ${STAGE_DIR}/hlxcamui/*.qml ${STAGE_DIR}/imports/*.qml)
 execute_process(
     COMMAND ${QMLLINT} -I ${STAGE_DIR}/imports --unqualified disable --unused-imports warning ${files}
     RESULT_VARIABLE result)

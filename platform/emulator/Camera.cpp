@@ -1,5 +1,6 @@
 #include "platform/emulator/Camera.h"
 
+#include "platform/emulator/Clock.h"
 #include "platform/emulator/DeviceKind.h"
 #include "platform/emulator/Storage.h"
 #include "platform/emulator/devices/EventQueue.h"
@@ -50,6 +51,7 @@ struct Camera::State {
     struct Fitted {
         Device *device;
         bool remembers;
+        bool inSnapshots;
     };
     std::map<QString, Fitted> byKey;
     QJsonObject written; ///< The values in the memory file.
@@ -57,6 +59,24 @@ struct Camera::State {
     std::recursive_mutex listenerMutex;
     std::map<int, std::function<void()>> listeners;
     int lastListener = 0;
+
+    /// What the devices save for which `wanted` is set.
+    QJsonObject save(bool Fitted::*wanted) const
+    {
+        QJsonObject values;
+        for (const auto &[key, fitted] : byKey)
+            if (fitted.*wanted)
+                values[key] = fitted.device->save();
+        return values;
+    }
+
+    /// Gives it back to them. A device that the values do not tell of is left alone.
+    void restore(bool Fitted::*wanted, const QJsonObject &values)
+    {
+        for (const auto &[key, fitted] : byKey)
+            if (fitted.*wanted && values.contains(key))
+                fitted.device->restore(values.value(key).toObject());
+    }
 };
 
 std::shared_ptr<Camera> Camera::create(const QString &profile, const QString &folder)
@@ -74,12 +94,12 @@ Camera::Camera(Profile profile, QString folder)
     : m_profile(std::move(profile)), m_folder(std::move(folder)), m_state(std::make_unique<State>(m_folder))
 {
     m_state->capabilities = m_profile.capabilities();
-    const auto add = [this](const QString &key, std::unique_ptr<Device> device, bool remembers) {
-        m_state->byKey[key] = {device.get(), remembers};
+    const auto add = [this](const QString &key, std::unique_ptr<Device> device, bool remembers, bool inSnapshots) {
+        m_state->byKey[key] = {device.get(), remembers, inSnapshots};
         m_devices.push_back(std::move(device));
     };
-    add(QStringLiteral("identity"), std::make_unique<Identity>(*this), true);
-    add(QStringLiteral("events"), std::make_unique<EventQueue>(*this), false);
+    add(QStringLiteral("identity"), std::make_unique<Identity>(*this), true, false);
+    add(QStringLiteral("events"), std::make_unique<EventQueue>(*this), false, false);
     for (const auto &kind : DeviceKind::all()) {
         const QJsonValue values = m_profile.devices().value(kind.key);
         if (values.isUndefined() && kind.presence == DeviceKind::WhereListed)
@@ -88,14 +108,12 @@ Camera::Camera(Profile profile, QString folder)
                         QStringLiteral("devices.") + kind.key);
         auto device = kind.make(*this, section);
         section.finish();
-        add(kind.key, std::move(device), kind.memory == DeviceKind::Remembers);
+        add(kind.key, std::move(device), kind.memory == DeviceKind::Remembers, kind.snapshot == DeviceKind::Included);
     }
     const QJsonObject values = m_state->storage.read(memoryFile);
-    for (const auto &[key, fitted] : m_state->byKey)
-        if (fitted.remembers)
-            fitted.device->restore(values.value(key).toObject());
+    m_state->restore(&State::Fitted::remembers, values);
     // A camera that is as its profile made it needs no file.
-    m_state->written = values.isEmpty() ? remembered() : values;
+    m_state->written = values.isEmpty() ? m_state->save(&State::Fitted::remembers) : values;
     m_state->complete = true;
 }
 
@@ -192,13 +210,26 @@ void Camera::removeListener(int number)
     m_state->listeners.erase(number);
 }
 
-QJsonObject Camera::remembered() const
+Status Camera::takeTime(int64_t milliseconds)
 {
-    QJsonObject values;
-    for (const auto &[key, fitted] : m_state->byKey)
-        if (fitted.remembers)
-            values[key] = fitted.device->save();
-    return values;
+    {
+        const Unlocked unlocked(*this);
+        Clock::wait(milliseconds);
+    }
+    return connected() ? Ok : NotConnected;
+}
+
+QJsonObject Camera::snapshot() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_state->save(&State::Fitted::inSnapshots);
+}
+
+void Camera::restore(const QJsonObject &snapshot)
+{
+    const std::lock_guard lock(m_mutex);
+    m_state->restore(&State::Fitted::inSnapshots, snapshot);
+    remember();
 }
 
 void Camera::remember()
@@ -206,7 +237,7 @@ void Camera::remember()
     const std::lock_guard lock(m_mutex);
     if (!m_state->complete)
         return;
-    const QJsonObject values = remembered();
+    const QJsonObject values = m_state->save(&State::Fitted::remembers);
     // A folder that somebody has removed is not made again behind their back.
     if (values == m_state->written || !QDir(m_folder).exists())
         return;

@@ -57,6 +57,25 @@ public:
     /// Held by the gate while a device answers.
     std::recursive_mutex &mutex() { return m_mutex; }
 
+    /// Gives the camera's lock back for as long as it lives: around what takes long inside an operation, and around
+    /// calls of its caller's delegates. Only where the lock is held once, as it is when the gate asks a device.
+    class Unlocked
+    {
+    public:
+        explicit Unlocked(Camera &camera) : m_mutex(camera.m_mutex) { m_mutex.unlock(); }
+        Unlocked(const Unlocked &) = delete;
+        Unlocked &operator=(const Unlocked &) = delete;
+        ~Unlocked() { m_mutex.lock(); }
+
+    private:
+        std::recursive_mutex &m_mutex;
+    };
+
+    /// How an operation takes its time: the Clock goes on by so many milliseconds, with the lock given back meanwhile.
+    /// Any other operation may have come in between, so look again at what was known before. NotConnected if the camera
+    /// is no longer connected: the operation ends with that.
+    Status takeTime(int64_t milliseconds);
+
     /// Changes a setting behind the operator's back, as "device.setting", and raises the event for it. False if there
     /// is no such setting or it refuses the value.
     class OtherClient
@@ -82,6 +101,12 @@ public:
     int onConnectionChanged(std::function<void()> listener);
     void removeListener(int number);
 
+    /// The camera's settings, as a named snapshot holds them: the devices by their keys, and what each of them saves.
+    QJsonObject snapshot() const;
+    /// Takes over what snapshot() gave. Devices that it does not tell of stay as they are; so do values that a device
+    /// would refuse.
+    void restore(const QJsonObject &snapshot);
+
     /// Writes to the camera's folder what outlives the process. A folder that has become unwritable is warned of.
     void remember();
 
@@ -89,7 +114,6 @@ private:
     Camera(Profile profile, QString folder);
     void setConnected(bool connected);
     Device *deviceOf(const QString &key) const;
-    QJsonObject remembered() const;
 
     Profile m_profile;
     QString m_folder;

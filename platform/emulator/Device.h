@@ -11,7 +11,8 @@ class Camera;
 
 /// A piece of equipment inside an emulated camera: its cooler, its sensor, its clock. A device answers for itself,
 /// keeps its own values and takes its time from the Clock. Its operations return a Status, and leave their outputs
-/// alone unless it is Ok. They are called with the camera's lock held, from any thread.
+/// alone unless it is Ok. They are called with the camera's lock held, from any thread; one that is slow lets the time
+/// pass by Camera::takeTime(), so that the rest of the camera goes on answering.
 class Device
 {
 public:

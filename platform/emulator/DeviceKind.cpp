@@ -22,13 +22,13 @@ template <class D> std::unique_ptr<Device> make(Camera &camera, Section &section
 }
 
 const std::array kinds{
-    DeviceKind{QLatin1String("emulator"), DeviceKind::Always, DeviceKind::Forgets, make<EmulatorProperties>},
-    DeviceKind{QLatin1String("clock"), DeviceKind::Always, DeviceKind::Remembers, make<CameraClock>},
-    DeviceKind{QLatin1String("hours"), DeviceKind::Always, DeviceKind::Remembers, make<HourMeter>},
-    DeviceKind{QLatin1String("sensor"), DeviceKind::Always, DeviceKind::Forgets, make<Sensor>},
-    DeviceKind{QLatin1String("cooler"), DeviceKind::WhereListed, DeviceKind::Remembers, make<Cooler>},
-    DeviceKind{QLatin1String("temperatures"), DeviceKind::WhereListed, DeviceKind::Forgets, make<Temperatures>},
-    DeviceKind{QLatin1String("corrections"), DeviceKind::WhereListed, DeviceKind::Forgets, make<Corrections>},
+    DeviceKind{QLatin1String("emulator"), DeviceKind::Always, DeviceKind::Forgets, DeviceKind::LeftOut, make<EmulatorProperties>},
+    DeviceKind{QLatin1String("clock"), DeviceKind::Always, DeviceKind::Remembers, DeviceKind::LeftOut, make<CameraClock>},
+    DeviceKind{QLatin1String("hours"), DeviceKind::Always, DeviceKind::Remembers, DeviceKind::LeftOut, make<HourMeter>},
+    DeviceKind{QLatin1String("sensor"), DeviceKind::Always, DeviceKind::Forgets, DeviceKind::Included, make<Sensor>},
+    DeviceKind{QLatin1String("cooler"), DeviceKind::WhereListed, DeviceKind::Remembers, DeviceKind::Included, make<Cooler>},
+    DeviceKind{QLatin1String("temperatures"), DeviceKind::WhereListed, DeviceKind::Forgets, DeviceKind::LeftOut, make<Temperatures>},
+    DeviceKind{QLatin1String("corrections"), DeviceKind::WhereListed, DeviceKind::Forgets, DeviceKind::LeftOut, make<Corrections>},
 };
 
 } // namespace

@@ -15,10 +15,12 @@ namespace emulator
 struct DeviceKind {
     enum Presence { Always, WhereListed };
     enum Memory { Forgets, Remembers };
+    enum Snapshot { LeftOut, Included };
 
     QLatin1String key; ///< Its name in profiles, and before the dot in names of settings.
     Presence presence; ///< Always: a profile that does not list it gives the device its defaults.
     Memory memory; ///< Remembers: what it saves outlives the process, in the camera's folder.
+    Snapshot snapshot; ///< Included: what it saves are settings, which a snapshot holds. Hours and clocks are none.
     std::unique_ptr<Device> (*make)(Camera &camera, Section &section);
 
     /// All kinds, in the order in which a camera builds its devices.

@@ -154,7 +154,7 @@ std::vector<Call> Gate::callsSince(size_t mark) const
 void Gate::failNext(const std::string &name, int n)
 {
     const std::lock_guard lock(m_state->mutex);
-    m_state->countdowns.push_back({name, n});
+    m_state->countdowns.push_back({name, std::max(n, 1)});
     m_state->updateAsked();
 }
 

@@ -28,7 +28,16 @@ namespace emulator
 //     }
 //
 // A body runs with the camera's lock held and with outputs and texts that are not null. It returns a status, true or
-// false, or nothing.
+// false, or nothing. A slow operation gives the lock back while it takes its time, and ends when the camera is
+// disconnected meanwhile; around a call of its caller's delegate it gives it back by a Camera::Unlocked:
+//
+//     Status Wheel::turnTo(uint8_t slot)
+//     {
+//         if (const Status status = camera().takeTime(turnMilliseconds); status != Ok)
+//             return status;
+//         m_slot = slot;
+//         return Ok;
+//     }
 
 /// The status of what a body returns: a status itself, true or false, or nothing.
 template <class Body, class Subject> int statusOf(Body &body, Subject &subject)

@@ -11,13 +11,6 @@
 
 #include <utility>
 
-// Outside any namespace, an unnamed one too: the macro declares a function at its place, which lives in the global one.
-static void initResources()
-{
-    Q_INIT_RESOURCE(hlxcamui);
-    Q_INIT_RESOURCE(hlxcamuifonts);
-}
-
 namespace hlx::cam::ui
 {
 
@@ -26,7 +19,6 @@ void registerHostModules()
     static bool registered = false;
     if (std::exchange(registered, true))
         return;
-    ::initResources();
 
     // What the controls' own QML builds upon; not for pages. The version is that of the Qt Quick whose properties the
     // types inherit: under 1.0 the engine would hide the newer ones, and a page's own `palette` group with them.

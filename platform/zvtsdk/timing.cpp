@@ -1,19 +1,30 @@
-#include "platform/emulator/dispatch.h"
+// What the camera works out about frame periods.
 #include "zvt/zvtsdk.h"
 
-// What the camera works out about frame periods.
+#include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/dispatch.h"
 
-using namespace emulator;
+using emulator::onDevice;
+using emulator::Sensor;
 
 int zvtCalcMinFrameWidth(uint64_t handle, uint32_t *clocks, uint16_t width, uint16_t height)
 {
-    return absent(__func__, handle, clocks, width, height);
+    return onDevice<Sensor>(
+        __func__, handle, [&](Sensor &s) { return s.minimumFrameWidth({width, height}, 0, false, *clocks); }, clocks,
+        width, height);
 }
 
 int zvtCalcMinFrameWidthEx(uint64_t handle, uint32_t *minClocks, uint16_t width, uint16_t height,
                            uint32_t integrationWidth, bool sequencing)
 {
-    return absent(__func__, handle, minClocks, width, height, integrationWidth, sequencing);
+    return onDevice<Sensor>(
+        __func__, handle,
+        [&](Sensor &s) { return s.minimumFrameWidth({width, height}, integrationWidth, sequencing, *minClocks); },
+        minClocks, width, height, integrationWidth, sequencing);
 }
 
-int zvtSnapHertz(uint64_t handle, double *snapped, double wanted) { return absent(__func__, handle, snapped, wanted); }
+int zvtSnapHertz(uint64_t handle, double *snapped, double wanted)
+{
+    return onDevice<Sensor>(
+        __func__, handle, [&](Sensor &s) { return s.snapHertz(wanted, *snapped); }, snapped, wanted);
+}

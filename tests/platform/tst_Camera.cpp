@@ -66,6 +66,8 @@ private slots:
     void tellsOfAnotherClient();
     void refusesTheSettingsOfAnotherClient_data();
     void refusesTheSettingsOfAnotherClient();
+    void holdsItsSettingsInASnapshot();
+    void restoresWhatASnapshotTells();
 
     void makesItsFolder();
     void usesTheUsersFolder();
@@ -254,6 +256,57 @@ void tst_Camera::refusesTheSettingsOfAnotherClient()
     const auto camera = create("bare");
     QVERIFY(!camera->otherClient().set(name, value));
     QCOMPARE(camera->device<emulator::EventQueue>()->take(), ZVT_EVENT_NONE);
+}
+
+void tst_Camera::holdsItsSettingsInASnapshot()
+{
+    const auto camera = create();
+    camera->connect();
+    QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 85.0));
+    QVERIFY(camera->otherClient().set(QStringLiteral("sensor.activePreset"), 2));
+    const QJsonObject snapshot = camera->snapshot();
+    QCOMPARE(snapshot.keys(), (QStringList{QStringLiteral("cooler"), QStringLiteral("sensor")}));
+
+    QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 75.0));
+    QVERIFY(camera->otherClient().set(QStringLiteral("sensor.activePreset"), 1));
+    QVERIFY(camera->otherClient().set(QStringLiteral("identity.serial"), QStringLiteral("Newer")));
+    QCOMPARE(zvtSetRealTimeClock(camera->handle(), 30, 1, 2, 3, 4, 5), 0);
+    camera->restore(snapshot);
+    float setpoint = 0;
+    QCOMPARE(zvtMfgGetCoolerSetpoint(camera->handle(), &setpoint), 0);
+    QCOMPARE(setpoint, 85.0F);
+    uint8_t preset = 0;
+    QCOMPARE(zvtGetActivePreset(camera->handle(), &preset), 0);
+    QCOMPARE(preset, uint8_t(2));
+    QCOMPARE(camera->snapshot(), snapshot);
+
+    // Who the camera is and what time it has are none of its settings.
+    char serial[64];
+    QCOMPARE(zvtGetCameraSN(camera->handle(), serial, sizeof serial), 0);
+    QCOMPARE(QString::fromUtf8(serial), QStringLiteral("Newer"));
+    uint8_t year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    QCOMPARE(zvtGetRealTimeClock(camera->handle(), &year, &month, &day, &hour, &minute, &second), 0);
+    QCOMPARE(year, uint8_t(30));
+}
+
+void tst_Camera::restoresWhatASnapshotTells()
+{
+    const auto camera = create();
+    camera->connect();
+    QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 85.0));
+    const QJsonObject before = camera->snapshot();
+    camera->restore({});
+    camera->restore({{QStringLiteral("cooler"), QJsonObject{{QStringLiteral("setpoint"), 1e9}}},
+                     {QStringLiteral("sensor"), QStringLiteral("nonsense")},
+                     {QStringLiteral("identity"), QJsonObject{{QStringLiteral("serial"), QStringLiteral("Stolen")}}},
+                     {QStringLiteral("hours"), QJsonObject{{QStringLiteral("milliseconds"), 0}}}});
+    QCOMPARE(camera->snapshot(), before);
+    char serial[64];
+    QCOMPARE(zvtGetCameraSN(camera->handle(), serial, sizeof serial), 0);
+    QCOMPARE(QString::fromUtf8(serial), QStringLiteral("ZE-100001"));
+    uint32_t minutes = 0;
+    QCOMPARE(zvtGetOperatingTime(camera->handle(), &minutes), 0);
+    QCOMPARE(minutes, uint32_t(73512));
 }
 
 void tst_Camera::makesItsFolder()

@@ -1,16 +1,21 @@
 #include "hlx/CString.h"
 #include "hlx/TArray.h"
+#include "platform/emulator/Clock.h"
+#include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/dispatch.h"
 #include "tests/support/Test.h"
 
 #include <QTemporaryDir>
 
 #include <array>
+#include <atomic>
 #include <cstring>
+#include <future>
 #include <limits>
 #include <string>
 
 using namespace emulator;
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -310,7 +315,62 @@ private slots:
         QVERIFY(dispatchController(m_camera, "controller.Test", body));
     }
 
+    void aSlowOperationLetsOthersIn()
+    {
+        std::atomic<bool> end{false};
+        auto slow = inBackground([&](Camera &camera) {
+            while (!end)
+                if (const Status status = camera.takeTime(1); status != Ok)
+                    return status;
+            return Ok;
+        });
+        auto read = std::async(std::launch::async, [this] {
+            return onDevice<Sensor>("test.read", m_camera->handle(), [](Sensor &) { return Ok; });
+        });
+        const bool answered = read.wait_for(10s) == std::future_status::ready;
+        QCOMPARE(m_camera->gate().calls().front().status, int(Pending));
+        end = true;
+        QVERIFY(answered);
+        QCOMPARE(read.get(), int(Ok));
+        QCOMPARE(slow.get(), int(Ok));
+    }
+
+    void aSlowOperationEndsWithTheConnection()
+    {
+        auto slow = inBackground([](Camera &camera) {
+            Status status = Ok;
+            for (int turn = 0; turn < 10'000 && status == Ok; ++turn)
+                status = camera.takeTime(1);
+            return status;
+        });
+        m_camera->disconnect();
+        QCOMPARE(slow.get(), int(NotConnected));
+    }
+
+    void takenTimeMovesAManualClock()
+    {
+        Clock::manual();
+        const int64_t before = Clock::now();
+        QCOMPARE(dispatch("test", m_camera->handle(), [](Camera &camera) { return camera.takeTime(1500); }), int(Ok));
+        QCOMPARE(Clock::now() - before, int64_t(1500));
+        Clock::automatic();
+    }
+
 private:
+    /// A call on a thread of its own; it has its lock when this returns.
+    template <class Body> std::future<int> inBackground(Body body)
+    {
+        const auto begun = std::make_shared<std::promise<void>>();
+        auto call = std::async(std::launch::async, [=, this] {
+            return dispatch("test.slow", m_camera->handle(), [&](Camera &camera) {
+                begun->set_value();
+                return body(camera);
+            });
+        });
+        begun->get_future().wait();
+        return call;
+    }
+
     /// A call that succeeds, with these arguments.
     template <class... Args> int call(Args &&...args)
     {

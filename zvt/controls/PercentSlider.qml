@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Controls
 
 // Moves something at a speed for as long as it is held: the further from the centre, the faster, and fine near the
-// centre. It springs back when let go, and also when the press is taken away from it, so that a move never goes on by
-// itself.
+// centre. A held arrow key moves too: slowly, faster with Shift, at full speed with Ctrl. It springs back when let go, and
+// also when the press or the focus is taken away from it, so that a move never goes on by itself.
 Item {
     id: slider
 
@@ -21,12 +21,34 @@ Item {
         return power < least ? 0 : (power - least) / (10 - least) * 0.99 + 0.01
     }
 
+    function _isArrow(key: int): bool {
+        return key === Qt.Key_Left || key === Qt.Key_Right
+    }
+
+    function _keyDistance(modifiers: int): real {
+        return modifiers & Qt.ControlModifier ? 1 : modifiers & Qt.ShiftModifier ? 0.6 : 0.3
+    }
+
     implicitWidth: 200
     implicitHeight: root.rowHeight
     opacity: enabled ? 1 : 0.5
+    activeFocusOnTab: true
 
     Accessible.role: Accessible.Slider
     Accessible.name: toolTip
+    Accessible.focusable: true
+
+    onActiveFocusChanged: mouse.place = 0
+    Keys.onPressed: event => {
+        event.accepted = _isArrow(event.key)
+        if (event.accepted && !event.isAutoRepeat && !pressed)
+            mouse.place = (event.key === Qt.Key_Left ? -1 : 1) * _keyDistance(event.modifiers)
+    }
+    Keys.onReleased: event => {
+        event.accepted = _isArrow(event.key)
+        if (event.accepted && !event.isAutoRepeat && !pressed)
+            mouse.place = 0
+    }
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter
@@ -69,8 +91,8 @@ Item {
         height: 24
         radius: 4
         color: root.buttonColor
-        border.width: slider.pressed ? 2 : 1
-        border.color: slider.pressed ? root.kestrinAccentBlue : root.fieldFrameColor
+        border.width: slider.activeFocus ? 2 : 1
+        border.color: slider.activeFocus ? root.kestrinAccentBlue : root.fieldFrameColor
 
         Image {
             objectName: "thumbImage"
@@ -92,7 +114,10 @@ Item {
         anchors.fill: parent
         hoverEnabled: true
         preventStealing: true
-        onPressed: event => follow(event.x)
+        onPressed: event => {
+            slider.forceActiveFocus(Qt.MouseFocusReason)
+            follow(event.x)
+        }
         onPositionChanged: event => {
             if (pressed)
                 follow(event.x)

@@ -23,6 +23,9 @@ AbstractButton {
         text: "\uf021"
         font.family: fontAwesome.name
         palette.buttonText: hovered ? root.strongTextColor : root.dimTextColor
+        // Else the header around it would take the key for its own.
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
 
         ToolTip {
             visible: refreshButton.hovered || refreshButton.visualFocus

@@ -1,11 +1,12 @@
 import QtQuick
 
-// The number of a preset on the Setup tab: tells whether the preset is in use, and puts it to use.
+// The number of a preset on the Setup tab: tells whether the preset is in use, and puts it to use unless it only tells.
 WrappingButton {
     id: button
 
     required property int presetNumber
     required property var setupGeneralModel
+    property bool tellsOnly
 
     // The sequencing modes, by the numbers of ESEQUENCING_MODE.
     readonly property int _mode: setupGeneralModel?.sequencingMode ?? 0
@@ -27,7 +28,7 @@ WrappingButton {
             return _inSequence ? qsTr("Preset included in sequence. (Dwell is greater than 0)")
                                : qsTr("Preset excluded from sequence. (Dwell is 0)")
         //: Tool tip of a preset's number
-        return _active ? qsTr("This is the Active Preset") : qsTr("Make Preset Active")
+        return _active ? qsTr("This is the Active Preset") : tellsOnly ? "" : qsTr("Make Preset Active")
     }
 
     implicitWidth: 34
@@ -39,6 +40,8 @@ WrappingButton {
     toolTip: _toolTip()
     palette.buttonText: inUse ? root.kestrinAccentBlue : root.textColor
     onClicked: {
+        if (tellsOnly)
+            return
         if (_superframing)
             _preset.subframeEnabled = !_preset.subframeEnabled
         else if (!_sequencing)

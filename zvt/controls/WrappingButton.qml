@@ -13,7 +13,7 @@ Button {
     leftPadding: 10
     rightPadding: 10
     palette.button: destructive ? root.tidepoolAccentDestructiveButtonBackground : root.buttonColor
-    palette.buttonText: destructive ? "black" : (enabled ? root.textColor : root.dimTextColor)
+    palette.buttonText: destructive ? "black" : root.textColor
 
     Accessible.name: text !== "" && font.family !== fontAwesome.name ? text : toolTip
 
@@ -24,6 +24,7 @@ Button {
         text: button.text
         font: button.font
         color: button.palette.buttonText
+        opacity: button.enabled ? 1 : 0.6
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         wrapMode: Text.WordWrap

@@ -166,12 +166,14 @@ int zvtGetIntegrationWidth(uint64_t handle, uint8_t preset, uint32_t* out);
 int zvtSetIntegrationWidth(uint64_t handle, uint8_t preset, uint32_t value);
 /// 1 while the image is saturated, else 0.
 int zvtGetSaturatedFlag(uint64_t handle, uint8_t* saturated);
-/// The shortest frame period in clocks for a window of this size in pixels. Fails for an empty window.
+/// The shortest frame period in clocks for a window of this size in pixels, with the shortest integration. Fails for an
+/// empty window.
 int zvtCalcMinFrameWidth(uint64_t handle, uint32_t* clocks, uint16_t width, uint16_t height);
 /// The shortest frame period in clocks for a window in pixels, an integration time in clocks, with or without preset
-/// sequencing. Fails for an empty window.
+/// sequencing. It follows the noise reduction too. Fails for an empty window.
 int zvtCalcMinFrameWidthEx(uint64_t handle, uint32_t* minClocks, uint16_t width, uint16_t height, uint32_t integrationWidth, bool sequencing);
-/// The rate nearest to the wanted one, both in hertz, whose period is a whole number of clocks.
+/// The rate nearest to the wanted one, both in hertz, whose period is a whole number of clocks. Fails
+/// for a rate that is not above 0.
 int zvtSnapHertz(uint64_t handle, double* snapped, double wanted);
 
 // ---- Events ---------------------------------------------------------------------------------------------------------

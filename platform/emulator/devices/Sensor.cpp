@@ -1,6 +1,8 @@
 #include "platform/emulator/devices/Sensor.h"
 
+#include "platform/emulator/Camera.h"
 #include "platform/emulator/Section.h"
+#include "platform/emulator/devices/EmulatorProperties.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,6 +26,9 @@ constexpr uint32_t presetSwitchClocks = 400;
 constexpr uint32_t minimumIntegrationWidth = 20;
 constexpr uint32_t maximumDwellCount = 0x7FFFFFFF;
 constexpr double minimumRate = 0.1;
+// The saturating integration time holds for a blackbody of this temperature; its light doubles with so many degrees.
+constexpr double saturatingCelsius = 35.0;
+constexpr double doublingDegrees = 20.0;
 constexpr double roundRates[]
     = {10000, 5000, 2000, 1000, 500, 400, 300, 250, 200, 150, 120, 100, 60, 50, 30, 25, 20, 15, 10, 5, 2, 1};
 
@@ -81,6 +86,13 @@ Status Sensor::clocksToMilliseconds(uint32_t clocks, double &milliseconds) const
     return Ok;
 }
 
+Status Sensor::snapHertz(double wanted, double &snapped) const
+{
+    if (!(wanted > 0.0))
+        return Refused;
+    return clocksToHertz(std::max(toClocks(1.0 / wanted, m_clockFrequency), 1u), snapped);
+}
+
 Status Sensor::setWindowSizeIndex(int index)
 {
     const Status status = m_geometry.setSizeIndex(index);
@@ -99,10 +111,20 @@ Status Sensor::setWindow(const Window &window)
 
 uint32_t Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const
 {
-    const uint32_t readout = (size.height + deadRows) * (size.width / pixelsPerClock + deadClocksPerRow);
+    const uint64_t readout
+        = uint64_t(size.height + deadRows) * (size.width / pixelsPerClock + deadClocksPerRow);
     // With less noise the sensor integrates first and reads then; otherwise it does both at once.
-    const uint32_t busy = m_reduceNoise ? readout + integration : std::max(readout, integration);
-    return busy + deadClocksPerFrame + (sequencing ? presetSwitchClocks : 0);
+    const uint64_t busy = m_reduceNoise ? readout + integration : std::max<uint64_t>(readout, integration);
+    const uint64_t width = busy + deadClocksPerFrame + (sequencing ? presetSwitchClocks : 0);
+    return static_cast<uint32_t>(std::min<uint64_t>(width, UINT32_MAX));
+}
+
+Status Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing, uint32_t &clocks) const
+{
+    if (size.width == 0 || size.height == 0)
+        return Refused;
+    clocks = minimumFrameWidth(size, integration, sequencing);
+    return Ok;
 }
 
 uint32_t Sensor::minimumFrameWidth(int preset) const
@@ -368,9 +390,22 @@ bool Sensor::saturated() const
         return true;
     for (int preset = 0; preset < m_numPresets; ++preset)
         if (repeats(preset) > 0
-            && m_presets[static_cast<size_t>(preset)].integrationWidth >= m_saturatingIntegrationWidth)
+            && light() * m_presets[static_cast<size_t>(preset)].integrationWidth >= m_saturatingIntegrationWidth)
             return true;
     return false;
+}
+
+double Sensor::light() const
+{
+    const auto *const properties = camera().device<EmulatorProperties>();
+    const auto celsius = [properties](const QString &path) {
+        QVariant value(saturatingCelsius);
+        if (properties)
+            properties->get(path, value);
+        return value.toDouble();
+    };
+    const double hotter = std::max(celsius(u"/BlackbodyTemp1"_s), celsius(u"/BlackbodyTemp2"_s));
+    return std::exp2((hotter - saturatingCelsius) / doublingDegrees);
 }
 
 } // namespace emulator

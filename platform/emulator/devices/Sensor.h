@@ -38,6 +38,8 @@ public:
     uint32_t clockFrequency() const { return m_clockFrequency; }
     Status clocksToHertz(uint32_t clocks, double &hertz) const;
     Status clocksToMilliseconds(uint32_t clocks, double &milliseconds) const;
+    /// The nearest rate whose period is a whole number of clocks. Refuses what is not above 0.
+    Status snapHertz(double wanted, double &snapped) const;
 
     int numPresets() const { return m_numPresets; }
     bool lowCost() const { return m_lowCost; }
@@ -65,8 +67,8 @@ public:
     Status setFrameRate(int preset, double hertz);
     /// The rate at which frames come, over all presets in use.
     double averageFrameRate() const;
-    /// The shortest frame of a window and an integration, in clocks.
-    uint32_t minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const;
+    /// The shortest frame for a window and an integration, all in clocks. Refuses an empty window.
+    Status minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing, uint32_t &clocks) const;
 
     const std::vector<uint32_t> &sequencingModes() const { return m_sequencingModes; }
     uint32_t sequencingMode() const { return m_sequencingMode; }
@@ -92,7 +94,8 @@ public:
     bool reduceNoise() const { return m_reduceNoise; }
     void setReduceNoise(bool reduce);
 
-    /// The scene drives pixels of a preset in use into saturation, or somebody has set the flag.
+    /// The scene drives pixels of a preset in use into saturation, or somebody has set the flag. The hotter of the
+    /// emulator's two blackbodies is what saturates first.
     bool saturated() const;
 
     bool streaming() const { return m_streaming; }
@@ -108,6 +111,7 @@ private:
 
     Size windowSize() const { return {m_geometry.window().width, m_geometry.window().height}; }
     bool hasPreset(int preset) const { return preset >= 0 && preset < m_numPresets; }
+    uint32_t minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const;
     uint32_t minimumFrameWidth(int preset) const;
     uint32_t effectiveFrameWidth(int preset) const;
     uint32_t minimumSuperframeWidth() const;
@@ -115,6 +119,7 @@ private:
     uint32_t nearestWidth(double hertz, uint32_t minimum) const;
     std::vector<double> toHertz(const std::vector<uint32_t> &widths) const;
     void stretchFrames();
+    double light() const;
 
     uint32_t m_clockFrequency;
     uint32_t m_maximumIntegrationWidth;

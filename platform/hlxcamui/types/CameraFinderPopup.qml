@@ -13,7 +13,7 @@ Popup {
 
     signal connect(var camera)
 
-    readonly property var _selected: list.currentItem ? list.currentItem.item : null
+    readonly property var _selected: (list.currentItem as CameraRow)?.item ?? null
 
     function _connectSelected() {
         if (!_selected)
@@ -34,6 +34,25 @@ Popup {
     onAboutToShow: list.currentIndex = list.count > 0 ? 0 : -1
     onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
 
+    // What does not fit is told by a tool tip.
+    component FittedLabel: Label {
+        id: fittedLabel
+
+        elide: Text.ElideRight
+
+        HoverHandler {
+            id: hover
+        }
+
+        ToolTip {
+            visible: fittedLabel.truncated && hover.hovered
+            delay: 600
+            text: fittedLabel.text
+            palette: popup.palette
+            font.pixelSize: 12
+        }
+    }
+
     component CameraRow: ItemDelegate {
         id: row
 
@@ -48,9 +67,6 @@ Popup {
         focusPolicy: Qt.NoFocus
 
         Accessible.name: item ? item.name : ""
-        ToolTip.visible: hovered && nameLabel.truncated
-        ToolTip.delay: 600
-        ToolTip.text: nameLabel.text
 
         onClicked: {
             list.currentIndex = index
@@ -59,26 +75,22 @@ Popup {
         onDoubleClicked: popup._connectSelected()
 
         background: Rectangle {
-            color: row.highlighted ? row.palette.highlight : row.hovered ? row.palette.alternateBase : "transparent"
+            color: row.highlighted ? popup.palette.highlight : row.hovered ? popup.palette.alternateBase : "transparent"
         }
 
         contentItem: RowLayout {
             spacing: 12
 
-            Label {
-                id: nameLabel
-
+            FittedLabel {
                 Layout.fillWidth: true
                 text: row.item ? row.item.name : ""
-                color: row.highlighted ? row.palette.highlightedText : row.palette.windowText
-                elide: Text.ElideRight
+                color: row.highlighted ? popup.palette.highlightedText : popup.palette.windowText
             }
 
-            Label {
+            FittedLabel {
                 Layout.maximumWidth: row.width / 2
                 text: row.item ? row.item.profile : ""
-                color: row.highlighted ? row.palette.highlightedText : row.palette.placeholderText
-                elide: Text.ElideRight
+                color: row.highlighted ? popup.palette.highlightedText : popup.palette.placeholderText
             }
         }
     }
@@ -98,27 +110,27 @@ Popup {
         radius: 3
     }
 
-    contentItem: ColumnLayout {
+    ColumnLayout {
+        anchors.fill: parent
         spacing: 8
 
         Accessible.role: Accessible.Dialog
         Accessible.name: titleLabel.text
 
-        Label {
+        FittedLabel {
             id: titleLabel
 
             Layout.fillWidth: true
             text: qsTr("Connect to Camera")
             font.pixelSize: popup.font.pixelSize + 1
             font.weight: Font.DemiBold
-            elide: Text.ElideRight
         }
 
         Rectangle {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            color: palette.base
-            border.color: list.activeFocus ? palette.highlight : palette.mid
+            color: popup.palette.base
+            border.color: list.activeFocus ? popup.palette.highlight : popup.palette.mid
             radius: 2
 
             ListView {
@@ -149,27 +161,17 @@ Popup {
                 anchors.centerIn: parent
                 visible: list.count === 0
                 text: qsTr("No cameras found")
-                color: palette.placeholderText
+                color: popup.palette.placeholderText
             }
         }
 
-        Label {
-            id: configLabel
-
+        FittedLabel {
             Layout.fillWidth: true
             visible: text.length > 0
             text: popup.configDir ? qsTr("Settings: %1").arg(popup.configDir) : ""
             color: popup.palette.placeholderText
             font.pixelSize: 12
             elide: Text.ElideMiddle
-
-            ToolTip.visible: truncated && configHover.hovered
-            ToolTip.delay: 600
-            ToolTip.text: text
-
-            HoverHandler {
-                id: configHover
-            }
         }
 
         RowLayout {

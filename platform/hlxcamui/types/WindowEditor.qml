@@ -45,7 +45,7 @@ T.WindowEditor {
     }
 
     Frame {
-        id: windowFrame
+        id: shown
 
         readonly property real _edge: 6
 
@@ -57,7 +57,7 @@ T.WindowEditor {
 
         Text {
             anchors.centerIn: parent
-            visible: implicitWidth + 2 * windowFrame._edge < parent.width && implicitHeight + 4 < parent.height
+            visible: implicitWidth + 2 * shown._edge < parent.width && implicitHeight + 4 < parent.height
             text: "%1 × %2".arg(editor.window.width).arg(editor.window.height)
             color: editor.palette.windowText
             font.pixelSize: 12
@@ -70,10 +70,10 @@ T.WindowEditor {
             Rectangle {
                 required property int index
 
-                x: (index % 2 === 0 ? 0 : windowFrame.width) - width / 2
-                y: (index < 2 ? 0 : windowFrame.height) - height / 2
-                width: windowFrame._edge
-                height: windowFrame._edge
+                x: (index % 2 === 0 ? 0 : shown.width) - width / 2
+                y: (index < 2 ? 0 : shown.height) - height / 2
+                width: shown._edge
+                height: shown._edge
                 visible: editor.enabled
                 color: editor._lineColor
             }
