@@ -71,11 +71,18 @@ QString SelfTest::connectCamera()
 {
     StandaloneModel &model = m_session.standaloneModel();
     QString reason = QStringLiteral("the camera does not answer in time");
-    const auto listening
+    bool answered = false;
+    const auto noting
         = QObject::connect(&model, &StandaloneModel::connectFailed, [&reason](const QString &text) { reason = text; });
-    model.connect(m_session.firstCamera());
-    PageDriver::waitFor([&model] { return !model.connecting(); }, limit);
-    QObject::disconnect(listening);
+    const auto waiting
+        = QObject::connect(&model, &StandaloneModel::connectingChanged, [&] { answered = !model.connecting(); });
+    const QString failure = chooseCamera();
+    if (failure.isEmpty())
+        PageDriver::waitFor([&answered] { return answered; }, limit);
+    QObject::disconnect(noting);
+    QObject::disconnect(waiting);
+    if (!failure.isEmpty())
+        return failure;
     if (!model.connected())
         return reason;
     if (!showsConnected(true))
@@ -83,10 +90,33 @@ QString SelfTest::connectCamera()
     return m_driver.settle(limit) ? QString() : QStringLiteral("the page does not come to rest");
 }
 
+QString SelfTest::chooseCamera()
+{
+    for (const QString &name : {QStringLiteral("Connect"), m_session.standaloneModel().cameraName()})
+        if (const QString failure = press(name); !failure.isEmpty())
+            return failure;
+    // The list of the cameras is open, with this one chosen.
+    m_driver.key(Qt::Key_Return);
+    return {};
+}
+
+QString SelfTest::press(const QString &name)
+{
+    // What has just been opened finds its place with the next frames.
+    const bool shown = PageDriver::waitFor([this, &name] { return m_driver.button(name) != nullptr; });
+    QQuickItem *button = shown && m_driver.settle(limit) ? m_driver.button(name) : nullptr;
+    if (!button)
+        return QStringLiteral("the page has no button \"%1\"").arg(name);
+    m_driver.press(*button);
+    return {};
+}
+
 QString SelfTest::disconnectCamera()
 {
     StandaloneModel &model = m_session.standaloneModel();
-    model.disconnect();
+    const QString failure = press(QStringLiteral("Disconnect"));
+    if (!failure.isEmpty())
+        return failure;
     const bool done = PageDriver::waitFor([&model] { return !model.connected() && !model.disconnecting(); }, limit);
     if (done && !showsConnected(false))
         return QStringLiteral("the page does not notice it");

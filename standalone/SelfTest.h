@@ -22,6 +22,8 @@ private:
     bool steps();
     bool openTabs();
     QString connectCamera();
+    QString chooseCamera();
+    QString press(const QString &name);
     QString disconnectCamera();
     QString refresh();
     bool showsConnected(bool connected) const;

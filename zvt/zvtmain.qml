@@ -445,6 +445,10 @@ Item {
         cameraFinder: root._standaloneModel?.cameraFinder ?? null
         configDir: root._standaloneModel?.configDir ?? ""
         onConnect: camera => root._standaloneModel.connect(camera)
+
+        Overlay.modal: Rectangle {
+            color: root.shadeColor
+        }
     }
 
     GenericMessageDialog {

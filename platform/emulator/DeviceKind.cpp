@@ -16,19 +16,28 @@ namespace emulator
 namespace
 {
 
-template <class D> std::unique_ptr<Device> make(Camera &camera, Section &section)
+using enum DeviceKind::Presence;
+using enum DeviceKind::Memory;
+using enum DeviceKind::Snapshot;
+
+template <class D>
+constexpr DeviceKind kind(const char *key, DeviceKind::Presence presence, DeviceKind::Memory memory,
+                          DeviceKind::Snapshot snapshot)
 {
-    return std::make_unique<D>(camera, section);
+    const auto make = [](Camera &camera, Section &section) -> std::unique_ptr<Device> {
+        return std::make_unique<D>(camera, section);
+    };
+    return {QLatin1String(key), presence, memory, snapshot, make};
 }
 
-const std::array kinds{
-    DeviceKind{QLatin1String("emulator"), DeviceKind::Always, DeviceKind::Forgets, DeviceKind::LeftOut, make<EmulatorProperties>},
-    DeviceKind{QLatin1String("clock"), DeviceKind::Always, DeviceKind::Remembers, DeviceKind::LeftOut, make<CameraClock>},
-    DeviceKind{QLatin1String("hours"), DeviceKind::Always, DeviceKind::Remembers, DeviceKind::LeftOut, make<HourMeter>},
-    DeviceKind{QLatin1String("sensor"), DeviceKind::Always, DeviceKind::Forgets, DeviceKind::Included, make<Sensor>},
-    DeviceKind{QLatin1String("cooler"), DeviceKind::WhereListed, DeviceKind::Remembers, DeviceKind::Included, make<Cooler>},
-    DeviceKind{QLatin1String("temperatures"), DeviceKind::WhereListed, DeviceKind::Forgets, DeviceKind::LeftOut, make<Temperatures>},
-    DeviceKind{QLatin1String("corrections"), DeviceKind::WhereListed, DeviceKind::Forgets, DeviceKind::LeftOut, make<Corrections>},
+constexpr std::array kinds{
+    kind<EmulatorProperties>("emulator", Always, Forgets, LeftOut),
+    kind<CameraClock>("clock", Always, Remembers, LeftOut),
+    kind<HourMeter>("hours", Always, Remembers, LeftOut),
+    kind<Sensor>("sensor", Always, Forgets, Included),
+    kind<Cooler>("cooler", WhereListed, Remembers, Included),
+    kind<Temperatures>("temperatures", WhereListed, Forgets, LeftOut),
+    kind<Corrections>("corrections", WhereListed, Forgets, LeftOut),
 };
 
 } // namespace

@@ -1,9 +1,7 @@
 #include "hlx/CFile.h"
 
-#include <cstdarg>
-#include <vector>
-
 #include "hlx/IFileSystem.h"
+#include "platform/hlx/formatted.h"
 
 namespace hlx
 {
@@ -16,16 +14,9 @@ void IFile::WriteFormattedString(const char *format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    va_list again;
-    va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    const std::string text = formatted(format, arguments);
     va_end(arguments);
-    if (length > 0) {
-        std::vector<char> text(static_cast<std::size_t>(length) + 1);
-        std::vsnprintf(text.data(), text.size(), format, again);
-        Write(text.data(), static_cast<std::size_t>(length));
-    }
-    va_end(again);
+    Write(text.data(), text.size());
 }
 
 CFile::~CFile() { CFile::Close(); }

@@ -1,7 +1,6 @@
 #include "hlx/CString.h"
 
-#include <cstdarg>
-#include <cstdio>
+#include "platform/hlx/formatted.h"
 
 namespace hlx
 {
@@ -28,16 +27,9 @@ CString CString::FromFormat(const char *format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    va_list again;
-    va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, arguments);
-    va_end(arguments);
     CString result;
-    if (length > 0) {
-        result.m_text.resize(static_cast<std::size_t>(length));
-        std::vsnprintf(result.m_text.data(), result.m_text.size() + 1, format, again);
-    }
-    va_end(again);
+    result.m_text = formatted(format, arguments);
+    va_end(arguments);
     return result;
 }
 

@@ -10,8 +10,11 @@ using emulator::Sensor;
 int zvtCalcMinFrameWidth(uint64_t handle, uint32_t *clocks, uint16_t width, uint16_t height)
 {
     return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.minimumFrameWidth({width, height}, 0, false, *clocks); }, clocks,
-        width, height);
+        __func__, handle,
+        [&](Sensor &s) {
+            return s.minimumFrameWidth({width, height}, 0, false, *clocks);
+        },
+        clocks, width, height);
 }
 
 int zvtCalcMinFrameWidthEx(uint64_t handle, uint32_t *minClocks, uint16_t width, uint16_t height,
@@ -19,7 +22,9 @@ int zvtCalcMinFrameWidthEx(uint64_t handle, uint32_t *minClocks, uint16_t width,
 {
     return onDevice<Sensor>(
         __func__, handle,
-        [&](Sensor &s) { return s.minimumFrameWidth({width, height}, integrationWidth, sequencing, *minClocks); },
+        [&](Sensor &s) {
+            return s.minimumFrameWidth({width, height}, integrationWidth, sequencing, *minClocks);
+        },
         minClocks, width, height, integrationWidth, sequencing);
 }
 

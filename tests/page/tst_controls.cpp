@@ -4,7 +4,6 @@
 #include <QColor>
 #include <QFont>
 #include <QSignalSpy>
-#include <QUrl>
 
 #include <cmath>
 #include <memory>
@@ -46,10 +45,6 @@ class tst_controls : public Test
     Q_OBJECT
 
 private slots:
-    void aPercentSliderFollowsItsLaw_data();
-    void aPercentSliderFollowsItsLaw();
-    void aPercentSliderSpringsBack();
-    void aPercentSliderStopsWhenItIsDisabled();
     void aFocusIndicatorShowsThePlace_data();
     void aFocusIndicatorShowsThePlace();
     void aSectionHeaderTellsWhatWasPressed();
@@ -82,76 +77,6 @@ QQuickItem *tst_controls::createItem(PageDriver &driver, const QString &qml, con
 QVariantMap tst_controls::presetTwo(SetupFake &setup)
 {
     return {{"presetNumber", 2}, {"setupGeneralModel", QVariant::fromValue(&setup)}};
-}
-
-void tst_controls::aPercentSliderFollowsItsLaw_data()
-{
-    QTest::addColumn<int>("x");
-    QTest::addColumn<double>("position");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("image");
-    const auto law = [](double p) {
-        const double least = std::pow(10, 0.01);
-        return (std::pow(10, p) - least) / (10 - least) * 0.99 + 0.01;
-    };
-    // The thumb's middle moves from 12 to 212.
-    QTest::newRow("at rest") << 112 << 0.0 << 0.0 << "stop";
-    QTest::newRow("the least") << 113 << 0.01 << 0.01 << "play1";
-    QTest::newRow("slowly") << 152 << 0.4 << law(0.4) << "play1";
-    QTest::newRow("faster") << 182 << 0.7 << law(0.7) << "play2";
-    QTest::newRow("fast") << 207 << 0.95 << law(0.95) << "play3";
-    QTest::newRow("fastest") << 212 << 1.0 << 1.0 << "play3";
-    QTest::newRow("beyond the end") << 222 << 1.0 << 1.0 << "play3";
-    QTest::newRow("slowly back") << 72 << -0.4 << -law(0.4) << "play1";
-    QTest::newRow("fastest back") << 2 << -1.0 << -1.0 << "play3";
-}
-
-void tst_controls::aPercentSliderFollowsItsLaw()
-{
-    QFETCH(const int, x);
-    QFETCH(const double, position);
-    QFETCH(const double, value);
-    QFETCH(const QString, image);
-    PageDriver driver;
-    QQuickItem *slider = createItem(driver, "PercentSlider { width: 224; height: 28; y: 100 }");
-    QTest::mousePress(&driver.window(), Qt::LeftButton, Qt::NoModifier, {x, 114});
-    QCOMPARE(slider->property("position").toDouble(), position);
-    QVERIFY(std::abs(slider->property("value").toDouble() - value) < 1e-9);
-    const QObject *thumb = slider->findChild<QObject *>("thumbImage");
-    QCOMPARE(thumb->property("source").toUrl().fileName(), image + ".png");
-    QCOMPARE(thumb->property("mirror").toBool(), position < 0);
-    QCOMPARE(thumb->property("status").toInt(), 1);
-    QTest::mouseRelease(&driver.window(), Qt::LeftButton, Qt::NoModifier, {x, 114});
-    QCOMPARE(slider->property("value").toDouble(), 0.0);
-}
-
-void tst_controls::aPercentSliderSpringsBack()
-{
-    PageDriver driver;
-    QQuickItem *slider = createItem(driver, "PercentSlider { width: 224; height: 28; y: 100 }");
-    const QSignalSpy moves(slider, SIGNAL(valueChanged()));
-    QTest::mousePress(&driver.window(), Qt::LeftButton, Qt::NoModifier, {200, 114});
-    QTest::mouseMove(&driver.window(), {20, 114});
-    QVERIFY(slider->property("value").toDouble() < 0);
-    QTest::mouseMove(&driver.window(), {20, 400});
-    QVERIFY(slider->property("value").toDouble() < 0);
-    QTest::mouseRelease(&driver.window(), Qt::LeftButton, Qt::NoModifier, {20, 400});
-    QCOMPARE(slider->property("value").toDouble(), 0.0);
-    QCOMPARE(moves.count(), 3);
-    // A pointer that only passes over moves nothing.
-    QTest::mouseMove(&driver.window(), {200, 114});
-    QCOMPARE(slider->property("value").toDouble(), 0.0);
-}
-
-void tst_controls::aPercentSliderStopsWhenItIsDisabled()
-{
-    PageDriver driver;
-    QQuickItem *slider = createItem(driver, "PercentSlider { width: 224; height: 28; y: 100 }");
-    QTest::mousePress(&driver.window(), Qt::LeftButton, Qt::NoModifier, {200, 114});
-    QVERIFY(slider->property("value").toDouble() > 0);
-    slider->setEnabled(false);
-    QCOMPARE(slider->property("value").toDouble(), 0.0);
-    QTest::mouseRelease(&driver.window(), Qt::LeftButton, Qt::NoModifier, {200, 114});
 }
 
 void tst_controls::aFocusIndicatorShowsThePlace_data()
@@ -197,6 +122,13 @@ void tst_controls::aSectionHeaderTellsWhatWasPressed()
     QCOMPARE(refresh.count(), 1);
     header->forceActiveFocus();
     driver.press(Qt::Key_Return);
+    QCOMPARE(clicked.count(), 2);
+    // Each key belongs to what has the focus.
+    driver.press(Qt::Key_Tab);
+    QVERIFY(driver.find("Refresh Cooler Settings")->hasActiveFocus());
+    driver.press(Qt::Key_Return);
+    driver.press(Qt::Key_Space);
+    QCOMPARE(refresh.count(), 3);
     QCOMPARE(clicked.count(), 2);
     QVERIFY(!header->property("sectionExpanded").toBool());
 }

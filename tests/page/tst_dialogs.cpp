@@ -188,6 +188,15 @@ void tst_dialogs::aLongInformationFitsTheWindow()
     QVERIFY(dialog->property("height").toDouble() <= 480 - 32);
     const QQuickItem *button = driver.find("Close");
     QVERIFY(QRectF(0, 0, 640, 480).contains(button->mapRectToScene(button->boundingRect())));
+    // The rest is within reach of the keyboard.
+    QTRY_VERIFY(button->hasActiveFocus());
+    auto *text = driver.findText(QStringLiteral("A line.\n").repeated(100));
+    QVERIFY(text);
+    const double top = text->mapToScene({0, 0}).y();
+    driver.press(Qt::Key_Down);
+    QTRY_VERIFY(text->mapToScene({0, 0}).y() < top);
+    driver.press(Qt::Key_Up);
+    QTRY_COMPARE(text->mapToScene({0, 0}).y(), top);
 }
 
 void tst_dialogs::dialogsAreDarkAndHangOnTheOverlay_data()

@@ -4,6 +4,7 @@
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/Temperatures.h"
 #include "tests/support/Test.h"
+#include "zvt/zvtsdk.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -96,6 +97,13 @@ void tst_Profile::isSoundAsBuiltIn()
     QCOMPARE(temperatures.contains(QLatin1String("airGap")), has("hasAirGapTemperature"));
     QCOMPARE(temperatures.contains(QLatin1String("internal")),
              has("hasChassisTemperature") || has("hasInternalTemperature"));
+    const auto &geometry = camera->device<emulator::Sensor>()->geometry();
+    QCOMPARE(geometry.customAllowed(), has("hasWindowDimensionsThatCanBeArbitrary"));
+    char readout[64];
+    if (zvtGetReadoutName(static_cast<uint8_t>(profile.identity().value(QLatin1String("readout")).toInt()), readout,
+                          sizeof readout)
+        == 0)
+        QVERIFY(QString::fromUtf8(readout).startsWith(QStringLiteral("R%1-").arg(geometry.limits().maximum.width)));
     const auto names = profile.devices().value(QLatin1String("corrections")).toObject().value(QLatin1String("names"));
     if (camera->device<emulator::Corrections>())
         QCOMPARE(names.toArray().size(), camera->device<emulator::Sensor>()->numPresets());

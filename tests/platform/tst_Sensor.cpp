@@ -39,6 +39,7 @@ private slots:
     void presetsTakeTurns();
     void theSuperframeIsTheSumOfItsSubframes();
     void aLongIntegrationSaturates();
+    void aHotBlackbodySaturates();
     void theSaturationFlagCanBeSet();
     void aSnapshotRestoresEverything();
     void aDamagedSnapshotIsPassedOver();
@@ -51,6 +52,13 @@ private:
     Sensor &sensor() { return *m_camera->device<Sensor>(); }
     uint64_t handle() const { return m_camera->handle(); }
     double highestRate(int preset = 0);
+    /// In clocks; 0 if the camera does not tell.
+    uint32_t shortestFrame(uint16_t width, uint16_t height, uint32_t integration, bool sequencing)
+    {
+        uint32_t clocks = 0;
+        zvtCalcMinFrameWidthEx(handle(), &clocks, width, height, integration, sequencing);
+        return clocks;
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::shared_ptr<Camera> m_camera;
@@ -230,7 +238,7 @@ void tst_Sensor::theIntegrationRegisterLeavesTheFrameAlone()
 
 void tst_Sensor::aFrameRegisterBelowTheShortestFrameIsRefused()
 {
-    const uint32_t shortest = sensor().minimumFrameWidth({640, 512}, 40'000, false);
+    const uint32_t shortest = shortestFrame(640, 512, 40'000, false);
     uint32_t clocks = 0;
     QCOMPARE(zvtSetFrameWidth(handle(), 0, shortest), 0);
     QVERIFY(zvtSetFrameWidth(handle(), 0, shortest - 1) != 0);
@@ -311,7 +319,7 @@ void tst_Sensor::presetsTakeTurns()
 void tst_Sensor::theSuperframeIsTheSumOfItsSubframes()
 {
     QCOMPARE(sensor().setSequencingMode(Sensor::Superframing), emulator::Ok);
-    const uint32_t subframe = sensor().minimumFrameWidth({640, 512}, 40'000, true);
+    const uint32_t subframe = shortestFrame(640, 512, 40'000, true);
     QCOMPARE(sensor().superframeRates().front(), 20e6 / (4.0 * subframe));
     QCOMPARE(sensor().superframeRateIndex(), 0);
     QCOMPARE(sensor().averageFrameRate(), 4 * sensor().superframeRate());
@@ -347,6 +355,21 @@ void tst_Sensor::aLongIntegrationSaturates()
     QCOMPARE(sensor().setSequencingMode(Sensor::PresetSequencing), emulator::Ok);
     QVERIFY(sensor().saturated());
     QCOMPARE(sensor().setDwellCount(1, 0), emulator::Ok);
+    QVERIFY(!sensor().saturated());
+}
+
+void tst_Sensor::aHotBlackbodySaturates()
+{
+    QCOMPARE(sensor().setIntegrationTime(0, 10.0), emulator::Ok);
+    QVERIFY(!sensor().saturated());
+    // Twice the light of 35 degrees.
+    for (const auto *blackbody : {"emulator./BlackbodyTemp1", "emulator./BlackbodyTemp2"}) {
+        QVERIFY(m_camera->otherClient().set(QLatin1String(blackbody), 55.0));
+        QVERIFY(sensor().saturated());
+        QVERIFY(m_camera->otherClient().set(QLatin1String(blackbody), 20.0));
+        QVERIFY(!sensor().saturated());
+    }
+    QCOMPARE(sensor().setIntegrationTime(0, 30.0), emulator::Ok);
     QVERIFY(!sensor().saturated());
 }
 

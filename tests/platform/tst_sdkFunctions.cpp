@@ -32,6 +32,12 @@ template <> struct Argument<const char *> {
 template <class T> struct Argument<T *> {
     // A buffer is behind its pointer: the largest of the SDK has 768 bytes.
     std::array<T, std::is_arithmetic_v<T> ? 1024 : 1> values{};
+    Argument()
+    {
+        // Not 0, which is what a careless failure would write.
+        if constexpr (std::is_arithmetic_v<T>)
+            values.fill(std::is_same_v<T, bool> ? T(true) : T(77));
+    }
     T *get() { return values.data(); }
     static constexpr bool canBeNull = true;
 };

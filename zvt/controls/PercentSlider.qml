@@ -39,6 +39,7 @@ Item {
     Accessible.focusable: true
 
     onActiveFocusChanged: mouse.place = 0
+    onVisibleChanged: mouse.place = 0
     Keys.onPressed: event => {
         event.accepted = _isArrow(event.key)
         if (event.accepted && !event.isAutoRepeat && !pressed)

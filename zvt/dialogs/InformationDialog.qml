@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Controls
 import "../controls"
 
-// A text with one button, which accepts the dialog. It does not go away by itself; Esc closes it without accepting.
+// A text with one button, which accepts the dialog. It does not go away by itself; Esc closes it without accepting. A
+// text that is longer than the window scrolls, by the arrow keys too.
 Dialog {
     id: dialog
 
@@ -43,9 +44,11 @@ Dialog {
     }
     contentItem: ScrollView {
         contentWidth: availableWidth
+        ScrollBar.vertical.policy: contentHeight > availableHeight ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
 
         Label {
-            width: dialog.availableWidth
+            width: parent.width
+            rightPadding: 12
             text: dialog.text
             color: root.textColor
             wrapMode: Text.Wrap
@@ -55,6 +58,8 @@ Dialog {
         implicitHeight: closeButton.implicitHeight + 16
 
         Keys.onEscapePressed: dialog.reject()
+        Keys.onUpPressed: dialog.contentItem.ScrollBar.vertical.decrease()
+        Keys.onDownPressed: dialog.contentItem.ScrollBar.vertical.increase()
 
         WrappingButton {
             id: closeButton

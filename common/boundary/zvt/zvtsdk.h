@@ -172,8 +172,8 @@ int zvtCalcMinFrameWidth(uint64_t handle, uint32_t* clocks, uint16_t width, uint
 /// The shortest frame period in clocks for a window in pixels, an integration time in clocks, with or without preset
 /// sequencing. It follows the noise reduction too. Fails for an empty window.
 int zvtCalcMinFrameWidthEx(uint64_t handle, uint32_t* minClocks, uint16_t width, uint16_t height, uint32_t integrationWidth, bool sequencing);
-/// The rate nearest to the wanted one, both in hertz, whose period is a whole number of clocks. Fails
-/// for a rate that is not above 0.
+/// The rate nearest to the wanted one, both in hertz, whose period is a whole number of clocks. Fails for a
+/// rate that is not above 0.
 int zvtSnapHertz(uint64_t handle, double* snapped, double wanted);
 
 // ---- Events ---------------------------------------------------------------------------------------------------------

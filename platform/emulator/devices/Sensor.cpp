@@ -111,8 +111,7 @@ Status Sensor::setWindow(const Window &window)
 
 uint32_t Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const
 {
-    const uint64_t readout
-        = uint64_t(size.height + deadRows) * (size.width / pixelsPerClock + deadClocksPerRow);
+    const uint64_t readout = uint64_t(size.height + deadRows) * (size.width / pixelsPerClock + deadClocksPerRow);
     // With less noise the sensor integrates first and reads then; otherwise it does both at once.
     const uint64_t busy = m_reduceNoise ? readout + integration : std::max<uint64_t>(readout, integration);
     const uint64_t width = busy + deadClocksPerFrame + (sequencing ? presetSwitchClocks : 0);

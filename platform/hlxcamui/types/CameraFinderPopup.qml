@@ -13,7 +13,8 @@ Popup {
 
     signal connect(var camera)
 
-    readonly property var _selected: (list.currentItem as CameraRow)?.item ?? null
+    readonly property var _selected: list.currentIndex >= 0 && list.currentIndex < list.count
+                                     ? cameraFinder.cameras.at(list.currentIndex) : null
 
     function _connectSelected() {
         if (!_selected)

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import com.kestrin.hlxcamui 1.0
 
 Item {
     implicitWidth: 640
@@ -15,5 +16,19 @@ Item {
             text: "Faulty"
             onClicked: console.warn("a fault in the page")
         }
+    }
+
+    Button {
+        y: 100
+        text: "Connect"
+        Accessible.name: text
+        onClicked: finder.open()
+    }
+
+    CameraFinderPopup {
+        id: finder
+
+        cameraFinder: standaloneModel.cameraFinder
+        onConnect: camera => standaloneModel.connect(camera)
     }
 }

@@ -1,0 +1,91 @@
+#include "platform/emulator/control.h"
+#include "platform/emulator/devices/Sensor.h"
+#include "tests/support/Test.h"
+#include "zvt/zvtsdk.h"
+
+#include <QTemporaryDir>
+
+#include <cmath>
+
+using emulator::Camera;
+using emulator::Sensor;
+
+/// What the SDK works out about frame periods.
+class tst_timing : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        Test::init();
+        m_camera = Camera::create(QStringLiteral("everything"), m_folder.path());
+        m_camera->connect();
+    }
+
+    void theShortestFrameFollowsItsArguments();
+    void theShortestFrameOfNothingFails();
+    void ratesSnapToWholeClocks();
+
+private:
+    Sensor &sensor() { return *m_camera->device<Sensor>(); }
+    uint64_t handle() const { return m_camera->handle(); }
+    /// In clocks; 0 if the camera does not tell.
+    uint32_t shortestFrame(uint16_t width, uint16_t height, uint32_t integration, bool sequencing)
+    {
+        uint32_t clocks = 0;
+        zvtCalcMinFrameWidthEx(handle(), &clocks, width, height, integration, sequencing);
+        return clocks;
+    }
+
+    QTemporaryDir m_folder;
+    std::shared_ptr<Camera> m_camera;
+};
+
+void tst_timing::theShortestFrameFollowsItsArguments()
+{
+    const uint32_t small = shortestFrame(320, 256, 1000, false);
+    QCOMPARE(shortestFrame(320, 256, 2000, false), small);
+    QCOMPARE(shortestFrame(320, 256, 1'000'000, false), 1'000'500U);
+    QCOMPARE(shortestFrame(320, 256, 1000, true), small + 400);
+    QVERIFY(shortestFrame(640, 512, 1000, false) > 3 * small);
+    QCOMPARE(shortestFrame(65535, 65535, UINT32_MAX, true), UINT32_MAX);
+    uint32_t clocks = 0;
+    QCOMPARE(zvtCalcMinFrameWidth(handle(), &clocks, 320, 256), 0);
+    QCOMPARE(clocks, small);
+    // Neither the presets nor their window matter.
+    QCOMPARE(sensor().setIntegrationTime(0, 500.0), emulator::Ok);
+    QCOMPARE(sensor().setWindow({0, 0, 64, 4}), emulator::Ok);
+    QCOMPARE(shortestFrame(320, 256, 1000, false), small);
+    sensor().setReduceNoise(true);
+    QCOMPARE(shortestFrame(320, 256, 1000, false), small + 1000);
+    QCOMPARE(shortestFrame(320, 256, UINT32_MAX, false), UINT32_MAX);
+}
+
+void tst_timing::theShortestFrameOfNothingFails()
+{
+    uint32_t clocks = 7;
+    QVERIFY(zvtCalcMinFrameWidth(handle(), &clocks, 0, 256) != 0);
+    QVERIFY(zvtCalcMinFrameWidth(handle(), &clocks, 320, 0) != 0);
+    QVERIFY(zvtCalcMinFrameWidthEx(handle(), &clocks, 0, 0, 1000, false) != 0);
+    QCOMPARE(clocks, 7U);
+}
+
+void tst_timing::ratesSnapToWholeClocks()
+{
+    double snapped = -7;
+    for (const double bad : {0.0, -50.0, std::nan("")})
+        QVERIFY(zvtSnapHertz(handle(), &snapped, bad) != 0);
+    QCOMPARE(snapped, -7.0);
+    QCOMPARE(zvtSnapHertz(handle(), &snapped, 50.0), 0);
+    QCOMPARE(snapped, 50.0);
+    QCOMPARE(zvtSnapHertz(handle(), &snapped, 33.3), 0);
+    QCOMPARE(snapped, 20e6 / 600'601);
+    QCOMPARE(zvtSnapHertz(handle(), &snapped, 1e300), 0);
+    QCOMPARE(snapped, 20e6);
+    QCOMPARE(zvtSnapHertz(handle(), &snapped, 1e-300), 0);
+    QCOMPARE(snapped, 20e6 / UINT32_MAX);
+}
+
+ZVT_TEST(tst_timing)
+#include "tst_timing.moc"
