@@ -26,10 +26,18 @@ install_missing() {
     $root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing
 }
 
-# build PRESET: configures it once and builds it on all cores.
+# build PRESET [TARGET ...]: configures it once and builds the targets, or everything, on all cores. Two commands that
+# build the same preset at once wait for each other.
 build() {
+    local preset=$1 targets=()
+    shift
+    [ $# -eq 0 ] || targets=(--target "$@")
     # What the compiler cache must know of precompiled headers.
     export CCACHE_SLOPPINESS=pch_defines,time_macros
-    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" || fail "the preset \"$1\" can not be configured"
-    cmake --build --preset "$1" -- --quiet
+    mkdir -p build
+    (
+        flock 9
+        [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" || fail "the preset \"$preset\" can not be configured"
+        cmake --build --preset "$preset" "${targets[@]}" -- --quiet
+    ) 9>"build/$preset.lock"
 }

@@ -2,8 +2,8 @@
 #include "benchmarks/Report.h"
 #include "benchmarks/figures.h"
 
-#include <QMap>
 #include <QList>
+#include <QMap>
 #include <QString>
 
 #include <vector>
