@@ -37,11 +37,6 @@ add_library(zvt_boundary INTERFACE)
 add_library(Zvt::boundary ALIAS zvt_boundary)
 target_include_directories(zvt_boundary INTERFACE ${PROJECT_SOURCE_DIR}/common/boundary)
 
-if(ZVT_TIDY)
-    find_program(CLANG_TIDY_PROGRAM clang-tidy REQUIRED)
-    set(CMAKE_CXX_CLANG_TIDY ${CLANG_TIDY_PROGRAM} --quiet)
-endif()
-
 # zvt_platform_library(NAME SOURCES ... [LINK ...]): one shared library of the bundled platform, under its field name,
 # also known as Zvt::NAME, installed and exported so that the plug-in can be built against it elsewhere.
 function(zvt_platform_library name)

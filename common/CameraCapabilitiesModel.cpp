@@ -21,6 +21,8 @@ template <class T> struct CapabilityRow {
     void take(Block &block, const Source &source) const { (block.*field).set((source.*ask)()); }
 };
 
+template <class T> CapabilityRow(Capability<T> Block::*, T (Source::*)() const) -> CapabilityRow<T>;
+
 // All but the internal temperature, which is not asked for on every camera.
 constexpr std::tuple rows{
     CapabilityRow{&Block::hasFrontPanelTemperature, &Source::hasFrontPanelTemperature},

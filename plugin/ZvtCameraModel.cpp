@@ -28,8 +28,8 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     if (m_controller) {
         m_controller->AddValueChanged(valueChangedDelegate());
         m_cameraCapabilitiesModel.configure();
-        if (connected())
-            updateHasNucMask();
+        if (Self::connected())
+            Self::updateHasNucMask();
     }
     // The tab models need the sub-models and the capabilities.
     m_statusTabModel = new StatusTabModel(this);

@@ -51,6 +51,7 @@ void registerTypes()
 
 } // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is part of the interface.
 bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IController> controller, QObject *parent, QObject *&model,
                               QString &qml)
 {
