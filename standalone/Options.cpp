@@ -45,7 +45,7 @@ void addOptions(QCommandLineParser &parser)
 
 QString text(const QCommandLineParser &parser, const QString &option)
 {
-    const QString value = parser.value(option);
+    QString value = parser.value(option);
     if (parser.isSet(option) && value.isEmpty())
         throw BadInput(QStringLiteral("--%1 is empty").arg(option));
     return value;

@@ -83,7 +83,7 @@ std::shared_ptr<Camera> Camera::create(const QString &profile, const QString &fo
 {
     auto loaded = Profile::load(profile);
     const QString place = cameraFolder(folder, loaded.name());
-    const std::shared_ptr<Camera> camera(new Camera(std::move(loaded), place));
+    std::shared_ptr<Camera> camera(new Camera(std::move(loaded), place));
     const std::lock_guard lock(registry().mutex);
     camera->m_state->handle = ++registry().last;
     registry().cameras.emplace(camera->handle(), camera);

@@ -17,7 +17,7 @@ namespace
 constexpr auto magic = "zvt-emulated-camera";
 constexpr int version = 1;
 // More than any camera fills; a file of this size is not ours.
-constexpr qint64 largestFile = 16 * 1024 * 1024;
+constexpr qint64 largestFile = qint64{16} * 1024 * 1024;
 
 [[noreturn]] void refuse(const QString &path, const QString &why)
 {

@@ -47,7 +47,7 @@ void PageHost::create(const QUrl &url)
     std::unique_ptr<QObject> object(component.isReady() ? component.create(m_context.get()) : nullptr);
     m_item.reset(qobject_cast<QQuickItem *>(object.get()));
     if (m_item) {
-        object.release();
+        static_cast<void>(object.release());
         return;
     }
     QStringList lines;

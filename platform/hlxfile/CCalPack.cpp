@@ -7,6 +7,7 @@
 namespace hlx
 {
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is part of the interface.
 bool CCalPack::Load(IFileSystem *files, CString path)
 {
     const auto content = readFile(files, path);

@@ -29,7 +29,7 @@ public:
         std::unique_ptr<U> guard(object);
         m_counter = new CReferenceCounter(const_cast<std::remove_cv_t<U> *>(object),
                                           [](void *counted) { delete static_cast<U *>(counted); });
-        guard.release();
+        static_cast<void>(guard.release());
     }
 
     TSharedPtr(const TSharedPtr &other) : TSharedPtr(other, other.m_object) { }
