@@ -8,6 +8,9 @@
 #include "status/StatusTabModel.h"
 
 #include <QSettings>
+#include <QThreadPool>
+
+#include <memory>
 
 #include "hlx/CZVTController.h"
 #include "hlx/IInterface.h"
@@ -19,6 +22,17 @@ namespace
 constexpr uint32_t shortNameSize = 64;
 constexpr uint32_t modelNameSize = 128;
 constexpr uint32_t nucNameSize = 256;
+
+/// Remembers a setting: at once for this process, and on disk from a thread of the pool, since a start must not wait
+/// for a slow disk.
+void remember(const QString &key, const QVariant &value)
+{
+    auto settings = std::make_shared<QSettings>();
+    settings->setValue(key, value);
+    // It is written when it dies. Without a thread it gets no event that would write it here before.
+    settings->moveToThread(nullptr);
+    QThreadPool::globalInstance()->start([settings = std::move(settings)] { Q_UNUSED(settings) });
+}
 
 } // namespace
 
@@ -158,7 +172,7 @@ void ZvtCameraModel::setManufacturingMode(bool manufacturingMode)
     if (manufacturingMode == m_manufacturingMode)
         return;
     // The setting is written before anybody learns of the change.
-    QSettings().setValue(m_mfgTabVisibilityKey, static_cast<int>(manufacturingMode ? SHOW_MFG_TAB : HIDE_MFG_TAB));
+    remember(m_mfgTabVisibilityKey, static_cast<int>(manufacturingMode ? SHOW_MFG_TAB : HIDE_MFG_TAB));
     announce(this, manufacturingMode, m_manufacturingMode, &Self::manufacturingModeChanged);
 }
 

@@ -7,6 +7,7 @@
 #include "plugin/ZvtCameraModel.h"
 #include "status/StatusTabModel.h"
 
+#include <QFile>
 #include <QMetaProperty>
 #include <QSettings>
 #include <QSignalSpy>
@@ -344,6 +345,11 @@ void tst_ZvtCameraModel::manufacturingModeIsRemembered()
     QVERIFY(!camera.root->manufacturingMode());
     camera.root->setManufacturingMode(true);
     QCOMPARE(QSettings().value(mfgKey), QVariant(1));
+    // It also reaches the disk, from where the next start reads it.
+    CameraRig::settle();
+    QFile file(QSettings().fileName());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains(mfgKey.toLatin1() + "=1"));
     QCOMPARE(int(ZvtCameraModel::SHOW_MFG_TAB), 1);
     QCOMPARE(int(ZvtCameraModel::HIDE_MFG_TAB), 0);
 }
