@@ -18,7 +18,7 @@ namespace
 
 const auto builtInFolder = QStringLiteral(":/emulator/profiles");
 // More than any profile needs; keeps a device file or a movie from being read to its end.
-constexpr qint64 largestFile = 1024 * 1024;
+constexpr qint64 largestFile = qint64{1024} * 1024;
 
 constexpr auto gainLevels = "numFPAGainLevels";
 constexpr std::array flags{"hasFrontPanelTemperature",

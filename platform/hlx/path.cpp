@@ -5,6 +5,8 @@
 namespace hlx::path
 {
 
+// Texts come by value, as in the framework.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 CString MakeFilename(CString name, CString extension)
 {
     if (extension.empty())
@@ -53,5 +55,6 @@ bool WildcardMatch(CString pattern, CString text)
     }
     return p.find_first_not_of('*', inPattern) == std::string_view::npos;
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 } // namespace hlx::path

@@ -10,7 +10,6 @@
 namespace hlx::cam
 {
 
-using emulator::controllerOnDevice;
 using emulator::dispatchController;
 using emulator::Sensor;
 
