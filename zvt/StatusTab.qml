@@ -16,8 +16,6 @@ ScrollView {
     readonly property var _capabilities: root.capabilitiesModelExists() ? cameraModel.cameraCapabilitiesModel : null
     readonly property bool _hasChassis: _capabilities?.hasChassisTemperature ?? false
     readonly property bool _hasInternal: _capabilities?.hasInternalTemperature ?? false
-    // The temperatures have been read at least once; before that there are no values to show.
-    property bool _polled
 
     function _joined(parts: var, separator: string): string {
         return parts.filter(part => part !== "").join(separator)
@@ -52,14 +50,23 @@ ScrollView {
         property string unit: " °C"
         property color color: root.strongTextColor
 
-        readonly property string number: page._polled ? page._localeText(degrees) : ""
+        // The model's values start at zero. One that has left it has been read; before that there is nothing to show.
+        property bool _read
+
+        readonly property string number: _read ? page._localeText(degrees) : ""
         readonly property string text: number === "" ? "" : number + unit
+
+        function _note() {
+            _read = _read || degrees !== 0
+        }
 
         spacing: 0
         Layout.fillWidth: true
         Accessible.role: Accessible.StaticText
         Accessible.name: heading.replace(":", "")
         Accessible.description: text
+        onDegreesChanged: _note()
+        Component.onCompleted: _note()
 
         TextMetrics {
             id: longest
@@ -102,14 +109,6 @@ ScrollView {
         target: page.tabModel
         property: "visible"
         value: page.visible && (page.parent?.visible ?? false)
-    }
-
-    // Told after each poll, whether or not the flag has changed.
-    Connections {
-        target: page.tabModel
-        function onSaturatedChanged() {
-            page._polled = true
-        }
     }
 
     GridLayout {

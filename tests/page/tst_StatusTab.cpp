@@ -18,6 +18,8 @@ private slots:
     void theTemperatureRowsFollowTheMakeUp();
     void temperaturesHaveTwoDecimalsAndUnits();
     void nothingIsShownBeforeTheFirstReading();
+    void sensorThatNeverAnsweredShowsNothing();
+    void valueThatFellToZeroStaysOnShow();
     void saturationIsGoodUnderAllThresholds();
     void saturationIsBadAboveAThreshold();
     void saturationIsUnknownWithoutACamera();
@@ -188,6 +190,28 @@ void tst_StatusTab::nothingIsShownBeforeTheFirstReading()
     for (const QString name :
          {"Model/Serial", "Integration Time", "Frame Size", "Frame Rate", "Time", "Operating Time", "Type", "FPA"})
         QCOMPARE(driver.text(name), QString());
+}
+
+// The other sensors were read in the same poll; this one has no value, and zero would be a lie.
+void tst_StatusTab::sensorThatNeverAnsweredShowsNothing()
+{
+    PageDriver driver({.prepare = [](emulator::Camera &camera) {
+        camera.gate().failAlways("zvtGetFPATemperature");
+        camera.gate().script("zvtGetSCTemperatures", QVariantList{21.5, 22.5, 23.5});
+    }});
+    QCOMPARE(driver.text("FPA"), QString());
+    QVERIFY(driver.text("Front Panel").startsWith("21"));
+}
+
+void tst_StatusTab::valueThatFellToZeroStaysOnShow()
+{
+    PageDriver driver({.prepare = [](emulator::Camera &camera) {
+        camera.gate().script("zvtGetSCTemperatures", QVariantList{21.5, 22.5, 23.5});
+    }});
+    driver.rig().gate().script("zvtGetSCTemperatures", QVariantList{0.0, 22.5, 23.5});
+    for (int tick = 1; tick <= 5; ++tick)
+        driver.poll();
+    QVERIFY2(driver.text("Front Panel").startsWith("0"), qPrintable(driver.text("Front Panel")));
 }
 
 void tst_StatusTab::saturationIsGoodUnderAllThresholds()
