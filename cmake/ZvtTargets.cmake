@@ -32,6 +32,16 @@ target_link_options(zvt_options INTERFACE
     $<$<BOOL:${ZVT_SANITIZE}>:-fsanitize=address,undefined>)
 target_compile_definitions(zvt_options INTERFACE QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 
+# zvt_moc_globbed(TARGET): moc for a target whose sources are globbed. moc looks again only when a source that it knows or
+# a file of CMake changes, so the list of the sources is made one.
+function(zvt_moc_globbed target)
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    get_target_property(sources ${target} SOURCES)
+    set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}_sources.cmake)
+    file(CONFIGURE OUTPUT ${list} CONTENT "# ${sources}\n")
+    include(${list})
+endfunction()
+
 # The headers between the plug-in and what a real installation brings.
 add_library(zvt_boundary INTERFACE)
 add_library(Zvt::boundary ALIAS zvt_boundary)

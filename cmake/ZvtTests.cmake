@@ -17,7 +17,7 @@ function(zvt_tests kind)
     endif()
     set(program zvt_${kind}_tests)
     add_executable(${program} ${sources})
-    set_target_properties(${program} PROPERTIES AUTOMOC ON)
+    zvt_moc_globbed(${program})
     target_link_libraries(${program} PRIVATE zvttest ${ARG_LINK} zvt_options)
     target_compile_definitions(${program} PRIVATE ZVT_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                                   ZVT_BINARY_DIR="${PROJECT_BINARY_DIR}" ${ARG_DEFINITIONS})
