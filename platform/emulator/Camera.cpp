@@ -5,6 +5,7 @@
 #include "platform/emulator/Storage.h"
 #include "platform/emulator/devices/EventQueue.h"
 #include "platform/emulator/devices/Identity.h"
+#include "platform/emulator/devices/StateStore.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -110,7 +111,11 @@ Camera::Camera(Profile profile, QString folder)
         section.finish();
         add(kind.key, std::move(device), kind.memory == DeviceKind::Remembers, kind.snapshot == DeviceKind::Included);
     }
+    m_newSettings = snapshot();
     const QJsonObject values = m_state->storage.read(memoryFile);
+    // It wakes up in the state that it was in. What devices remember by themselves is newer than that.
+    const QJsonObject states = values.value(QStringLiteral("states")).toObject();
+    m_state->restore(&State::Fitted::inSnapshots, device<StateStore>()->settingsAtStart(states));
     m_state->restore(&State::Fitted::remembers, values);
     // A camera that is as its profile made it needs no file.
     m_state->written = values.isEmpty() ? m_state->save(&State::Fitted::remembers) : values;

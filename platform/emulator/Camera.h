@@ -107,6 +107,9 @@ public:
     /// would refuse.
     void restore(const QJsonObject &snapshot);
 
+    /// The settings of a new camera of this profile.
+    const QJsonObject &newSettings() const { return m_newSettings; }
+
     /// Writes to the camera's folder what outlives the process. A folder that has become unwritable is warned of.
     void remember();
 
@@ -120,6 +123,7 @@ private:
     Gate m_gate;
     mutable std::recursive_mutex m_mutex;
     std::vector<std::unique_ptr<Device>> m_devices;
+    QJsonObject m_newSettings;
     struct State;
     std::unique_ptr<State> m_state;
 };

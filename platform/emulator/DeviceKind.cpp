@@ -1,12 +1,27 @@
 #include "platform/emulator/DeviceKind.h"
 
+#include "platform/emulator/devices/Athermalization.h"
+#include "platform/emulator/devices/AutoFocus.h"
 #include "platform/emulator/devices/CameraClock.h"
 #include "platform/emulator/devices/Cooler.h"
 #include "platform/emulator/devices/Corrections.h"
+#include "platform/emulator/devices/DetectorGain.h"
 #include "platform/emulator/devices/EmulatorProperties.h"
+#include "platform/emulator/devices/FactoryCalibrations.h"
+#include "platform/emulator/devices/FieldOfView.h"
+#include "platform/emulator/devices/FileTransfer.h"
+#include "platform/emulator/devices/Focus.h"
+#include "platform/emulator/devices/FocusToDistance.h"
+#include "platform/emulator/devices/FrameSync.h"
 #include "platform/emulator/devices/HourMeter.h"
+#include "platform/emulator/devices/ImageMode.h"
+#include "platform/emulator/devices/Information.h"
+#include "platform/emulator/devices/LensCover.h"
+#include "platform/emulator/devices/LensStates.h"
 #include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/devices/StateStore.h"
 #include "platform/emulator/devices/Temperatures.h"
+#include "platform/emulator/devices/Zoom.h"
 
 #include <array>
 
@@ -38,6 +53,21 @@ constexpr std::array kinds{
     kind<Cooler>("cooler", WhereListed, Remembers, Included),
     kind<Temperatures>("temperatures", WhereListed, Forgets, LeftOut),
     kind<Corrections>("corrections", WhereListed, Forgets, LeftOut),
+    kind<DetectorGain>("gain", WhereListed, Forgets, Included),
+    kind<ImageMode>("image", Always, Forgets, Included),
+    kind<FrameSync>("sync", Always, Forgets, Included),
+    kind<Zoom>("zoom", WhereListed, Remembers, Included),
+    kind<FieldOfView>("fieldOfView", WhereListed, Remembers, Included),
+    kind<Focus>("focus", WhereListed, Remembers, Included),
+    kind<FocusToDistance>("focusToDistance", WhereListed, Forgets, LeftOut),
+    kind<AutoFocus>("autoFocus", WhereListed, Forgets, Included),
+    kind<LensCover>("cover", WhereListed, Remembers, Included),
+    kind<Athermalization>("athermalization", WhereListed, Forgets, Included),
+    kind<LensStates>("lensStates", WhereListed, Forgets, LeftOut),
+    kind<FactoryCalibrations>("factoryCalibrations", WhereListed, Forgets, Included),
+    kind<Information>("information", WhereListed, Forgets, LeftOut),
+    kind<FileTransfer>("transfers", Always, Forgets, LeftOut),
+    kind<StateStore>("states", Always, Remembers, LeftOut),
 };
 
 } // namespace

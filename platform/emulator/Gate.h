@@ -21,6 +21,7 @@ enum Status : int {
     Absent = -3, ///< The camera lacks the equipment.
     Refused = -4, ///< The camera does not take the value.
     Injected = -5, ///< A test asked for the failure.
+    Stopped = -6, ///< The caller has ended the transfer.
     Pending = -999 ///< The call has not ended yet.
 };
 

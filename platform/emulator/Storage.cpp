@@ -14,7 +14,7 @@ namespace emulator
 namespace
 {
 
-constexpr auto magic = "zvt-emulated-camera";
+constexpr auto cameraMagic = "zvt-emulated-camera";
 constexpr int version = 1;
 // More than any camera fills; a file of this size is not ours.
 constexpr qint64 largestFile = qint64{16} * 1024 * 1024;
@@ -43,9 +43,18 @@ Storage::Storage(QString folder) : m_folder(std::move(folder))
 
 QJsonObject Storage::read(const QString &name) const
 {
-    QFile file(m_folder + QLatin1Char('/') + name);
-    if (!file.exists())
-        return {};
+    const QString path = m_folder + QLatin1Char('/') + name;
+    return QFile::exists(path) ? readFile(path, cameraMagic) : QJsonObject();
+}
+
+void Storage::write(const QString &name, const QJsonObject &values) const
+{
+    writeFile(m_folder + QLatin1Char('/') + name, cameraMagic, values);
+}
+
+QJsonObject Storage::readFile(const QString &path, const char *magic)
+{
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         refuse(file.fileName(), QStringLiteral("cannot be read: %1").arg(file.errorString()));
     const QByteArray content = file.read(largestFile + 1);
@@ -59,12 +68,12 @@ QJsonObject Storage::read(const QString &name) const
     return document[QLatin1String("values")].toObject();
 }
 
-void Storage::write(const QString &name, const QJsonObject &values) const
+void Storage::writeFile(const QString &path, const char *magic, const QJsonObject &values)
 {
     const QJsonObject content{{QLatin1String("magic"), QLatin1String(magic)},
                               {QLatin1String("version"), version},
                               {QLatin1String("values"), values}};
-    QSaveFile file(m_folder + QLatin1Char('/') + name);
+    QSaveFile file(path);
     const QByteArray bytes = QJsonDocument(content).toJson();
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         refuse(file.fileName(), QStringLiteral("cannot be written: %1").arg(file.errorString()));

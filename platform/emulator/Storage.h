@@ -24,6 +24,10 @@ public:
     /// Throws a SetupError if the file cannot be written; the old one is then still there.
     void write(const QString &name, const QJsonObject &values) const;
 
+    /// The same for a file of values anywhere, with a magic of its own. A file that is not there is refused.
+    static QJsonObject readFile(const QString &path, const char *magic);
+    static void writeFile(const QString &path, const char *magic, const QJsonObject &values);
+
 private:
     QString m_folder;
 };

@@ -1,6 +1,7 @@
 #include "platform/hlxcamzvt/EmulatedController.h"
 
 #include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/devices/StateStore.h"
 #include "platform/hlxcam/EmulatedDevice.h"
 #include "platform/hlxcam/passGate.h"
 #include "platform/hlxcamzvt/EmulatedVideoSource.h"
@@ -10,8 +11,10 @@
 namespace hlx::cam
 {
 
+using emulator::controllerOnDevice;
 using emulator::dispatchController;
 using emulator::Sensor;
+using emulator::StateStore;
 
 namespace
 {
@@ -134,31 +137,30 @@ bool EmulatedController::HasRealTimeClock()
     return has;
 }
 
-bool EmulatedController::GetIsFactoryCalibrated(bool *calibrated)
+bool EmulatedController::LoadFactoryDefaults()
 {
-    return absent(camera(), "controller.GetIsFactoryCalibrated", calibrated);
+    return upToDateAfter(controllerOnDevice<StateStore>(camera(), "controller.LoadFactoryDefaults",
+                                                        [](StateStore &store) { return store.loadFactoryDefaults(); }));
 }
 
-bool EmulatedController::GetFactoryCalibrations(hlx::TArray<SFactoryCalibration> *list)
+bool EmulatedController::LoadHardDefaults()
 {
-    return absent(camera(), "controller.GetFactoryCalibrations", list);
+    return upToDateAfter(controllerOnDevice<StateStore>(camera(), "controller.LoadHardDefaults",
+                                                        [](StateStore &store) { return store.loadHardDefaults(); }));
 }
 
-bool EmulatedController::GetPresetCalibrationIndex(int preset, int *index)
+bool EmulatedController::LoadState(const char *name)
 {
-    return absent(camera(), "controller.GetPresetCalibrationIndex", preset, index);
+    return upToDateAfter(controllerOnDevice<StateStore>(
+        camera(), "controller.LoadState", [&](StateStore &store) { return store.load(name); }, name));
 }
 
-void EmulatedController::SetPresetCalibrationIndex(int preset, int index, int flag)
+bool EmulatedController::upToDateAfter(bool loaded)
 {
-    absent(camera(), "controller.SetPresetCalibrationIndex", preset, index, flag);
+    if (loaded)
+        capabilities.configure(this);
+    return loaded;
 }
-
-bool EmulatedController::LoadFactoryDefaults() { return absent(camera(), "controller.LoadFactoryDefaults"); }
-
-bool EmulatedController::LoadHardDefaults() { return absent(camera(), "controller.LoadHardDefaults"); }
-
-bool EmulatedController::LoadState(const char *name) { return absent(camera(), "controller.LoadState", name); }
 
 bool EmulatedController::CanDownload() { return absent(camera(), "controller.CanDownload"); }
 

@@ -102,6 +102,7 @@ private:
     void listen();
     void stopListening();
     void announceConnection();
+    bool upToDateAfter(bool loaded);
 
     mutable std::mutex m_mutex; ///< Held while the target is copied or exchanged, and for nothing else.
     Target m_target;

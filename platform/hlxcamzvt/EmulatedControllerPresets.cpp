@@ -1,6 +1,7 @@
-// The operations that the sensor answers: windows, presets, rates and sequences.
+// The operations that the sensor and its calibrations answer: windows, presets, rates and sequences.
 #include "platform/hlxcamzvt/EmulatedController.h"
 
+#include "platform/emulator/devices/FactoryCalibrations.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/dispatch.h"
 
@@ -11,6 +12,7 @@ namespace hlx::cam
 {
 
 using emulator::controllerOnDevice;
+using emulator::FactoryCalibrations;
 using emulator::Sensor;
 using emulator::Status;
 
@@ -26,6 +28,42 @@ hlx::TArray<double> toFramework(const std::vector<double> &values)
 }
 
 } // namespace
+
+bool EmulatedController::GetIsFactoryCalibrated(bool *calibrated)
+{
+    return controllerOnDevice<FactoryCalibrations>(
+        camera(), "controller.GetIsFactoryCalibrated",
+        [&](FactoryCalibrations &f) { *calibrated = !f.names().isEmpty(); }, calibrated);
+}
+
+bool EmulatedController::GetFactoryCalibrations(hlx::TArray<SFactoryCalibration> *list)
+{
+    return controllerOnDevice<FactoryCalibrations>(
+        camera(), "controller.GetFactoryCalibrations",
+        [&](FactoryCalibrations &f) {
+            list->clear();
+            for (const QString &name : f.names()) {
+                SFactoryCalibration calibration;
+                calibration.name = name.toUtf8().constData();
+                list->add(calibration);
+            }
+        },
+        list);
+}
+
+bool EmulatedController::GetPresetCalibrationIndex(int preset, int *index)
+{
+    return controllerOnDevice<FactoryCalibrations>(
+        camera(), "controller.GetPresetCalibrationIndex",
+        [&](FactoryCalibrations &f) { return f.selected(preset, *index); }, preset, index);
+}
+
+void EmulatedController::SetPresetCalibrationIndex(int preset, int index, int flag)
+{
+    controllerOnDevice<FactoryCalibrations>(
+        camera(), "controller.SetPresetCalibrationIndex",
+        [&](FactoryCalibrations &f) { return f.select(preset, index); }, preset, index, flag);
+}
 
 bool EmulatedController::GetWindowSizes(hlx::TArray<SWindowSize> *sizes)
 {

@@ -60,10 +60,6 @@ int zvtGetGigEHeaderMode(uint64_t handle, uint8_t *out) { return absent(__func__
 
 int zvtSetGigEHeaderMode(uint64_t handle, uint8_t value) { return absent(__func__, handle, value); }
 
-int zvtGetGigEPreset(uint64_t handle, uint8_t *preset) { return absent(__func__, handle, preset); }
-
-int zvtSetGigEPreset(uint64_t handle, uint8_t preset) { return absent(__func__, handle, preset); }
-
 int zvtGetCameraLinkHeaderModeAvailable(uint64_t handle, uint8_t *out) { return absent(__func__, handle, out); }
 
 int zvtGetCameraLinkHeaderMode(uint64_t handle, uint8_t *out) { return absent(__func__, handle, out); }

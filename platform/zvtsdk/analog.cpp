@@ -1,7 +1,9 @@
+#include "platform/emulator/devices/DetectorGain.h"
+#include "platform/emulator/devices/ImageMode.h"
 #include "platform/emulator/dispatch.h"
 #include "zvt/zvtsdk.h"
 
-// Detector voltages, gain and orientation. The emulated detector has no such controls.
+// Detector voltages, gain and orientation. The emulated detector has no voltages to set.
 
 using namespace emulator;
 
@@ -9,15 +11,29 @@ int zvtGetNumColors(uint64_t handle, uint8_t *count) { return absent(__func__, h
 
 int zvtSetColor(uint64_t handle, uint8_t preset, uint8_t color) { return absent(__func__, handle, preset, color); }
 
-int zvtGetGainLevelsAreNamed(uint64_t handle, bool *named) { return absent(__func__, handle, named); }
+int zvtGetGainLevelsAreNamed(uint64_t handle, bool *named)
+{
+    return onDevice<DetectorGain>(
+        __func__, handle, [&](DetectorGain &d) { *named = d.named(); }, named);
+}
 
-int zvtGetGainLevel(uint64_t handle, uint8_t *level) { return absent(__func__, handle, level); }
+int zvtGetGainLevel(uint64_t handle, uint8_t *level)
+{
+    return onDevice<DetectorGain>(
+        __func__, handle, [&](DetectorGain &d) { *level = d.level(); }, level);
+}
 
-int zvtSetGainLevel(uint64_t handle, uint8_t level) { return absent(__func__, handle, level); }
+int zvtSetGainLevel(uint64_t handle, uint8_t level)
+{
+    return onDevice<DetectorGain>(
+        __func__, handle, [&](DetectorGain &d) { return d.setLevel(level); }, level);
+}
 
 int zvtGetGainLevelName(uint64_t handle, uint8_t level, char *buffer, uint32_t size)
 {
-    return absent(__func__, handle, level, Text(buffer, size));
+    Text text(buffer, size);
+    return onDevice<DetectorGain>(
+        __func__, handle, [&](DetectorGain &d) { return d.name(level, text.value); }, level, text);
 }
 
 int zvtGetGlobalOffsetVoltage(uint64_t handle, float *out) { return absent(__func__, handle, out); }
@@ -60,16 +76,44 @@ int zvtSetDigitalOffset(uint64_t handle, uint8_t preset, float value)
     return absent(__func__, handle, preset, value);
 }
 
-int zvtGetRevertEnabled(uint64_t handle, bool *enabled) { return absent(__func__, handle, enabled); }
+int zvtGetRevertEnabled(uint64_t handle, bool *enabled)
+{
+    return onDevice<ImageMode>(
+        __func__, handle, [&](ImageMode &d) { *enabled = d.reverted(); }, enabled);
+}
 
-int zvtSetRevertEnabled(uint64_t handle, bool enabled) { return absent(__func__, handle, enabled); }
+int zvtSetRevertEnabled(uint64_t handle, bool enabled)
+{
+    return onDevice<ImageMode>(
+        __func__, handle, [&](ImageMode &d) { d.setReverted(enabled); }, enabled);
+}
 
-int zvtGetInvertEnabled(uint64_t handle, bool *enabled) { return absent(__func__, handle, enabled); }
+int zvtGetInvertEnabled(uint64_t handle, bool *enabled)
+{
+    return onDevice<ImageMode>(
+        __func__, handle, [&](ImageMode &d) { *enabled = d.inverted(); }, enabled);
+}
 
-int zvtSetInvertEnabled(uint64_t handle, bool enabled) { return absent(__func__, handle, enabled); }
+int zvtSetInvertEnabled(uint64_t handle, bool enabled)
+{
+    return onDevice<ImageMode>(
+        __func__, handle, [&](ImageMode &d) { d.setInverted(enabled); }, enabled);
+}
 
-int zvtGetHSMAvailable(uint64_t handle, bool *available) { return absent(__func__, handle, available); }
+int zvtGetHSMAvailable(uint64_t handle, bool *available)
+{
+    return onDevice<ImageMode>(
+        __func__, handle, [&](ImageMode &d) { *available = d.hsmAvailable(); }, available);
+}
 
-int zvtGetHSMEnabled(uint64_t handle, bool *enabled) { return absent(__func__, handle, enabled); }
+int zvtGetHSMEnabled(uint64_t handle, bool *enabled)
+{
+    return onDevice<ImageMode>(
+        __func__, handle, [&](ImageMode &d) { return d.hsmEnabled(*enabled); }, enabled);
+}
 
-int zvtSetHSMEnabled(uint64_t handle, bool enabled) { return absent(__func__, handle, enabled); }
+int zvtSetHSMEnabled(uint64_t handle, bool enabled)
+{
+    return onDevice<ImageMode>(
+        __func__, handle, [&](ImageMode &d) { return d.setHsmEnabled(enabled); }, enabled);
+}

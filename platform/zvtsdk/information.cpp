@@ -1,11 +1,16 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's function of what the camera tells about itself beside its identity.
 #include "zvt/zvtsdk.h"
 
-// What the camera tells about itself beside its identity.
+#include "platform/emulator/devices/Information.h"
+#include "platform/emulator/dispatch.h"
 
-using namespace emulator;
+using emulator::Information;
 
 int zvtGetCameraExtraInfo(uint64_t handle, hlx::TArray<zvtSInfoEntry> *entries)
 {
-    return absent(__func__, handle, entries);
+    const auto body = [&](Information &information) {
+        for (const auto &[name, value] : information.rows())
+            entries->add({name.c_str(), value.c_str()});
+    };
+    return emulator::onDevice<Information>(__func__, handle, body, entries);
 }

@@ -1,7 +1,8 @@
+#include "platform/emulator/devices/AutoFocus.h"
 #include "platform/emulator/dispatch.h"
 #include "zvt/zvtsdk.h"
 
-// The overlay of the video output. No emulated camera has a video output.
+// The overlay of the video output. Of it, emulated cameras know the region of the automatic focus.
 
 using namespace emulator;
 
@@ -33,9 +34,17 @@ int zvtGetVideoOverlayShowAGCROI(uint64_t handle, bool *out) { return absent(__f
 
 int zvtSetVideoOverlayShowAGCROI(uint64_t handle, bool value) { return absent(__func__, handle, value); }
 
-int zvtGetVideoOverlayShowFocusROI(uint64_t handle, bool *show) { return absent(__func__, handle, show); }
+int zvtGetVideoOverlayShowFocusROI(uint64_t handle, bool *show)
+{
+    return onDevice<AutoFocus>(
+        __func__, handle, [&](AutoFocus &d) { *show = d.showAlways(); }, show);
+}
 
-int zvtSetVideoOverlayShowFocusROI(uint64_t handle, bool show) { return absent(__func__, handle, show); }
+int zvtSetVideoOverlayShowFocusROI(uint64_t handle, bool show)
+{
+    return onDevice<AutoFocus>(
+        __func__, handle, [&](AutoFocus &d) { d.setShowAlways(show); }, show);
+}
 
 int zvtGetVideoOverlayShowMessage(uint64_t handle, bool *out) { return absent(__func__, handle, out); }
 

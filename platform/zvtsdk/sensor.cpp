@@ -39,6 +39,12 @@ int zvtGetFrameWidth(uint64_t handle, uint8_t preset, uint32_t *out)
         __func__, handle, [&](Sensor &s) { return s.frameWidth(preset, *out); }, preset, out);
 }
 
+int zvtGetGigEPreset(uint64_t handle, uint8_t *preset)
+{
+    return onDevice<Sensor>(
+        __func__, handle, [&](Sensor &s) { return s.gigEPreset(*preset); }, preset);
+}
+
 int zvtGetIntegrationWidth(uint64_t handle, uint8_t preset, uint32_t *out)
 {
     return onDevice<Sensor>(
@@ -104,6 +110,12 @@ int zvtSetFrameWidth(uint64_t handle, uint8_t preset, uint32_t value)
 {
     return onDevice<Sensor>(
         __func__, handle, [&](Sensor &s) { return s.setFrameWidth(preset, value); }, preset, value);
+}
+
+int zvtSetGigEPreset(uint64_t handle, uint8_t preset)
+{
+    return onDevice<Sensor>(
+        __func__, handle, [&](Sensor &s) { return s.setGigEPreset(preset); }, preset);
 }
 
 int zvtSetIntegrationWidth(uint64_t handle, uint8_t preset, uint32_t value)

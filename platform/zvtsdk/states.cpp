@@ -1,59 +1,111 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of the camera's states and its files.
 #include "zvt/zvtsdk.h"
 
-// Camera states and the files of a camera. No emulated camera keeps any.
+#include "platform/emulator/devices/StateStore.h"
+#include "platform/emulator/dispatch.h"
+#include "platform/zvtsdk/dirEntry.h"
 
-using namespace emulator;
+using emulator::FileTransfer;
+using emulator::onDevice;
+using emulator::StateStore;
+using emulator::Text;
 
-int zvtListStates(uint64_t handle, hlx::TArray<zvtSDirEntry> *entries) { return absent(__func__, handle, entries); }
+using Progress = FileTransfer::Progress;
 
-int zvtStateExists(uint64_t handle, const char *name) { return absent(__func__, handle, name); }
+namespace
+{
+
+QString pathOf(const char *utf8) { return QString::fromUtf8(utf8); }
+
+Progress orNone(const Progress *progress) { return progress ? *progress : Progress(); }
+
+} // namespace
+
+int zvtListStates(uint64_t handle, hlx::TArray<zvtSDirEntry> *entries)
+{
+    const auto body = [&](StateStore &store) {
+        entries->clear();
+        for (const auto &state : store.list())
+            entries->add(zvt::dirEntry(state.name, state.size, state.written));
+    };
+    return onDevice<StateStore>(__func__, handle, body, entries);
+}
+
+int zvtStateExists(uint64_t handle, const char *name)
+{
+    return onDevice<StateStore>(
+        __func__, handle, [&](StateStore &store) { return store.exists(name); }, name);
+}
 
 int zvtGetStateName(uint64_t handle, char *buffer, uint32_t size)
 {
-    return absent(__func__, handle, Text(buffer, size));
+    Text text(buffer, size);
+    return onDevice<StateStore>(
+        __func__, handle, [&](StateStore &store) { text.value = store.current(); }, text);
 }
 
-int zvtIsFactoryDefaultState(uint64_t handle, uint8_t *isFactory) { return absent(__func__, handle, isFactory); }
+int zvtIsFactoryDefaultState(uint64_t handle, uint8_t *isFactory)
+{
+    return onDevice<StateStore>(
+        __func__, handle, [&](StateStore &store) { *isFactory = store.isFactoryDefault(); }, isFactory);
+}
 
-int zvtSaveState(uint64_t handle) { return absent(__func__, handle); }
+int zvtSaveState(uint64_t handle)
+{
+    return onDevice<StateStore>(__func__, handle, [](StateStore &store) { return store.saveCurrent(); });
+}
 
-int zvtSaveStateAs(uint64_t handle, const char *name) { return absent(__func__, handle, name); }
+int zvtSaveStateAs(uint64_t handle, const char *name)
+{
+    return onDevice<StateStore>(
+        __func__, handle, [&](StateStore &store) { return store.saveAs(name); }, name);
+}
 
-int zvtSaveFactoryDefaults(uint64_t handle) { return absent(__func__, handle); }
+int zvtSaveFactoryDefaults(uint64_t handle)
+{
+    return onDevice<StateStore>(__func__, handle, [](StateStore &store) { return store.saveFactoryDefaults(); });
+}
 
-int zvtDeleteState(uint64_t handle, const char *name) { return absent(__func__, handle, name); }
+int zvtDeleteState(uint64_t handle, const char *name)
+{
+    return onDevice<StateStore>(
+        __func__, handle, [&](StateStore &store) { return store.remove(name); }, name);
+}
 
 int zvtRenameState(uint64_t handle, const char *oldName, const char *newName)
 {
-    return absent(__func__, handle, oldName, newName);
+    return onDevice<StateStore>(
+        __func__, handle, [&](StateStore &store) { return store.rename(oldName, newName); }, oldName, newName);
 }
 
-int zvtUploadStateStd(uint64_t handle, const char *file, hlx::delegate<int(unsigned int, unsigned int)> *progress)
+int zvtUploadStateStd(uint64_t handle, const char *file, Progress *progress)
 {
-    return absent(__func__, handle, file, progress);
+    const auto body = [&](StateStore &store) { return store.upload(pathOf(file), orNone(progress)); };
+    return onDevice<StateStore>(__func__, handle, body, file, progress);
 }
 
-int zvtDownloadStateStd(uint64_t handle, const char *name, const char *file,
-                        hlx::delegate<int(unsigned int, unsigned int)> *progress)
+int zvtDownloadStateStd(uint64_t handle, const char *name, const char *file, Progress *progress)
 {
-    return absent(__func__, handle, name, file, progress);
+    const auto body = [&](StateStore &store) { return store.download(name, pathOf(file), orNone(progress)); };
+    return onDevice<StateStore>(__func__, handle, body, name, file, progress);
 }
 
-int zvtUploadFactoryDefaultStateStd(uint64_t handle, const char *localPath,
-                                    hlx::delegate<int(unsigned int, unsigned int)> progress)
+int zvtUploadFactoryDefaultStateStd(uint64_t handle, const char *localPath, Progress progress)
 {
-    return absent(__func__, handle, localPath, progress);
+    const auto body = [&](StateStore &store) { return store.uploadFactoryDefaults(pathOf(localPath), progress); };
+    return onDevice<StateStore>(__func__, handle, body, localPath, progress);
 }
 
-int zvtDownloadFactoryDefaultStateStd(uint64_t handle, const char *localPath,
-                                      hlx::delegate<int(unsigned int, unsigned int)> progress)
+int zvtDownloadFactoryDefaultStateStd(uint64_t handle, const char *localPath, Progress progress)
 {
-    return absent(__func__, handle, localPath, progress);
+    const auto body = [&](StateStore &store) { return store.downloadFactoryDefaults(pathOf(localPath), progress); };
+    return onDevice<StateStore>(__func__, handle, body, localPath, progress);
 }
 
-int zvtDownloadFileStd(uint64_t handle, const char *cameraPath, const char *localPath,
-                       hlx::delegate<int(unsigned int, unsigned int)> progress)
+int zvtDownloadFileStd(uint64_t handle, const char *cameraPath, const char *localPath, Progress progress)
 {
-    return absent(__func__, handle, cameraPath, localPath, progress);
+    const auto body = [&](FileTransfer &transfer) {
+        return transfer.downloadFile(pathOf(cameraPath), pathOf(localPath), progress);
+    };
+    return onDevice<FileTransfer>(__func__, handle, body, cameraPath, localPath, progress);
 }

@@ -1,15 +1,24 @@
+#include "platform/emulator/devices/FrameSync.h"
 #include "platform/emulator/dispatch.h"
 #include "zvt/zvtsdk.h"
 
-// Frame sync and trigger. No emulated camera has the inputs.
+// Frame sync and trigger. What starts a frame can be chosen; the rest no emulated camera has.
 
 using namespace emulator;
 
 // Frame synchronisation.
 
-int zvtGetFrameSyncSource(uint64_t handle, uint8_t *source) { return absent(__func__, handle, source); }
+int zvtGetFrameSyncSource(uint64_t handle, uint8_t *source)
+{
+    return onDevice<FrameSync>(
+        __func__, handle, [&](FrameSync &d) { *source = d.source(); }, source);
+}
 
-int zvtSetFrameSyncSource(uint64_t handle, uint8_t source) { return absent(__func__, handle, source); }
+int zvtSetFrameSyncSource(uint64_t handle, uint8_t source)
+{
+    return onDevice<FrameSync>(
+        __func__, handle, [&](FrameSync &d) { return d.setSource(source); }, source);
+}
 
 int zvtGetFrameSyncMode(uint64_t handle, uint8_t *mode) { return absent(__func__, handle, mode); }
 
@@ -23,7 +32,11 @@ int zvtGetFrameSyncPolarity(uint64_t handle, uint8_t *polarity) { return absent(
 
 int zvtSetFrameSyncPolarity(uint64_t handle, uint8_t polarity) { return absent(__func__, handle, polarity); }
 
-int zvtGetTriLevelSyncSourceAvailable(uint64_t handle, bool *available) { return absent(__func__, handle, available); }
+int zvtGetTriLevelSyncSourceAvailable(uint64_t handle, bool *available)
+{
+    return onDevice<FrameSync>(
+        __func__, handle, [&](FrameSync &d) { *available = d.hasTriLevel(); }, available);
+}
 
 int zvtGetSyncOutSource(uint64_t handle, uint8_t *source) { return absent(__func__, handle, source); }
 

@@ -1,11 +1,10 @@
 #include "platform/emulator/dispatch.h"
+#include "platform/emulator/fileNames.h"
 #include "zvt/zvtsdk.h"
 
-#include <algorithm>
 #include <array>
 #include <span>
 #include <string>
-#include <string_view>
 
 // The texts and the name rules that the SDK knows without asking a camera.
 
@@ -13,9 +12,6 @@ using namespace emulator;
 
 namespace
 {
-
-constexpr size_t fileNameSize = 255;
-constexpr size_t stateNameSize = 199; // A state's name and its zero fit into 200 bytes.
 
 constexpr const char *frameSyncModes[] = {"Integration", "Readout"};
 constexpr const char *nucTypes[] = {"One-Point", "Two-Point", "Offset Update"};
@@ -47,13 +43,6 @@ const char *filterName(uint8_t id)
     if (id < std::size(stockFilters))
         return stockFilters[id];
     return id < filterCount ? customFilters[id - std::size(stockFilters)].c_str() : nullptr;
-}
-
-bool isValidName(std::string_view name, size_t maximum)
-{
-    const auto isSpace = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
-    return name.size() <= maximum && !std::ranges::all_of(name, isSpace) && !isSpace(name.front())
-        && name.find_first_of("/\\:\"*?<>|") == std::string_view::npos;
 }
 
 } // namespace
@@ -94,11 +83,11 @@ const char *zvtGetFilterName(uint8_t id)
 int zvtIsValidFileName(const char *name)
 {
     return withoutHandle(
-        __func__, [=] { return isValidName(name, fileNameSize) ? Ok : Refused; }, name);
+        __func__, [=] { return isFileName(name) ? Ok : Refused; }, name);
 }
 
 int zvtIsValidStateName(const char *name)
 {
     return withoutHandle(
-        __func__, [=] { return isValidName(name, stateNameSize) ? Ok : Refused; }, name);
+        __func__, [=] { return isStateName(name) ? Ok : Refused; }, name);
 }

@@ -213,6 +213,27 @@ std::vector<Operation> presetOperations()
         {"GetVideoSource", Operation::Read, [](C &c) { return text(bool(c.GetVideoSource())); }},
         {"IsConnected", Operation::Read, [](C &c) { return text(c.IsConnected()); }},
         {"GetHandle", Operation::Read, [](C &c) { return text(c.GetHandle() != 0); }},
+        {"GetIsFactoryCalibrated", Operation::Read,
+         [](C &c) {
+             bool calibrated = false;
+             const bool ok = c.GetIsFactoryCalibrated(&calibrated);
+             return text(ok, calibrated);
+         }},
+        {"GetFactoryCalibrations", Operation::Read,
+         [](C &c) {
+             hlx::TArray<IController::SFactoryCalibration> list;
+             const bool ok = c.GetFactoryCalibrations(&list);
+             return text(ok, listText(list, [](const auto &item) { return QString::fromUtf8(item.name.c_str()); }));
+         }},
+        {"GetPresetCalibrationIndex", Operation::Read,
+         [](C &c) {
+             int index = -7;
+             const bool ok = c.GetPresetCalibrationIndex(1, &index);
+             return text(ok, index);
+         },
+         "1"},
+        {"SetPresetCalibrationIndex", Operation::Write,
+         [](C &c) { return c.SetPresetCalibrationIndex(1, 2, 1), QString(); }, "1, 2, 1"},
         {"SetPresetSequencingMode", Operation::Write, [](C &c) { return c.SetPresetSequencingMode(2), QString(); },
          "2"},
         {"SetSubframeEnabled", Operation::Write, [](C &c) { return c.SetSubframeEnabled(1, false), QString(); },
@@ -229,30 +250,6 @@ std::vector<Operation> absentOperations()
 {
     using C = CZVTController;
     return {
-        {"GetIsFactoryCalibrated", Operation::Absent,
-         [](C &c) {
-             bool calibrated = false;
-             const bool ok = c.GetIsFactoryCalibrated(&calibrated);
-             return text(ok, calibrated);
-         }},
-        {"GetFactoryCalibrations", Operation::Absent,
-         [](C &c) {
-             hlx::TArray<IController::SFactoryCalibration> list;
-             const bool ok = c.GetFactoryCalibrations(&list);
-             return text(ok, list.size());
-         }},
-        {"GetPresetCalibrationIndex", Operation::Absent,
-         [](C &c) {
-             int index = -7;
-             const bool ok = c.GetPresetCalibrationIndex(1, &index);
-             return text(ok, index);
-         },
-         "1"},
-        {"SetPresetCalibrationIndex", Operation::Absent,
-         [](C &c) { return c.SetPresetCalibrationIndex(1, 2, 1), QString(); }, "1, 2, 1"},
-        {"LoadFactoryDefaults", Operation::Absent, [](C &c) { return text(c.LoadFactoryDefaults()); }},
-        {"LoadHardDefaults", Operation::Absent, [](C &c) { return text(c.LoadHardDefaults()); }},
-        {"LoadState", Operation::Absent, [](C &c) { return text(c.LoadState("night")); }, "\"night\""},
         {"CanDownload", Operation::Absent, [](C &c) { return text(c.CanDownload()); }},
         {"DownloadMovie", Operation::Absent, [](C &c) { return text(c.DownloadMovie("movie.rqs", {}, 0, 9)); },
          "\"movie.rqs\", delegate, 0, 9"},

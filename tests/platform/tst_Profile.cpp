@@ -1,8 +1,16 @@
 #include "platform/emulator/control.h"
+#include "platform/emulator/devices/AutoFocus.h"
 #include "platform/emulator/devices/Cooler.h"
 #include "platform/emulator/devices/Corrections.h"
+#include "platform/emulator/devices/DetectorGain.h"
+#include "platform/emulator/devices/FieldOfView.h"
+#include "platform/emulator/devices/Focus.h"
+#include "platform/emulator/devices/FocusToDistance.h"
+#include "platform/emulator/devices/LensCover.h"
+#include "platform/emulator/devices/LensStates.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/Temperatures.h"
+#include "platform/emulator/devices/Zoom.h"
 #include "tests/support/Test.h"
 #include "zvt/zvtsdk.h"
 
@@ -21,6 +29,8 @@ private slots:
     void knowsTheBuiltInOnes();
     void isSoundAsBuiltIn_data();
     void isSoundAsBuiltIn();
+    void hasTheLensThatItTellsOf_data() { isSoundAsBuiltIn_data(); }
+    void hasTheLensThatItTellsOf();
     void showsEveryCapabilityPresentAndAbsent();
     void inheritsKeyByKey();
     void takesInheritedThingsAway();
@@ -56,8 +66,8 @@ private:
 
 void tst_Profile::knowsTheBuiltInOnes()
 {
-    for (const auto *name :
-         {"everything", "discrete-fov", "te-cooler", "low-cost", "board-6", "bare", "edge-values", "irig"})
+    for (const auto *name : {"everything", "discrete-fov", "te-cooler", "low-cost", "board-6", "bare", "edge-values",
+                             "irig", "speed-moves"})
         QVERIFY2(Profile::names().contains(QLatin1String(name)), name);
     auto sorted = Profile::names();
     sorted.sort();
@@ -107,6 +117,30 @@ void tst_Profile::isSoundAsBuiltIn()
     const auto names = profile.devices().value(QLatin1String("corrections")).toObject().value(QLatin1String("names"));
     if (camera->device<emulator::Corrections>())
         QCOMPARE(names.toArray().size(), camera->device<emulator::Sensor>()->numPresets());
+}
+
+void tst_Profile::hasTheLensThatItTellsOf()
+{
+    QFETCH(QString, name);
+    const auto camera = Camera::create(name, m_folder.path());
+    const QJsonObject capabilities = camera->profile().capabilities();
+    const auto has = [&](const char *key) { return capabilities.value(QLatin1String(key)).toBool(); };
+    const auto *focus = camera->device<emulator::Focus>();
+    const auto *zoom = camera->device<emulator::Zoom>();
+    QCOMPARE(focus != nullptr, has("hasFocus"));
+    QCOMPARE(camera->device<emulator::AutoFocus>() != nullptr, has("hasFocus"));
+    QCOMPARE(focus && focus->movesByPercent(), has("hasFocusMovePercent"));
+    QCOMPARE(zoom != nullptr, has("hasContinuousOpticalZoom"));
+    QCOMPARE(zoom && zoom->movesByPercent(), has("hasFovMovePercent"));
+    QCOMPARE(camera->device<emulator::FieldOfView>() != nullptr, has("hasDiscontinuousOpticalZoom"));
+    if (focus)
+        QCOMPARE(focus->hasField(emulator::FieldOfView::Wide), has("hasDiscontinuousOpticalZoom"));
+    QCOMPARE(camera->device<emulator::FocusToDistance>() != nullptr, has("hasFocusToDistance"));
+    QCOMPARE(camera->device<emulator::LensCover>() != nullptr, has("hasLensCover"));
+    QCOMPARE(camera->device<emulator::LensStates>() != nullptr, has("hasLensStatesFunctionality"));
+    const auto *gain = camera->device<emulator::DetectorGain>();
+    QCOMPARE(gain != nullptr, has("hasFPAGain"));
+    QCOMPARE(gain ? gain->levels() : 0, capabilities.value(QLatin1String("numFPAGainLevels")).toInt());
 }
 
 void tst_Profile::showsEveryCapabilityPresentAndAbsent()
@@ -200,8 +234,22 @@ void tst_Profile::namesWhatIsWrong_data()
         "devices.corrections.names: must be a list of texts");
     row("no list", R"({"devices": {"corrections": {"names": "a"}}})",
         "devices.corrections.names: must be a list of texts");
+    row("no name", R"({"devices": {"information": {"rows": ["Lens: 50 mm", ": 3"]}}})",
+        "devices.information.rows: must be texts like \"Name: value\"");
     row("numbers", R"({"devices": {"sensor": {"sequencingModes": [true]}}})",
         "devices.sensor.sequencingModes: must be a list of numbers");
+    row("limits", R"({"devices": {"focus": {"near": [1, 2, 3]}}})",
+        "devices.focus.near: must have one entry, or one for each field of view");
+    row("other limits", R"({"devices": {"focus": {"near": [1, 2], "far": [3]}}})",
+        "devices.focus.far: must have one entry, or one for each field of view");
+    row("limit out of range", R"({"devices": {"focus": {"far": [10001]}}})",
+        "devices.focus.far: must hold whole numbers in the range");
+    row("distances", R"({"devices": {"focus": {"nearest": [1, 0]}}})",
+        "devices.focus.nearest: must hold two distances");
+    row("zoom", R"({"devices": {"zoom": {"minimum": 100, "overtravel": 101}}})",
+        "devices.zoom.overtravel: must lie between 0 and 100");
+    row("gain level", R"({"devices": {"gain": {"levels": 2, "level": 2}}})",
+        "devices.gain.level: must lie between 0 and 1");
 }
 
 void tst_Profile::namesWhatIsWrong()

@@ -81,6 +81,9 @@ private slots:
         QTest::newRow("trailing blank") << QByteArray("x ") << true << true;
         QTest::newRow("dot") << QByteArray("a.b") << true << true;
         QTest::newRow("utf-8") << QByteArray("Größe") << true << true;
+        QTest::newRow("no utf-8") << QByteArray("Gr\xF6\xDF"
+                                                "e")
+                                  << false << false;
         QTest::newRow("empty") << QByteArray("") << false << false;
         QTest::newRow("blanks") << QByteArray("   ") << false << false;
         QTest::newRow("tab and line end") << QByteArray("\t\r\n") << false << false;

@@ -35,6 +35,7 @@ private slots:
     void theIntegrationRegisterLeavesTheFrameAlone();
     void aFrameRegisterBelowTheShortestFrameIsRefused();
     void aPresetThatTheCameraLacksIsRefused();
+    void gigEStreamsOnePresetOrAll();
     void sequencingModesAreThoseOfTheProfile();
     void presetsTakeTurns();
     void theSuperframeIsTheSumOfItsSubframes();
@@ -281,6 +282,21 @@ void tst_Sensor::aPresetThatTheCameraLacksIsRefused()
     QVERIFY(value == -7 && rates == Rates{-7} && index == -7 && dwell == 7 && enabled);
 }
 
+void tst_Sensor::gigEStreamsOnePresetOrAll()
+{
+    uint8_t preset = 9;
+    QCOMPARE(zvtGetGigEPreset(handle(), &preset), 0);
+    QCOMPARE(preset, uint8_t(4));
+    QCOMPARE(zvtSetGigEPreset(handle(), 3), 0);
+    QCOMPARE(zvtSetGigEPreset(handle(), 5), int(emulator::Refused));
+    QCOMPARE(zvtGetGigEPreset(handle(), &preset), 0);
+    QCOMPARE(preset, uint8_t(3));
+    use(QStringLiteral("low-cost"));
+    QCOMPARE(zvtSetGigEPreset(handle(), 0), int(emulator::Absent));
+    QCOMPARE(zvtGetGigEPreset(handle(), &preset), int(emulator::Absent));
+    QCOMPARE(preset, uint8_t(3));
+}
+
 void tst_Sensor::sequencingModesAreThoseOfTheProfile()
 {
     QCOMPARE(sensor().sequencingModes(), (std::vector<uint32_t>{0, 1, 2}));
@@ -389,6 +405,7 @@ void tst_Sensor::aSnapshotRestoresEverything()
     sensor().setSequencingMode(Sensor::Superframing);
     sensor().setActivePreset(3);
     sensor().setVideoPreset(2);
+    sensor().setGigEPreset(1);
     sensor().setIntegrationTime(1, 7.5);
     sensor().setFrameRate(1, 12.5);
     sensor().setDwellCount(2, 2'000'000'000);
@@ -436,6 +453,7 @@ void tst_Sensor::anotherClientChangesSettings_data()
     QTest::newRow("activePreset: none") << QVariant(4) << false;
     QTest::newRow("activePreset: text") << QVariant(QStringLiteral("first")) << false;
     QTest::newRow("videoPreset") << QVariant(1) << true;
+    QTest::newRow("gigEPreset") << QVariant(1) << true;
     QTest::newRow("reduceNoise") << QVariant(true) << true;
     QTest::newRow("reduceNoise: list") << QVariant(QVariantList{}) << false;
     QTest::newRow("integrationTime") << QVariant(3.5) << true;

@@ -32,6 +32,9 @@ private slots:
     void hourMeterNeverRunsBackwards();
     void correctionsHaveNames();
     void correctionsEndWithThePresets();
+    void informationIsThatOfTheProfile_data();
+    void informationIsThatOfTheProfile();
+    void informationIsAppended();
     void eventsComeOneByOne();
     void eventsPushOldOnesOut();
     void propertiesAreThoseOfTheProfile();
@@ -190,6 +193,48 @@ void tst_devices::correctionsEndWithThePresets()
     use("bare");
     QCOMPARE(zvtGetNUCName(m_handle, 0, text, sizeof text), int(emulator::Absent));
     QCOMPARE(text, "old");
+}
+
+void tst_devices::informationIsThatOfTheProfile_data()
+{
+    QTest::addColumn<QByteArray>("profile");
+    QTest::addColumn<QStringList>("rows");
+    QTest::newRow("some") << QByteArray("everything")
+                          << QStringList{"Firmware Version|3.2.1", "FPGA Version|1.18", "GigE Firmware|2.0.7",
+                                         "Lens|25-150 mm f/2.3"};
+    QTest::newRow("other ones") << QByteArray("low-cost") << QStringList{"Firmware Version|1.4.0"};
+    QTest::newRow("inherited") << QByteArray("board-6")
+                               << QStringList{"Firmware Version|3.2.1", "FPGA Version|1.18", "GigE Firmware|2.0.7",
+                                              "Lens|25-150 mm f/2.3"};
+    QTest::newRow("odd ones") << QByteArray("edge-values")
+                              << QStringList{"Firmware Version|", "Größe|3,7 µm: je Pixel",
+                                             "Firmware Version|" + QString(255, u'V')};
+}
+
+void tst_devices::informationIsThatOfTheProfile()
+{
+    QFETCH(QByteArray, profile);
+    QFETCH(QStringList, rows);
+    use(profile.constData());
+    hlx::TArray<zvtSInfoEntry> entries;
+    QCOMPARE(zvtGetCameraExtraInfo(m_handle, &entries), 0);
+    QStringList told;
+    for (const auto &entry : entries)
+        told << QString::fromUtf8(entry.name.c_str()) + u'|' + QString::fromUtf8(entry.value.c_str());
+    QCOMPARE(told, rows);
+}
+
+void tst_devices::informationIsAppended()
+{
+    hlx::TArray<zvtSInfoEntry> entries{{"of before", "x"}};
+    use("bare");
+    QCOMPARE(zvtGetCameraExtraInfo(m_handle, &entries), int(emulator::Absent));
+    QCOMPARE(entries.size(), size_t(1));
+    use("everything");
+    QCOMPARE(zvtGetCameraExtraInfo(m_handle, &entries), 0);
+    QCOMPARE(entries.size(), size_t(5));
+    QCOMPARE(entries[0].name.c_str(), "of before");
+    QCOMPARE(entries[1].name.c_str(), "Firmware Version");
 }
 
 void tst_devices::eventsComeOneByOne()

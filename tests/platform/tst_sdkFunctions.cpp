@@ -2,6 +2,7 @@
 #include "tests/support/Test.h"
 #include "zvt/zvtsdk.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -146,6 +147,20 @@ class tst_sdkFunctions : public Test
     Q_OBJECT
 
 private slots:
+    void init()
+    {
+        Test::init();
+        // No slow function keeps the tests waiting, and what one of them saves to a file "name" stays in here.
+        Clock::manual();
+        QDir::setCurrent(m_folder.path());
+    }
+
+    void cleanup()
+    {
+        Clock::automatic();
+        QDir::setCurrent(m_workingDirectory);
+    }
+
     void theHeaderDeclaresThemAll()
     {
         std::set<std::string> known;
@@ -266,6 +281,7 @@ private:
     uint64_t staleHandle() const { return Camera::create(QStringLiteral("bare"), m_folder.path())->handle(); }
 
     QTemporaryDir m_folder;
+    const QString m_workingDirectory = QDir::currentPath();
 };
 
 ZVT_TEST(tst_sdkFunctions)

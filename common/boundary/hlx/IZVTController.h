@@ -6,6 +6,7 @@
 #include "hlx/CameraCapabilities.h"
 #include "hlx/IController.h"
 #include "hlx/IVideoSource.h"
+#include "hlx/TListenerList.h"
 #include "hlx/TSharedPtr.h"
 
 namespace hlx::cam
@@ -19,18 +20,6 @@ namespace hlx::cam
 class IZVTController : public IController
 {
 public:
-    /// A listener that learns where the auto focus looks: its context and the window x, y, width, height.
-    struct SAutoFocusStarted {
-        void (*call)(void *context, int x, int y, int width, int height) = nullptr;
-        void *context = nullptr;
-    };
-
-    /// A listener that learns that the auto focus has ended.
-    struct SAutoFocusEnded {
-        void (*call)(void *context) = nullptr;
-        void *context = nullptr;
-    };
-
     /// One entry of the preset sequence. What it holds has no meaning to the view models; the record gives the size.
     struct SPresetSequenceEntry {
         uint32_t preset = 0;
@@ -117,8 +106,10 @@ public:
     virtual bool FindFrameRange(hlx::CDateTime start, hlx::CDateTime end, unsigned int *first, unsigned int *last) = 0;
 
     CameraCapabilities capabilities;
-    hlx::TArray<SAutoFocusStarted> autoFocusStartedListeners; ///< GUI thread edits; called by the one who focuses.
-    hlx::TArray<SAutoFocusEnded> autoFocusEndedListeners; ///< As above.
+    /// Called by the one who focuses: before an auto focus with the x, y, width and height of the region that it looks
+    /// at, on any thread, and after it, on the GUI thread, whether it worked or not.
+    hlx::TListenerList<int, int, int, int> autoFocusStartedListeners;
+    hlx::TListenerList<> autoFocusEndedListeners;
     hlx::TArray<hlx::delegate<void()>> listeners; ///< Called after a header mode has changed, on the GUI thread.
 };
 

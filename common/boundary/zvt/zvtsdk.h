@@ -197,7 +197,7 @@ int zvtSetFocusNearPos(uint64_t handle, uint8_t fov, uint32_t position);
 int zvtGetFocusFarPos(uint64_t handle, uint8_t fov, uint32_t* position);
 /// Sets it.
 int zvtSetFocusFarPos(uint64_t handle, uint8_t fov, uint32_t position);
-/// Sends the focus to a position.
+/// Sends the focus to a position. Blocks until it is there.
 int zvtSetFocusPos(uint64_t handle, uint32_t position);
 /// Sends the focus to a position. Answers at once; the lens travels afterwards.
 int zvtFocusMoveTo(uint64_t handle, uint32_t position);
@@ -206,11 +206,11 @@ int zvtFocusMove(uint64_t handle, int32_t speed);
 /// Moves the focus with a percentage of its speed, the sign being the direction, until it is stopped by 0. Answers at
 /// once.
 int zvtFocusMovePercent(uint64_t handle, float percent);
-/// Drives the focus to its near stop. Blocks until it is there.
+/// Drives the focus to the near limit of the present field of view. Blocks until it is there.
 int zvtFocusNear(uint64_t handle);
-/// Drives the focus to its far stop. Blocks until it is there.
+/// Drives the focus to the far limit of the present field of view. Blocks until it is there.
 int zvtFocusFar(uint64_t handle);
-/// Whether the focus is turned by hand at the lens.
+/// Whether the focus is turned by hand at the lens; its motor then refuses commands.
 int zvtGetFocusManualMode(uint64_t handle, bool* manual);
 /// How the lens moves slowly in a field of view: 0 by steps of position, else by speed.
 int zvtMfgGetFocusSlowControl(uint64_t handle, uint8_t fov, uint8_t* control);
@@ -222,7 +222,7 @@ int zvtGetFocusToDistanceAvailable(uint64_t handle, bool* available);
 int zvtGetFocusToDistanceMin(uint64_t handle, float* metres);
 /// The farthest distance in metres; it depends on the zoom.
 int zvtGetFocusToDistanceMax(uint64_t handle, float* metres);
-/// Starts focusing to a distance in metres. Answers at once.
+/// Starts focusing to a distance in metres, or to the nearest in reach. Answers at once; the lens travels afterwards.
 int zvtFocusToDistance(uint64_t handle, float metres);
 
 // ---- Automatic focus ------------------------------------------------------------------------------------------------
@@ -248,7 +248,8 @@ int zvtSetAutoFocusROIShowWhenFocusing(uint64_t handle, bool show);
 
 /// The discrete field of view: 0 narrow, 1 wide. Fails on a lens without.
 int zvtGetFOV(uint64_t handle, uint8_t* fov);
-/// Selects a discrete field of view. The focus limits change with it.
+/// Selects a discrete field of view. Answers at once; the focus limits change with it, and the focus travels
+/// afterwards.
 int zvtSetFOV(uint64_t handle, uint8_t fov);
 /// The commanded zoom position.
 int zvtGetFOVPos(uint64_t handle, uint32_t* position);
@@ -420,30 +421,32 @@ int zvtRearmTrigger(uint64_t handle);
 // A state is a set of the camera's settings in a file on the camera. Progress is told on the calling thread as (done,
 // total) with a total above 0; a delegate that returns anything but 0 ends the transfer, which then fails.
 
-/// The stored states in the camera's order.
+/// The stored states in the camera's order. Takes the place of what the list held.
 int zvtListStates(uint64_t handle, hlx::TArray<zvtSDirEntry>* entries);
 /// 0 if there is a state of this name.
 int zvtStateExists(uint64_t handle, const char* name);
 /// 0 if a state can have this name: a valid file name of at most 199 bytes. No handle.
 int zvtIsValidStateName(const char* name);
 /// 0 if a file on the camera can have this name: at least one character that is no space, no space at its start, none
-/// of / \ : * ? " < > |, at most 255 bytes. No handle.
+/// of / \ : * ? " < > |, at most 255 bytes of UTF-8. No handle.
 int zvtIsValidFileName(const char* name);
-/// The name of the state that the camera is in. Empty if it has none.
+/// The name of the state that the camera is in, UTF-8: the one last loaded or saved, "Factory Defaults" or "Hard
+/// Defaults" where it was one of these. Empty if it is in none.
 int zvtGetStateName(uint64_t handle, char* buffer, uint32_t size);
 /// 1 if the camera is in its factory default state, else 0.
 int zvtIsFactoryDefaultState(uint64_t handle, uint8_t* isFactory);
-/// Saves over the current state. Slow.
+/// Saves over the current state. Fails if that has no name of its own. Slow.
 int zvtSaveState(uint64_t handle);
-/// Saves under a name, which becomes the current state. Slow.
+/// Saves under a valid name, which becomes the current state. Slow.
 int zvtSaveStateAs(uint64_t handle, const char* name);
 /// Saves the settings as the factory default. Slow.
 int zvtSaveFactoryDefaults(uint64_t handle);
 /// Deletes a state. Fails if there is none of this name.
 int zvtDeleteState(uint64_t handle, const char* name);
-/// Renames a state. Fails if there is no such state or the new name is taken.
+/// Renames a state. Fails if there is no such state, or the new name is taken or not valid.
 int zvtRenameState(uint64_t handle, const char* oldName, const char* newName);
-/// Copies a local file to the camera as a state named like the file. Blocks. The progress may be null.
+/// Copies a local file to the camera as a state named like the file without its last extension, over a state of that
+/// name. Blocks. The progress may be null.
 int zvtUploadStateStd(uint64_t handle, const char* file, hlx::delegate<int(unsigned int, unsigned int)>* progress);
 /// Copies a state into a local file. Blocks. The progress may be null.
 int zvtDownloadStateStd(uint64_t handle, const char* name, const char* file, hlx::delegate<int(unsigned int, unsigned int)>* progress);

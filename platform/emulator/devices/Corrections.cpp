@@ -16,4 +16,12 @@ Status Corrections::name(uint8_t preset, std::string &text) const
     return Ok;
 }
 
+Status Corrections::load(uint8_t preset, const QString &name)
+{
+    if (preset >= m_names.size())
+        return Refused;
+    m_names[preset] = name;
+    return Ok;
+}
+
 } // namespace emulator

@@ -21,6 +21,8 @@ public:
 
     /// The name of the correction in a preset, UTF-8, empty if there is none. Refuses a preset that the camera lacks.
     Status name(uint8_t preset, std::string &text) const;
+    /// Puts a correction into a preset. Refuses a preset that the camera lacks.
+    Status load(uint8_t preset, const QString &name);
 
 private:
     QStringList m_names;

@@ -377,6 +377,26 @@ Status Sensor::setVideoPreset(int preset)
     return Ok;
 }
 
+Status Sensor::gigEPreset(uint8_t &preset) const
+{
+    if (!hasGigEPreset())
+        return Absent;
+    preset = static_cast<uint8_t>(m_gigEPreset);
+    return Ok;
+}
+
+Status Sensor::setGigEPreset(int preset)
+{
+    if (!hasGigEPreset())
+        return Absent;
+    if (!hasPreset(preset) && preset != allPresets)
+        return Refused;
+    m_gigEPreset = preset;
+    return Ok;
+}
+
+bool Sensor::hasGigEPreset() const { return camera().capabilities().value(u"hasGigEPreset"_s).toBool(); }
+
 void Sensor::setReduceNoise(bool reduce)
 {
     m_reduceNoise = reduce;

@@ -18,6 +18,7 @@ class Sensor : public Device
 {
 public:
     static constexpr int maxPresets = 4;
+    static constexpr int allPresets = 4;
 
     enum Sequencing : uint32_t { SinglePreset = 0, Superframing = 1, PresetSequencing = 2 };
 
@@ -31,8 +32,8 @@ public:
 
     QJsonObject save() const override;
     void restore(const QJsonObject &values) override;
-    /// "window" (a list x, y, width, height), "sequencingMode", "activePreset", "videoPreset", "reduceNoise",
-    /// "saturated", and of the active preset "integrationTime" (ms) and "frameRate" (Hz).
+    /// "window" (a list x, y, width, height), "sequencingMode", "activePreset", "videoPreset", "gigEPreset",
+    /// "reduceNoise", "saturated", and of the active preset "integrationTime" (ms) and "frameRate" (Hz).
     bool set(const QString &name, const QVariant &value) override;
 
     uint32_t clockFrequency() const { return m_clockFrequency; }
@@ -91,6 +92,9 @@ public:
     Status setActivePreset(int preset);
     int videoPreset() const { return m_videoPreset; }
     Status setVideoPreset(int preset);
+    /// The preset streamed over GigE; allPresets for every one as it comes. Absent without that equipment.
+    Status gigEPreset(uint8_t &preset) const;
+    Status setGigEPreset(int preset);
     bool reduceNoise() const { return m_reduceNoise; }
     void setReduceNoise(bool reduce);
 
@@ -111,6 +115,7 @@ private:
 
     Size windowSize() const { return {m_geometry.window().width, m_geometry.window().height}; }
     bool hasPreset(int preset) const { return preset >= 0 && preset < m_numPresets; }
+    bool hasGigEPreset() const;
     uint32_t minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const;
     uint32_t minimumFrameWidth(int preset) const;
     uint32_t effectiveFrameWidth(int preset) const;
@@ -135,6 +140,7 @@ private:
     uint32_t m_sequencingMode = SinglePreset;
     int m_activePreset = 0;
     int m_videoPreset = 0;
+    int m_gigEPreset = allPresets;
     bool m_reduceNoise = false;
     bool m_saturationFlag;
     bool m_streaming = true;

@@ -20,6 +20,7 @@ const QString windowKey = QStringLiteral("window");
 const QString sequencingModeKey = QStringLiteral("sequencingMode");
 const QString activePresetKey = QStringLiteral("activePreset");
 const QString videoPresetKey = QStringLiteral("videoPreset");
+const QString gigEPresetKey = QStringLiteral("gigEPreset");
 const QString reduceNoiseKey = QStringLiteral("reduceNoise");
 const QString superframeWidthKey = QStringLiteral("superframeWidth");
 const QString presetsKey = QStringLiteral("presets");
@@ -74,6 +75,7 @@ QJsonObject Sensor::save() const
             {sequencingModeKey, double(m_sequencingMode)},
             {activePresetKey, m_activePreset},
             {videoPresetKey, m_videoPreset},
+            {gigEPresetKey, m_gigEPreset},
             {reduceNoiseKey, m_reduceNoise},
             {superframeWidthKey, double(m_superframeWidth)},
             {presetsKey, presets}};
@@ -82,16 +84,20 @@ QJsonObject Sensor::save() const
 void Sensor::restore(const QJsonObject &values)
 {
     // The presets come last, since their shortest frames depend on all the others.
-    for (const QString &key : {windowKey, sequencingModeKey, activePresetKey, videoPresetKey, reduceNoiseKey})
+    for (const QString &key :
+         {windowKey, sequencingModeKey, activePresetKey, videoPresetKey, gigEPresetKey, reduceNoiseKey})
         if (values.contains(key))
             set(key, values.value(key).toVariant());
     const QJsonArray presets = values.value(presetsKey).toArray();
     for (int preset = 0; preset < presets.size(); ++preset) {
         const QJsonObject saved = presets.at(preset).toObject();
-        if (const auto clocks = unsignedIn(saved, integrationWidthKey))
-            setIntegrationWidth(preset, *clocks);
-        if (const auto clocks = unsignedIn(saved, frameWidthKey))
-            setFrameWidth(preset, *clocks);
+        const auto integration = unsignedIn(saved, integrationWidthKey);
+        const bool taken = integration && setIntegrationWidth(preset, *integration) == Ok;
+        // A write of the integration register alone leaves a frame that is too short for it, which then takes as long
+        // as it must.
+        if (const auto clocks = unsignedIn(saved, frameWidthKey);
+            clocks && setFrameWidth(preset, *clocks) != Ok && taken)
+            m_presets[static_cast<size_t>(preset)].frameWidth = minimumFrameWidth(preset);
         if (const auto count = unsignedIn(saved, dwellCountKey))
             setDwellCount(preset, *count);
         if (const QJsonValue enabled = saved.value(subframeEnabledKey); enabled.isBool())
@@ -123,6 +129,7 @@ bool Sensor::set(const QString &name, const QVariant &value)
         {sequencingModeKey, [&] { return setSequencingMode(unsignedOf(value).value_or(UINT32_MAX)); }},
         {activePresetKey, [&] { return setActivePreset(presetOf(value)); }},
         {videoPresetKey, [&] { return setVideoPreset(presetOf(value)); }},
+        {gigEPresetKey, [&] { return setGigEPreset(presetOf(value)); }},
         {reduceNoiseKey, [&] { return setFlag(m_reduceNoise); }},
         {QStringLiteral("saturated"), [&] { return setFlag(m_saturationFlag); }},
         {QStringLiteral("integrationTime"), [&] { return setIntegrationTime(m_activePreset, numberOf(value)); }},

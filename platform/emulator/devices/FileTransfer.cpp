@@ -1,0 +1,121 @@
+#include "platform/emulator/devices/FileTransfer.h"
+
+#include "platform/emulator/Camera.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <limits>
+
+namespace emulator
+{
+
+namespace
+{
+
+constexpr qint64 usualBlocks = 50;
+constexpr qint64 smallestBlock = 64;
+constexpr qint64 largestBlock = 65536;
+constexpr int slowest = 1000;
+constexpr int fastest = 1'000'000'000;
+constexpr qint64 largestTransfer = std::numeric_limits<unsigned int>::max();
+
+} // namespace
+
+FileTransfer::FileTransfer(Camera &camera, Section &section)
+    : Device(camera), m_bytesPerSecond(section.integer(QStringLiteral("bytesPerSecond"), 1'000'000, slowest, fastest))
+{
+}
+
+Status FileTransfer::upload(const QString &localPath, qint64 largest, QByteArray &content, const Progress &progress)
+{
+    // Whatever is no plain file might keep its reader waiting for ever.
+    if (const QFileInfo info(localPath); !info.isFile() || info.size() > largest)
+        return Refused;
+    QFile file(localPath);
+    QBuffer received;
+    if (!file.open(QIODevice::ReadOnly) || !received.open(QIODevice::WriteOnly))
+        return Refused;
+    const Status status = copy(file, received, progress);
+    if (status == Ok)
+        content = received.data();
+    return status;
+}
+
+Status FileTransfer::download(const QByteArray &content, const QString &localPath, const Progress &progress)
+{
+    QBuffer buffer;
+    buffer.setData(content);
+    return copyInto(localPath, buffer, progress);
+}
+
+Status FileTransfer::downloadFile(const QString &cameraPath, const QString &localPath, const Progress &progress)
+{
+    // The canonical paths, so that neither dots nor links lead anywhere else.
+    const QString folder = QFileInfo(camera().folder()).canonicalFilePath() + QLatin1Char('/');
+    const QFileInfo wanted(folder + cameraPath);
+    if (!wanted.isFile() || !wanted.canonicalFilePath().startsWith(folder))
+        return Refused;
+    QFile file(wanted.canonicalFilePath());
+    return copyInto(localPath, file, progress);
+}
+
+bool FileTransfer::set(const QString &name, const QVariant &value)
+{
+    bool isNumber = false;
+    const int wanted = value.toInt(&isNumber);
+    if (name != QLatin1String("bytesPerSecond") || !isNumber || wanted < slowest || wanted > fastest)
+        return false;
+    m_bytesPerSecond = wanted;
+    return true;
+}
+
+Status FileTransfer::copy(QIODevice &from, QIODevice &to, const Progress &progress)
+{
+    const qint64 total = from.size();
+    if (total > largestTransfer)
+        return Refused;
+    const qint64 block = std::clamp(total / usualBlocks, smallestBlock, largestBlock);
+    const auto timeFor = [speed = m_bytesPerSecond](qint64 bytes) { return bytes * 1000 / speed; };
+    for (qint64 done = 0; done < total;) {
+        const QByteArray bytes = from.read(std::min(block, total - done));
+        if (bytes.isEmpty() || to.write(bytes) != bytes.size())
+            return Refused;
+        // Counted from the start of the file, so that what is rounded off a short block is not lost.
+        const qint64 before = done;
+        done += bytes.size();
+        if (const Status status = camera().takeTime(timeFor(done) - timeFor(before)); status != Ok)
+            return status;
+        if (const Status status = tell(progress, done, total); status != Ok)
+            return status;
+    }
+    return Ok;
+}
+
+Status FileTransfer::copyInto(const QString &localPath, QIODevice &from, const Progress &progress)
+{
+    QSaveFile file(localPath);
+    // Without a name it would find out at the end only.
+    if (localPath.isEmpty() || !from.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly))
+        return Refused;
+    if (const Status status = copy(from, file, progress); status != Ok)
+        return status;
+    return file.commit() ? Ok : Refused;
+}
+
+Status FileTransfer::tell(const Progress &progress, qint64 done, qint64 total)
+{
+    int answer = 0;
+    {
+        const Camera::Unlocked unlocked(camera());
+        answer = progress(static_cast<unsigned int>(done), static_cast<unsigned int>(total));
+    }
+    if (!camera().connected())
+        return NotConnected;
+    return answer == 0 ? Ok : Stopped;
+}
+
+} // namespace emulator

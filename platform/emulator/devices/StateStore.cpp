@@ -1,0 +1,203 @@
+#include "platform/emulator/devices/StateStore.h"
+
+#include "platform/emulator/Camera.h"
+#include "platform/emulator/Clock.h"
+#include "platform/emulator/fileNames.h"
+#include "platform/emulator/stateFile.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <tuple>
+
+namespace emulator
+{
+
+namespace
+{
+
+const auto suffix = QStringLiteral(".qsf");
+const auto currentKey = QStringLiteral("current");
+constexpr double longestSeconds = 60;
+
+int64_t milliseconds(Section &section, const QString &key, double fallback)
+{
+    return static_cast<int64_t>(section.number(key, fallback, 0, longestSeconds) * 1000);
+}
+
+bool isSpecial(const std::string &name)
+{
+    return name == StateStore::factoryDefaults || name == StateStore::hardDefaults;
+}
+
+/// Whether a state that is no special one can have this name.
+bool isOwnName(const std::string &name) { return isStateName(name) && !isSpecial(name); }
+
+/// Replaces a file as a whole, or leaves it alone. Its time is that of the emulated world.
+bool write(const QString &path, const QByteArray &content)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush()
+        && file.setFileTime(QDateTime::fromMSecsSinceEpoch(Clock::now(), Qt::UTC), QFileDevice::FileModificationTime)
+        && file.commit();
+}
+
+} // namespace
+
+StateStore::StateStore(Camera &camera, Section &section)
+    : Device(camera), m_saveMilliseconds(milliseconds(section, QStringLiteral("saveSeconds"), 0.4)),
+      m_loadMilliseconds(milliseconds(section, QStringLiteral("loadSeconds"), 0.8))
+{
+}
+
+std::vector<StateStore::Entry> StateStore::list() const
+{
+    std::vector<Entry> entries;
+    const QDir folder(camera().folder() + QStringLiteral("/states"));
+    const auto files = folder.entryInfoList({QLatin1Char('*') + suffix},
+                                            QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Unsorted);
+    for (const QFileInfo &file : files) {
+        const std::string name = file.fileName().chopped(suffix.size()).toStdString();
+        if (isOwnName(name))
+            entries.push_back({name, file.size(), file.lastModified().toMSecsSinceEpoch()});
+    }
+    std::ranges::sort(entries, {}, [](const Entry &entry) { return std::tie(entry.written, entry.name); });
+    return entries;
+}
+
+bool StateStore::exists(const std::string &name) const { return isOwnName(name) && QFileInfo(pathOf(name)).isFile(); }
+
+Status StateStore::saveCurrent() { return saveAs(m_current); }
+
+Status StateStore::saveAs(const std::string &name) { return isOwnName(name) ? store(name) : Refused; }
+
+Status StateStore::saveFactoryDefaults() { return store(factoryDefaults); }
+
+Status StateStore::load(const std::string &name) { return exists(name) ? change(name) : Refused; }
+
+Status StateStore::remove(const std::string &name)
+{
+    return exists(name) && QFile::remove(pathOf(name)) ? Ok : Refused;
+}
+
+Status StateStore::rename(const std::string &oldName, const std::string &newName)
+{
+    return exists(oldName) && isOwnName(newName) && QFile::rename(pathOf(oldName), pathOf(newName)) ? Ok : Refused;
+}
+
+Status StateStore::upload(const QString &localPath, const FileTransfer::Progress &progress)
+{
+    const std::string name = QFileInfo(localPath).completeBaseName().toStdString();
+    return isOwnName(name) ? receive(name, localPath, progress) : Refused;
+}
+
+Status StateStore::uploadFactoryDefaults(const QString &localPath, const FileTransfer::Progress &progress)
+{
+    return receive(factoryDefaults, localPath, progress);
+}
+
+Status StateStore::download(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress)
+{
+    return exists(name) ? send(name, localPath, progress) : Refused;
+}
+
+Status StateStore::downloadFactoryDefaults(const QString &localPath, const FileTransfer::Progress &progress)
+{
+    return send(factoryDefaults, localPath, progress);
+}
+
+QJsonObject StateStore::settingsAtStart(const QJsonObject &memory) const
+{
+    return settingsOf(nameIn(memory)).value_or(QJsonObject());
+}
+
+QJsonObject StateStore::save() const { return {{currentKey, QString::fromStdString(m_current)}}; }
+
+void StateStore::restore(const QJsonObject &values) { m_current = nameIn(values); }
+
+bool StateStore::set(const QString &name, const QVariant &value)
+{
+    const std::string wanted = value.toString().toStdString();
+    return name == currentKey && knows(wanted) && enter(wanted) == Ok;
+}
+
+QString StateStore::pathOf(const std::string &name) const
+{
+    const QString file = name == factoryDefaults ? QStringLiteral("/factory")
+                                                 : QStringLiteral("/states/") + QString::fromStdString(name);
+    return camera().folder() + file + suffix;
+}
+
+bool StateStore::knows(const std::string &name) const { return isSpecial(name) || exists(name); }
+
+/// Empty if the file can not be read.
+QByteArray StateStore::contentOf(const std::string &name) const
+{
+    QFile file(pathOf(name));
+    if (name == hardDefaults || (name == factoryDefaults && !file.exists()))
+        return toStateFile(camera().profile().name(), camera().newSettings());
+    return file.open(QIODevice::ReadOnly) ? file.read(largestStateFile + 1) : QByteArray();
+}
+
+std::optional<QJsonObject> StateStore::settingsIn(const QByteArray &content) const
+{
+    return fromStateFile(content, camera().profile().name());
+}
+
+/// The state that the memory tells of, if it can still be loaded.
+std::string StateStore::nameIn(const QJsonObject &memory) const
+{
+    const std::string name = memory.value(currentKey).toString().toStdString();
+    return knows(name) && settingsOf(name) ? name : factoryDefaults;
+}
+
+Status StateStore::store(std::string name)
+{
+    if (const Status status = camera().takeTime(m_saveMilliseconds); status != Ok)
+        return status;
+    if (!write(pathOf(name), toStateFile(camera().profile().name(), camera().snapshot())))
+        return Refused;
+    m_current = std::move(name);
+    remember();
+    return Ok;
+}
+
+Status StateStore::change(const std::string &name)
+{
+    // What can not be loaded is refused at once, and not only after the time that a load takes.
+    if (!settingsOf(name))
+        return Refused;
+    if (const Status status = camera().takeTime(m_loadMilliseconds); status != Ok)
+        return status;
+    return enter(name);
+}
+
+Status StateStore::enter(const std::string &name)
+{
+    const auto settings = settingsOf(name);
+    if (!settings)
+        return Refused;
+    m_current = name;
+    camera().restore(*settings);
+    return Ok;
+}
+
+Status StateStore::receive(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress)
+{
+    QByteArray content;
+    const Status status = camera().device<FileTransfer>()->upload(localPath, largestStateFile, content, progress);
+    if (status != Ok)
+        return status;
+    return settingsIn(content) && write(pathOf(name), content) ? Ok : Refused;
+}
+
+Status StateStore::send(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress)
+{
+    const QByteArray content = contentOf(name);
+    return settingsIn(content) ? camera().device<FileTransfer>()->download(content, localPath, progress) : Refused;
+}
+
+} // namespace emulator

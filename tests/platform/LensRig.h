@@ -1,0 +1,90 @@
+#pragma once
+
+#include "platform/emulator/control.h"
+#include "zvt/zvtsdk.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <limits>
+#include <memory>
+
+/// A connected emulated camera on a stopped clock, with what its lens says. A value that the camera refuses to tell is
+/// the largest of its kind.
+class LensRig
+{
+public:
+    static constexpr uint32_t none = std::numeric_limits<uint32_t>::max();
+
+    /// The profile of a lens so slow that its moves last for as long as a test goes on, for tests on a running clock.
+    static constexpr auto slow = "slow";
+
+    explicit LensRig(const char *profile = "everything")
+    {
+        emulator::Clock::manual();
+        open(profile);
+    }
+    LensRig(const LensRig &) = delete;
+    LensRig &operator=(const LensRig &) = delete;
+    ~LensRig() { emulator::Clock::automatic(); }
+
+    /// Another camera, or the same one after it was switched off and on.
+    void open(const char *profile)
+    {
+        m_camera.reset();
+        const QString name = QString::fromLatin1(profile);
+        m_camera = emulator::Camera::create(name == QLatin1String(slow) ? slowProfile() : name, m_folder.path());
+        m_camera->connect();
+    }
+
+    emulator::Camera &camera() { return *m_camera; }
+    uint64_t handle() const { return m_camera->handle(); }
+    bool set(const char *name, const QVariant &value)
+    {
+        return m_camera->otherClient().set(QString::fromLatin1(name), value);
+    }
+
+    uint32_t focus() const { return read(zvtGetFocusCurrentPos); }
+    uint32_t zoom() const { return read(zvtGetFOVCurrentPos); }
+    uint32_t commandedZoom() const { return read(zvtGetFOVPos); }
+    uint32_t nearLimit(uint8_t fov) const { return readField(zvtGetFocusNearPos, fov); }
+    uint32_t farLimit(uint8_t fov) const { return readField(zvtGetFocusFarPos, fov); }
+    uint8_t field() const { return readByte(zvtGetFOV); }
+    uint8_t cover() const { return readByte(zvtGetLensCoverState); }
+
+    /// Lets the lens come to rest.
+    static void settle() { emulator::Clock::advance(60'000); }
+
+private:
+    uint32_t read(int (*get)(uint64_t, uint32_t *)) const
+    {
+        uint32_t value = none;
+        get(handle(), &value);
+        return value;
+    }
+    uint32_t readField(int (*get)(uint64_t, uint8_t, uint32_t *), uint8_t field) const
+    {
+        uint32_t value = none;
+        get(handle(), field, &value);
+        return value;
+    }
+    uint8_t readByte(int (*get)(uint64_t, uint8_t *)) const
+    {
+        uint8_t value = std::numeric_limits<uint8_t>::max();
+        get(handle(), &value);
+        return value;
+    }
+
+    QString slowProfile() const
+    {
+        QFile file(m_folder.filePath(QStringLiteral("slow.json")));
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        file.write(R"({"extends": "everything", "devices": {"zoom": {"countsPerSecond": 100},
+                       "focus": {"countsPerSecond": 100}, "cover": {"moveSeconds": 60}}})");
+        return file.fileName();
+    }
+
+    QTemporaryDir m_folder;
+    std::shared_ptr<emulator::Camera> m_camera;
+};
