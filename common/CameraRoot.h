@@ -13,6 +13,7 @@
 class CameraCapabilitiesModel;
 class CapabilityBlock;
 class QObject;
+class SetupGeneralModel;
 class ZvtCameraModel;
 
 /// What a model may ask of the root of its camera's tree. GUI thread only.
@@ -46,6 +47,10 @@ public:
 
     /// What this camera can do. Not to be called from the constructor of a sub-model: the root may build it later.
     virtual CameraCapabilitiesModel *cameraCapabilitiesModel() = 0;
+
+    /// The general setup with the presets, as last read; never null. Not to be called from the constructor of a
+    /// sub-model either.
+    virtual SetupGeneralModel *setupGeneralModel() = 0;
 
     /// Bit n set: preset n holds a non-uniformity correction.
     virtual uint8_t hasNucMask() = 0;

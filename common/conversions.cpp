@@ -87,6 +87,13 @@ QDateTime IrigStringToDateTime(const QString &text)
     return QDateTime(QDate(-1, month, day), clock);
 }
 
+QDateTime dateTimeOfFileTime(uint64_t time100ns)
+{
+    constexpr uint64_t unitsPerMillisecond = 10'000;
+    const QDateTime epoch(QDate(1601, 1, 1), QTime(0, 0), Qt::UTC);
+    return epoch.addMSecs(static_cast<qint64>(time100ns / unitsPerMillisecond));
+}
+
 hlx::CDateTime IrigTimeToDateTime(const QDateTime &time)
 {
     const QTime clock = time.time();

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QString>
 
+#include <cstdint>
 #include <initializer_list>
 
 #include "hlx/CDateTime.h"
@@ -37,6 +38,9 @@ QString DateTimeToIrigString(const QDateTime &time);
 /// out of its range, or a sixth field, makes the result invalid. The part behind the point is a plain number of
 /// milliseconds: ".5" are 5 ms.
 QDateTime IrigStringToDateTime(const QString &text);
+
+/// The time of a file on the camera, in UTC, from units of 100 ns since the year 1601.
+QDateTime dateTimeOfFileTime(uint64_t time100ns);
 
 /// The framework's form of a time of the year, in the framework's year 0, which stands for no year.
 hlx::CDateTime IrigTimeToDateTime(const QDateTime &time);

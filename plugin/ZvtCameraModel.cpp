@@ -2,6 +2,7 @@
 
 #include "common/TInvokeEvent.h"
 #include "common/formatting.h"
+#include "common/identity.h"
 #include "common/presets.h"
 #include "common/reading.h"
 #include "common/setters.h"
@@ -20,7 +21,6 @@ namespace
 {
 
 constexpr uint32_t shortNameSize = 64;
-constexpr uint32_t modelNameSize = 128;
 constexpr uint32_t nucNameSize = 256;
 
 /// Remembers a setting: at once for this process, and on disk from a thread of the pool, since a start must not wait
@@ -42,6 +42,7 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     if (m_controller) {
         m_controller->AddValueChanged(valueChangedDelegate());
         m_cameraCapabilitiesModel.configure();
+        m_setupGeneralModel.refresh();
         if (Self::connected())
             Self::updateHasNucMask();
     }
@@ -49,6 +50,8 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     m_statusTabModel = new StatusTabModel(this);
     if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
         setManufacturingMode(true);
+    QObject::connect(&m_cameraState, &CameraStateModel::loadingChanged, this,
+                     &Self::refreshUponCameraStateNoLongerLoading);
 }
 
 ZvtCameraModel::~ZvtCameraModel()
@@ -101,9 +104,9 @@ hlx::TSharedPtr<hlx::cam::IDevice> ZvtCameraModel::device() const
 
 // Identity
 
-QString ZvtCameraModel::model() const { return textOr<modelNameSize>({}, zvtGetCameraModel, handle()); }
+QString ZvtCameraModel::model() const { return readCameraModel(handle()); }
 
-QString ZvtCameraModel::serial() const { return textOr<shortNameSize>({}, zvtGetCameraSN, handle()); }
+QString ZvtCameraModel::serial() const { return readCameraSerial(handle()); }
 
 QString ZvtCameraModel::cameraTypeName() const
 {
@@ -176,7 +179,19 @@ void ZvtCameraModel::setManufacturingMode(bool manufacturingMode)
     announce(this, manufacturingMode, m_manufacturingMode, &Self::manufacturingModeChanged);
 }
 
-void ZvtCameraModel::refreshAllVisible() { m_statusTabModel->refresh(); }
+void ZvtCameraModel::refreshAllVisible()
+{
+    m_statusTabModel->refresh();
+    if (m_setupGeneralModel.visible())
+        m_setupGeneralModel.refresh();
+}
+
+// A load has changed nearly everything.
+void ZvtCameraModel::refreshUponCameraStateNoLongerLoading()
+{
+    if (!m_cameraState.loading())
+        refreshAllVisible();
+}
 
 uint ZvtCameraModel::integrateModifiersIntoKey(uint modifiers, uint keycode) const
 {

@@ -2,6 +2,10 @@
 
 #include "common/CameraCapabilitiesModel.h"
 #include "common/CameraRoot.h"
+#include "setup/SetupGeneralModel.h"
+#include "state/CameraStateModel.h"
+#include "status/AboutModel.h"
+#include "status/AdjustTimeModel.h"
 
 #include <QString>
 
@@ -28,7 +32,11 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(QString readoutName READ readoutName NOTIFY connectedChanged FINAL)
     Q_PROPERTY(QString detectorTypeName READ detectorTypeName NOTIFY connectedChanged FINAL)
 
+    Q_PROPERTY(SetupGeneralModel *setupGeneralModel READ setupGeneralModel CONSTANT FINAL)
+    Q_PROPERTY(CameraStateModel *cameraState READ cameraState CONSTANT FINAL)
+    Q_PROPERTY(AdjustTimeModel *adjustTime READ adjustTime CONSTANT FINAL)
     Q_PROPERTY(CameraCapabilitiesModel *cameraCapabilitiesModel READ cameraCapabilitiesModel CONSTANT FINAL)
+    Q_PROPERTY(AboutModel *aboutModel READ aboutModel CONSTANT FINAL)
 
     Q_PROPERTY(bool allowedToCloseController READ allowedToCloseController WRITE setAllowedToCloseController NOTIFY
                    allowedToCloseControllerChanged FINAL)
@@ -62,7 +70,11 @@ public:
     QString readoutName() const;
     QString detectorTypeName() const;
 
+    SetupGeneralModel *setupGeneralModel() override { return &m_setupGeneralModel; }
+    CameraStateModel *cameraState() { return &m_cameraState; }
+    AdjustTimeModel *adjustTime() { return &m_adjustTime; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_cameraCapabilitiesModel; }
+    AboutModel *aboutModel() { return &m_aboutModel; }
 
     bool allowedToCloseController() const { return m_allowedToCloseController; }
     void setAllowedToCloseController(bool allowed);
@@ -117,6 +129,9 @@ signals:
     void bb2TempChanged();
     void chamberProfileChanged();
 
+private slots:
+    void refreshUponCameraStateNoLongerLoading();
+
 private:
     using Self = ZvtCameraModel;
     using ValueChanged = hlx::cam::IController::ValueChanged;
@@ -133,9 +148,13 @@ private:
     // These two stand first: the sub-models may start reads from their constructors.
     hlx::TSharedPtr<hlx::cam::IZVTController> m_controller;
     const std::shared_ptr<CapabilityBlock> m_capabilities = std::make_shared<CapabilityBlock>();
+    CameraStateModel m_cameraState{this};
+    AdjustTimeModel m_adjustTime{this};
+    SetupGeneralModel m_setupGeneralModel{this};
     bool m_allowedToCloseController = true;
     bool m_manufacturingMode = false;
     CameraCapabilitiesModel m_cameraCapabilitiesModel{this};
+    AboutModel m_aboutModel{this};
     uint8_t m_hasNucMask = 0;
     const QString m_mfgTabVisibilityKey = QStringLiteral("zvtCamCtrlMfgTabVisibility");
     StatusTabModel *m_statusTabModel = nullptr;

@@ -3,6 +3,8 @@
 #include "common/FPASizeIntValidator.h"
 #include "common/ZvtModelTable.h"
 #include "plugin/ZvtCameraModel.h"
+#include "setup/SetupGeneralModel.h"
+#include "setup/ZvtCameraPresetModel.h"
 
 #include <QMetaType>
 #include <QtQml>
@@ -44,7 +46,9 @@ template <class Type> void registerCreatable(const char *name) { qmlRegisterType
 
 void registerTypes()
 {
+    registerUncreatable<ZvtCameraPresetModel>("ZvtCameraPresetModel", "Can only get through ZvtCameraModel");
     registerUncreatable<ZvtCameraModel>("ZvtCameraModel", "Can only get through controller plugin");
+    registerUncreatable<SetupGeneralModel>("SetupGeneralModel", "Can only get through controller plugin");
     registerCreatable<FPASizeIntValidator>("FPASizeIntValidator");
     registerCreatable<ZvtModelTable>("ZvtModelTable");
 }

@@ -43,7 +43,7 @@ void tst_RootTeardown::disconnectInTheMiddleOfAReadEndsIt()
     ZvtCameraModel root(rig.controller(), nullptr);
     CameraRig::settle();
     rig.gate().hold("controller.GetPresetSequencingMode");
-    root.refreshAllVisible();
+    root.statusTabModel()->refresh();
     QVERIFY(rig.gate().waitHeld("controller.GetPresetSequencingMode"));
     rig.camera().disconnect();
     rig.gate().release("*");

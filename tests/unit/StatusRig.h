@@ -13,6 +13,7 @@ struct Status {
         : rig(profile, connected), root(rig.controller(), nullptr), model(root.statusTabModel())
     {
         timer = model->findChild<QTimer *>(QStringLiteral("updateTimeTimer"));
+        CameraRig::settle(); // The root reads the general setup.
     }
 
     /// One turn of the timer, to its end. Gives the calls of its task.

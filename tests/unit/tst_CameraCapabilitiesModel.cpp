@@ -21,6 +21,7 @@ public:
     QMetaObject::Connection onConnectedChanged(const QObject *, std::function<void()>) override { return {}; }
     std::shared_ptr<CapabilityBlock> capabilities() const override { return m_block; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_capabilities; }
+    SetupGeneralModel *setupGeneralModel() override { return nullptr; }
     uint8_t hasNucMask() override { return 0; }
     void modifyHasNucMask(uint8_t, uint8_t) override { }
     void setPresetHasNuc(uint8_t, bool) override { }

@@ -479,6 +479,7 @@ void tst_ZvtCameraModel::rootStandsWithoutAController()
     QVERIFY(!root.cameraCapabilitiesModel()->hasSsd());
     CameraRig::settle();
     QCOMPARE(root.statusTabModel()->frameSize(), QString());
+    QVERIFY(root.setupGeneralModel()->hasRefreshed());
 }
 
 void tst_ZvtCameraModel::rootMayDieWhileAValueChangeIsPosted()

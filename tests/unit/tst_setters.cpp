@@ -205,6 +205,7 @@ void tst_setters::textIsWrittenAsUtf8()
 {
     CameraRig rig;
     ZvtCameraModel root(rig.controller(), nullptr);
+    CameraRig::settle(); // It reads the general setup.
     SettingsModel model;
     model.setParent(&root);
     const size_t mark = rig.gate().mark();
@@ -297,6 +298,7 @@ void tst_setters::setterFetchesTheHandleOfTheCameraAfresh()
 {
     CameraRig rig;
     ZvtCameraModel root(rig.controller(), nullptr);
+    CameraRig::settle(); // It reads the general setup.
     SettingsModel model;
     model.setParent(&root);
     const size_t mark = rig.gate().mark();

@@ -1,0 +1,205 @@
+#pragma once
+
+#include "common/Refresh.h"
+#include "common/presets.h"
+#include "setup/ZvtCameraPresetModel.h"
+
+#include <QObject>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <QStringList>
+
+#include <array>
+
+/// What holds for the camera as a whole in the setup: the order of the presets, the window on the detector, the lists
+/// of window sizes and factory calibrations, and the rate of the superframe. One read brings all of it together with
+/// the presets, and other tabs rely on what it brought. A read that fails shows: lists get shorter, numbers fall to 0.
+/// GUI thread only. (The header is long by the number of its settings and their record.)
+class SetupGeneralModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged)
+    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged)
+    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged)
+
+    Q_PROPERTY(ESEQUENCING_MODE sequencingMode READ sequencingMode WRITE setSequencingMode NOTIFY sequencingModeChanged)
+    Q_PROPERTY(
+        int sequencingModeIndex READ sequencingModeIndex WRITE setSequencingModeIndex NOTIFY sequencingModeChanged)
+    Q_PROPERTY(QStringList sequencingModeStrings READ sequencingModeStrings NOTIFY sequencingModeStringsChanged)
+    Q_PROPERTY(int activePreset READ activePreset WRITE setActivePreset NOTIFY activePresetChanged)
+    Q_PROPERTY(int numPresets READ numPresets NOTIFY numPresetsChanged)
+    Q_PROPERTY(int gigEPreset READ gigEPreset WRITE setGigEPreset NOTIFY gigEPresetChanged)
+    Q_PROPERTY(int videoPreset READ videoPreset WRITE setVideoPreset NOTIFY videoPresetChanged)
+
+    Q_PROPERTY(QStringList windowSizeStrings READ windowSizeStrings NOTIFY windowSizeStringsChanged)
+    Q_PROPERTY(int windowSizeIndex READ windowSizeIndex WRITE setWindowSizeIndex NOTIFY windowSizeIndexChanged)
+    Q_PROPERTY(bool isFactoryCalibrated READ isFactoryCalibrated NOTIFY isFactoryCalibratedChanged)
+    Q_PROPERTY(
+        QStringList factoryCalibrationStrings READ factoryCalibrationStrings NOTIFY factoryCalibrationStringsChanged)
+    Q_PROPERTY(QRect window READ window WRITE setWindow NOTIFY windowChanged)
+    Q_PROPERTY(QSize windowMaxSize READ windowMaxSize NOTIFY windowMaxSizeChanged)
+    Q_PROPERTY(QSize windowMinSize READ windowMinSize NOTIFY windowMinSizeChanged)
+    Q_PROPERTY(QPoint windowIncrement READ windowIncrement NOTIFY windowIncrementChanged)
+    Q_PROPERTY(bool canWindowCustom READ canWindowCustom NOTIFY canWindowCustomChanged)
+    Q_PROPERTY(bool canWindowCustomOffset READ canWindowCustomOffset NOTIFY canWindowCustomOffsetChanged)
+    Q_PROPERTY(bool selectedWindowSizeIsCustom READ selectedWindowSizeIsCustom NOTIFY selectedWindowSizeIsCustomChanged)
+
+    Q_PROPERTY(bool isLowCost READ isLowCost NOTIFY isLowCostChanged)
+    Q_PROPERTY(double superframeRate READ superframeRate WRITE setSuperframeRate NOTIFY superframeRateChanged)
+    Q_PROPERTY(QList<qreal> superframeRates READ superframeRates NOTIFY superframeRatesChanged)
+    Q_PROPERTY(
+        int superframeRateIndex READ superframeRateIndex WRITE setSuperframeRateIndex NOTIFY superframeRateIndexChanged)
+
+public:
+    /// How the presets follow one another. The camera's own numbers.
+    enum ESEQUENCING_MODE : int { SINGLE_PRESET = 0, SUPERFRAMING = 1, PRESET_SEQUENCING = 2 };
+    Q_ENUM(ESEQUENCING_MODE)
+
+    /// `parent` is never null: it also gets the presets as its children.
+    explicit SetupGeneralModel(QObject *parent);
+
+    bool refreshing() const { return m_refresh.refreshing(); }
+    bool hasRefreshed() const { return m_refresh.hasRefreshed(); } ///< Stays true from the first read on.
+    bool visible() const { return m_visible; } ///< A refresh of all that is on show reads it. Starts true.
+    void setVisible(bool visible);
+
+    ESEQUENCING_MODE sequencingMode() const { return m_sequencingMode; }
+    void setSequencingMode(ESEQUENCING_MODE mode); ///< Leaves the index alone.
+    int sequencingModeIndex() const { return m_sequencingModeIndex; } ///< -1 for a mode that is not on offer.
+    void setSequencingModeIndex(int index); ///< Signals twice, the first time with the old index.
+    QStringList sequencingModeStrings() const { return m_sequencingModeStrings; }
+    int activePreset() const { return m_activePreset; }
+    void setActivePreset(int preset);
+    int numPresets() const { return m_numPresets; } ///< 1 to 4.
+    int gigEPreset() const { return m_gigEPreset; } ///< 4 for all.
+    void setGigEPreset(int preset);
+    int videoPreset() const { return m_videoPreset; }
+    void setVideoPreset(int preset);
+
+    QStringList windowSizeStrings() const { return m_windowSizeStrings; } ///< The last one may stand for a free size.
+    int windowSizeIndex() const { return m_windowSizeIndex; }
+    void setWindowSizeIndex(int index);
+    bool isFactoryCalibrated() const { return m_isFactoryCalibrated; }
+    QStringList factoryCalibrationStrings() const { return m_factoryCalibrationStrings; } ///< The last one is none.
+    QRect window() const { return m_window; } ///< Pixels.
+    void setWindow(QRect window);
+    QSize windowMaxSize() const { return m_windowMaxSize; }
+    QSize windowMinSize() const { return m_windowMinSize; }
+    QPoint windowIncrement() const { return m_windowIncrement; } ///< Of widths and X offsets, heights and Y offsets.
+    bool canWindowCustom() const { return m_canWindowCustom; }
+    bool canWindowCustomOffset() const { return m_canWindowCustomOffset; }
+    bool selectedWindowSizeIsCustom() const { return m_selectedWindowSizeIsCustom; } ///< Of the operator's last choice.
+
+    bool isLowCost() const { return m_isLowCost; }
+    double superframeRate() const { return m_superframeRate; } ///< Hertz.
+    void setSuperframeRate(double hertz); ///< A rate on offer selects its row; any other goes to the camera as it is.
+    QList<qreal> superframeRates() const { return m_superframeRates; } ///< On offer, the highest first.
+    int superframeRateIndex() const { return m_superframeRateIndex; } ///< -1 for a rate of its own.
+    void setSuperframeRateIndex(int index);
+
+    Q_INVOKABLE void refresh();
+    /// A preset, null for a number outside 0 to 3. It exists also if the camera has fewer.
+    Q_INVOKABLE ZvtCameraPresetModel *ps(int index);
+    /// For whoever changes what frame rates depend on.
+    void partialRefreshAllPresets();
+
+signals:
+    void refreshingChanged();
+    void hasRefreshedChanged();
+    void visibleChanged();
+    void sequencingModeChanged();
+    void sequencingModeStringsChanged();
+    void activePresetChanged();
+    void numPresetsChanged();
+    void gigEPresetChanged();
+    void videoPresetChanged();
+    void windowSizeStringsChanged();
+    void windowSizeIndexChanged();
+    void isFactoryCalibratedChanged();
+    void factoryCalibrationStringsChanged();
+    void windowChanged();
+    void windowMaxSizeChanged();
+    void windowMinSizeChanged();
+    void windowIncrementChanged();
+    void canWindowCustomChanged();
+    void canWindowCustomOffsetChanged();
+    void selectedWindowSizeIsCustomChanged();
+    void isLowCostChanged();
+    void superframeRateChanged();
+    void superframeRatesChanged();
+    void superframeRateIndexChanged();
+
+private:
+    using Self = SetupGeneralModel;
+
+    static constexpr int allPresets = 4; ///< As a GigE preset.
+
+    /// What a read gives. A value that the camera did not give stays as it is here.
+    struct SetupGeneralResult {
+        QStringList windowSizeStrings;
+        QStringList factoryCalibrationStrings;
+        QStringList sequencingModeStrings;
+        int windowSizeIndex = -1;
+        int sequencingModeIndex = -1;
+        int superframeRateIndex = -1;
+        bool canWindowCustom = false;
+        bool canWindowCustomOffset = false;
+        bool isLowCost = false;
+        bool isFactoryCalibrated = false;
+        QRect window;
+        int numPresets = presetCount;
+        int activePreset = 0;
+        int gigEPreset = allPresets;
+        int videoPreset = 0;
+        QSize windowMinSize{0, 0};
+        QSize windowMaxSize{0, 0};
+        QPoint windowIncrement;
+        ESEQUENCING_MODE sequencingMode = SINGLE_PRESET;
+        QList<ESEQUENCING_MODE> sequencingModes;
+        double superframeRate = 0.0;
+        QList<qreal> superframeRates;
+        std::array<ZvtCameraPresetModel::PresetFullRefreshResult, presetCount> presets;
+
+        static SetupGeneralResult read(const CameraAccess &camera);
+        void readWindowSizes(const CameraAccess &camera);
+        void readCalibrations(const CameraAccess &camera);
+        void readWindow(const CameraAccess &camera);
+        void readSequencing(const CameraAccess &camera);
+        void readSuperframe(const CameraAccess &camera);
+    };
+
+private slots:
+    void finishedWatcher();
+
+private:
+    void publishWindow(const SetupGeneralResult &result);
+    void publishSequence(const SetupGeneralResult &result);
+
+    bool m_visible = true;
+    std::array<ZvtCameraPresetModel *, presetCount> m_presets{}; ///< The parent's, not this model's, to delete.
+    QStringList m_windowSizeStrings;
+    QStringList m_factoryCalibrationStrings;
+    QStringList m_sequencingModeStrings;
+    QList<ESEQUENCING_MODE> m_sequencingModes; ///< Row for row those of m_sequencingModeStrings.
+    int m_windowSizeIndex = -1;
+    ESEQUENCING_MODE m_sequencingMode = SINGLE_PRESET;
+    int m_sequencingModeIndex = -1;
+    int m_superframeRateIndex = -1;
+    bool m_canWindowCustom = false;
+    bool m_canWindowCustomOffset = false;
+    bool m_isLowCost = false;
+    bool m_isFactoryCalibrated = false;
+    QRect m_window;
+    QSize m_windowMinSize{0, 0};
+    QSize m_windowMaxSize{0, 0};
+    QPoint m_windowIncrement;
+    int m_numPresets = presetCount;
+    int m_activePreset = 0;
+    int m_gigEPreset = allPresets;
+    int m_videoPreset = 0;
+    double m_superframeRate = 0.0;
+    QList<qreal> m_superframeRates;
+    bool m_selectedWindowSizeIsCustom = false;
+    Refresh<Self, SetupGeneralResult> m_refresh{this, &Self::finishedWatcher, Form::RefreshingOnly};
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+
+/// A state that the camera keeps.
+class CameraStateEntry : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString name READ name CONSTANT)
+    Q_PROPERTY(QDateTime date READ date CONSTANT)
+
+public:
+    CameraStateEntry(QString name, QDateTime date, QObject *parent);
+
+    QString name() const { return m_name; }
+    QDateTime date() const { return m_date; } ///< When it was saved, in UTC.
+
+private:
+    const QString m_name;
+    const QDateTime m_date;
+};

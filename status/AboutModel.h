@@ -1,0 +1,64 @@
+#pragma once
+
+#include "common/Refresh.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QUrl>
+
+#include <cstdint>
+#include <utility>
+
+#include "hlxui/ObjectListModel.h"
+
+/// What the camera says about itself, as rows of a name and a value, and the text file of them. GUI thread only.
+class AboutModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged)
+    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged)
+    Q_PROPERTY(ObjectListModel *nameValueListModel READ nameValueListModel NOTIFY nameValueListModelChanged)
+    Q_PROPERTY(QUrl lastDirectory READ lastDirectory WRITE setLastDirectory NOTIFY lastDirectoryChanged)
+
+public:
+    explicit AboutModel(QObject *parent);
+
+    bool refreshing() const { return m_refresh.refreshing(); } ///< True until the first read has ended.
+    bool hasRefreshed() const { return m_refresh.hasRefreshed(); }
+    ObjectListModel *nameValueListModel() { return &m_nameValueListModel; } ///< Of AboutItemModel.
+
+    /// Where the operator keeps such files; the home directory until told otherwise. It is not remembered.
+    QUrl lastDirectory();
+    void setLastDirectory(const QUrl &directory); ///< Signals in any case. An invalid one means the home directory.
+
+    /// Reads the rows anew; of two reads at once the later one is published.
+    Q_INVOKABLE void refresh();
+    /// Writes the rows to a file, named by a URL, with line ends of CR LF. False if it cannot be opened.
+    Q_INVOKABLE bool saveTextFile(const QString &filenameWithPath);
+
+signals:
+    void refreshingChanged();
+    void hasRefreshedChanged();
+    void nameValueListModelChanged();
+    void lastDirectoryChanged();
+
+private:
+    using Self = AboutModel;
+
+    /// Name and value of each row, in the order of the list.
+    struct Rows : QList<std::pair<QString, QString>> {
+        static Rows read(const CameraAccess &camera);
+        void readNames(uint64_t handle);
+        void readOperatingTime(uint64_t handle);
+        void readExtraInfo(uint64_t handle);
+    };
+
+private slots:
+    void finishedWatcher();
+
+private:
+    ObjectListModel m_nameValueListModel{true};
+    QUrl m_lastDirectory;
+    Refresh<Self, Rows> m_refresh{this, &Self::finishedWatcher, Form::Unguarded};
+};
