@@ -19,6 +19,9 @@ set(ZVT_QML_FILES
     controls/SubsectionHeaderLabel.qml
     controls/WrappingButton.qml
     controls/WrappingCheckBox.qml
+    dialogs/AboutDialog.qml
+    dialogs/AdjustTimeDialog.qml
+    dialogs/CameraStateDialog.qml
     dialogs/ConfirmationDialog.qml
     dialogs/GenericMessageDialog.qml
     dialogs/InformationDialog.qml

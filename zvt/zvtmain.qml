@@ -56,8 +56,12 @@ Item {
     readonly property bool _standaloneConnected: _standaloneModel?.connected ?? false
     readonly property bool _connecting: _standaloneModel?.connecting ?? false
     readonly property bool _disconnecting: _standaloneModel?.disconnecting ?? false
-    readonly property bool _loadingState: cameraStateExists() && cameraModel.cameraState.loading
-    readonly property bool _savingState: cameraStateExists() && cameraModel.cameraState.saving
+    readonly property bool _connected: safeGetConnected()
+    readonly property bool _manufacturing: cameraModel?.manufacturingMode ?? false
+    readonly property var _cameraState: cameraStateExists() ? cameraModel.cameraState : null
+    readonly property bool _stateNameKnown: Boolean(_cameraState?.currentStateName) && !_cameraState.refreshing
+    readonly property bool _loadingState: _cameraState?.loading ?? false
+    readonly property bool _savingState: _cameraState?.saving ?? false
     readonly property bool _busy: _standalone ? _connecting || _disconnecting : _loadingState || _savingState
     property bool _fakeOverlayShown
 
@@ -94,6 +98,11 @@ Item {
     height: 480
     enabled: !_loadingState && !_fakeOverlayShown
     focus: true
+    // A popup that closes leaves the keys to nobody.
+    Window.onActiveFocusItemChanged: {
+        if (visible && Window.activeFocusItem === Window.contentItem)
+            forceActiveFocus()
+    }
     Keys.onPressed: event => {
         event.accepted = _isRefreshHotkey(event)
         if (event.accepted) {
@@ -155,6 +164,21 @@ Item {
             text: barButton.toolTip
             palette: root.palette
             font.pixelSize: root.hintSize
+        }
+    }
+
+    // An action of the configuration menu, which it closes.
+    component ActionButton: WrappingButton {
+        signal chosen
+
+        Layout.fillWidth: true
+        // The longest name of a state takes three rows in the smallest letters.
+        implicitHeight: root.rowHeight * Math.ceil(text.length / 80)
+        clip: true
+        enabled: root._connected
+        onClicked: {
+            configurationPopup.close()
+            chosen()
         }
     }
 
@@ -426,15 +450,81 @@ Item {
                 onActivated: root._standaloneModel.controllerIndex = currentIndex
             }
 
-            Label {
-                visible: !configurationPopup.hasControllerChoice
-                Layout.fillWidth: true
-                //: In place of the actions of the configuration menu
-                text: qsTr("No actions available.")
-                color: root.dimTextColor
-                wrapMode: Text.Wrap
+            ActionButton {
+                //: %1 is a name
+                text: root._stateNameKnown ? qsTr("Save State (%1)").arg(root._cameraState.currentStateName)
+                                           : qsTr("Save State")
+                enabled: root._connected && (root._cameraState?.canSaveState ?? false)
+                onChosen: root._cameraState.saveState()
+            }
+
+            ActionButton {
+                text: qsTr("Save State As")
+                onChosen: cameraStateDialog.show("save")
+            }
+
+            ActionButton {
+                text: qsTr("Load State")
+                onChosen: cameraStateDialog.show("load")
+            }
+
+            ActionButton {
+                text: qsTr("Manage States")
+                onChosen: cameraStateDialog.show("manage")
+            }
+
+            ActionButton {
+                text: qsTr("Load Factory Defaults")
+                onChosen: root._cameraState.loadFactoryDefaults()
+            }
+
+            // For the maker's people, and not translated.
+            ActionButton {
+                visible: root._manufacturing
+                text: "Save Factory Defaults"
+                onChosen: root._cameraState.saveFactoryDefaults()
+            }
+
+            ActionButton {
+                visible: root._manufacturing
+                text: "Load Hard Defaults"
+                onChosen: root._cameraState.loadHardDefaults()
+            }
+
+            ActionButton {
+                text: qsTr("Adjust Time")
+                onChosen: adjustTimeDialog.open()
+            }
+
+            ActionButton {
+                text: qsTr("About")
+                onChosen: aboutDialog.open()
             }
         }
+    }
+
+    CameraStateDialog {
+        id: cameraStateDialog
+
+        function show(forMode: string) {
+            stateModel.refresh()
+            mode = forMode
+            open()
+        }
+
+        stateModel: root._cameraState
+    }
+
+    AdjustTimeDialog {
+        id: adjustTimeDialog
+
+        timeModel: cameraModel?.adjustTime ?? null
+    }
+
+    AboutDialog {
+        id: aboutDialog
+
+        aboutModel: cameraModel?.aboutModel ?? null
     }
 
     CameraFinderPopup {

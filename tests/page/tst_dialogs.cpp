@@ -19,6 +19,9 @@ private slots:
     void anInformationIsAccepted();
     void anInformationStaysUntilItIsClosed();
     void aLongInformationFitsTheWindow();
+    void aWrappedTextIsShownWhole();
+    void textsAreTakenAsTheyAre();
+    void escapeClosesTheUppermostDialog();
     void dialogsAreDarkAndHangOnTheOverlay_data();
     void dialogsAreDarkAndHangOnTheOverlay();
     void thePickerHasTwoAndThirtyColumns();
@@ -197,6 +200,42 @@ void tst_dialogs::aLongInformationFitsTheWindow()
     QTRY_VERIFY(text->mapToScene({0, 0}).y() < top);
     driver.press(Qt::Key_Up);
     QTRY_COMPARE(text->mapToScene({0, 0}).y(), top);
+}
+
+void tst_dialogs::aWrappedTextIsShownWhole()
+{
+    PageDriver driver;
+    const QString text = QStringLiteral("A sentence that goes on for more than one line. ").repeated(6);
+    QVERIFY(open(driver, QStringLiteral("GenericMessageDialog { text: \"%1\" }").arg(text)));
+    driver.settle();
+    const QQuickItem *label = driver.findText(text);
+    QVERIFY(label->property("lineCount").toInt() > 3);
+    QVERIFY(label->mapToScene({0, label->height()}).y() < driver.find("OK")->mapToScene({0, 0}).y());
+}
+
+void tst_dialogs::textsAreTakenAsTheyAre()
+{
+    PageDriver driver;
+    const QString text = QStringLiteral("Delete <b>runway</b> & more?");
+    QVERIFY(open(driver, QStringLiteral("ConfirmationDialog { text: \"%1\" }").arg(text)));
+    const QQuickItem *label = driver.findText(text);
+    QQuickItem *plain = qobject_cast<QQuickItem *>(
+        driver.create("Text { font.pixelSize: root.textSize; textFormat: Text.PlainText }", {{"text", text}}));
+    QCOMPARE(label->property("contentWidth").toDouble(), plain->property("contentWidth").toDouble());
+}
+
+void tst_dialogs::escapeClosesTheUppermostDialog()
+{
+    PageDriver driver;
+    const QObject *lower = open(driver, "InformationDialog { text: \"Below\" }");
+    QVERIFY(lower);
+    const QObject *upper = open(driver, "ConfirmationDialog { text: \"Above\" }");
+    QVERIFY(upper);
+    driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(isClosed(upper));
+    QVERIFY(isOpen(lower));
+    driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(isClosed(lower));
 }
 
 void tst_dialogs::dialogsAreDarkAndHangOnTheOverlay_data()

@@ -127,6 +127,20 @@ void PageDriver::click(const QString &name)
 
 void PageDriver::press(Qt::Key key, Qt::KeyboardModifiers modifiers) { QTest::keyClick(&m_window, key, modifiers); }
 
+void PageDriver::type(const QString &text)
+{
+    for (const QChar character : text)
+        QTest::keyClick(&m_window, character.toLatin1());
+}
+
+void PageDriver::choose(const QString &action)
+{
+    click(QStringLiteral("Configuration"));
+    QVERIFY(QTest::qWaitFor([&] { return find(action) != nullptr; }));
+    awaitFrame();
+    click(action);
+}
+
 QObject *PageDriver::create(const QString &qml, const QVariantMap &properties)
 {
     const QString imports
@@ -158,6 +172,11 @@ void PageDriver::poll()
 void PageDriver::settle()
 {
     CameraRig::settle();
+    awaitFrame();
+}
+
+void PageDriver::awaitFrame()
+{
     // Layouts take their places with the next frame.
     QSignalSpy frames(&m_window, &QQuickWindow::frameSwapped);
     m_window.update();

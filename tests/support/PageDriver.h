@@ -57,6 +57,10 @@ public:
     void click(QQuickItem *item);
     void click(const QString &name);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Types into what has the focus.
+    void type(const QString &text);
+    /// Opens the configuration menu and clicks the action of this name. Waits for no task.
+    void choose(const QString &action);
 
     /// Makes a further object as a part of the page, which sees what the page's own parts see; imports are as in
     /// zvtmain.qml. An item lies over the page. It lives until the page dies.
@@ -66,6 +70,8 @@ public:
     void poll();
     /// Waits until nothing runs any more and everything is shown.
     void settle();
+    /// Waits until layouts have taken their places, while tasks may still run.
+    void awaitFrame();
     QImage grab() { return m_window.grabWindow(); }
 
     /// The host lets go of the camera before the page.

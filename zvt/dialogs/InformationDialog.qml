@@ -2,18 +2,23 @@ import QtQuick
 import QtQuick.Controls
 import "../controls"
 
-// A text with one button, which accepts the dialog. It does not go away by itself; Esc closes it without accepting. A
-// text that is longer than the window scrolls, by the arrow keys too.
+// The frame of all dialogs: modal, in the middle of the window, no larger than it, and not going away by itself. Esc
+// rejects it. As it stands it shows a text with one button, which accepts it; other dialogs bring a content and buttons
+// of their own. A content that is longer than the window scrolls, by the arrow keys too.
 Dialog {
     id: dialog
 
     property string text
     //: Closes a dialog
     property string buttonText: qsTr("Close")
+    // In place of the one button.
+    property alias buttons: buttonRow.data
+    property Item initialFocus: closeButton
+    property int fullWidth: 440
 
     parent: Overlay.overlay
     anchors.centerIn: parent
-    width: Math.min(440, (parent?.width ?? 440) - 32)
+    width: Math.min(fullWidth, (parent?.width ?? fullWidth) - 32)
     height: Math.min(implicitHeight, (parent?.height ?? implicitHeight) - 32)
     modal: true
     focus: true
@@ -21,7 +26,7 @@ Dialog {
     padding: 16
     palette: root.palette
     font.pixelSize: root.textSize
-    onAboutToShow: closeButton.forceActiveFocus(Qt.TabFocusReason)
+    onAboutToShow: initialFocus.forceActiveFocus(Qt.TabFocusReason)
 
     Overlay.modal: Rectangle {
         color: root.shadeColor
@@ -34,6 +39,7 @@ Dialog {
     header: Label {
         visible: text !== ""
         text: dialog.title
+        textFormat: Text.PlainText
         font.pixelSize: root.titleSize
         font.weight: Font.DemiBold
         color: root.strongTextColor
@@ -42,30 +48,49 @@ Dialog {
         rightPadding: 16
         topPadding: 16
     }
+    // Without ids, so that it is not made where another content takes its place.
     contentItem: ScrollView {
         contentWidth: availableWidth
+        // The view does not notice by itself that a text wraps.
+        contentHeight: contentChildren[0].implicitHeight
         ScrollBar.vertical.policy: contentHeight > availableHeight ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
 
         Label {
             width: parent.width
             rightPadding: 12
             text: dialog.text
+            // Names of states and files are part of some texts.
+            textFormat: Text.PlainText
             color: root.textColor
             wrapMode: Text.Wrap
         }
     }
     footer: Item {
-        implicitHeight: closeButton.implicitHeight + 16
+        implicitHeight: root.rowHeight + 16
 
-        Keys.onEscapePressed: dialog.reject()
-        Keys.onUpPressed: dialog.contentItem.ScrollBar.vertical.decrease()
-        Keys.onDownPressed: dialog.contentItem.ScrollBar.vertical.increase()
+        Keys.onUpPressed: dialog.contentItem.ScrollBar.vertical?.decrease()
+        Keys.onDownPressed: dialog.contentItem.ScrollBar.vertical?.increase()
+
+        Shortcut {
+            sequence: "Escape"
+            enabled: dialog.visible
+            onActivated: dialog.reject()
+        }
+
+        Row {
+            id: buttonRow
+
+            anchors.right: parent.right
+            anchors.rightMargin: 16
+            spacing: 8
+        }
 
         WrappingButton {
             id: closeButton
 
             anchors.right: parent.right
             anchors.rightMargin: 16
+            visible: buttonRow.children.length === 0
             width: Math.max(88, implicitWidth)
             text: dialog.buttonText
             onClicked: dialog.accept()
