@@ -6,6 +6,7 @@ set(ZVT_QML_FILES
     controls/BatchDownloadEntryProgressBar.qml
     controls/CorrectionTabPresetNumberLabel.qml
     controls/FocusIndicator.qml
+    controls/FrameRateComboBox.qml
     controls/LongLeftArrow.qml
     controls/LongRightArrow.qml
     controls/MaxFrameRateButton.qml
@@ -20,11 +21,15 @@ set(ZVT_QML_FILES
     controls/WrappingButton.qml
     controls/WrappingCheckBox.qml
     dialogs/AboutDialog.qml
+    dialogs/AddLensStateDialog.qml
     dialogs/AdjustTimeDialog.qml
     dialogs/CameraStateDialog.qml
+    dialogs/ConfirmDeleteLensStateDialog.qml
     dialogs/ConfirmationDialog.qml
+    dialogs/EditNearFarPositions.qml
     dialogs/GenericMessageDialog.qml
     dialogs/InformationDialog.qml
+    dialogs/RenameLensStateDialog.qml
     icons/BatchDownloadProgressItemIcon.qml
     popups/VideoPaletteColorPicker.qml)
 set(ZVT_RESOURCE_FILES

@@ -1,0 +1,289 @@
+#include "tests/page/FrameRateBox.h"
+#include "tests/support/PageDriver.h"
+#include "tests/support/Test.h"
+
+#include <QColor>
+#include <QQmlListReference>
+
+using namespace rateBox;
+
+class tst_FrameRateComboBox : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void showsOneTextAndSelectsAnother();
+    void anIndexBringsItsText();
+    void aReplacedListLeavesTextAndIndex();
+    void aRowIsShownUnderItsNewName();
+    void enterCommits_data();
+    void enterCommits();
+    void theLossOfFocusCommitsWhatWasTyped();
+    void theLossOfFocusCommitsNothingElse_data();
+    void theLossOfFocusCommitsNothingElse();
+    void aRefusedTextGivesWay();
+    void aReadDoesNotDisturbTyping();
+    void escapeTakesBackWhatWasTyped();
+    void theUpdateMarkRunsItsCourse();
+    void theUpdateMarkStartsAnew();
+    void theUpdateMarkStaysUnderThePointer();
+
+private:
+    static QQuickItem *mark(const QQuickItem *box) { return box->findChild<QQuickItem *>("updateMark"); }
+    static QObject *fade(const QQuickItem *box) { return box->findChild<QObject *>("updateFade"); }
+    static QColor colour(const QObject *item) { return item->property("color").value<QColor>(); }
+};
+
+void tst_FrameRateComboBox::showsOneTextAndSelectsAnother()
+{
+    PageDriver driver;
+    RateFake rate;
+    rate.text = "1.250000";
+    const QQuickItem *box = create(driver, rate);
+    QCOMPARE(shown(box), "1.250000");
+    QCOMPARE(box->property("currentText").toString(), "120.00");
+    rate.editable = false;
+    emit rate.changed();
+    QCOMPARE(shown(box), "120.00");
+    QVERIFY(field(box)->property("readOnly").toBool());
+    rate.editable = true;
+    rate.text = "2.500000";
+    emit rate.changed();
+    QCOMPARE(shown(box), "2.500000");
+}
+
+void tst_FrameRateComboBox::anIndexBringsItsText()
+{
+    PageDriver driver;
+    RateFake rate;
+    const QQuickItem *box = create(driver, rate);
+    rate.index = 2;
+    emit rate.changed();
+    QCOMPARE(box->property("currentText").toString(), "60.00");
+    // No row, or one that is not there, brings no text.
+    for (const int index : {-1, 2, 7}) {
+        rate.index = index;
+        emit rate.changed();
+        QCOMPARE(box->property("currentText").toString(), "60.00");
+        QCOMPARE(box->property("currentIndex").toInt(), index);
+    }
+}
+
+void tst_FrameRateComboBox::aReplacedListLeavesTextAndIndex()
+{
+    PageDriver driver;
+    RateFake rate;
+    rate.editable = false;
+    const QQuickItem *box = create(driver, rate);
+    for (const QStringList &rows : {QStringList{"180.25", "120.00", "60.00"}, QStringList{"180.25"}, QStringList{},
+                                    QStringList{"180.25", "120.00", "60.00", "30.00"}}) {
+        rate.rows = rows;
+        emit rate.changed();
+        QCOMPARE(shown(box), "120.00");
+        QCOMPARE(box->property("currentIndex").toInt(), 1);
+    }
+    // The same for a text that was typed.
+    rate.editable = true;
+    emit rate.changed();
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, "99");
+    driver.press(Qt::Key_Return);
+    rate.rows = QStringList{"170.00", "110.00"};
+    emit rate.changed();
+    QCOMPARE(box->property("currentText").toString(), "99");
+}
+
+void tst_FrameRateComboBox::aRowIsShownUnderItsNewName()
+{
+    PageDriver driver;
+    RateFake rate;
+    rate.editable = false;
+    const QQuickItem *box = create(driver, rate);
+    rate.rows = QStringList{"170.00", "110.00"};
+    emit rate.changed();
+    QCOMPARE(shown(box), "110.00");
+}
+
+void tst_FrameRateComboBox::enterCommits_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+}
+
+void tst_FrameRateComboBox::enterCommits()
+{
+    QFETCH(const Qt::Key, key);
+    PageDriver driver;
+    RateFake rate;
+    rate.answer = "101.12";
+    const QQuickItem *box = create(driver, rate);
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    // What is typed replaces what stood there.
+    type(driver, "101.1");
+    QCOMPARE(rate.calls, QStringList());
+    driver.press(key);
+    QCOMPARE(rate.calls, QStringList("take 101.1"));
+    QCOMPARE(box->property("currentText").toString(), "101.1");
+    // The camera's answer stands in the field.
+    QCOMPARE(shown(box), "101.12");
+    driver.press(Qt::Key_Tab);
+    QVERIFY(!box->hasActiveFocus());
+    QCOMPARE(rate.calls.size(), 1);
+}
+
+void tst_FrameRateComboBox::theLossOfFocusCommitsWhatWasTyped()
+{
+    PageDriver driver;
+    RateFake rate;
+    rate.answer = "99.00";
+    QQuickItem *box = create(driver, rate);
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, "99");
+    driver.press(Qt::Key_Tab);
+    QCOMPARE(rate.calls, QStringList("take 99"));
+    QCOMPARE(shown(box), "99.00");
+    // A section that is disabled for a read takes the focus away, too.
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, "88");
+    box->setEnabled(false);
+    QCOMPARE(rate.calls.constLast(), "take 88");
+    // What was typed before is typed once more, while the camera shows something else.
+    box->setEnabled(true);
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    driver.press(Qt::Key_A, Qt::ControlModifier);
+    type(driver, "88");
+    driver.press(Qt::Key_Tab);
+    QCOMPARE(rate.calls.size(), 3);
+}
+
+void tst_FrameRateComboBox::theLossOfFocusCommitsNothingElse_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("nothing was typed") << QString();
+    QTest::newRow("the same was typed") << "120.00";
+}
+
+void tst_FrameRateComboBox::theLossOfFocusCommitsNothingElse()
+{
+    QFETCH(const QString, typed);
+    PageDriver driver;
+    RateFake rate;
+    // Who only passes through does not send a rounded value to the camera.
+    rate.text = typed.isEmpty() ? "120.12" : "120.00";
+    const QQuickItem *box = create(driver, rate);
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, typed);
+    driver.press(Qt::Key_Tab);
+    QVERIFY(!box->hasActiveFocus());
+    QCOMPARE(rate.calls, QStringList());
+}
+
+void tst_FrameRateComboBox::aRefusedTextGivesWay()
+{
+    PageDriver driver;
+    RateFake rate;
+    const QQuickItem *box = create(driver, rate);
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, "fast");
+    driver.press(Qt::Key_Return);
+    QCOMPARE(rate.calls, QStringList("take fast"));
+    QCOMPARE(shown(box), "120.00");
+}
+
+void tst_FrameRateComboBox::aReadDoesNotDisturbTyping()
+{
+    PageDriver driver;
+    RateFake rate;
+    const QQuickItem *box = create(driver, rate);
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, "9");
+    rate.text = "119.99";
+    emit rate.changed();
+    QCOMPARE(shown(box), "9");
+    // Unless there is nothing to be typed any more.
+    rate.editable = false;
+    emit rate.changed();
+    QCOMPARE(shown(box), "120.00");
+    driver.press(Qt::Key_Tab);
+    QCOMPARE(rate.calls, QStringList());
+}
+
+void tst_FrameRateComboBox::escapeTakesBackWhatWasTyped()
+{
+    PageDriver driver;
+    RateFake rate;
+    const QQuickItem *box = create(driver, rate);
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, "99");
+    driver.press(Qt::Key_Escape);
+    QCOMPARE(shown(box), "120.00");
+    driver.press(Qt::Key_Tab);
+    QCOMPARE(rate.calls, QStringList());
+}
+
+void tst_FrameRateComboBox::theUpdateMarkRunsItsCourse()
+{
+    PageDriver driver;
+    RateFake rate;
+    QQuickItem *box = create(driver, rate);
+    QVERIFY(!mark(box)->isVisible());
+    QMetaObject::invokeMethod(box, "showFadingIntWidthUpdatedIndicator");
+    QVERIFY(
+        driver.find("The integration time has been updated. It may have been adjusted to the nearest valid value."));
+    QCOMPARE(colour(mark(box)), QColor("white"));
+    QVERIFY(fade(box)->property("running").toBool());
+
+    QQmlListReference steps(fade(box), "animations");
+    const auto duration = [&steps](int step) { return steps.at(step)->property("duration").toInt(); };
+    const auto to = [&steps](int step) { return steps.at(step)->property("to").value<QColor>(); };
+    QCOMPARE(steps.count(), 5);
+    QCOMPARE(duration(0), 1500);
+    QCOMPARE(duration(1), 1100);
+    QCOMPARE(to(1), QColor("#666666"));
+    QCOMPARE(duration(2), 4000);
+    QCOMPARE(duration(3), 600);
+    QCOMPARE(to(3), QColor("transparent"));
+    QMetaObject::invokeMethod(fade(box), "complete");
+    QCOMPARE(colour(mark(box)), QColor("transparent"));
+    QVERIFY(!mark(box)->isVisible());
+}
+
+void tst_FrameRateComboBox::theUpdateMarkStartsAnew()
+{
+    PageDriver driver;
+    RateFake rate;
+    QQuickItem *box = create(driver, rate);
+    QMetaObject::invokeMethod(box, "showFadingIntWidthUpdatedIndicator");
+    QMetaObject::invokeMethod(fade(box), "pause");
+    mark(box)->setProperty("color", QColor("#666666"));
+    QMetaObject::invokeMethod(box, "showFadingIntWidthUpdatedIndicator");
+    QCOMPARE(colour(mark(box)), QColor("white"));
+    QVERIFY(fade(box)->property("running").toBool());
+    QVERIFY(!fade(box)->property("paused").toBool());
+}
+
+void tst_FrameRateComboBox::theUpdateMarkStaysUnderThePointer()
+{
+    PageDriver driver;
+    RateFake rate;
+    QQuickItem *box = create(driver, rate);
+    QMetaObject::invokeMethod(box, "showFadingIntWidthUpdatedIndicator");
+    driver.settle();
+    mark(box)->setProperty("color", QColor("#666666"));
+    const QPointF middle = mark(box)->mapToScene({mark(box)->width() / 2, mark(box)->height() / 2});
+    QTest::mouseMove(&driver.window(), middle.toPoint());
+    QTRY_VERIFY(!fade(box)->property("running").toBool());
+    QCOMPARE(colour(mark(box)), QColor("white"));
+    // A further answer while the pointer rests there does not start it either.
+    QMetaObject::invokeMethod(box, "showFadingIntWidthUpdatedIndicator");
+    QVERIFY(!fade(box)->property("running").toBool());
+    QVERIFY(mark(box)->isVisible());
+    QTest::mouseMove(&driver.window(), {600, 460});
+    QTRY_VERIFY(fade(box)->property("running").toBool());
+    QCOMPARE(colour(mark(box)), QColor("white"));
+}
+
+ZVT_TEST(tst_FrameRateComboBox)
+#include "moc_FrameRateBox.cpp"
+#include "tst_FrameRateComboBox.moc"

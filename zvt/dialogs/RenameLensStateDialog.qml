@@ -1,0 +1,12 @@
+// Asks for another name of a lens state.
+AddLensStateDialog {
+    property string currentName
+
+    function save(name: string) {
+        tabModel.renameLensState(currentName, name)
+    }
+
+    //: Title of a dialog
+    title: qsTr("Rename Lens State")
+    presetName: currentName
+}
