@@ -20,6 +20,20 @@ enum class Form {
     NewestOnly ///< The same with neither flag, for a poll or a write beside a model's other reads.
 };
 
+/// Reads a Result on a thread of the global pool, beside the caller, which may be a task itself. An exception would end
+/// the program when somebody asks for the result; it counts as a read in which all failed. Any thread.
+template <class Result, class Task> QFuture<Result> launchRead(Task task, const CameraAccess &camera)
+{
+    return QtConcurrent::run([task = std::move(task), camera]() -> Result {
+        try {
+            return task(camera);
+        } catch (const std::exception &error) {
+            qWarning("a read of the camera ended early: %s", error.what());
+            return Result{};
+        }
+    });
+}
+
 /// The refresh contract: reads a Result on a thread of the global pool and brings it to the model's finished slot on
 /// the GUI thread. Owns the watcher and the flags `refreshing` and `hasRefreshed`, and emits the model's signals
 /// `refreshingChanged` and `hasRefreshedChanged`, as far as it has them.
@@ -70,11 +84,19 @@ public:
     /// The second half of start(): the task itself.
     template <class Task> void run(Task task)
     {
+        follow(launchRead<Result>(std::move(task), CameraAccess::of(m_model)));
+    }
+
+    /// In place of run(): the read runs already, since another task has launched it.
+    void follow(const QFuture<Result> &read)
+    {
         Q_ASSERT(!m_inFlight || m_form == Form::Unguarded || m_form == Form::NewestOnly);
         m_inFlight = true;
-        const auto camera = CameraAccess::of(m_model);
-        m_watcher.setFuture(QtConcurrent::run([task = std::move(task), camera] { return call(task, camera); }));
+        m_watcher.setFuture(read);
     }
+
+    /// The read that was started last, for a task that must know whether it still runs.
+    QFuture<Result> last() const { return m_watcher.future(); }
 
     /// What the task read; the first act of the finished slot. From here on a new read may start.
     Result result()
@@ -108,17 +130,6 @@ private:
             return false;
         default:
             return m_inFlight;
-        }
-    }
-
-    // An exception would end the program when the slot asks for the result; it counts as a read in which all failed.
-    template <class Task> static Result call(const Task &task, const CameraAccess &camera)
-    {
-        try {
-            return task(camera);
-        } catch (const std::exception &error) {
-            qWarning("a read of the camera ended early: %s", error.what());
-            return Result{};
         }
     }
 

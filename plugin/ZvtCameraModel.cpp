@@ -6,6 +6,7 @@
 #include "common/presets.h"
 #include "common/reading.h"
 #include "common/setters.h"
+#include "setup/SetupTabModel.h"
 #include "status/StatusTabModel.h"
 
 #include <QSettings>
@@ -48,6 +49,7 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     }
     // The tab models need the sub-models and the capabilities.
     m_statusTabModel = new StatusTabModel(this);
+    m_setupTabModel = new SetupTabModel(this);
     if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
         setManufacturingMode(true);
     QObject::connect(&m_cameraState, &CameraStateModel::loadingChanged, this,
@@ -182,6 +184,7 @@ void ZvtCameraModel::setManufacturingMode(bool manufacturingMode)
 void ZvtCameraModel::refreshAllVisible()
 {
     m_statusTabModel->refresh();
+    m_setupTabModel->refresh();
     if (m_setupGeneralModel.visible())
         m_setupGeneralModel.refresh();
 }

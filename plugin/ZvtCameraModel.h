@@ -14,6 +14,7 @@
 #include "hlx/CVariant.h"
 #include "hlxui/ControllerModel.h"
 
+class SetupTabModel;
 class StatusTabModel;
 
 /// The root view model of one camera: what the host receives and the page sees as `cameraModel`. It owns every
@@ -51,7 +52,9 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(QString chamberProfile READ chamberProfile WRITE setChamberProfile NOTIFY chamberProfileChanged FINAL)
 
     Q_PROPERTY(StatusTabModel *statusTabModel READ statusTabModel CONSTANT FINAL)
+    Q_PROPERTY(SetupTabModel *setupTabModel READ setupTabModel CONSTANT FINAL)
     Q_MOC_INCLUDE("status/StatusTabModel.h")
+    Q_MOC_INCLUDE("setup/SetupTabModel.h")
 
 public:
     /// What the one settings key of the plug-in holds.
@@ -95,6 +98,7 @@ public:
     void setChamberProfile(const QString &profile);
 
     StatusTabModel *statusTabModel() const { return m_statusTabModel; }
+    SetupTabModel *setupTabModel() const { return m_setupTabModel; }
 
     /// Reads anew all that is on show.
     Q_INVOKABLE void refreshAllVisible();
@@ -158,4 +162,5 @@ private:
     uint8_t m_hasNucMask = 0;
     const QString m_mfgTabVisibilityKey = QStringLiteral("zvtCamCtrlMfgTabVisibility");
     StatusTabModel *m_statusTabModel = nullptr;
+    SetupTabModel *m_setupTabModel = nullptr;
 };

@@ -50,6 +50,8 @@ QStringList allowedFrom(const QString &room)
 
 /// Includes that cross the rules, each with its reason.
 const QMap<QString, QString> exceptions{
+    {"setup/SetupTabModel.h > plugin/ZvtCameraModel.h",
+     "a property of that type; the name stands in Q_MOC_INCLUDE, which only the generated code includes"},
     {"status/StatusTabModel.h > plugin/ZvtCameraModel.h",
      "a property of that type; the name stands in Q_MOC_INCLUDE, which only the generated code includes"},
 };
@@ -107,7 +109,9 @@ void tst_IncludeRules::everyIncludeIsAllowed()
     }
     QVERIFY(files > 100);
     QCOMPARE(broken, QStringList());
-    QCOMPARE(used.values(), exceptions.keys());
+    QStringList met = used.values();
+    met.sort();
+    QCOMPARE(met, exceptions.keys());
 }
 
 void tst_IncludeRules::groundFloorsKnowLittleOfQt()

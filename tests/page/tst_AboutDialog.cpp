@@ -46,13 +46,10 @@ void tst_AboutDialog::theRowsStandInOrder()
     open(driver);
     QVERIFY(driver.findText("About"));
     QVERIFY(driver.findText("Campion 640 C Camera Controller"));
-    const QList<std::pair<QString, QString>> rows{{"Camera Model", "Campion 640 C"},
-                                                  {"Camera Serial", "ZE-100001"},
-                                                  {"Camera Type", "Campion"},
-                                                  {"Camera SubType", "Science, cold filter"},
-                                                  {"ROIC Type", "R640-D"},
-                                                  {"Detector Type", "MCT"},
-                                                  {"Operating Time", "1225 hours, 12 minutes"}};
+    const QList<std::pair<QString, QString>> rows{
+        {"Camera Model", "Campion 640 C"},           {"Camera Serial", "ZE-100001"}, {"Camera Type", "Campion"},
+        {"Camera SubType", "Science, cold filter"},  {"ROIC Type", "R640-D"},        {"Detector Type", "MCT"},
+        {"Operating Time", "1225 hours, 12 minutes"}};
     double y = 0;
     for (const auto &[name, text] : rows) {
         QCOMPARE(driver.text(name), text);

@@ -165,8 +165,9 @@ void tst_AdjustTimeDialog::setWritesTheFields()
     const size_t mark = driver.rig().gate().mark();
     driver.click("Set");
     // The day of a leap year.
-    QCOMPARE(writesSince(driver, mark),
-             QStringList({"zvtSetRealTimeClock(32, 10, 12, 23, 45, 56)", "zvtSetIRIGTime(2032, 286, 23, 45, 56, 0, 0)"}));
+    QCOMPARE(
+        writesSince(driver, mark),
+        QStringList({"zvtSetRealTimeClock(32, 10, 12, 23, 45, 56)", "zvtSetIRIGTime(2032, 286, 23, 45, 56, 0, 0)"}));
     QCOMPARE(cameraTime(driver), QDateTime(QDate(2032, 10, 12), QTime(23, 45, 56)));
     // It does not close.
     QVERIFY(driver.find("Set"));
@@ -301,8 +302,8 @@ void tst_AdjustTimeDialog::tabWalksThroughTheParts()
     open(driver);
     QTRY_VERIFY(driver.find("Close")->hasActiveFocus());
     QStringList walked;
-    const QStringList order{"month",  "day", "year", "hour", "minute", "second", "Sync camera time to PC time",
-                            "Get",    "Set", "Close"};
+    const QStringList order{"month", "day", "year", "hour", "minute", "second", "Sync camera time to PC time",
+                            "Get",   "Set", "Close"};
     for (int step = 0; step < order.size(); ++step) {
         driver.press(Qt::Key_Tab);
         for (const QString &name : order)

@@ -72,8 +72,9 @@ QStringList tst_ConfigurationPopup::actions(PageDriver &driver)
     QMap<double, QString> texts;
     for (const QQuickItem *item : column->childItems())
         if (item->isVisible())
-            texts.insert(item->y(), item->inherits("QQuickComboBox") ? QStringLiteral("(controllers)")
-                                                                     : item->property("text").toString());
+            texts.insert(item->y(),
+                         item->inherits("QQuickComboBox") ? QStringLiteral("(controllers)")
+                                                          : item->property("text").toString());
     return texts.values();
 }
 

@@ -265,8 +265,9 @@ void tst_Camera::holdsItsSettingsInASnapshot()
     QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 85.0));
     QVERIFY(camera->otherClient().set(QStringLiteral("sensor.activePreset"), 2));
     const QJsonObject snapshot = camera->snapshot();
-    QCOMPARE(snapshot.keys().join(QLatin1Char(' ')),
-             QStringLiteral("athermalization autoFocus cooler cover factoryCalibrations focus gain image sensor sync zoom"));
+    QCOMPARE(
+        snapshot.keys().join(QLatin1Char(' ')),
+        QStringLiteral("athermalization autoFocus cooler cover factoryCalibrations focus gain image sensor sync zoom"));
 
     QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 75.0));
     QVERIFY(camera->otherClient().set(QStringLiteral("sensor.activePreset"), 1));

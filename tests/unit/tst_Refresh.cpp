@@ -65,6 +65,9 @@ public:
         m_poll.start([number](const CameraAccess &) { return Value{number}; });
     }
 
+    void follow(const QFuture<Value> &poll) { m_poll.follow(poll); }
+    bool lastPollRuns() const { return m_poll.last().isRunning(); }
+
     bool begin() { return m_refresh.begin(); }
     bool running() const { return m_refresh.running(); }
     QList<int> polled() const { return m_polled; }
@@ -144,6 +147,7 @@ private slots:
     void modelMayDieWithItsReadInFlight();
     void exceptionCountsAsReadOfNothing();
     void modelWithoutRootReadsWithHandleZero();
+    void readOfAnotherTaskIsFollowed();
 };
 
 void tst_Refresh::flagsMoveInTheOrderOfTheForm_data()
@@ -328,6 +332,26 @@ void tst_Refresh::modelWithoutRootReadsWithHandleZero()
     BareModel model;
     model.refresh();
     QTRY_COMPARE(model.number, 1);
+}
+
+// A task launches a read beside itself, and the model takes it over when the task has ended.
+void tst_Refresh::readOfAnotherTaskIsFollowed()
+{
+    RefreshedModel model(Form::Standard);
+    const auto latch = std::make_shared<Latch>();
+    QVERIFY(!model.lastPollRuns());
+    model.follow(launchRead<Value>(
+        [latch](const CameraAccess &) {
+            latch->started.release();
+            latch->go.acquire();
+            return Value{5};
+        },
+        CameraAccess::of(&model)));
+    latch->started.acquire();
+    QVERIFY(model.lastPollRuns());
+    latch->go.release();
+    QTRY_COMPARE(model.polled(), QList<int>{5});
+    QVERIFY(!model.lastPollRuns());
 }
 
 ZVT_TEST(tst_Refresh)

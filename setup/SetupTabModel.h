@@ -1,0 +1,358 @@
+#pragma once
+
+#include "common/BaseTabModel.h"
+#include "common/Refresh.h"
+#include "setup/SetupTabResults.h"
+
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+
+#include "hlx/TArray.h"
+#include "hlx/delegate.h"
+#include "zvt/zvttypes.h"
+
+class CapabilityBlock;
+class ZvtCameraModel;
+
+/// The operator's daily control: the lens with its named states, and a few settings of detector and image; it follows
+/// what the camera tells of itself while the page can be seen.
+///
+/// A lens is slow. A one-shot move (to a position, to a stop, the cover, auto focus, a distance) runs on a pool thread
+/// and locks the lens controls of the page meanwhile. A continuous move starts on press and stops on release, by plain
+/// calls, while a timer reads the position back. A slider sends a target with each move of it. Positions are encoder
+/// counts, distances metres.
+///
+/// GUI thread only. (The header is long by the number of settings; the class is one because the page's is.)
+class SetupTabModel : public BaseTabModel
+{
+    Q_OBJECT
+    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged)
+    Q_PROPERTY(ZvtCameraModel *cameraModel READ cameraModel CONSTANT)
+    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged)
+    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged)
+
+    Q_PROPERTY(bool hsmAvailable READ hsmAvailable NOTIFY hsmAvailableChanged)
+    Q_PROPERTY(bool hsmEnabled READ hsmEnabled WRITE setHsmEnabled NOTIFY hsmEnabledChanged)
+    Q_PROPERTY(bool hflipImage READ hflipImage WRITE setHflipImage NOTIFY hflipImageChanged)
+    Q_PROPERTY(bool vflipImage READ vflipImage WRITE setVflipImage NOTIFY vflipImageChanged)
+    Q_PROPERTY(int syncSource READ syncSource WRITE setSyncSource NOTIFY syncSourceChanged)
+    Q_PROPERTY(QStringList fpaGainLevels READ fpaGainLevels NOTIFY fpaGainLevelsChanged)
+    Q_PROPERTY(int selectedFPAGainLevel READ selectedFPAGainLevel WRITE setSelectedFPAGainLevel NOTIFY
+                   selectedFPAGainLevelChanged)
+    Q_PROPERTY(bool reduceNoise READ reduceNoise WRITE setReduceNoise NOTIFY reduceNoiseChanged)
+    Q_PROPERTY(bool fpaWindowSizeHasUnsavedValues READ fpaWindowSizeHasUnsavedValues WRITE
+                   setFpaWindowSizeHasUnsavedValues NOTIFY fpaWindowSizeHasUnsavedValuesChanged)
+
+    Q_PROPERTY(bool lensBasedControlsEnabled READ lensBasedControlsEnabled WRITE setLensBasedControlsEnabled NOTIFY
+                   lensBasedControlsEnabledChanged)
+    Q_PROPERTY(int selectedLensCoverStateIndex READ selectedLensCoverStateIndex WRITE setSelectedLensCoverStateIndex
+                   NOTIFY selectedLensCoverStateIndexChanged)
+    Q_PROPERTY(int selectedDiscontinuousFieldOfViewIndex READ selectedDiscontinuousFieldOfViewIndex WRITE
+                   setSelectedDiscontinuousFieldOfViewIndex NOTIFY selectedDiscontinuousFieldOfViewIndexChanged)
+    Q_PROPERTY(uint minimumFocusPosition READ minimumFocusPosition NOTIFY minimumFocusPositionChanged)
+    Q_PROPERTY(uint maximumFocusPosition READ maximumFocusPosition NOTIFY maximumFocusPositionChanged)
+    Q_PROPERTY(uint nearFocusPosition READ nearFocusPosition WRITE setNearFocusPosition NOTIFY nearFocusPositionChanged)
+    Q_PROPERTY(uint farFocusPosition READ farFocusPosition WRITE setFarFocusPosition NOTIFY farFocusPositionChanged)
+    Q_PROPERTY(int selectedFocusPosition READ selectedFocusPosition WRITE setSelectedFocusPosition NOTIFY
+                   selectedFocusPositionChanged)
+    Q_PROPERTY(int slowSpeedStep READ slowSpeedStep NOTIFY speedStepValuesChanged)
+    Q_PROPERTY(int mediumSpeedStep READ mediumSpeedStep NOTIFY speedStepValuesChanged)
+    Q_PROPERTY(int fastSpeedStep READ fastSpeedStep NOTIFY speedStepValuesChanged)
+    Q_PROPERTY(bool focusEncoderHasAscendingValuesNearToFar READ focusEncoderHasAscendingValuesNearToFar NOTIFY
+                   focusEncoderHasAscendingValuesNearToFarChanged)
+    Q_PROPERTY(uint fullRangeFocusMinimum READ fullRangeFocusMinimum NOTIFY fullRangeFocusValuesChanged)
+    Q_PROPERTY(uint fullRangeFocusMaximum READ fullRangeFocusMaximum NOTIFY fullRangeFocusValuesChanged)
+    Q_PROPERTY(uint selectedZoomPosition READ selectedZoomPosition WRITE setSelectedZoomPosition NOTIFY
+                   selectedZoomPositionChanged)
+    Q_PROPERTY(uint fullRangeZoomMinimum READ fullRangeZoomMinimum NOTIFY fullRangeZoomValuesChanged)
+    Q_PROPERTY(uint fullRangeZoomMaximum READ fullRangeZoomMaximum NOTIFY fullRangeZoomValuesChanged)
+    Q_PROPERTY(int narrowNearFocusPosition READ narrowNearFocusPosition NOTIFY narrowNearFocusPositionChanged)
+    Q_PROPERTY(int narrowFarFocusPosition READ narrowFarFocusPosition NOTIFY narrowFarFocusPositionChanged)
+    Q_PROPERTY(int wideNearFocusPosition READ wideNearFocusPosition NOTIFY wideNearFocusPositionChanged)
+    Q_PROPERTY(int wideFarFocusPosition READ wideFarFocusPosition NOTIFY wideFarFocusPositionChanged)
+    Q_PROPERTY(float distanceToFocus READ distanceToFocus WRITE setDistanceToFocus NOTIFY distanceToFocusChanged)
+    Q_PROPERTY(float distanceMinimum READ distanceMinimum NOTIFY distanceRangeValuesChanged)
+    Q_PROPERTY(float distanceMaximum READ distanceMaximum NOTIFY distanceRangeValuesChanged)
+    Q_PROPERTY(int selectedAFRoiSizeIndex READ selectedAFRoiSizeIndex WRITE setSelectedAFRoiSizeIndex NOTIFY
+                   selectedAFRoiSizeIndexChanged)
+    Q_PROPERTY(int selectedAFRoiPositionIndex READ selectedAFRoiPositionIndex WRITE setSelectedAFRoiPositionIndex NOTIFY
+                   selectedAFRoiPositionIndexChanged)
+    Q_PROPERTY(int selectedAFRoiShowWhenIndex READ selectedAFRoiShowWhenIndex WRITE setSelectedAFRoiShowWhenIndex NOTIFY
+                   selectedAFRoiShowWhenIndexChanged)
+    Q_PROPERTY(bool athermalizationEnabledAvailable READ athermalizationEnabledAvailable NOTIFY
+                   athermalizationEnabledAvailableChanged)
+    Q_PROPERTY(bool athermalizationEnabled READ athermalizationEnabled WRITE setAthermalizationEnabled NOTIFY
+                   athermalizationEnabledChanged)
+
+    Q_PROPERTY(bool hasAtLeastOneLensState READ hasAtLeastOneLensState NOTIFY hasAtLeastOneLensStateChanged)
+    Q_PROPERTY(QStringList lensStateNames READ lensStateNames NOTIFY lensStateNamesChanged)
+    Q_PROPERTY(int selectedLensStateIndex READ selectedLensStateIndex WRITE setSelectedLensStateIndex NOTIFY
+                   selectedLensStateIndexChanged)
+    Q_PROPERTY(bool selectedLensStateComponentsModifiedNotSaved READ selectedLensStateComponentsModifiedNotSaved NOTIFY
+                   selectedLensStateComponentsModifiedNotSavedChanged)
+    Q_MOC_INCLUDE("plugin/ZvtCameraModel.h")
+
+public:
+    explicit SetupTabModel(QObject *parent);
+
+    bool visible() const { return m_visible; }
+    void setVisible(bool visible);
+    ZvtCameraModel *cameraModel() const;
+    bool refreshing() const { return m_refresh.refreshing(); }
+    bool hasRefreshed() const { return m_refresh.hasRefreshed(); }
+
+    bool hsmAvailable() const { return m_hsmAvailable; } ///< High sensitivity mode.
+    bool hsmEnabled() const { return m_hsmEnabled; }
+    void setHsmEnabled(bool enabled);
+    bool hflipImage() const { return m_hflipImage; } ///< Left to right.
+    void setHflipImage(bool flip);
+    bool vflipImage() const { return m_vflipImage; } ///< Top to bottom.
+    void setVflipImage(bool flip);
+    int syncSource() const { return m_syncSource; } ///< 0 internal, 1 external, 2 video.
+    void setSyncSource(int source);
+    QStringList fpaGainLevels() const { return m_fpaGainLevels; } ///< Names, or numbers where there are none.
+    int selectedFPAGainLevel() const { return m_selectedFPAGainLevel; }
+    void setSelectedFPAGainLevel(int level);
+    bool reduceNoise() const; ///< Asks the camera on each call.
+    void setReduceNoise(bool reduce); ///< Reads the presets anew: the rates that they reach depend on it.
+    bool fpaWindowSizeHasUnsavedValues() const { return m_fpaWindowSizeHasUnsavedValues; }
+    void setFpaWindowSizeHasUnsavedValues(bool unsaved); ///< Kept for the page.
+
+    bool lensBasedControlsEnabled() const { return m_lensControlsUnlocked && !m_focusManualMode; }
+    void setLensBasedControlsEnabled(bool unlocked);
+    int selectedLensCoverStateIndex() const { return m_selectedLensCoverStateIndex; } ///< 0 open, 1 closed, 2 unknown.
+    void setSelectedLensCoverStateIndex(int index); ///< A one-shot move.
+    /// 0 narrow, 1 wide. Asks the camera on each call and reads the focus limits of what it answers: whoever signals a
+    /// change of this property makes the page call this, and so load the limits.
+    int selectedDiscontinuousFieldOfViewIndex();
+    void setSelectedDiscontinuousFieldOfViewIndex(int index);
+    uint minimumFocusPosition() const; ///< Of the field of view, where it is discrete; else of the lens.
+    uint maximumFocusPosition() const;
+    uint nearFocusPosition() const { return m_nearFocusPosition; }
+    void setNearFocusPosition(uint position); ///< Kept here; this and the next one write nothing to the camera.
+    uint farFocusPosition() const { return m_farFocusPosition; }
+    void setFarFocusPosition(uint position);
+    int selectedFocusPosition() const { return static_cast<int>(m_selectedFocusPosition); }
+    void setSelectedFocusPosition(int position); ///< A one-shot move.
+    int slowSpeedStep() const { return m_slowSpeedStep; } ///< What a button of this speed gives to attemptMove...().
+    int mediumSpeedStep() const { return m_mediumSpeedStep; }
+    int fastSpeedStep() const { return m_fastSpeedStep; }
+    bool focusEncoderHasAscendingValuesNearToFar() const { return m_focusEncoderHasAscendingValuesNearToFar; }
+    uint fullRangeFocusMinimum() const { return m_fullRangeFocusMinimum; }
+    uint fullRangeFocusMaximum() const { return m_fullRangeFocusMaximum; }
+    uint selectedZoomPosition() const { return m_selectedZoomPosition; }
+    void setSelectedZoomPosition(uint position); ///< A one-shot move.
+    uint fullRangeZoomMinimum() const { return m_fullRangeZoomMinimum; }
+    uint fullRangeZoomMaximum() const { return m_fullRangeZoomMaximum; }
+    int narrowNearFocusPosition() const { return static_cast<int>(m_narrowNearFocusPosition); }
+    int narrowFarFocusPosition() const { return static_cast<int>(m_narrowFarFocusPosition); }
+    int wideNearFocusPosition() const { return static_cast<int>(m_wideNearFocusPosition); }
+    int wideFarFocusPosition() const { return static_cast<int>(m_wideFarFocusPosition); }
+    float distanceToFocus() const { return *m_distanceToFocus; }
+    void setDistanceToFocus(float metres); ///< For the next focusToDistance().
+    float distanceMinimum() const { return m_distanceMinimum; }
+    float distanceMaximum() const { return m_distanceMaximum; }
+    int selectedAFRoiSizeIndex() const { return m_selectedAFRoiSizeIndex; } ///< 0 to 5: 16 to 512 pixels.
+    void setSelectedAFRoiSizeIndex(int index);
+    int selectedAFRoiPositionIndex() const { return m_selectedAFRoiPositionIndex; } ///< 0 centre, 1 to 4 quarters.
+    void setSelectedAFRoiPositionIndex(int index);
+    int selectedAFRoiShowWhenIndex() const { return m_selectedAFRoiShowWhenIndex; } ///< Always, focusing, never.
+    void setSelectedAFRoiShowWhenIndex(int index);
+    bool athermalizationEnabledAvailable() const { return m_athermalizationEnabledAvailable; }
+    bool athermalizationEnabled() const { return m_athermalizationEnabled; } ///< Focus holds over temperature.
+    void setAthermalizationEnabled(bool enabled);
+
+    bool hasAtLeastOneLensState() const { return !m_lensStateNames.isEmpty(); }
+    QStringList lensStateNames() const { return m_lensStateNames; } ///< In the camera's order.
+    /// -1 for no state. After a list that could not be read it may point beyond the list.
+    int selectedLensStateIndex() const { return m_selectedLensStateIndex; }
+    void setSelectedLensStateIndex(int index); ///< Does not load the state.
+    /// The field of view is no longer that of the state. Also cleared without a signal, by each read of focus limits.
+    bool selectedLensStateComponentsModifiedNotSaved() const { return m_selectedLensStateComponentsModifiedNotSaved; }
+
+    Q_INVOKABLE void refresh() override;
+
+    Q_INVOKABLE void focusMaximum(); ///< This and the next five are one-shot moves.
+    Q_INVOKABLE void focusMinimum();
+    Q_INVOKABLE void zoomWidest();
+    Q_INVOKABLE void zoomNarrowest();
+    Q_INVOKABLE void autoFocus();
+    Q_INVOKABLE void focusToDistance();
+    /// Continuous moves: a signed speed step or percentage, until they are called with 0. True: the camera took it.
+    Q_INVOKABLE bool attemptMoveFocus(int speed);
+    Q_INVOKABLE bool attemptMoveZoom(int speed);
+    Q_INVOKABLE bool attemptMoveFocusPercent(float speed);
+    Q_INVOKABLE bool attemptMoveZoomPercent(float speed);
+    /// Targets of a slider under way. The camera answers before it is there.
+    Q_INVOKABLE void focusMoveTo(uint value);
+    Q_INVOKABLE void zoomMoveTo(uint value);
+    /// Writes the focus limits of both discrete fields of view.
+    Q_INVOKABLE void setNarrowWideNearFarPositions(uint narrowNear, uint narrowFar, uint wideNear, uint wideFar);
+
+    /// Lens states. All of them block the caller for as long as the camera needs; refusals have no message.
+    Q_INVOKABLE void addLensState(const QString &name); ///< From where the lens is. Overwrites.
+    Q_INVOKABLE void renameLensState(const QString &oldName, const QString &newName);
+    Q_INVOKABLE void saveLensState(const QString &name);
+    Q_INVOKABLE void loadLensState(const QString &name); ///< Moves the lens.
+    Q_INVOKABLE void deleteLensState(const QString &name); ///< And moves the lens to the first state that is left.
+
+signals:
+    void visibleChanged();
+    void refreshingChanged();
+    void hasRefreshedChanged();
+
+    void hsmAvailableChanged();
+    void hsmEnabledChanged();
+    void hflipImageChanged();
+    void vflipImageChanged();
+    void syncSourceChanged();
+    void fpaGainLevelsChanged();
+    void selectedFPAGainLevelChanged();
+    void reduceNoiseChanged();
+    void fpaWindowSizeHasUnsavedValuesChanged();
+
+    void lensBasedControlsEnabledChanged();
+    void selectedLensCoverStateIndexChanged();
+    void selectedDiscontinuousFieldOfViewIndexChanged();
+    void minimumFocusPositionChanged();
+    void maximumFocusPositionChanged();
+    void nearFocusPositionChanged();
+    void farFocusPositionChanged();
+    void selectedFocusPositionChanged();
+    void speedStepValuesChanged();
+    void focusEncoderHasAscendingValuesNearToFarChanged();
+    void fullRangeFocusValuesChanged();
+    void selectedZoomPositionChanged();
+    void fullRangeZoomValuesChanged();
+    void narrowNearFocusPositionChanged();
+    void narrowFarFocusPositionChanged();
+    void wideNearFocusPositionChanged();
+    void wideFarFocusPositionChanged();
+    void distanceToFocusChanged();
+    void distanceRangeValuesChanged();
+    void selectedAFRoiSizeIndexChanged();
+    void selectedAFRoiPositionIndexChanged();
+    void selectedAFRoiShowWhenIndexChanged();
+    void athermalizationEnabledAvailableChanged();
+    void athermalizationEnabledChanged();
+
+    void hasAtLeastOneLensStateChanged();
+    void lensStateNamesChanged();
+    void selectedLensStateIndexChanged();
+    void selectedLensStateComponentsModifiedNotSavedChanged();
+
+private:
+    using Self = SetupTabModel;
+    using LensStates = hlx::TArray<zvtSDirEntry>;
+    /// What a one-shot move leaves to be done on the GUI thread. The model comes with the call, since the task that
+    /// made it knows none.
+    using Completion = hlx::delegate<void(SetupTabModel &)>;
+
+private slots:
+    void finishedWatcher();
+    void timeoutEventQueueTimer();
+    void finishedDiscontinuousFovPositionMetaWatcher();
+    void finishedContinuousFovPositionMetaWatcher();
+    void finishedLoadingLensStatesWatcher();
+    void slowPositionalIncrementer();
+    void finishedDelegateWatcher();
+    void updateFocusPosition();
+    void updateZoomPosition();
+    void updateFocusToDistanceRange();
+    void checkZooming();
+
+private:
+    void makeConnections();
+    uint64_t handle() const;
+    std::shared_ptr<const CapabilityBlock> capabilities() const;
+    void publishGain(const SetupSettingsResult &result);
+    void publishLens(const SetupSettingsResult &result);
+    void publishImage(const SetupSettingsResult &result);
+    void handleEvent(zvtEEventType type);
+
+    template <class Move, class OnSuccess, class OnEnd> void moveOnce(Move move, OnSuccess onSuccess, OnEnd onEnd);
+    template <class Move, class OnSuccess> void moveOnce(Move move, OnSuccess onSuccess);
+    void updateAfterZoom();
+    bool followMove(bool moves, int status, QTimer &timer, void (Self::*update)());
+    void setFocusManualMode(bool manual);
+    void changeLock(bool &flag, bool value);
+    void loadPositionMetaForDiscontinuousFov(unsigned char fov, bool loadLensStates);
+    void follow(const DiscontinuousFovPositionMetaRead &read);
+    void publishSpeedSteps();
+    void finishPositionMeta(bool loadLensStates);
+
+    void loadLensStateNames();
+    void loadLensStateNamesAsync();
+    void takeLensStates(const LensStates &states);
+    void signalLensStates();
+    void refreshLensStateDependentItems();
+    void setComponentsModified(bool modified);
+
+    bool m_visible = false;
+    bool m_hsmAvailable = false;
+    bool m_hsmEnabled = false;
+    bool m_hflipImage = false;
+    bool m_vflipImage = false;
+    int m_syncSource = 0;
+    QStringList m_fpaGainLevels;
+    int m_selectedFPAGainLevel = 0;
+    bool m_fpaWindowSizeHasUnsavedValues = false;
+    QTimer m_eventQueueTimer{this};
+
+    bool m_lensControlsUnlocked = true; ///< No one-shot move runs, and no position is being edited.
+    bool m_focusManualMode = false; ///< The focus is turned by hand.
+    int m_selectedLensCoverStateIndex = 2;
+    int m_selectedDiscontinuousFieldOfViewIndex = 0;
+    uint m_nearFocusPosition = 0;
+    uint m_farFocusPosition = 0;
+    uint m_selectedFocusPosition = 0;
+    int m_slowSpeedStep = 0;
+    int m_mediumSpeedStep = 0;
+    int m_fastSpeedStep = 0;
+    bool m_focusEncoderHasAscendingValuesNearToFar = true;
+    uint m_fullRangeFocusMinimum = 0;
+    uint m_fullRangeFocusMaximum = 0;
+    uint m_selectedZoomPosition = 0;
+    uint m_fullRangeZoomMinimum = 0;
+    uint m_fullRangeZoomMaximum = 0;
+    uint m_narrowNearFocusPosition = 0;
+    uint m_narrowFarFocusPosition = 0;
+    uint m_wideNearFocusPosition = 0;
+    uint m_wideFarFocusPosition = 0;
+    /// Shared with the task of focusToDistance(), which reads it when it starts to run.
+    const std::shared_ptr<std::atomic<float>> m_distanceToFocus = std::make_shared<std::atomic<float>>(0.0F);
+    float m_distanceMinimum = 0.0F;
+    float m_distanceMaximum = 0.0F;
+    bool m_slowPositionalFocus = false; ///< This lens goes at slow speed by steps of position.
+    uint m_focusPositionIncrement = 90; ///< One such step.
+    int m_focusMoveDirection = 1; ///< 1 or -1 while it goes so, 0 when it has been stopped.
+    QTimer m_focusPositionTimer{this};
+    QTimer m_slowFocusTimer{this};
+    QTimer m_zoomPositionTimer{this};
+    QTimer m_zoomSettleTimer{this};
+    uint m_lastZoomPosition = 0; ///< Seen by the last checkZooming().
+    int m_selectedAFRoiSizeIndex = 0;
+    int m_selectedAFRoiPositionIndex = 0;
+    int m_selectedAFRoiShowWhenIndex = 0;
+    bool m_athermalizationEnabledAvailable = false;
+    bool m_athermalizationEnabled = false;
+    std::chrono::steady_clock::time_point m_metaReadSince; ///< When the read that counts was started.
+
+    QStringList m_lensStateNames;
+    int m_selectedLensStateIndex = 0;
+    bool m_selectedLensStateComponentsModifiedNotSaved = false;
+
+    Refresh<Self, DiscontinuousFovPositionMetaResult> m_discontinuousMeta{
+        this, &Self::finishedDiscontinuousFovPositionMetaWatcher, Form::NewestOnly};
+    Refresh<Self, ContinuousFovPositionMetaResult> m_continuousMeta{
+        this, &Self::finishedContinuousFovPositionMetaWatcher, Form::NewestOnly};
+    Refresh<Self, LensStates> m_lensStates{this, &Self::finishedLoadingLensStatesWatcher, Form::NewestOnly};
+    Refresh<Self, Completion> m_oneShot{this, &Self::finishedDelegateWatcher, Form::NewestOnly};
+    Refresh<Self, SetupSettingsResult> m_refresh{this, &Self::finishedWatcher};
+};

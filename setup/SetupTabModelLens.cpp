@@ -1,0 +1,403 @@
+#include "setup/SetupTabModel.h"
+
+#include "common/CapabilityBlock.h"
+#include "common/publishing.h"
+#include "common/setters.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "zvt/zvtsdk.h"
+
+// The lens of the Setup tab: focus, zoom, field of view and cover. One-shot moves stand in SetupTabModelMoves.cpp.
+
+namespace
+{
+
+constexpr int positionMilliseconds = 300; // Between two looks at a lens that moves.
+
+constexpr std::array<uint16_t, 6> afRoiPixelSizes{16, 32, 64, 128, 256, 512};
+constexpr int defaultAFRoiSizeIndex = 3;
+
+int afRoiSizeIndex(uint16_t pixels)
+{
+    const auto found = std::ranges::find(afRoiPixelSizes, pixels);
+    return found == afRoiPixelSizes.end() ? defaultAFRoiSizeIndex : static_cast<int>(found - afRoiPixelSizes.begin());
+}
+
+uint16_t afRoiPixels(int index)
+{
+    const bool known = index >= 0 && index < static_cast<int>(afRoiPixelSizes.size());
+    return afRoiPixelSizes.at(static_cast<size_t>(known ? index : defaultAFRoiSizeIndex));
+}
+
+/// When the region is shown: always, only when focusing, never.
+int afRoiShowWhenIndex(bool overlay, bool whenFocusing)
+{
+    if (overlay)
+        return 0;
+    return whenFocusing ? 1 : 2;
+}
+
+/// The nearest distance, cut to whole millimetres.
+float startingDistance(float minimum)
+{
+    constexpr float millimetres = 1000.0F;
+    return std::floor(minimum * millimetres) / millimetres;
+}
+
+} // namespace
+
+void SetupTabModel::makeConnections()
+{
+    m_focusPositionTimer.setObjectName(QStringLiteral("focusPositionTimer"));
+    m_slowFocusTimer.setObjectName(QStringLiteral("slowFocusTimer"));
+    m_zoomPositionTimer.setObjectName(QStringLiteral("zoomPositionTimer"));
+    m_zoomSettleTimer.setObjectName(QStringLiteral("zoomSettleTimer"));
+    QObject::connect(&m_focusPositionTimer, SIGNAL(timeout()), this, SLOT(updateFocusPosition()));
+    QObject::connect(&m_slowFocusTimer, SIGNAL(timeout()), this, SLOT(slowPositionalIncrementer()));
+    QObject::connect(&m_zoomPositionTimer, SIGNAL(timeout()), this, SLOT(updateZoomPosition()));
+    QObject::connect(&m_zoomSettleTimer, SIGNAL(timeout()), this, SLOT(checkZooming()));
+}
+
+void SetupTabModel::publishLens(const SetupSettingsResult &result)
+{
+    publishPair(this, result.zoomMinimum, m_fullRangeZoomMinimum, result.zoomMaximum, m_fullRangeZoomMaximum,
+                &Self::fullRangeZoomValuesChanged);
+    publish(this, result.zoomPosition, m_selectedZoomPosition, &Self::selectedZoomPositionChanged);
+    publish(this, result.lensCover, m_selectedLensCoverStateIndex, &Self::selectedLensCoverStateIndexChanged);
+    if (result.regionSize.set())
+        announce(this, afRoiSizeIndex(result.regionSize.get()), m_selectedAFRoiSizeIndex,
+                 &Self::selectedAFRoiSizeIndexChanged);
+    publish(this, result.regionPosition, m_selectedAFRoiPositionIndex, &Self::selectedAFRoiPositionIndexChanged);
+    if (result.overlayShowsFocusRegion.set() && result.regionShownWhenFocusing.set())
+        announce(this, afRoiShowWhenIndex(result.overlayShowsFocusRegion.get(), result.regionShownWhenFocusing.get()),
+                 m_selectedAFRoiShowWhenIndex, &Self::selectedAFRoiShowWhenIndexChanged);
+    publish(this, result.distanceMinimum, m_distanceMinimum, &Self::distanceRangeValuesChanged);
+    if (result.distanceMinimum.set())
+        announce(this, startingDistance(result.distanceMinimum.get()), *m_distanceToFocus,
+                 &Self::distanceToFocusChanged);
+    publish(this, result.distanceMaximum, m_distanceMaximum, &Self::distanceRangeValuesChanged);
+}
+
+// The lock of the lens controls. Its two owners, one-shot moves and the page's editors, do not know each other.
+
+void SetupTabModel::setLensBasedControlsEnabled(bool unlocked) { changeLock(m_lensControlsUnlocked, unlocked); }
+
+void SetupTabModel::setFocusManualMode(bool manual) { changeLock(m_focusManualMode, manual); }
+
+void SetupTabModel::changeLock(bool &flag, bool value)
+{
+    const bool enabled = lensBasedControlsEnabled();
+    flag = value;
+    if (lensBasedControlsEnabled() != enabled)
+        emit lensBasedControlsEnabledChanged();
+}
+
+// Continuous moves
+
+/// Looks at the position again and again while the lens moves, else just once. Gives the camera's answer to the move.
+bool SetupTabModel::followMove(bool moves, int status, QTimer &timer, void (Self::*update)())
+{
+    if (moves && status == 0) {
+        timer.start(positionMilliseconds);
+    } else {
+        timer.stop();
+        (this->*update)();
+    }
+    return status == 0;
+}
+
+bool SetupTabModel::attemptMoveFocus(int speed)
+{
+    const bool slowOrStop = speed == m_slowSpeedStep || speed == -m_slowSpeedStep || speed == 0;
+    if (!m_slowPositionalFocus || !slowOrStop)
+        return followMove(speed != 0, zvtFocusMove(handle(), speed), m_focusPositionTimer, &Self::updateFocusPosition);
+
+    // A lens of this kind gets no stop by speed, not even after a faster move: a stop only ends the steps.
+    constexpr int stepMilliseconds = 90;
+    m_focusMoveDirection = speed;
+    if (speed != 0) {
+        slowPositionalIncrementer();
+        m_slowFocusTimer.start(stepMilliseconds);
+    } else {
+        m_slowFocusTimer.stop();
+    }
+    return followMove(speed != 0, 0, m_focusPositionTimer, &Self::updateFocusPosition);
+}
+
+// Steps from the position that was read last, so that a few steps may lead to the same place.
+void SetupTabModel::slowPositionalIncrementer()
+{
+    if (m_focusMoveDirection != 1 && m_focusMoveDirection != -1)
+        return;
+    const bool towardsFar = m_focusMoveDirection == 1;
+    const uint limit = towardsFar ? m_farFocusPosition : m_nearFocusPosition;
+    uint position = m_selectedFocusPosition;
+    if (m_nearFocusPosition != m_farFocusPosition) {
+        const bool ascends = (m_nearFocusPosition < m_farFocusPosition) == towardsFar;
+        position = ascends ? std::min(position + m_focusPositionIncrement, limit)
+                           : std::max(position - m_focusPositionIncrement, limit);
+    }
+    zvtSetFocusPos(handle(), position);
+}
+
+bool SetupTabModel::attemptMoveFocusPercent(float speed)
+{
+    const float percent = std::abs(speed) < 1.0F ? 0.0F : speed;
+    return followMove(percent != 0.0F, zvtFocusMovePercent(handle(), percent), m_focusPositionTimer,
+                      &Self::updateFocusPosition);
+}
+
+bool SetupTabModel::attemptMoveZoom(int speed)
+{
+    const uint position = m_selectedZoomPosition;
+    if ((position == m_fullRangeZoomMinimum && speed < 0) || (position == m_fullRangeZoomMaximum && speed > 0))
+        return false;
+    const bool below = position < m_fullRangeZoomMinimum && speed < 0;
+    const bool above = position > m_fullRangeZoomMaximum && speed > 0;
+    if (below || above) {
+        // The lens has coasted past its limit: it is brought back, not driven further.
+        setSelectedZoomPosition(below ? m_fullRangeZoomMinimum : m_fullRangeZoomMaximum);
+        m_zoomPositionTimer.start(positionMilliseconds);
+        return true;
+    }
+    return followMove(speed != 0, zvtFOVMove(handle(), speed), m_zoomPositionTimer, &Self::updateZoomPosition);
+}
+
+// Unlike the focus, the zoom answers to the least percentage.
+bool SetupTabModel::attemptMoveZoomPercent(float speed)
+{
+    return followMove(speed != 0.0F, zvtFOVMovePercent(handle(), speed), m_zoomPositionTimer,
+                      &Self::updateZoomPosition);
+}
+
+// Where the lens is
+
+void SetupTabModel::updateFocusPosition()
+{
+    Nullable<uint> position;
+    read(position, zvtGetFocusCurrentPos, handle());
+    publish(this, position, m_selectedFocusPosition, &Self::selectedFocusPositionChanged);
+}
+
+void SetupTabModel::updateZoomPosition()
+{
+    Nullable<uint> position;
+    read(position, zvtGetFOVCurrentPos, handle());
+    publish(this, position, m_selectedZoomPosition, &Self::selectedZoomPositionChanged);
+    // Zoom moves the focus, and with it the distances.
+    updateFocusPosition();
+    updateFocusToDistanceRange();
+}
+
+void SetupTabModel::updateFocusToDistanceRange()
+{
+    if (!readOr(false, zvtGetFocusToDistanceAvailable, handle()))
+        return;
+    m_distanceMinimum = readOr(m_distanceMinimum, zvtGetFocusToDistanceMin, handle());
+    m_distanceMaximum = readOr(m_distanceMaximum, zvtGetFocusToDistanceMax, handle());
+    emit distanceRangeValuesChanged();
+}
+
+// Sliders
+
+void SetupTabModel::focusMoveTo(uint value)
+{
+    accepted(this, value, m_selectedFocusPosition, &Self::selectedFocusPositionChanged, zvtFocusMoveTo);
+}
+
+void SetupTabModel::zoomMoveTo(uint value)
+{
+    constexpr int settleMilliseconds = 250;
+    if (!accepted(this, value, m_selectedZoomPosition, &Self::selectedZoomPositionChanged, zvtFOVMoveTo))
+        return;
+    m_lastZoomPosition = 0;
+    m_zoomSettleTimer.start(settleMilliseconds);
+}
+
+// The distances are read once, when the lens has come to rest.
+void SetupTabModel::checkZooming()
+{
+    Nullable<uint> position;
+    if (!read(position, zvtGetFOVCurrentPos, handle())) {
+        m_zoomSettleTimer.stop();
+        return;
+    }
+    if (position.get() == m_lastZoomPosition) {
+        m_zoomSettleTimer.stop();
+        updateFocusToDistanceRange();
+    }
+    m_lastZoomPosition = position.get();
+}
+
+// The field of view and the focus limits
+
+int SetupTabModel::selectedDiscontinuousFieldOfViewIndex()
+{
+    Nullable<uint8_t> fov;
+    if (read(fov, zvtGetFOV, handle())) {
+        m_selectedDiscontinuousFieldOfViewIndex = fov.get();
+        loadPositionMetaForDiscontinuousFov(fov.get(), false);
+    }
+    return m_selectedDiscontinuousFieldOfViewIndex;
+}
+
+void SetupTabModel::setSelectedDiscontinuousFieldOfViewIndex(int index)
+{
+    if (standard(this, index, m_selectedDiscontinuousFieldOfViewIndex,
+                 &Self::selectedDiscontinuousFieldOfViewIndexChanged, zvtSetFOV))
+        setComponentsModified(true);
+}
+
+void SetupTabModel::loadPositionMetaForDiscontinuousFov(unsigned char fov, bool loadLensStates)
+{
+    follow(DiscontinuousFovPositionMetaRead::start(CameraAccess::of(this), fov, loadLensStates));
+}
+
+// A refresh hands over its read when it ends. By then the operator may have asked for the limits of another field.
+void SetupTabModel::follow(const DiscontinuousFovPositionMetaRead &read)
+{
+    if (read.since < m_metaReadSince)
+        return;
+    m_metaReadSince = read.since;
+    m_discontinuousMeta.follow(read.result);
+}
+
+void SetupTabModel::finishedDiscontinuousFovPositionMetaWatcher()
+{
+    const DiscontinuousFovPositionMetaResult result = m_discontinuousMeta.result();
+    publish(this, result.nearPosition, m_nearFocusPosition, &Self::nearFocusPositionChanged);
+    publish(this, result.farPosition, m_farFocusPosition, &Self::farFocusPositionChanged);
+    publish(this, result.currentPosition, m_selectedFocusPosition, &Self::selectedFocusPositionChanged);
+    publishSpeedSteps();
+    if (result.focusSlowControl.set() && result.focusSlowControl.get() == 0) {
+        m_slowPositionalFocus = true;
+        if (result.positionIncrement.set())
+            m_focusPositionIncrement = result.positionIncrement.get();
+    }
+    publishPair(this, result.fullRangeMinimum, m_fullRangeFocusMinimum, result.fullRangeMaximum,
+                m_fullRangeFocusMaximum, &Self::fullRangeFocusValuesChanged);
+    publish(this, result.narrowNear, m_narrowNearFocusPosition, &Self::narrowNearFocusPositionChanged);
+    publish(this, result.narrowFar, m_narrowFarFocusPosition, &Self::narrowFarFocusPositionChanged);
+    publish(this, result.wideNear, m_wideNearFocusPosition, &Self::wideNearFocusPositionChanged);
+    publish(this, result.wideFar, m_wideFarFocusPosition, &Self::wideFarFocusPositionChanged);
+    finishPositionMeta(result.loadLensStates);
+    m_discontinuousMeta.finish();
+}
+
+void SetupTabModel::finishedContinuousFovPositionMetaWatcher()
+{
+    const ContinuousFovPositionMetaResult result = m_continuousMeta.result();
+    publishPair(this, result.fullRangeMinimum, m_fullRangeFocusMinimum, result.fullRangeMaximum,
+                m_fullRangeFocusMaximum, &Self::fullRangeFocusValuesChanged);
+    publish(this, result.nearPosition, m_nearFocusPosition, &Self::nearFocusPositionChanged);
+    publish(this, result.farPosition, m_farFocusPosition, &Self::farFocusPositionChanged);
+    publish(this, result.currentPosition, m_selectedFocusPosition, &Self::selectedFocusPositionChanged);
+    publishSpeedSteps();
+    finishPositionMeta(true);
+    m_continuousMeta.finish();
+}
+
+void SetupTabModel::publishSpeedSteps()
+{
+    m_slowSpeedStep = 1;
+    m_mediumSpeedStep = 2;
+    m_fastSpeedStep = 3;
+    emit speedStepValuesChanged();
+}
+
+void SetupTabModel::finishPositionMeta(bool loadLensStates)
+{
+    emit minimumFocusPositionChanged();
+    emit maximumFocusPositionChanged();
+    if (loadLensStates)
+        loadLensStateNamesAsync();
+    // Without its signal: the mark on the page goes with the next change of the list.
+    m_selectedLensStateComponentsModifiedNotSaved = false;
+    announce(this, m_nearFocusPosition < m_farFocusPosition, m_focusEncoderHasAscendingValuesNearToFar,
+             &Self::focusEncoderHasAscendingValuesNearToFarChanged);
+}
+
+uint SetupTabModel::minimumFocusPosition() const
+{
+    return capabilities()->hasDiscontinuousOpticalZoom() ? std::min(m_nearFocusPosition, m_farFocusPosition)
+                                                         : m_fullRangeFocusMinimum;
+}
+
+uint SetupTabModel::maximumFocusPosition() const
+{
+    return capabilities()->hasDiscontinuousOpticalZoom() ? std::max(m_nearFocusPosition, m_farFocusPosition)
+                                                         : m_fullRangeFocusMaximum;
+}
+
+void SetupTabModel::setNearFocusPosition(uint position)
+{
+    if (!storeOnly(this, position, m_nearFocusPosition, &Self::nearFocusPositionChanged))
+        return;
+    emit minimumFocusPositionChanged();
+    emit maximumFocusPositionChanged();
+}
+
+void SetupTabModel::setFarFocusPosition(uint position)
+{
+    if (!storeOnly(this, position, m_farFocusPosition, &Self::farFocusPositionChanged))
+        return;
+    emit minimumFocusPositionChanged();
+    emit maximumFocusPositionChanged();
+}
+
+// What the camera refuses of it shows at the next read.
+void SetupTabModel::setNarrowWideNearFarPositions(uint narrowNear, uint narrowFar, uint wideNear, uint wideFar)
+{
+    const uint64_t camera = handle();
+    announce(this, narrowNear, m_narrowNearFocusPosition, &Self::narrowNearFocusPositionChanged);
+    zvtSetFocusNearPos(camera, NarrowFieldOfView, narrowNear);
+    announce(this, narrowFar, m_narrowFarFocusPosition, &Self::narrowFarFocusPositionChanged);
+    zvtSetFocusFarPos(camera, NarrowFieldOfView, narrowFar);
+    announce(this, wideNear, m_wideNearFocusPosition, &Self::wideNearFocusPositionChanged);
+    zvtSetFocusNearPos(camera, WideFieldOfView, wideNear);
+    announce(this, wideFar, m_wideFarFocusPosition, &Self::wideFarFocusPositionChanged);
+    zvtSetFocusFarPos(camera, WideFieldOfView, wideFar);
+    // Not by the property: its getter would read the limits of the camera over the operator's.
+    if (m_selectedDiscontinuousFieldOfViewIndex == NarrowFieldOfView) {
+        setNearFocusPosition(narrowNear);
+        setFarFocusPosition(narrowFar);
+    } else if (m_selectedDiscontinuousFieldOfViewIndex == WideFieldOfView) {
+        setNearFocusPosition(wideNear);
+        setFarFocusPosition(wideFar);
+    }
+}
+
+// The region of the auto focus, the distance and the athermalization
+
+void SetupTabModel::setSelectedAFRoiSizeIndex(int index)
+{
+    if (index != m_selectedAFRoiSizeIndex && zvtSetAutoFocusROISize(handle(), afRoiPixels(index)) == 0)
+        announce(this, index, m_selectedAFRoiSizeIndex, &Self::selectedAFRoiSizeIndexChanged);
+}
+
+void SetupTabModel::setSelectedAFRoiPositionIndex(int index)
+{
+    if (storeOnly(this, index, m_selectedAFRoiPositionIndex, &Self::selectedAFRoiPositionIndexChanged))
+        zvtSetAutoFocusROIPosition(handle(), static_cast<uint8_t>(index));
+}
+
+void SetupTabModel::setSelectedAFRoiShowWhenIndex(int index)
+{
+    if (storeOnly(this, index, m_selectedAFRoiShowWhenIndex, &Self::selectedAFRoiShowWhenIndexChanged)
+        && zvtSetVideoOverlayShowFocusROI(handle(), index == 0) == 0)
+        zvtSetAutoFocusROIShowWhenFocusing(handle(), index == 1);
+}
+
+void SetupTabModel::setDistanceToFocus(float metres)
+{
+    storeOnly(this, metres, *m_distanceToFocus, &Self::distanceToFocusChanged);
+}
+
+void SetupTabModel::setAthermalizationEnabled(bool enabled)
+{
+    accepted(this, enabled, m_athermalizationEnabled, &Self::athermalizationEnabledChanged,
+             zvtSetLensAthermalizationEnabled);
+}
