@@ -1,6 +1,7 @@
 # The page and everything that it is made of, as resources below :/zvt. Paths are relative to the folder zvt.
 set(ZVT_QML_FILES
     zvtmain.qml
+    SetupTab.qml
     StatusTab.qml
     animations/FadeAndShrinkAnimation.qml
     controls/BatchDownloadEntryProgressBar.qml

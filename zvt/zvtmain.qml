@@ -306,6 +306,8 @@ Item {
                         }
                         readonly property real tabWidth: availableTabs === 0 ? 0 : width / availableTabs
 
+                        // Its tabs are as wide as it lets them be.
+                        implicitWidth: 0
                         Layout.fillWidth: true
                         Layout.fillHeight: true
                         contentHeight: height
@@ -315,6 +317,12 @@ Item {
                             width: available ? tabBar.tabWidth : 0
                             //: Title of a page
                             text: qsTr("Status")
+                        }
+
+                        PageTabButton {
+                            width: available ? tabBar.tabWidth : 0
+                            //: Title of a page
+                            text: qsTr("Setup")
                         }
                     }
                 }
@@ -365,6 +373,11 @@ Item {
 
                 StatusTab {
                     tabModel: cameraModel?.statusTabModel ?? null
+                    selected: visible
+                }
+
+                SetupTab {
+                    tabModel: cameraModel?.setupTabModel ?? null
                     selected: visible
                 }
             }
