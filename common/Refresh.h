@@ -4,6 +4,7 @@
 
 #include <QDebug>
 #include <QFutureWatcher>
+#include <QThread>
 #include <QtConcurrent>
 
 #include <exception>
@@ -70,6 +71,7 @@ public:
     /// The same with the flags of another form, for a second kind of task behind the same finished slot.
     bool begin(Form form)
     {
+        Q_ASSERT(QThread::currentThread() == m_watcher.thread());
         if (busy())
             return false;
         if (form == Form::Swapped)
@@ -90,6 +92,7 @@ public:
     /// In place of run(): the read runs already, since another task has launched it.
     void follow(const QFuture<Result> &read)
     {
+        Q_ASSERT(QThread::currentThread() == m_watcher.thread());
         Q_ASSERT(!m_inFlight || m_form == Form::Unguarded || m_form == Form::NewestOnly);
         m_inFlight = true;
         m_watcher.setFuture(read);

@@ -45,9 +45,11 @@ ZvtCameraModel *SetupTabModel::cameraModel() const
 
 uint64_t SetupTabModel::handle() const { return CameraAccess::of(this).handle; }
 
+// Without the rest of a CameraAccess: bindings of the page ask for them, and would ask the controller for its handle.
 std::shared_ptr<const CapabilityBlock> SetupTabModel::capabilities() const
 {
-    return CameraAccess::of(this).capabilities;
+    const auto *root = CameraRoot::of(this);
+    return root ? root->capabilities() : std::make_shared<const CapabilityBlock>();
 }
 
 void SetupTabModel::setVisible(bool visible) { storeOnly(this, visible, m_visible, &Self::visibleChanged); }
@@ -64,8 +66,9 @@ void SetupTabModel::refresh()
 void SetupTabModel::finishedWatcher()
 {
     const SetupSettingsResult result = m_refresh.result();
-    if (result.discontinuousMeta.set())
-        follow(result.discontinuousMeta.get());
+    // The list of lens states comes behind the limits, or alone where these have been read anew meanwhile.
+    if (result.discontinuousMeta.set() && !follow(result.discontinuousMeta.get()))
+        loadLensStateNamesAsync();
     if (result.continuousMeta.set())
         m_continuousMeta.follow(result.continuousMeta.get());
     publishGain(result);

@@ -283,7 +283,7 @@ private:
     void setFocusManualMode(bool manual);
     void changeLock(bool &flag, bool value);
     void loadPositionMetaForDiscontinuousFov(unsigned char fov, bool loadLensStates);
-    void follow(const DiscontinuousFovPositionMetaRead &read);
+    bool follow(const DiscontinuousFovPositionMetaRead &read);
     void publishSpeedSteps();
     void finishPositionMeta(bool loadLensStates);
 

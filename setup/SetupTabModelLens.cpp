@@ -256,13 +256,15 @@ void SetupTabModel::loadPositionMetaForDiscontinuousFov(unsigned char fov, bool 
     follow(DiscontinuousFovPositionMetaRead::start(CameraAccess::of(this), fov, loadLensStates));
 }
 
-// A refresh hands over its read when it ends. By then the operator may have asked for the limits of another field.
-void SetupTabModel::follow(const DiscontinuousFovPositionMetaRead &read)
+// A refresh hands over its read when it ends. By then the operator may have asked for the limits of another field, and
+// it is dropped: false.
+bool SetupTabModel::follow(const DiscontinuousFovPositionMetaRead &read)
 {
     if (read.since < m_metaReadSince)
-        return;
+        return false;
     m_metaReadSince = read.since;
     m_discontinuousMeta.follow(read.result);
+    return true;
 }
 
 void SetupTabModel::finishedDiscontinuousFovPositionMetaWatcher()

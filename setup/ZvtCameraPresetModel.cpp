@@ -63,14 +63,17 @@ void ZvtCameraPresetModel::refresh()
 
 void ZvtCameraPresetModel::partialRefresh()
 {
-    m_partialRefresh.start(
-        [preset = m_preset](const CameraAccess &camera) { return GetPartialRefreshResult(camera, preset); });
+    const auto since = std::chrono::steady_clock::now();
+    if (m_partialRefresh.start(
+            [preset = m_preset](const CameraAccess &camera) { return GetPartialRefreshResult(camera, preset); }))
+        m_exposureSince = since;
 }
 
 ZvtCameraPresetModel::PresetFullRefreshResult ZvtCameraPresetModel::GetFullRefreshResult(const CameraAccess &camera,
                                                                                          int preset)
 {
     PresetFullRefreshResult result;
+    result.since = std::chrono::steady_clock::now();
     if (!camera.controller)
         return result;
     IZVTController &controller = *camera.controller;
@@ -87,6 +90,7 @@ ZvtCameraPresetModel::PresetPartialRefreshResult
 ZvtCameraPresetModel::GetPartialRefreshResult(const CameraAccess &camera, int preset)
 {
     PresetPartialRefreshResult result;
+    result.since = std::chrono::steady_clock::now();
     if (!camera.controller)
         return result;
     IZVTController &controller = *camera.controller;
@@ -110,10 +114,13 @@ void ZvtCameraPresetModel::finishedPartialRefreshWatcher()
 
 void ZvtCameraPresetModel::ApplyFullRefreshResult(const PresetFullRefreshResult &result)
 {
-    applyTimeAndRate(result.integrationTime, result.frameRate);
+    const bool newest = isNewestOfExposure(result.since);
+    if (newest)
+        applyTimeAndRate(result.integrationTime, result.frameRate);
     publishIfChanged(this, Nullable(result.subframeEnabled), m_subframeEnabled, &Self::subframeEnabledChanged);
     publishIfChanged(this, Nullable(result.dwellCount), m_dwellCount, &Self::dwellCountChanged);
-    applyFrameRates(result.frameRates, result.frameRateIndex);
+    if (newest)
+        applyFrameRates(result.frameRates, result.frameRateIndex);
     if (result.activeFactoryCalibrationIndex == m_activeFactoryCalibrationIndex
         && result.factoryCalibrationLoaded == m_factoryCalibrationLoaded)
         return;
@@ -124,8 +131,20 @@ void ZvtCameraPresetModel::ApplyFullRefreshResult(const PresetFullRefreshResult 
 
 void ZvtCameraPresetModel::ApplyPartialRefreshResult(const PresetPartialRefreshResult &result)
 {
+    if (!isNewestOfExposure(result.since))
+        return;
     applyTimeAndRate(result.integrationTime, result.frameRate);
     applyFrameRates(result.frameRates, result.frameRateIndex);
+}
+
+// The reads of all presets take long. What was changed meanwhile has been read anew, and is not to go back to what it
+// was before. A result without a time counts in any case.
+bool ZvtCameraPresetModel::isNewestOfExposure(TimePoint since)
+{
+    if (since != TimePoint() && since < m_exposureSince)
+        return false;
+    m_exposureSince = std::max(m_exposureSince, since);
+    return true;
 }
 
 void ZvtCameraPresetModel::applyTimeAndRate(double milliseconds, double hertz)

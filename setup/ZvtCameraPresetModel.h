@@ -5,6 +5,7 @@
 #include <QList>
 #include <QObject>
 
+#include <chrono>
 #include <cstdint>
 
 /// One preset of the camera: its exposure, its factory calibration and its place in a sequence or in a superframe. The
@@ -24,6 +25,8 @@ class ZvtCameraPresetModel : public QObject
     Q_PROPERTY(int frameRateIndex READ frameRateIndex WRITE setFrameRateIndex NOTIFY frameRateIndexChanged)
 
 public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
     /// What a read of the whole preset gives. A value that the camera did not give stays as it is here.
     struct PresetFullRefreshResult {
         int frameRateIndex = -1;
@@ -34,6 +37,7 @@ public:
         QList<qreal> frameRates;
         int activeFactoryCalibrationIndex = -1;
         bool factoryCalibrationLoaded = false;
+        TimePoint since{}; ///< When the read was started.
     };
 
     /// What may follow from a change of the integration time, the window or the noise reduction.
@@ -42,6 +46,7 @@ public:
         double integrationTime = 0.0;
         double frameRate = 0.0;
         QList<qreal> frameRates;
+        TimePoint since{};
     };
 
     /// Presets count from 0.
@@ -71,7 +76,8 @@ public:
     /// The reads. Any thread.
     static PresetFullRefreshResult GetFullRefreshResult(const CameraAccess &camera, int preset);
     static PresetPartialRefreshResult GetPartialRefreshResult(const CameraAccess &camera, int preset);
-    /// Publish what differs, so that a signal means a change and an open list of rates stays open.
+    /// Publish what differs, so that a signal means a change and an open list of rates stays open. Of two reads of the
+    /// exposure the one that was started last counts, whichever ends first.
     void ApplyFullRefreshResult(const PresetFullRefreshResult &result);
     void ApplyPartialRefreshResult(const PresetPartialRefreshResult &result);
 
@@ -91,6 +97,7 @@ private slots:
 private:
     using Self = ZvtCameraPresetModel;
 
+    bool isNewestOfExposure(TimePoint since);
     void applyTimeAndRate(double milliseconds, double hertz);
     void applyFrameRates(const QList<qreal> &rates, int index);
 
@@ -103,6 +110,7 @@ private:
     double m_integrationTime = 0.0;
     double m_frameRate = 0.0;
     QList<qreal> m_frameRates;
+    TimePoint m_exposureSince; ///< When the read was started that counts for times and rates.
     Refresh<Self, PresetPartialRefreshResult> m_partialRefresh{this, &Self::finishedPartialRefreshWatcher,
                                                                Form::NoFlags};
     Refresh<Self, PresetFullRefreshResult> m_fullRefresh{this, &Self::finishedFullRefreshWatcher, Form::NoFlags};

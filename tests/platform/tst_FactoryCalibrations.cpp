@@ -25,6 +25,7 @@ private slots:
     void theRowBehindTheLastStandsForNone();
     void whatIsNotThereIsRefused();
     void aSnapshotRestoresTheSelection();
+    void anotherClientSelectsOne();
     void timesMustMatchTheNames();
     void aCameraMayHaveNone();
 
@@ -111,6 +112,24 @@ void tst_FactoryCalibrations::aSnapshotRestoresTheSelection()
     QCOMPARE(selected(1), 2);
     calibrations().restore({{QStringLiteral("selected"), 1}});
     QCOMPARE(selected(1), 2);
+}
+
+void tst_FactoryCalibrations::anotherClientSelectsOne()
+{
+    auto other = m_camera->otherClient();
+    const auto name = QStringLiteral("factoryCalibrations.selected");
+    QVERIFY(other.set(QStringLiteral("sensor.activePreset"), 2));
+    QVERIFY(other.set(name, 1));
+    QCOMPARE(selected(2), 1);
+    double milliseconds = 0.0;
+    QCOMPARE(m_camera->device<emulator::Sensor>()->integrationTime(2, milliseconds), emulator::Ok);
+    QCOMPARE(milliseconds, 0.5);
+    QVERIFY(other.set(name, -1));
+    QCOMPARE(selected(2), -1);
+    for (const auto &value : {QVariant(-2), QVariant(4), QVariant(0.5), QVariant(QStringLiteral("1")), QVariant()})
+        QVERIFY(!other.set(name, value));
+    QVERIFY(!other.set(QStringLiteral("factoryCalibrations.colour"), 1));
+    QCOMPARE(selected(2), -1);
 }
 
 void tst_FactoryCalibrations::timesMustMatchTheNames()

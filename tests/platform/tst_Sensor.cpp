@@ -460,6 +460,11 @@ void tst_Sensor::anotherClientChangesSettings_data()
     QTest::newRow("integrationTime: text") << QVariant(QStringLiteral("long")) << false;
     QTest::newRow("frameRate") << QVariant(25.0) << true;
     QTest::newRow("frameRate: 0") << QVariant(0.0) << false;
+    QTest::newRow("dwellCount") << QVariant(7) << true;
+    QTest::newRow("dwellCount: below 0") << QVariant(-1) << false;
+    QTest::newRow("subframeEnabled") << QVariant(false) << true;
+    QTest::newRow("superframeRate") << QVariant(10.0) << true;
+    QTest::newRow("superframeRate: 0") << QVariant(0.0) << false;
     QTest::newRow("colour") << QVariant(1) << false;
 }
 

@@ -314,7 +314,5 @@ void tst_stateDefaults::everythingMayOverlap()
     QCOMPARE(QDir(m_camera->folder() + "/states").entryList(QDir::Files | QDir::Hidden).size(), names().size());
 }
 
-Q_DECLARE_METATYPE(std::function<bool(hlx::cam::CZVTController &)>)
-
 ZVT_TEST(tst_stateDefaults)
 #include "tst_stateDefaults.moc"

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTranslator>
 
 #include "zvt/zvtsdk.h"
 
@@ -54,6 +55,17 @@ struct About {
     AboutModel &model;
 };
 
+/// Marks every text that is translated.
+class Marked : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        return QLatin1Char('~') + QString::fromUtf8(text);
+    }
+};
+
 const QStringList ownRows{"Camera Model", "Camera Serial", "Camera Type",   "Camera SubType",
                           "ROIC Type",    "Detector Type", "Operating Time"};
 
@@ -70,7 +82,9 @@ private slots:
     void rowIsLeftOutIfAReadFails_data();
     void rowIsLeftOutIfAReadFails();
     void subtypeIsNamedByTheTypeOfTheRowBefore();
+    void longestNamesAreWhole();
     void extraInformationFollowsAsItStands();
+    void ownRowsAreTranslated();
     void cameraThatIsGoneHasTwoEmptyRows();
     void laterReadIsTheOnePublished();
     void listIsSignalledBeforeTheFlags();
@@ -80,6 +94,7 @@ private slots:
     void fileIsUtf8();
     void headingIsReadAnew();
     void fileThatCannotBeOpenedIsTold();
+    void fileThatCannotBeWrittenIsNotTold();
     void directoryStartsAtHome();
     void directoryAlwaysSignals();
 
@@ -185,6 +200,21 @@ void tst_AboutModel::subtypeIsNamedByTheTypeOfTheRowBefore()
     QVERIFY2(arguments.starts_with("5, 2"), arguments.c_str());
 }
 
+void tst_AboutModel::longestNamesAreWhole()
+{
+    About about;
+    const QString longest(199, QLatin1Char('x'));
+    const char *const names[]{"zvtGetCameraTypeName", "zvtGetCameraSubtypeName", "zvtGetReadoutName",
+                              "zvtGetDetectorTypeName"};
+    for (const char *name : names)
+        emulator::Sdk::gate().script(name, longest);
+    const RowList rows = about.refresh();
+    for (const char *name : names)
+        emulator::Sdk::gate().script(name, {});
+    for (int row = 2; row < 6; ++row)
+        QCOMPARE(rows.at(row).second, longest);
+}
+
 void tst_AboutModel::extraInformationFollowsAsItStands()
 {
     About about(true, QStringLiteral("everything"));
@@ -198,6 +228,25 @@ void tst_AboutModel::extraInformationFollowsAsItStands()
 
     about.rig.gate().failAlways("zvtGetCameraExtraInfo");
     QCOMPARE(namesOf(about.refresh()), ownRows);
+}
+
+void tst_AboutModel::ownRowsAreTranslated()
+{
+    const QTemporaryDir folder;
+    About about(true, QStringLiteral("everything"));
+    const RowList plain = about.refresh();
+    Marked marked;
+    QCoreApplication::installTranslator(&marked);
+    const RowList rows = about.refresh();
+    QVERIFY(about.model.saveTextFile(QUrl::fromLocalFile(folder.filePath("a.txt")).toString()));
+    QCoreApplication::removeTranslator(&marked);
+    QVERIFY(rows.size() == plain.size() && plain.size() > ownRows.size());
+    for (int row = 0; row < rows.size(); ++row)
+        QCOMPARE(rows.at(row).first, (row < ownRows.size() ? "~" : "") + plain.at(row).first);
+    QCOMPARE(rows.at(6).second, "~" + plain.at(6).second);
+    QFile file(folder.filePath("a.txt"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().startsWith("~"));
 }
 
 void tst_AboutModel::cameraThatIsGoneHasTwoEmptyRows()
@@ -305,6 +354,14 @@ void tst_AboutModel::fileThatCannotBeOpenedIsTold()
     about.refresh();
     QVERIFY(!about.model.saveTextFile(QUrl::fromLocalFile(folder.filePath("none/a.txt")).toString()));
     QVERIFY(!about.model.saveTextFile(QUrl::fromLocalFile(folder.path()).toString()));
+}
+
+// A disk that is full takes the file, but nothing that is written to it.
+void tst_AboutModel::fileThatCannotBeWrittenIsNotTold()
+{
+    About about;
+    about.refresh();
+    QVERIFY(about.model.saveTextFile(QStringLiteral("file:///dev/full")));
 }
 
 void tst_AboutModel::directoryStartsAtHome()

@@ -3,6 +3,8 @@
 
 #include <QRegularExpression>
 
+#include <atomic>
+
 /// The list, the name of the current state, and what changes the list.
 class tst_CameraStateModel : public Test
 {
@@ -16,6 +18,7 @@ private slots:
     void stateMayBeOverwritten();
     void unreadNameIsTestedAsItIs();
     void currentStateIsSignalledInAnyCase();
+    void onlyARefreshLogsTheName();
     void newerReadOfTheCurrentStateWins();
 
     void refreshListsInTheOrderOfTheCamera();
@@ -139,6 +142,22 @@ void tst_CameraStateModel::currentStateIsSignalledInAnyCase()
     QCOMPARE(order, QStringList({"name", "canSave"}));
     state.run(&CameraStateModel::refresh);
     QCOMPARE(order, QStringList({"name", "canSave", "name", "canSave"}));
+}
+
+void tst_CameraStateModel::onlyARefreshLogsTheName()
+{
+    static std::atomic<int> lines = 0;
+    const auto count = [](QtMsgType, const QMessageLogContext &, const QString &text) {
+        if (text.startsWith(QLatin1String("Current state name is: ")))
+            ++lines;
+    };
+    const QtMessageHandler before = qInstallMessageHandler(count);
+    State state;
+    const int atTheStart = lines;
+    state.run(&CameraStateModel::refresh);
+    qInstallMessageHandler(before);
+    QCOMPARE(atTheStart, 0);
+    QCOMPARE(lines, 1);
 }
 
 void tst_CameraStateModel::newerReadOfTheCurrentStateWins()

@@ -2,6 +2,9 @@
 #include "tests/unit/StateRig.h"
 
 #include <QTemporaryDir>
+#include <QTimer>
+
+#include <functional>
 
 namespace
 {
@@ -57,6 +60,7 @@ private slots:
     void nothingElseOfTheKindStartsMeanwhile();
     void savesAndLoadsWaitForATransfer();
     void stateThatMayNotBeOverwrittenIsNotSaved();
+    void savedStateIsThatOfTheStart();
     void specialNamesAreNotSaved();
     void specialNameInAnotherCaseIsSaved();
     void savesLeaveTheListAlone();
@@ -64,6 +68,8 @@ private slots:
     void loadWithoutAControllerFails();
 
     void endOfALoadReadsAllThatIsVisibleOnce();
+    void endOfALoadReadsWhatTheHotKeyReads_data() { addOperations(); }
+    void endOfALoadReadsWhatTheHotKeyReads();
     void endOfALoadIsToldBeforeTheName();
     void saveReadsNothing();
 
@@ -191,6 +197,23 @@ void tst_CameraStateModelSaveLoad::stateThatMayNotBeOverwrittenIsNotSaved()
     QVERIFY(!state.rig.callsSince(mark).contains("zvtSaveState"));
 }
 
+// Whatever is read meanwhile.
+void tst_CameraStateModelSaveLoad::savedStateIsThatOfTheStart()
+{
+    InStateA state;
+    state.rig.gate().hold("zvtSaveState");
+    state.model.saveState();
+    QVERIFY(state.rig.gate().waitHeld("zvtSaveState"));
+    state.rig.gate().script("zvtGetStateName", "Hard Defaults");
+    state.model.refresh();
+    QTRY_COMPARE(state.model.currentStateName(), QStringLiteral("Hard Defaults"));
+    QVERIFY(!state.model.canSaveState());
+    state.rig.gate().release("*");
+    CameraRig::settle();
+    QCOMPARE(state.model.currentStateName(), QStringLiteral("a"));
+    QVERIFY(state.model.canSaveState());
+}
+
 void tst_CameraStateModelSaveLoad::specialNamesAreNotSaved()
 {
     InStateA state;
@@ -278,6 +301,35 @@ void tst_CameraStateModelSaveLoad::endOfALoadReadsAllThatIsVisibleOnce()
     const size_t failedMark = state.rig.gate().mark();
     state.run(&CameraStateModel::loadState, QStringLiteral("a"));
     QCOMPARE(state.rig.callsSince(failedMark).count("controller.GetActivePreset"), 1);
+}
+
+// Everything is visible that can be. Whatever the hot key of the host reads is read by the end of a load, as often and
+// no more; a save reads none of it.
+void tst_CameraStateModelSaveLoad::endOfALoadReadsWhatTheHotKeyReads()
+{
+    QFETCH(const int, row);
+    const SaveOrLoad &operation = operations().at(row);
+    InStateA state;
+    for (QObject *model : state.root.findChildren<QObject *>())
+        if (model->metaObject()->indexOfProperty("visible") >= 0)
+            model->setProperty("visible", true);
+    CameraRig::settle();
+    // What polls goes by a clock of its own.
+    for (QTimer *timer : state.root.findChildren<QTimer *>())
+        timer->stop();
+    const auto callsOf = [&state](const std::function<void()> &act) {
+        const size_t mark = state.rig.gate().mark();
+        act();
+        CameraRig::settle();
+        QStringList calls = state.rig.callsSince(mark);
+        calls.sort();
+        return calls;
+    };
+    QStringList calls = callsOf([&] { operation.start(state.model); });
+    QVERIFY(calls.removeOne(QLatin1String(operation.call)));
+    const QStringList all = callsOf([&state] { state.root.refreshAllVisible(); });
+    QVERIFY(all.size() > 20);
+    QCOMPARE(calls, operation.isLoad ? all : QStringList());
 }
 
 void tst_CameraStateModelSaveLoad::endOfALoadIsToldBeforeTheName()

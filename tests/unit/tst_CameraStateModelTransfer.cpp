@@ -60,6 +60,8 @@ private slots:
     void uploadRefreshesAndDownloadDoesNot();
     void namesMayHoldAnything();
     void flagsStandWhileItRuns();
+    void endIsToldWithItsResult();
+    void nextOneMayBeginAtOnce();
     void progressGoesUpToAHundred();
     void progressOfNothingIsZero();
     void secondTransferIsIgnored();
@@ -136,6 +138,42 @@ void tst_CameraStateModelTransfer::flagsStandWhileItRuns()
     QVERIFY(transfer.finish());
     QCOMPARE(order.count("transferring"), 2);
     QCOMPARE(order.last(), QStringLiteral("transferring"));
+}
+
+// Direction and result are known by then, and the list has not been asked for yet.
+void tst_CameraStateModelTransfer::endIsToldWithItsResult()
+{
+    Transfer transfer;
+    QVERIFY(transfer.download("a", "copy.qsf"));
+    QStringList seen;
+    QObject::connect(&transfer.model, &CameraStateModel::transferringChanged, this, [&] {
+        const CameraStateModel &model = transfer.model;
+        seen << QStringLiteral("transferring %1, upload %2, ok %3, refreshing %4")
+                    .arg(model.transferring())
+                    .arg(model.transferUpload())
+                    .arg(model.transferOk())
+                    .arg(model.refreshing());
+    });
+    transfer.rig.gate().failNext(uploadCall);
+    QVERIFY(transfer.upload("copy.qsf"));
+    QVERIFY(transfer.upload("copy.qsf"));
+    QCOMPARE(
+        seen,
+        QStringList({"transferring 1, upload 1, ok 1, refreshing 0", "transferring 0, upload 1, ok 0, refreshing 0",
+                     "transferring 1, upload 1, ok 0, refreshing 0", "transferring 0, upload 1, ok 1, refreshing 0"}));
+}
+
+void tst_CameraStateModelTransfer::nextOneMayBeginAtOnce()
+{
+    Transfer transfer;
+    QObject::connect(&transfer.model, &CameraStateModel::transferringChanged, this, [&] {
+        if (!transfer.model.transferring() && transfer.localFiles().size() < 2)
+            transfer.model.downloadState("a", transfer.url("second.qsf"));
+    });
+    transfer.model.downloadState("a", transfer.url("first.qsf"));
+    QTRY_COMPARE(transfer.localFiles(), QStringList({"first.qsf", "second.qsf"}));
+    QVERIFY(transfer.finish());
+    QVERIFY(transfer.model.transferOk());
 }
 
 void tst_CameraStateModelTransfer::progressGoesUpToAHundred()

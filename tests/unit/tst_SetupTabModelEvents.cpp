@@ -17,6 +17,7 @@ private slots:
     void eventDuringARefreshIsDropped();
     void failedReadIsIgnored();
     void readsMayOverlap();
+    void everyReadActsOnItsOwnAnswer();
     void modelMayDieDuringARead();
     void tickWithoutAControllerEnds();
     void changeOfAnotherClientShows();
@@ -169,6 +170,25 @@ void tst_SetupTabModelEvents::readsMayOverlap()
     CameraRig::settle();
     QCOMPARE(tab.calls(mark), eventRead + eventRead);
     QVERIFY(tab.model->findChildren<QFutureWatcherBase *>().isEmpty());
+}
+
+void tst_SetupTabModelEvents::everyReadActsOnItsOwnAnswer()
+{
+    SetupTab tab;
+    auto *counting = new CountingTab(&tab.root);
+    counting->setVisible(true);
+    SignalLog capabilities(tab.root.cameraCapabilitiesModel());
+    QVERIFY(tab.rig.camera().changeMakeUp("hasLensCover", false));
+    QVERIFY(tab.rig.camera().otherClient().set(QStringLiteral("focusToDistance.available"), false));
+    tab.gate().hold("zvtReadEventQueue");
+    for (int tick = 0; tick < 3; ++tick)
+        QMetaObject::invokeMethod(counting, "timeoutEventQueueTimer");
+    QVERIFY(tab.gate().waitHeld("zvtReadEventQueue", 2));
+    tab.gate().release("*");
+    CameraRig::settle();
+    // One of the make-up, one of the settings, and one of nothing.
+    QCOMPARE(counting->refreshes, 2);
+    QCOMPARE(capabilities.take().size(), 1);
 }
 
 void tst_SetupTabModelEvents::modelMayDieDuringARead()

@@ -19,6 +19,8 @@ private slots:
     void stepsLeadToTheSamePlaceUntilThePositionIsRead();
     void stopOfALensThatGoesByStepsIsNoStopBySpeed();
     void stepsStayOn();
+    void unknownIncrementIsTheUsualOne();
+    void freshLensSteps();
 
     void focusSliderSendsATarget();
 };
@@ -203,6 +205,31 @@ void tst_SetupTabModelFocus::stepsStayOn()
     tab.gate().script("zvtMfgGetFocusPositionIncrement", 7);
     tab.refresh();
     QCOMPARE(tab.guiCallsOf([&] { tab.model->attemptMoveFocus(1); }), QStringList{"zvtSetFocusPos 2045"});
+}
+
+void tst_SetupTabModelFocus::unknownIncrementIsTheUsualOne()
+{
+    SetupTab tab(QStringLiteral("discrete-fov"));
+    tab.gate().script("zvtMfgGetFocusSlowControl", 0);
+    tab.gate().script("zvtSetFocusPos", true);
+    tab.gate().failAlways("zvtMfgGetFocusPositionIncrement");
+    tab.readFocus(100, 5000, 2000);
+    QCOMPARE(tab.guiCallsOf([&] { tab.model->attemptMoveFocus(1); }), QStringList{"zvtSetFocusPos 2090"});
+
+    // A lens whose slow control is not known goes by speed.
+    SetupTab unknown(QStringLiteral("discrete-fov"));
+    unknown.gate().failAlways("zvtMfgGetFocusSlowControl");
+    unknown.gate().script("zvtFocusMove", true);
+    unknown.readFocus(100, 5000, 2000);
+    QCOMPARE(unknown.guiCallsOf([&] { unknown.model->attemptMoveFocus(1); }), QStringList{"zvtFocusMove 1"});
+}
+
+// It starts with a direction, and with limits between which there is no way.
+void tst_SetupTabModelFocus::freshLensSteps()
+{
+    SetupTab tab;
+    tab.gate().script("zvtSetFocusPos", true);
+    QCOMPARE(tab.tick("slowFocusTimer"), QStringList{"zvtSetFocusPos 0"});
 }
 
 void tst_SetupTabModelFocus::focusSliderSendsATarget()

@@ -10,9 +10,11 @@ class tst_SetupTabModelLensStates : public Test
 
 private slots:
     void listComesWithTheRefresh();
+    void listComesThoughTheLimitsWereReadMeanwhile();
     void everyRefreshSelectsTheFirstState();
     void failedListIsEmpty();
     void lensWithoutStatesPublishesAnEmptyList();
+    void newestListIsPublished();
     void modelMayDieDuringTheList();
 
     void addedStateIsSelected();
@@ -85,6 +87,24 @@ void tst_SetupTabModelLensStates::listComesWithTheRefresh()
     QCOMPARE(tab.model->selectedLensStateIndex(), 0);
 }
 
+void tst_SetupTabModelLensStates::listComesThoughTheLimitsWereReadMeanwhile()
+{
+    SetupTab tab(QStringLiteral("discrete-fov"));
+    zvtSaveLensStateAs(tab.handle(), "Day");
+    tab.gate().hold("zvtGetFrameSyncSource");
+    const size_t since = tab.mark();
+    tab.model->refresh();
+    QTRY_VERIFY(tab.calls(since).contains("zvtGetFocusFarPos 1"));
+    // The page looks at the field of view before the refresh has ended.
+    tab.model->selectedDiscontinuousFieldOfViewIndex();
+    QTRY_VERIFY(tab.model->fastSpeedStep() > 0);
+    QVERIFY(!tab.calls(since).contains(listCall));
+    tab.gate().release("*");
+    CameraRig::settle();
+    QCOMPARE(tab.model->lensStateNames(), QStringList{"Day"});
+    QCOMPARE(tab.calls(since).count(listCall), 1);
+}
+
 void tst_SetupTabModelLensStates::everyRefreshSelectsTheFirstState()
 {
     StatesTab tab({"Day", "Night"});
@@ -114,6 +134,23 @@ void tst_SetupTabModelLensStates::lensWithoutStatesPublishesAnEmptyList()
     const QStringList order = tab.log.take();
     QCOMPARE(order.mid(order.size() - listed.size()), listed);
     QCOMPARE(tab.model->selectedLensStateIndex(), -1);
+}
+
+// Nothing keeps one list from being read while another one is.
+void tst_SetupTabModelLensStates::newestListIsPublished()
+{
+    StatesTab tab({"Day"});
+    tab.gate().hold("zvtListLensStates");
+    const size_t since = tab.mark();
+    for (int list = 1; list <= 2; ++list) {
+        tab.model->refresh();
+        QTRY_COMPARE(tab.calls(since).count(listCall), list);
+        QVERIFY(tab.model->hasRefreshed());
+    }
+    tab.log.take();
+    tab.gate().release("*");
+    CameraRig::settle();
+    QCOMPARE(tab.log.take(), listed);
 }
 
 void tst_SetupTabModelLensStates::modelMayDieDuringTheList()

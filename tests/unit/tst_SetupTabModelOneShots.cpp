@@ -49,6 +49,7 @@ const QStringList zoomEnd = QStringList{"zvtGetFOVCurrentPos"} + focusAndDistanc
 struct Heard {
     QList<QList<int>> regions;
     QStringList ends; ///< "locked" or "unlocked", as it was then.
+    QList<int> endPositions; ///< What the model showed then.
     bool startedOnGui = false;
     bool endedOnGui = false;
     SetupTabModel *model = nullptr;
@@ -66,6 +67,7 @@ struct Heard {
                                                      auto *heard = static_cast<Heard *>(context);
                                                      const bool unlocked = heard->model->lensBasedControlsEnabled();
                                                      heard->ends << (unlocked ? "unlocked" : "locked");
+                                                     heard->endPositions << heard->model->selectedFocusPosition();
                                                      heard->endedOnGui = onGui(heard);
                                                  },
                                                  this});
@@ -291,12 +293,14 @@ void tst_SetupTabModelOneShots::autoFocusWithoutRegionStillFocuses()
     SetupTab tab;
     Heard heard(tab);
     tab.gate().script("zvtAutoFocusFast", true);
+    tab.gate().script("zvtGetFocusCurrentPos", 4321);
     tab.gate().failNext(failing.toStdString());
     const QStringList calls = tab.callsOf([&] { tab.model->autoFocus(); });
     QVERIFY(calls.value(calls.size() - 3).startsWith(failing));
     QCOMPARE(calls.mid(calls.size() - 2), QStringList({"zvtAutoFocusFast 1", "zvtGetFocusCurrentPos"}));
     QCOMPARE(heard.regions.size(), 0);
     QCOMPARE(heard.ends, QStringList{"locked"});
+    QCOMPARE(heard.endPositions, QList<int>{4321});
 }
 
 void tst_SetupTabModelOneShots::autoFocusTellsItsEndBeforeTheUnlock()

@@ -131,6 +131,7 @@ void tst_SetupTabModelSettings::distanceStartsAtTheNearest()
 
     // What the operator has entered meanwhile goes with the next refresh.
     tab.model->setDistanceToFocus(50.0F);
+    tab.model->setDistanceToFocus(50.0F);
     QCOMPARE(tab.log.take(), QStringList{"distanceToFocusChanged"});
     tab.refresh();
     QTEST(tab.model->distanceToFocus(), "distance");
@@ -324,7 +325,10 @@ void tst_SetupTabModelSettings::noiseReductionReadsThePresetsAnew()
     QCOMPARE(tab.callsOf([&] { tab.model->setReduceNoise(before); }), QStringList{"controller.GetReduceNoise"});
     QCOMPARE(tab.log.take(), QStringList());
 
+    bool shown = before;
+    QObject::connect(tab.model, &SetupTabModel::reduceNoiseChanged, this, [&] { shown = tab.model->reduceNoise(); });
     const QStringList calls = tab.callsOf([&] { tab.model->setReduceNoise(!before); });
+    QCOMPARE(shown, !before);
     QCOMPARE(calls.mid(0, 2),
              QStringList({"controller.GetReduceNoise",
                           QStringLiteral("controller.SetReduceNoise ") + (before ? "false" : "true")}));

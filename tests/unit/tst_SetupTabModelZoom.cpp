@@ -225,6 +225,14 @@ void tst_SetupTabModelZoom::refusedZoomTargetIsLookedAtAllTheSame()
     QCOMPARE(tab.model->selectedZoomPosition(), 5000U);
     QCOMPARE(tab.log.take(), QStringList());
     QVERIFY(tab.timer("zoomSettleTimer")->isActive());
+
+    // What was seen before does not count either.
+    tab.gate().script("zvtGetFOVCurrentPos", 5000);
+    tab.tick("zoomSettleTimer");
+    tab.gate().failNext("zvtFOVMoveTo");
+    tab.model->zoomMoveTo(6000);
+    tab.tick("zoomSettleTimer");
+    QVERIFY(tab.timer("zoomSettleTimer")->isActive());
 }
 
 void tst_SetupTabModelZoom::zoomAtZeroHasSettledAtOnce()

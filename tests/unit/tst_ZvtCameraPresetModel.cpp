@@ -32,6 +32,9 @@ private slots:
     void fullReadAsksInOrder();
     void partialReadAsksInOrder();
     void readsRunBesideOneAnother();
+    void newestReadOfTheExposureCounts();
+    void readUnderWayIsNewerThanTheOneThatEnds();
+    void olderPartialReadIsNotPublished();
     void calibrationIsFoundInTheStrings_data();
     void calibrationIsFoundInTheStrings();
     void cameraWithoutCalibrationsHasNoRow();
@@ -117,6 +120,66 @@ void tst_ZvtCameraPresetModel::readsRunBesideOneAnother()
     camera.preset->refresh();
     camera.preset->partialRefresh();
     QVERIFY(camera.gate().waitHeld("controller.GetPresetIntegrationTime", 2));
+}
+
+// A slow read of everything has asked before the operator made the change, and ends behind it.
+void tst_ZvtCameraPresetModel::newestReadOfTheExposureCounts()
+{
+    Preset camera;
+    const auto controller = camera.rig.controller();
+    controller->SetDwellCount(presetNumber, 9);
+    camera.gate().hold("zvtGetActivePreset");
+    camera.model->refresh();
+    QVERIFY(camera.gate().waitHeld("zvtGetActivePreset"));
+    camera.preset->setIntegrationTime(40.0);
+    QTRY_VERIFY(camera.preset->frameRates().first() < 25.0);
+    const QList<qreal> rates = camera.preset->frameRates();
+    camera.log.take();
+    camera.gate().release("*");
+    CameraRig::settle();
+    QCOMPARE(camera.log.take(), QStringList{"dwellCountChanged"});
+    QCOMPARE(camera.preset->integrationTime(), 40.0);
+    QCOMPARE(camera.preset->frameRates(), rates);
+    // The next read is the newest again.
+    controller->SetPresetIntegrationTime(presetNumber, 1, 1.5);
+    camera.refresh();
+    QCOMPARE(camera.preset->integrationTime(), 1.5);
+}
+
+void tst_ZvtCameraPresetModel::readUnderWayIsNewerThanTheOneThatEnds()
+{
+    Preset camera;
+    camera.gate().hold("zvtGetActivePreset");
+    camera.model->refresh();
+    QVERIFY(camera.gate().waitHeld("zvtGetActivePreset"));
+    camera.gate().hold("controller.GetPresetFrameRateIndex");
+    camera.preset->setIntegrationTime(40.0);
+    QVERIFY(camera.gate().waitHeld("controller.GetPresetFrameRateIndex"));
+    camera.log.take();
+    camera.gate().release("zvtGetActivePreset");
+    QTRY_VERIFY(!camera.model->refreshing());
+    QCOMPARE(camera.preset->integrationTime(), 40.0);
+    QCOMPARE(camera.log.take(), QStringList());
+    camera.gate().release("*");
+    CameraRig::settle();
+    QVERIFY(camera.preset->frameRates().first() < 25.0);
+}
+
+void tst_ZvtCameraPresetModel::olderPartialReadIsNotPublished()
+{
+    Preset camera;
+    camera.gate().hold("controller.GetPresetFrameRateIndex");
+    camera.preset->partialRefresh();
+    QVERIFY(camera.gate().waitHeld("controller.GetPresetFrameRateIndex"));
+    Full newer;
+    newer.integrationTime = 7.5;
+    newer.since = std::chrono::steady_clock::now();
+    camera.preset->ApplyFullRefreshResult(newer);
+    camera.log.take();
+    camera.gate().release("*");
+    CameraRig::settle();
+    QCOMPARE(camera.log.take(), QStringList());
+    QCOMPARE(camera.preset->integrationTime(), 7.5);
 }
 
 void tst_ZvtCameraPresetModel::calibrationIsFoundInTheStrings_data()

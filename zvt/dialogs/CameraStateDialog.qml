@@ -190,6 +190,19 @@ InformationDialog {
                 Keys.onDownPressed: dialog._step(1)
                 Keys.onReturnPressed: dialog._saveOrLoad()
                 Keys.onEnterPressed: dialog._saveOrLoad()
+                // There may be a thousand of them.
+                Keys.onPressed: event => {
+                    const page = Math.max(1, Math.floor(height / root.rowHeight))
+                    const rows = {
+                        [Qt.Key_PageUp]: -page,
+                        [Qt.Key_PageDown]: page,
+                        [Qt.Key_Home]: -count,
+                        [Qt.Key_End]: count
+                    }[event.key] ?? 0
+                    event.accepted = rows !== 0
+                    if (event.accepted)
+                        dialog._step(rows)
+                }
 
                 ScrollBar.vertical: ScrollBar {
                     policy: list.contentHeight > list.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff

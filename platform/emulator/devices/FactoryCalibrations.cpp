@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/Corrections.h"
+#include "platform/emulator/devices/settings.h"
 
 #include <QJsonArray>
 
@@ -38,6 +39,15 @@ void FactoryCalibrations::restore(const QJsonObject &values)
         if (row >= none && row < m_names.size())
             m_selected.at(preset) = row;
     }
+}
+
+bool FactoryCalibrations::set(const QString &name, const QVariant &value)
+{
+    const auto row = settingAs<int>(value);
+    if (name != u"selected"_s || !row)
+        return false;
+    const int rowOfNone = static_cast<int>(m_names.size());
+    return select(camera().device<Sensor>()->activePreset(), *row == none ? rowOfNone : *row) == Ok;
 }
 
 bool FactoryCalibrations::hasPreset(int preset) const

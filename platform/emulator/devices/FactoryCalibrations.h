@@ -25,6 +25,8 @@ public:
 
     QJsonObject save() const override;
     void restore(const QJsonObject &values) override;
+    /// "selected": the row of the active preset, or `none`.
+    bool set(const QString &name, const QVariant &value) override;
 
     const QStringList &names() const { return m_names; }
 

@@ -33,7 +33,8 @@ public:
     QJsonObject save() const override;
     void restore(const QJsonObject &values) override;
     /// "window" (a list x, y, width, height), "sequencingMode", "activePreset", "videoPreset", "gigEPreset",
-    /// "reduceNoise", "saturated", and of the active preset "integrationTime" (ms) and "frameRate" (Hz).
+    /// "reduceNoise", "saturated", "superframeRate" (Hz), and of the active preset "integrationTime" (ms), "frameRate"
+    /// (Hz), "dwellCount" and "subframeEnabled".
     bool set(const QString &name, const QVariant &value) override;
 
     uint32_t clockFrequency() const { return m_clockFrequency; }

@@ -134,6 +134,9 @@ bool Sensor::set(const QString &name, const QVariant &value)
         {QStringLiteral("saturated"), [&] { return setFlag(m_saturationFlag); }},
         {QStringLiteral("integrationTime"), [&] { return setIntegrationTime(m_activePreset, numberOf(value)); }},
         {QStringLiteral("frameRate"), [&] { return setFrameRate(m_activePreset, numberOf(value)); }},
+        {dwellCountKey, [&] { return setDwellCount(m_activePreset, unsignedOf(value).value_or(UINT32_MAX)); }},
+        {subframeEnabledKey, [&] { return setFlag(m_presets[static_cast<size_t>(m_activePreset)].subframeEnabled); }},
+        {QStringLiteral("superframeRate"), [&] { return setSuperframeRate(numberOf(value)); }},
     };
     const auto found = settings.find(name);
     return found != settings.end() && found->second() == Ok;
