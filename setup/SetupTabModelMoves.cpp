@@ -35,13 +35,11 @@ Region focusRegion(uint8_t position, int size, int windowWidth, int windowHeight
     const auto start = [half = size / 2](int extent, bool quarter, bool farSide) {
         return (quarter ? extent / 4 * (farSide ? 3 : 1) : extent / 2) - half;
     };
-    constexpr uint8_t topLeft = 1;
-    constexpr uint8_t topRight = 2;
-    constexpr uint8_t bottomLeft = 3;
-    constexpr uint8_t bottomRight = 4;
-    const bool quarter = position >= topLeft && position <= bottomRight;
-    const int x = start(windowWidth, quarter, position == topRight || position == bottomRight);
-    const int y = start(windowHeight, quarter, position == bottomLeft || position == bottomRight);
+    const bool quarter = position >= ZVT_AF_ROI_TOP_LEFT && position <= ZVT_AF_ROI_BOTTOM_RIGHT;
+    const bool right = position == ZVT_AF_ROI_TOP_RIGHT || position == ZVT_AF_ROI_BOTTOM_RIGHT;
+    const bool bottom = position == ZVT_AF_ROI_BOTTOM_LEFT || position == ZVT_AF_ROI_BOTTOM_RIGHT;
+    const int x = start(windowWidth, quarter, right);
+    const int y = start(windowHeight, quarter, bottom);
     const int left = std::max(x, 0);
     const int top = std::max(y, 0);
     return {left, top, std::min(x + size, windowWidth) - left, std::min(y + size, windowHeight) - top};

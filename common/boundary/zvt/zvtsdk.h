@@ -235,7 +235,7 @@ int zvtAutoFocusFull(uint64_t handle, int flag);
 int zvtGetAutoFocusROISize(uint64_t handle, uint16_t* size);
 /// Sets the side of the focus region; other sizes are refused.
 int zvtSetAutoFocusROISize(uint64_t handle, uint16_t size);
-/// Where the focus region lies: 0 centre, 1 top left, 2 top right, 3 bottom left, 4 bottom right.
+/// Where the focus region lies, a zvtEAutoFocusROIPosition.
 int zvtGetAutoFocusROIPosition(uint64_t handle, uint8_t* position);
 /// Sets it.
 int zvtSetAutoFocusROIPosition(uint64_t handle, uint8_t position);

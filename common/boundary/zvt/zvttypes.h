@@ -72,6 +72,15 @@ struct zvtSInfoEntry {
     hlx::CString value;
 };
 
+/// Where in the image window the auto focus looks: in its middle, or in that of one of its quarters.
+enum zvtEAutoFocusROIPosition : uint8_t {
+    ZVT_AF_ROI_CENTER = 0,
+    ZVT_AF_ROI_TOP_LEFT = 1,
+    ZVT_AF_ROI_TOP_RIGHT = 2,
+    ZVT_AF_ROI_BOTTOM_LEFT = 3,
+    ZVT_AF_ROI_BOTTOM_RIGHT = 4,
+};
+
 /// What the camera says about itself through its event queue.
 enum zvtEEventType : int {
     ZVT_EVENT_NONE = 0, ///< The queue is empty.

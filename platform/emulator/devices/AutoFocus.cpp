@@ -8,6 +8,8 @@
 #include <array>
 #include <cmath>
 
+#include "zvt/zvttypes.h"
+
 namespace emulator
 {
 
@@ -28,7 +30,8 @@ const auto sceneDistanceKey = QStringLiteral("sceneDistance");
 
 AutoFocus::AutoFocus(Camera &camera, Section &section)
     : Device(camera), m_regionSize(static_cast<uint16_t>(section.integer(regionSizeKey, 128, 1, UINT16_MAX))),
-      m_regionPosition(static_cast<uint8_t>(section.integer(regionPositionKey, Center, Center, BottomRight))),
+      m_regionPosition(static_cast<uint8_t>(
+          section.integer(regionPositionKey, ZVT_AF_ROI_CENTER, ZVT_AF_ROI_CENTER, ZVT_AF_ROI_BOTTOM_RIGHT))),
       m_showWhenFocusing(section.flag(showWhenFocusingKey, true)), m_showAlways(section.flag(showAlwaysKey, false)),
       m_sceneDistance(section.number(sceneDistanceKey, 25, 0.001, farthestScene))
 {
@@ -70,7 +73,7 @@ Status AutoFocus::setRegionSize(uint16_t pixels)
 
 Status AutoFocus::setRegionPosition(uint8_t position)
 {
-    if (position > BottomRight)
+    if (position > ZVT_AF_ROI_BOTTOM_RIGHT)
         return Refused;
     m_regionPosition = position;
     return Ok;
@@ -107,7 +110,7 @@ bool AutoFocus::set(const QString &name, const QVariant &value)
     const auto number = settingAs<uint16_t>(value);
     if (name == regionSizeKey)
         return number && setRegionSize(*number) == Ok;
-    return name == regionPositionKey && number && *number <= BottomRight
+    return name == regionPositionKey && number && *number <= ZVT_AF_ROI_BOTTOM_RIGHT
         && setRegionPosition(static_cast<uint8_t>(*number)) == Ok;
 }
 

@@ -14,8 +14,6 @@ namespace emulator
 class AutoFocus : public Device
 {
 public:
-    enum Position : uint8_t { Center, TopLeft, TopRight, BottomLeft, BottomRight };
-
     /// Knows in the profile: "regionSize" (pixels, any, also one that cannot be set), "regionPosition",
     /// "showWhenFocusing", "showAlways", and "sceneDistance" (where the scene is, in metres).
     AutoFocus(Camera &camera, Section &section);

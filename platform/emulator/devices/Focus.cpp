@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace emulator
 {
@@ -17,8 +16,6 @@ namespace emulator
 namespace
 {
 
-constexpr int largest = std::numeric_limits<int>::max();
-constexpr double fastestOfAll = 1e12;
 constexpr uint8_t onlyField = 2;
 const auto nearKey = QStringLiteral("near");
 const auto farKey = QStringLiteral("far");
@@ -27,11 +24,6 @@ const auto positionKey = QStringLiteral("position");
 const auto manualKey = QStringLiteral("manual");
 const auto slowByStepsKey = QStringLiteral("slowBySteps");
 const auto restKey = QStringLiteral("withoutZoom");
-
-uint32_t counts(Section &section, const QString &key, uint32_t fallback, uint32_t minimum)
-{
-    return static_cast<uint32_t>(section.integer(key, static_cast<int>(fallback), static_cast<int>(minimum), largest));
-}
 
 std::vector<uint32_t> countList(Section &section, const QString &key, const QList<double> &fallback, size_t size,
                                 Motor::Range range)
@@ -63,29 +55,28 @@ QJsonArray toJson(const std::vector<uint32_t> &list)
 
 Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum, double zoomShare)
 {
-    const double fastest = section.number(QStringLiteral("countsPerSecond"), 5000, 1, fastestOfAll);
-    const double slowing = section.number(QStringLiteral("slowingSeconds"), 0.1, 0, 10);
-    const double position = section.integer(positionKey, static_cast<int>(minimum + (maximum - minimum) / 2),
-                                            static_cast<int>(minimum), static_cast<int>(maximum));
-    return Motor({minimum - zoomShare, double(maximum)}, fastest, slowing, position);
+    constexpr double usualSpeed = 5000;
+    const double middle = minimum + (maximum - minimum) / 2;
+    return Motor::fromProfile(section, {minimum - zoomShare, double(maximum)}, usualSpeed,
+                              {double(minimum), double(maximum)}, middle);
 }
 
 } // namespace
 
 Focus::Focus(Camera &camera, Section &section)
-    : Device(camera), m_minimum(counts(section, QStringLiteral("minimum"), 0, 0)),
-      m_maximum(counts(section, QStringLiteral("maximum"), std::max(m_minimum, 10'000U), m_minimum)),
+    : Device(camera), m_minimum(Motor::counts(section, QStringLiteral("minimum"), 0, 0)),
+      m_maximum(Motor::counts(section, QStringLiteral("maximum"), std::max(m_minimum, 10'000U), m_minimum)),
       m_descending(section.flag(QStringLiteral("descending"), false)),
       m_near(countList(section, nearKey, {double(m_descending ? m_maximum : m_minimum)}, 0,
                        {double(m_minimum), double(m_maximum)})),
       m_far(countList(section, farKey, QList<double>(m_near.size(), m_descending ? m_minimum : m_maximum),
                       m_near.size(), {double(m_minimum), double(m_maximum)})),
-      m_increments(
-          countList(section, incrementsKey, QList<double>(m_near.size(), 90), m_near.size(), {0, double(largest)})),
+      m_increments(countList(section, incrementsKey, QList<double>(m_near.size(), 90), m_near.size(),
+                             {0, double(Motor::mostCounts)})),
       m_percent(section.flag(QStringLiteral("percent"), false)), m_slowBySteps(section.flag(slowByStepsKey, false)),
       m_manual(section.flag(manualKey, false)), m_nearest(distances(section, QStringLiteral("nearest"), {5.0, 0.5})),
       m_farthest(distances(section, QStringLiteral("farthest"), {5000.0, 500.0})),
-      m_zoomShare(section.integer(QStringLiteral("zoomShare"), 0, 0, largest)),
+      m_zoomShare(section.integer(QStringLiteral("zoomShare"), 0, 0, Motor::mostCounts)),
       m_motor(makeMotor(section, m_minimum, m_maximum, m_zoomShare))
 {
 }
@@ -200,7 +191,7 @@ void Focus::restore(const QJsonObject &values)
     for (const QString &key : {nearKey, farKey, incrementsKey, slowByStepsKey})
         if (values.contains(key))
             set(key, values.value(key).toVariant());
-    const double rest = values.value(restKey).toDouble(-1.0 - largest);
+    const double rest = values.value(restKey).toDouble(-1.0 - Motor::mostCounts);
     if (rest < m_minimum - m_zoomShare || rest > m_maximum)
         return;
     // While the camera is off, the lens is where it was left.

@@ -21,6 +21,22 @@ constexpr std::array stepParts{0.0, 0.1, 0.4, 1.0};
 
 } // namespace
 
+uint32_t Motor::counts(Section &section, const QString &key, uint32_t fallback, uint32_t minimum)
+{
+    return static_cast<uint32_t>(
+        section.integer(key, static_cast<int>(fallback), static_cast<int>(minimum), mostCounts));
+}
+
+Motor Motor::fromProfile(Section &section, Range stops, double usualSpeed, Range range, double usualPosition)
+{
+    constexpr double fastestOfAll = 1e12;
+    const double fastest = section.number(QStringLiteral("countsPerSecond"), usualSpeed, 1, fastestOfAll);
+    const double slowing = section.number(QStringLiteral("slowingSeconds"), 0.1, 0, 10);
+    const double position = section.integer(QStringLiteral("position"), static_cast<int>(usualPosition),
+                                            static_cast<int>(range.minimum), static_cast<int>(range.maximum));
+    return {stops, fastest, slowing, position};
+}
+
 std::optional<double> Motor::partOfStep(int32_t step)
 {
     const auto size = static_cast<uint32_t>(step < 0 ? -int64_t(step) : step);

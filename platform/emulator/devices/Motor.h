@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/emulator/Gate.h"
+#include "platform/emulator/Section.h"
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 
 namespace emulator
@@ -20,6 +22,15 @@ public:
         double minimum;
         double maximum;
     };
+
+    static constexpr int mostCounts = std::numeric_limits<int>::max();
+
+    /// Encoder counts of a profile, from `minimum` up.
+    static uint32_t counts(Section &section, const QString &key, uint32_t fallback, uint32_t minimum);
+
+    /// The motor of a profile, which tells its "countsPerSecond", "slowingSeconds" and, within the counts of `range`,
+    /// its "position".
+    static Motor fromProfile(Section &section, Range stops, double usualSpeed, Range range, double usualPosition);
 
     /// `stops` are the hard ones, `fastest` is in counts in a second, and `slowingSeconds` is what it takes to come to
     /// a standstill from there.

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace emulator
 {
@@ -13,32 +12,22 @@ namespace emulator
 namespace
 {
 
-constexpr int largest = std::numeric_limits<int>::max();
-constexpr double fastestOfAll = 1e12;
 const auto positionKey = QStringLiteral("position");
-
-uint32_t counts(Section &section, const char *key, uint32_t fallback, uint32_t minimum)
-{
-    return static_cast<uint32_t>(
-        section.integer(QLatin1String(key), static_cast<int>(fallback), static_cast<int>(minimum), largest));
-}
 
 Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum)
 {
+    constexpr double usualSpeed = 4000;
     // The encoder knows no negative counts.
     const double overtravel = section.integer(QStringLiteral("overtravel"), 0, 0, static_cast<int>(minimum));
-    const double fastest = section.number(QStringLiteral("countsPerSecond"), 4000, 1, fastestOfAll);
-    const double slowing = section.number(QStringLiteral("slowingSeconds"), 0.1, 0, 10);
-    const double position
-        = section.integer(positionKey, static_cast<int>(minimum), static_cast<int>(minimum), static_cast<int>(maximum));
-    return Motor({minimum - overtravel, maximum + overtravel}, fastest, slowing, position);
+    return Motor::fromProfile(section, {minimum - overtravel, maximum + overtravel}, usualSpeed,
+                              {double(minimum), double(maximum)}, minimum);
 }
 
 } // namespace
 
 Zoom::Zoom(Camera &camera, Section &section)
-    : Device(camera), m_minimum(counts(section, "minimum", 500, 0)),
-      m_maximum(counts(section, "maximum", std::max(m_minimum, 10'000U), m_minimum)),
+    : Device(camera), m_minimum(Motor::counts(section, QStringLiteral("minimum"), 500, 0)),
+      m_maximum(Motor::counts(section, QStringLiteral("maximum"), std::max(m_minimum, 10'000U), m_minimum)),
       m_percent(section.flag(QStringLiteral("percent"), false)), m_motor(makeMotor(section, m_minimum, m_maximum))
 {
 }
