@@ -27,7 +27,7 @@ function(zvt_tests kind)
         if(name MATCHES "^tst_")
             add_test(NAME ${kind}.${name} COMMAND ${program} ${name})
             set_tests_properties(${kind}.${name} PROPERTIES LABELS ${kind} TIMEOUT ${ARG_TIMEOUT}
-                ENVIRONMENT "ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp;UBSAN_OPTIONS=print_stacktrace=1;GCOV_ERROR_FILE=/dev/null")
+                ENVIRONMENT "ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;GCOV_ERROR_FILE=/dev/null")
         endif()
     endforeach()
     foreach(name IN LISTS ARG_LONG)
