@@ -18,6 +18,9 @@ ScrollView {
     property string windowWarning
     property var windowMarks: []
 
+    // The choice whose list is open, if any.
+    property var openChoice: null
+
     readonly property int labelWidth: 124
     readonly property bool connected: root.safeGetConnected()
     readonly property bool onScreen: visible && (Window.window?.visible ?? false)
@@ -50,16 +53,18 @@ ScrollView {
         windowMarks = []
     }
 
-    // Hands the number in the text to `take`; a text that holds none is passed over.
-    function takeNumber(text: string, take: var) {
+    // Hands the number in the text to `take`; a text that holds none is passed over: false.
+    function takeNumber(text: string, take: var): bool {
         let number = NaN
         try {
             number = Number.fromLocaleString(text)
         } catch (error) {
-            return
+            return false
         }
-        if (!isNaN(number))
-            take(number)
+        if (isNaN(number))
+            return false
+        take(number)
+        return true
     }
 
     // The model can die before the page does.
@@ -75,7 +80,7 @@ ScrollView {
 
     // Whoever walks by keyboard sees where they are. What the pointer has hold of stays below it.
     function _bringIntoView(item: var) {
-        let ancestor = item
+        let ancestor = item?.visible ? item : null
         while (ancestor && ancestor !== sections)
             ancestor = ancestor.parent
         if (!ancestor || item.focusReason === Qt.MouseFocusReason)
@@ -172,7 +177,8 @@ ScrollView {
             id: body
 
             visible: section.expanded
-            enabled: section.usable
+            // A read does not take away the list that somebody chooses from.
+            enabled: section.usable || page.openChoice !== null
             spacing: root.rowSpacing
             Layout.fillWidth: true
             Layout.margins: 12
@@ -253,9 +259,23 @@ ScrollView {
         opacity: enabled ? 1 : 0.6
         popup.palette.window: root.panelColor
 
+        Connections {
+            target: choice.popup
+            function onVisibleChanged() {
+                if (choice.popup.visible)
+                    page.openChoice = choice
+                else if (page.openChoice === choice)
+                    page.openChoice = null
+            }
+        }
+
         Hint {
-            visible: choice.toolTip !== "" && choice.hovered && !choice.popup.visible
-            text: choice.toolTip
+            // A text that is longer than the box stands here in full.
+            readonly property Item _box: choice.contentItem
+            readonly property bool _cutOff: _box.contentWidth > _box.width - _box.leftPadding - _box.rightPadding
+
+            visible: text !== "" && choice.hovered && !choice.popup.visible
+            text: _cutOff ? choice.displayText + (choice.toolTip && "\n") + choice.toolTip : choice.toolTip
         }
     }
 
@@ -1002,8 +1022,9 @@ ScrollView {
             return Math.round(metres * 100) / 100
         }
 
-        function _store() {
-            page.takeNumber(distanceField.text, metres => page.tabModel.distanceToFocus = metres)
+        // Whether the field held a number.
+        function _store(): bool {
+            return page.takeNumber(distanceField.text, metres => page.tabModel.distanceToFocus = metres)
         }
 
         visible: page.capabilities?.hasFocusToDistance ?? false
@@ -1028,10 +1049,13 @@ ScrollView {
                     decimals: 2
                     notation: DoubleValidator.StandardNotation
                 }
+                // The validator mends what it can, and the lens would go where nobody sent it: 13.5 to 135.
+                Keys.onReturnPressed: event => event.accepted = !acceptableInput
+                Keys.onEnterPressed: event => event.accepted = !acceptableInput
                 onEditingFinished: distanceRows._store()
                 onAccepted: {
-                    distanceRows._store()
-                    page.tabModel.focusToDistance()
+                    if (distanceRows._store())
+                        page.tabModel.focusToDistance()
                 }
             }
 
@@ -1082,6 +1106,8 @@ ScrollView {
         required property int speed
         property bool held
 
+        readonly property bool _seen: visible && page.onScreen
+
         signal move(speed: int)
 
         function _stop() {
@@ -1101,8 +1127,9 @@ ScrollView {
         }
         onReleased: _stop()
         onCanceled: _stop()
-        // A button that hides while a key holds it tells nothing else.
-        onVisibleChanged: _stop()
+        // A button that hides, alone or with its window or page, tells nothing else.
+        on_SeenChanged: _stop()
+        Component.onDestruction: _stop()
         // A keyboard that repeats the key would stop and start the move again and again.
         Keys.onPressed: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
         Keys.onReleased: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
@@ -1202,6 +1229,8 @@ ScrollView {
             if (page.tabModel)
                 page.tabModel.lensBasedControlsEnabled = !editing
         }
+        // The lens outlives the page.
+        Component.onDestruction: editing = false
 
         Label {
             text: line.minimum + " /"
@@ -1212,6 +1241,8 @@ ScrollView {
 
             visible: !line.editing
             enabled: page.lensUnlocked
+            // Room for the longest, so that nothing jumps while the lens moves.
+            implicitWidth: Math.ceil(Math.max(longest.advanceWidth, implicitContentWidth)) + leftPadding + rightPadding
             leftPadding: 6
             rightPadding: 6
             text: line.position
@@ -1221,6 +1252,12 @@ ScrollView {
             onClicked: {
                 line.editing = true
                 editor.begin()
+            }
+
+            TextMetrics {
+                id: longest
+                font: current.font
+                text: line.maximum
             }
 
             background: Rectangle {
@@ -1350,9 +1387,13 @@ ScrollView {
     component ReduceNoiseRow: SettingRow {
         id: noiseRow
 
-        // The model asks the camera each time and tells only of its own changes, so it is asked after each read.
+        readonly property var _lastRead: ({ reduced: false })
+
+        // The model asks the camera each time and tells only of its own changes, so it is asked once after each read.
         function _read(hasRefreshed: bool): bool {
-            return page.tabModel?.reduceNoise ?? false
+            if (hasRefreshed)
+                _lastRead.reduced = page.tabModel.reduceNoise
+            return _lastRead.reduced
         }
 
         heading: qsTr("Reduce Noise:")
@@ -1617,8 +1658,12 @@ ScrollView {
         }
 
         Label {
+            id: warning
+
             visible: text !== ""
             Layout.fillWidth: true
+            onHeightChanged: page._bringIntoView(warning)
+            onYChanged: page._bringIntoView(warning)
             //: Accessible name
             Accessible.name: qsTr("Window Warning")
             Accessible.description: text

@@ -191,12 +191,37 @@ void tst_SetupTab::rowsStandInOrder()
     page.general()->setProperty("sequencingMode", 2);
     page.settle();
     int above = 0;
-    for (const QString name :
-         {"General Setup", "Sequencing Mode", "Preset 0", "Preset 3", "GigE Preset", "Video Preset", "Lens Cover",
-          "Lens Control", "Lens States", "Field of View", "Enable Athermalization", "Optical Zoom", "Zoom Position",
-          "Zoom Speed", "Focus", "Focus Position", "Focus Speed", "Auto Focus", "Size (Pixels)", "Position",
-          "Show on Video Output", "Distance", "Range", "FPA Gain", "Reduce Noise", "Sync Source",
-          "Enable High Sensitivity Mode", "FPA Window Settings", "Image Size", "Width", "Apply Settings"}) {
+    for (const QString name : {"General Setup",
+                               "Sequencing Mode",
+                               "Preset 0",
+                               "Preset 3",
+                               "GigE Preset",
+                               "Video Preset",
+                               "Lens Cover",
+                               "Lens Control",
+                               "Lens States",
+                               "Field of View",
+                               "Enable Athermalization",
+                               "Optical Zoom",
+                               "Zoom Position",
+                               "Zoom Speed",
+                               "Focus",
+                               "Focus Position",
+                               "Focus Speed",
+                               "Auto Focus",
+                               "Size (Pixels)",
+                               "Position",
+                               "Show on Video Output",
+                               "Distance",
+                               "Range",
+                               "FPA Gain",
+                               "Reduce Noise",
+                               "Sync Source",
+                               "Enable High Sensitivity Mode",
+                               "FPA Window Settings",
+                               "Image Size",
+                               "Width",
+                               "Apply Settings"}) {
         const int y = page.middle(name).y();
         QVERIFY2(y > above, qPrintable(QStringLiteral("%1: %2 after %3").arg(name).arg(y).arg(above)));
         above = y;
@@ -245,10 +270,8 @@ void tst_SetupTab::syncSourceOfALowCostCamera()
     const SetupPage other;
     QVERIFY(!other.find("Sync Source"));
     SetupPage page("low-cost");
-    QCOMPARE(page.item("Sync Source").property("model").toStringList(),
-             (QStringList{"Internal", "External", "Video"}));
-    QCOMPARE(page.commandsOf([&page] { page.choose("Sync Source", "Video"); }),
-             QStringList{"zvtSetFrameSyncSource 2"});
+    QCOMPARE(page.item("Sync Source").property("model").toStringList(), (QStringList{"Internal", "External", "Video"}));
+    QCOMPARE(page.commandsOf([&page] { page.choose("Sync Source", "Video"); }), QStringList{"zvtSetFrameSyncSource 2"});
     QCOMPARE(page.shown("Sync Source"), "Video");
 }
 
@@ -258,8 +281,8 @@ void tst_SetupTab::highSensitivityModeIsSwitched()
     QCOMPARE(page.commandsOf([&page] { page.click("Enable High Sensitivity Mode"); }),
              QStringList{"zvtSetHSMEnabled true"});
     QVERIFY(page.item("Enable High Sensitivity Mode").property("checked").toBool());
-    const SetupPage without(
-        "everything", [](emulator::Camera &camera) { camera.gate().script("zvtGetHSMAvailable", 0); });
+    const SetupPage without("everything",
+                            [](emulator::Camera &camera) { camera.gate().script("zvtGetHSMAvailable", 0); });
     QVERIFY(!without.find("Enable High Sensitivity Mode"));
 }
 

@@ -48,9 +48,13 @@ void tst_SetupTabLens::rowsFollowTheMakeUp_data()
     QTest::newRow("states") << "hasLensStatesFunctionality"
                             << QStringList{"Lens States", "Add New Lens State Using Current Settings"};
     QTest::newRow("zoom") << "hasContinuousOpticalZoom" << QStringList{"Optical Zoom", "Zoom Position", "Wide"};
-    QTest::newRow("focus") << "hasFocus"
-                           << QStringList{"Focus",    "Focus Position",       "Auto Focus",
-                                          "Position", "Size (Pixels)", "Show on Video Output", "Enable Athermalization"};
+    QTest::newRow("focus") << "hasFocus" << QStringList{"Focus",
+                                                        "Focus Position",
+                                                        "Auto Focus",
+                                                        "Position",
+                                                        "Size (Pixels)",
+                                                        "Show on Video Output",
+                                                        "Enable Athermalization"};
     QTest::newRow("distance") << "hasFocusToDistance" << QStringList{"Distance", "Range", "Focus To Distance"};
 }
 
@@ -196,12 +200,14 @@ void tst_SetupTabLens::lensStateIsRenamed()
     SetupPage page;
     addState(page, "Runway");
     QCOMPARE(page.commandsOf([&page] {
-        page.click("Rename Lens State");
-        QTRY_VERIFY(page.find("Name") && page.find("Name")->hasActiveFocus());
-        QCOMPARE(page.text("Name"), "Runway");
-        page.type("Name", "2");
-        page.press(Qt::Key_Return);
-    }).size(), 1);
+                     page.click("Rename Lens State");
+                     QTRY_VERIFY(page.find("Name") && page.find("Name")->hasActiveFocus());
+                     QCOMPARE(page.text("Name"), "Runway");
+                     page.type("Name", "2");
+                     page.press(Qt::Key_Return);
+                 })
+                 .size(),
+             1);
     QVERIFY(page.shown("Lens States").contains('2'));
 }
 
@@ -277,15 +283,15 @@ void tst_SetupTabLens::autoFocusRegion_data()
     QTest::addColumn<QStringList>("rows");
     QTest::addColumn<QString>("row");
     QTest::addColumn<QStringList>("commands");
-    QTest::newRow("size") << "Size (Pixels)"
-                          << QStringList{"XS (16x16)",  "S (32x32)",    "M (64x64)",
-                                         "L (128x128)", "XL (256x256)", "XXL (512x512)"}
+    QTest::newRow("size") << "Size (Pixels)" << QStringList{"XS (16x16)",  "S (32x32)",    "M (64x64)",
+                                                            "L (128x128)", "XL (256x256)", "XXL (512x512)"}
                           << "XXL (512x512)" << QStringList{"zvtSetAutoFocusROISize 512"};
     QTest::newRow("position") << "Position"
                               << QStringList{"Center", "Top Left", "Top Right", "Bottom Left", "Bottom Right"}
                               << "Bottom Left" << QStringList{"zvtSetAutoFocusROIPosition 3"};
     QTest::newRow("show") << "Show on Video Output" << QStringList{"Always", "Only When Focusing", "Never"} << "Always"
-                          << QStringList{"zvtSetVideoOverlayShowFocusROI true", "zvtSetAutoFocusROIShowWhenFocusing false"};
+                          << QStringList{"zvtSetVideoOverlayShowFocusROI true",
+                                         "zvtSetAutoFocusROIShowWhenFocusing false"};
 }
 
 void tst_SetupTabLens::autoFocusRegion()

@@ -147,7 +147,6 @@ void tst_SetupTabMoves::heldKeyMoves()
     QCOMPARE(page.commands(mark), QStringList{"zvtFocusMove 1"});
     QTest::keyRelease(&page.window(), Qt::Key_Space);
     QCOMPARE(page.commands(mark), (QStringList{"zvtFocusMove 1", "zvtFocusMove 0"}));
-
 }
 
 void tst_SetupTabMoves::whateverTakesTheKeyEndsTheMove_data() { causes(); }
@@ -345,8 +344,7 @@ void tst_SetupTabMoves::endsFollowTheEncoder()
     QFETCH(const bool, percent);
     QFETCH(const QString, near);
     QFETCH(const QString, far);
-    const auto prepare
-        = [percent](emulator::Camera &camera) { camera.changeMakeUp("hasFocusMovePercent", percent); };
+    const auto prepare = [percent](emulator::Camera &camera) { camera.changeMakeUp("hasFocusMovePercent", percent); };
     SetupPage ascending("everything", prepare);
     QVERIFY(ascending.middle(near).x() < ascending.middle(far).x());
     SetupPage descending("discrete-fov", prepare);

@@ -167,13 +167,16 @@ void tst_SetupTabPositions::everyLensControlFollowsTheLock_data()
     QTest::addColumn<QString>("profile");
     QTest::addColumn<QStringList>("names");
     QTest::newRow("by percent") << "everything"
-                                << QStringList{"Lens Cover", "Lens States", "Add New Lens State Using Current Settings",
-                                               "Optical Zoom", "Zoom Position", "Wide", "Zoom Speed", "Narrow", "Focus",
-                                               "Focus Position", "Near Focus", "Focus Speed", "Far Focus", "Auto Focus",
-                                               "Distance", "Focus To Distance"};
+                                << QStringList{
+                                       "Lens Cover",       "Lens States",   "Add New Lens State Using Current Settings",
+                                       "Optical Zoom",     "Zoom Position", "Wide",
+                                       "Zoom Speed",       "Narrow",        "Focus",
+                                       "Focus Position",   "Near Focus",    "Focus Speed",
+                                       "Far Focus",        "Auto Focus",    "Distance",
+                                       "Focus To Distance"};
     QTest::newRow("by speed") << "speed-moves"
-                              << QStringList{"Zoom Out Quickly", "Zoom In Slowly", "Focus Closer with Medium Speed",
-                                             "Focus Farther Slowly", "Nearest", "Farthest"};
+                              << QStringList{"Zoom Out Quickly",     "Zoom In Slowly", "Focus Closer with Medium Speed",
+                                             "Focus Farther Slowly", "Nearest",        "Farthest"};
     QTest::newRow("discrete") << "discrete-fov"
                               << QStringList{"Field of View", "Focus", "Edit Nearest/Farthest Positions"};
 }
@@ -233,7 +236,7 @@ void tst_SetupTabPositions::distanceOutOfRangeIsMarked()
     SetupPage page;
     const auto marked = [&page] {
         return page.item("Range").property("background").value<QQuickItem *>()->property("color").value<QColor>()
-               == QColor("#990000");
+            == QColor("#990000");
     };
     QVERIFY(!marked());
     QCOMPARE(page.commandsOf([&page] {

@@ -84,9 +84,8 @@ void tst_SetupTabPresets::partsOfARowFollowTheMode_data()
                                   << QStringList{"Superframe Rate", "Maximum Superframe Rate", "Video Preset"}
                                   << QStringList{"Dwell Count 0", "Frame Rate 0", "Frame Rate 3",
                                                  "Maximum Frame Rate 0", "GigE Preset"};
-    QTest::newRow("sequencing") << int(Sequencing)
-                                << QStringList{"Dwell Count 0", "Dwell Count 3", "Frame Rate 0", "GigE Preset",
-                                               "Video Preset"}
+    QTest::newRow("sequencing") << int(
+        Sequencing) << QStringList{"Dwell Count 0", "Dwell Count 3", "Frame Rate 0", "GigE Preset", "Video Preset"}
                                 << QStringList{"Superframe Rate"};
 }
 
@@ -113,8 +112,8 @@ void tst_SetupTabPresets::tileTellsAndActsByMode_data()
     QTest::newRow("active") << int(Single) << true << "This is the Active Preset" << QStringList();
     QTest::newRow("not active") << int(Single) << false << "Make Preset Active"
                                 << QStringList{"controller.SetActivePreset 2"};
-    QTest::newRow("in the sequence") << int(Sequencing) << true << "Preset included in sequence. (Dwell is greater than 0)"
-                                     << QStringList();
+    QTest::newRow("in the sequence") << int(Sequencing) << true
+                                     << "Preset included in sequence. (Dwell is greater than 0)" << QStringList();
     QTest::newRow("not in the sequence") << int(Sequencing) << false << "Preset excluded from sequence. (Dwell is 0)"
                                          << QStringList();
     QTest::newRow("in the superframe") << int(Superframing) << true << "Preset included in superframe."

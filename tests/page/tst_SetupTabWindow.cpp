@@ -126,12 +126,12 @@ void tst_SetupTabWindow::ruleThatFailsIsToldAndMarked_data()
     const QString height = QStringLiteral("The height must be between 4 and 512 in increments of 4");
     const QString x = QStringLiteral("The X Offset must be between 0 and 576 in increments of 16");
     const QString y = QStringLiteral("The Y Offset must be between 0 and 508 in increments of 4");
-    QTest::newRow("too wide at its place") << QStringList{"Width", "320", "X Offset", "336"}
-                                           << "Width + X Offset cannot be greater than FPA Width"
-                                           << QStringList{"Width", "X Offset"};
-    QTest::newRow("too high at its place") << QStringList{"Height", "512", "Y Offset", "4"}
-                                           << "Height + Y Offset cannot be greater than FPA Height"
-                                           << QStringList{"Height", "Y Offset"};
+    QTest::newRow("too wide at its place")
+        << QStringList{"Width", "320", "X Offset", "336"} << "Width + X Offset cannot be greater than FPA Width"
+        << QStringList{"Width", "X Offset"};
+    QTest::newRow("too high at its place")
+        << QStringList{"Height", "512", "Y Offset", "4"} << "Height + Y Offset cannot be greater than FPA Height"
+        << QStringList{"Height", "Y Offset"};
     QTest::newRow("no width") << QStringList{"Width", "0"} << width << QStringList{"Width"};
     QTest::newRow("too narrow") << QStringList{"Width", "48"} << width << QStringList{"Width"};
     QTest::newRow("width between steps") << QStringList{"Width", "72"} << width << QStringList{"Width"};

@@ -71,8 +71,7 @@ void tst_SetupTabModelSliders::bindingsDoNotAskTheCamera()
         for (int i = QObject::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
             const size_t mark = tab.mark();
             meta->property(i).read(tab.model);
-            QVERIFY2(asking.contains(QLatin1String(meta->property(i).name()))
-                         == !tab.gate().callsSince(mark).empty(),
+            QVERIFY2(asking.contains(QLatin1String(meta->property(i).name())) == !tab.gate().callsSince(mark).empty(),
                      meta->property(i).name());
         }
         CameraRig::settle();
@@ -92,9 +91,8 @@ void tst_SetupTabModelSliders::pressAndReleaseAreTwoCommands()
     SetupTab tab;
     tab.readFocus(100, 5000, 700);
     tab.readZoom(100, 9000, 5000);
-    const auto move = [&](int speed) {
-        return zoom ? tab.model->attemptMoveZoom(speed) : tab.model->attemptMoveFocus(speed);
-    };
+    const auto move
+        = [&](int speed) { return zoom ? tab.model->attemptMoveZoom(speed) : tab.model->attemptMoveFocus(speed); };
     QCOMPARE(tab.guiCallsOf([&] { QVERIFY(move(1)); }).size(), 1);
     // The tab is hidden while the button is held: what stops the lens is the release, which the page sends.
     QTimer *timer = tab.timer(zoom ? "zoomPositionTimer" : "focusPositionTimer");

@@ -15,6 +15,8 @@ Item {
     // Where the thumb stands, from -1 to 1.
     readonly property alias position: mouse.place
 
+    readonly property bool _seen: visible && (Window.window?.visible ?? false)
+
     function magnitude(distance: real): real {
         const least = Math.pow(10, 0.01)
         const power = Math.pow(10, distance)
@@ -39,7 +41,8 @@ Item {
     Accessible.focusable: true
 
     onActiveFocusChanged: mouse.place = 0
-    onVisibleChanged: mouse.place = 0
+    on_SeenChanged: mouse.place = 0
+    Component.onDestruction: mouse.place = 0
     Keys.onPressed: event => {
         event.accepted = _isArrow(event.key)
         if (event.accepted && !event.isAutoRepeat && !pressed)

@@ -26,11 +26,12 @@ const auto focusKey = QStringLiteral("focus");
 const auto zoomKey = QStringLiteral("zoom");
 const auto fieldOfViewKey = QStringLiteral("fieldOfView");
 
-/// The value of a part of the lens in a state, if it lies in the part's range.
-std::optional<uint32_t> placeIn(const QJsonObject &state, const QString &key, uint32_t minimum, uint32_t maximum)
+/// Gives the value of a part of the lens in a state; false if it tells none in the part's range.
+bool findPlace(const QJsonObject &state, const QString &key, uint32_t minimum, uint32_t maximum, uint32_t &place)
 {
-    const auto place = settingAs<uint32_t>(state.value(key).toVariant());
-    return place && *place >= minimum && *place <= maximum ? place : std::nullopt;
+    const auto value = settingAs<uint32_t>(state.value(key).toVariant());
+    place = value.value_or(0);
+    return value && place >= minimum && place <= maximum;
 }
 
 } // namespace
@@ -81,24 +82,28 @@ Status LensStates::load(const std::string &name)
     auto *const turret = camera().device<FieldOfView>();
     auto *const zoom = camera().device<Zoom>();
     auto *const focus = camera().device<Focus>();
-    const auto field = placeIn(state, fieldOfViewKey, FieldOfView::Narrow, FieldOfView::Wide);
-    const auto zoomPlace = zoom ? placeIn(state, zoomKey, zoom->minimum(), zoom->maximum()) : std::nullopt;
-    const auto focusPlace = focus ? placeIn(state, focusKey, focus->minimum(), focus->maximum()) : std::nullopt;
-    if (path.isEmpty() || (turret && !field) || (zoom && !zoomPlace) || (focus && (!focusPlace || focus->manual())))
+    // Where each of them is to go; one that the lens lacks goes nowhere.
+    uint32_t field = 0;
+    uint32_t zoomPlace = 0;
+    uint32_t focusPlace = 0;
+    if (path.isEmpty() || (turret && !findPlace(state, fieldOfViewKey, FieldOfView::Narrow, FieldOfView::Wide, field))
+        || (zoom && !findPlace(state, zoomKey, zoom->minimum(), zoom->maximum(), zoomPlace))
+        || (focus && !findPlace(state, focusKey, focus->minimum(), focus->maximum(), focusPlace))
+        || (focus && focus->manual()))
         return Refused;
 
     if (turret)
-        turret->selectAlone(static_cast<uint8_t>(*field));
+        turret->selectAlone(static_cast<uint8_t>(field));
     if (zoom)
-        zoom->moveTo(*zoomPlace);
+        zoom->moveTo(zoomPlace);
     // After the zoom, which would take it along.
     if (focus)
-        focus->moveTo(*focusPlace);
+        focus->moveTo(focusPlace);
     const Status zoomed = zoom ? zoom->awaitRest() : Ok;
     if (const Status focused = focus ? focus->awaitRest() : Ok; zoomed != Ok || focused != Ok)
         return zoomed != Ok ? zoomed : focused;
     // Somebody may have sent one of them elsewhere while the other was waited for.
-    return (!zoom || zoom->position() == *zoomPlace) && (!focus || focus->position() == *focusPlace) ? Ok : Refused;
+    return (!zoom || zoom->position() == zoomPlace) && (!focus || focus->position() == focusPlace) ? Ok : Refused;
 }
 
 Status LensStates::rename(const std::string &oldName, const std::string &newName) const
