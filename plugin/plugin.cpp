@@ -7,7 +7,10 @@
 #include "setup/ZvtCameraPresetModel.h"
 
 #include <QMetaType>
+#include <QThreadPool>
 #include <QtQml>
+
+#include <algorithm>
 
 #include "hlxui/IControllerModelFactory.h"
 
@@ -53,6 +56,15 @@ void registerTypes()
     registerCreatable<ZvtModelTable>("ZvtModelTable");
 }
 
+// A read waits for its camera most of its time. Qt's raster engine paints with the same pool, so that with a read on
+// each of a few threads the page would stand still until one of them ends.
+void makeRoomForReads()
+{
+    constexpr int moreThanAPageReadsAtOnce = 64;
+    auto *pool = QThreadPool::globalInstance();
+    pool->setMaxThreadCount(std::max(pool->maxThreadCount(), moreThanAPageReadsAtOnce));
+}
+
 } // namespace
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is part of the interface.
@@ -76,6 +88,7 @@ void initResources() { Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_0); }
 int hlxInitPlugin()
 {
     initResources();
+    makeRoomForReads();
     hlx::cam::ui::controllerModelFactory()->RegisterModelCreator(CreateModelForController);
     registerTypedefs();
     registerTypes();

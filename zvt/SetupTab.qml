@@ -253,28 +253,27 @@ ScrollView {
         id: choice
 
         property string toolTip
+        // Without asking the popup, which would make it long before it is needed.
+        readonly property bool listOpen: down && !pressed
 
         implicitHeight: root.rowHeight
         Layout.preferredWidth: 220
         opacity: enabled ? 1 : 0.6
-        popup.palette.window: root.panelColor
-
-        Connections {
-            target: choice.popup
-            function onVisibleChanged() {
-                if (choice.popup.visible)
-                    page.openChoice = choice
-                else if (page.openChoice === choice)
-                    page.openChoice = null
+        onListOpenChanged: {
+            if (listOpen) {
+                popup.palette.window = root.panelColor
+                page.openChoice = choice
+            } else if (page.openChoice === choice) {
+                page.openChoice = null
             }
         }
 
         Hint {
             // A text that is longer than the box stands here in full.
-            readonly property Item _box: choice.contentItem
+            readonly property TextInput _box: choice.contentItem as TextInput
             readonly property bool _cutOff: _box.contentWidth > _box.width - _box.leftPadding - _box.rightPadding
 
-            visible: text !== "" && choice.hovered && !choice.popup.visible
+            visible: text !== "" && choice.hovered && !choice.listOpen
             text: _cutOff ? choice.displayText + (choice.toolTip && "\n") + choice.toolTip : choice.toolTip
         }
     }
@@ -357,7 +356,6 @@ ScrollView {
         bottomPadding: 0
         selectByMouse: true
         text: shown
-        color: palette.text
         opacity: enabled ? 1 : 0.6
         Accessible.name: name
         Keys.onEscapePressed: event => {
@@ -1451,7 +1449,7 @@ ScrollView {
     }
 
     component FlipButton: GlyphButton {
-        palette.buttonText: highlighted ? root.kestrinAccentBlue : root.textColor
+        textColor: highlighted ? root.kestrinAccentBlue : root.textColor
         Accessible.checkable: true
         Accessible.checked: highlighted
     }

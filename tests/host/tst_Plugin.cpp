@@ -46,6 +46,7 @@ private slots:
 
     void showsThreeSymbolsAndNoMore();
     void entryPointReturnsOneAndMayRunTwice();
+    void readsLeaveThreadsToPaintWith();
     void nullControllerIsDeclined();
     void controllerOfAnotherFamilyIsDeclined();
     void controllerGetsARootAndItsPage();
@@ -92,6 +93,17 @@ void tst_Plugin::entryPointReturnsOneAndMayRunTwice()
     QCOMPARE(creators, 1);
     QCOMPARE(m_entryPoint(), 1);
     QCOMPARE(hlx::cam::ui::controllerModelFactory()->CreatorCount(), creators);
+}
+
+// Painting shares the global pool with the reads. Whoever has made it larger keeps it so.
+void tst_Plugin::readsLeaveThreadsToPaintWith()
+{
+    auto *pool = QThreadPool::globalInstance();
+    for (const auto &[before, after] : {std::pair(1, 64), std::pair(100, 100)}) {
+        pool->setMaxThreadCount(before);
+        m_entryPoint();
+        QCOMPARE(pool->maxThreadCount(), after);
+    }
 }
 
 void tst_Plugin::nullControllerIsDeclined()

@@ -38,7 +38,7 @@ WrappingButton {
     text: presetNumber
     font.bold: inUse
     toolTip: _toolTip()
-    palette.buttonText: inUse ? root.kestrinAccentBlue : root.textColor
+    textColor: inUse ? root.kestrinAccentBlue : root.textColor
     onClicked: {
         if (tellsOnly)
             return

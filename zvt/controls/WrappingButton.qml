@@ -7,13 +7,16 @@ Button {
 
     property string toolTip
     property bool destructive
+    property color textColor: destructive ? "black" : root.textColor
 
     implicitHeight: root.rowHeight
     padding: 2
     leftPadding: 10
     rightPadding: 10
-    palette.button: destructive ? root.tidepoolAccentDestructiveButtonBackground : root.buttonColor
-    palette.buttonText: destructive ? "black" : root.textColor
+
+    // A palette of their own would cost all buttons when the page is made, and few need one.
+    onDestructiveChanged: palette.button = destructive ? root.tidepoolAccentDestructiveButtonBackground
+                                                       : root.buttonColor
 
     Accessible.name: text !== "" && font.family !== fontAwesome.name ? text : toolTip
 
@@ -23,7 +26,7 @@ Button {
     contentItem: Text {
         text: button.text
         font: button.font
-        color: button.palette.buttonText
+        color: button.textColor
         opacity: button.enabled ? 1 : 0.6
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
