@@ -28,6 +28,8 @@ void addOptions(QCommandLineParser &parser)
     option("list-profiles", "Lists the built-in profiles.");
     option("connect", "Connects the first camera at once.");
     option("host", "Shows the page as a host application does; the camera is connected, and F5 refreshes.");
+    option("other-client",
+           "Changes the camera by lines \"device.setting value\" on the standard input, as another client would.");
     option("latency", "Each call to the camera takes this much longer.", "MS", QStringLiteral("0"));
     option("fail-rate", "Each call to the camera fails with this probability, from 0 to 1.", "P", QStringLiteral("0"));
     option("seed", "Starts the random numbers of --fail-rate.", "N", QStringLiteral("1"));
@@ -83,8 +85,9 @@ Options::Mode readMode(const QCommandLineParser &parser)
             continue;
         if (!chosen.isEmpty())
             throw BadInput(QStringLiteral("--%1 and --%2 cannot be combined").arg(chosen, option));
-        if (parser.isSet(QStringLiteral("host")))
-            throw BadInput(QStringLiteral("--host and --%1 cannot be combined").arg(option));
+        for (const QString &interactive : {QStringLiteral("host"), QStringLiteral("other-client")})
+            if (parser.isSet(interactive))
+                throw BadInput(QStringLiteral("--%1 and --%2 cannot be combined").arg(interactive, option));
         chosen = option;
         mode = candidate;
     }
@@ -121,6 +124,7 @@ Options Options::parse(const QStringList &arguments)
     options.storage = text(parser, QStringLiteral("storage"));
     options.screenshots = text(parser, QStringLiteral("screenshots"));
     options.connectAtStart = parser.isSet(QStringLiteral("connect"));
+    options.otherClient = parser.isSet(QStringLiteral("other-client"));
     options.asHost = parser.isSet(QStringLiteral("host"));
     readGate(parser, options);
     return options;

@@ -19,6 +19,7 @@ struct Options {
     QString storage; ///< Where the cameras keep their files; empty: in the user's application data.
     QString screenshots;
     bool connectAtStart = false;
+    bool otherClient = false; ///< Lines of the standard input change the camera behind the operator's back.
     bool asHost = false; ///< The page as in a host application: without a standaloneModel.
     int latency = 0; ///< Milliseconds that each call to the camera takes longer.
     double failRate = 0; ///< The probability with which each call to the camera fails.

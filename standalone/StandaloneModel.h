@@ -68,6 +68,8 @@ public:
     void setControllerIndex(int index);
 
     hlx::TSharedPtr<hlx::cam::CZVTController> controller() const { return m_controller; }
+    /// The camera that the controller points at.
+    emulator::Camera &camera() const { return *m_camera; }
 
     /// Connects the camera with this key of an entry of the finder. Passed over unless disconnected and at rest. Ends
     /// with `connecting` false; `connected` tells whether it worked.

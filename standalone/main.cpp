@@ -2,6 +2,7 @@
 #include "standalone/BadInput.h"
 #include "standalone/InterfaceDump.h"
 #include "standalone/Options.h"
+#include "standalone/OtherClient.h"
 #include "standalone/PageWindow.h"
 #include "standalone/Screenshots.h"
 #include "standalone/SelfTest.h"
@@ -11,8 +12,11 @@
 #include <QQuickStyle>
 
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 namespace
 {
@@ -44,6 +48,9 @@ int runWindow(const Options &options)
     StandaloneModel &model = session.standaloneModel();
     QObject::connect(&model, &StandaloneModel::connectFailed,
                      [](const QString &reason) { std::fprintf(stderr, "zvtcontroller: %s\n", qPrintable(reason)); });
+    std::optional<OtherClient> otherClient;
+    if (options.otherClient)
+        otherClient.emplace(model, STDIN_FILENO);
     PageWindow window(session, options.asHost);
     if (options.connectAtStart && !options.asHost)
         // The page stands before the camera begins to answer.

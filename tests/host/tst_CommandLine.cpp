@@ -77,6 +77,7 @@ void tst_CommandLine::badInputEndsWithOneLineAndStatus2_data()
 
     row("two tasks", {"--self-test", "--dump-interface"}, "cannot be combined");
     row("host with a task", {"--host", "--self-test"}, "cannot be combined");
+    row("other client with a task", {"--other-client", "--self-test"}, "cannot be combined");
 }
 
 void tst_CommandLine::badInputEndsWithOneLineAndStatus2()
@@ -98,9 +99,10 @@ void tst_CommandLine::helpTellsEveryOption()
     const auto result = Program::run({"--help"});
     QCOMPARE(result.status, 0);
     QCOMPARE(result.errors, QString());
-    for (const char *option : {"--plugin <FILE>", "--profile <NAME>", "--list-profiles", "--connect", "--host",
-                               "--latency <MS>", "--fail-rate <P>", "--seed <N>", "--storage <DIR>",
-                               "--screenshots <DIR>", "--self-test", "--dump-interface", "--help", "--version"})
+    for (const char *option :
+         {"--plugin <FILE>", "--profile <NAME>", "--list-profiles", "--connect", "--host", "--latency <MS>",
+          "--fail-rate <P>", "--seed <N>", "--storage <DIR>", "--screenshots <DIR>", "--other-client", "--self-test",
+          "--dump-interface", "--help", "--version"})
         QVERIFY2(result.output.contains(QLatin1String(option)), option);
 }
 
