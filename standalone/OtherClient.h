@@ -13,8 +13,8 @@ class Camera;
 class StandaloneModel;
 
 /// Plays another client of the camera, so that a page can be seen to learn of its changes: each line that comes through
-/// a descriptor changes one setting, as "device.setting value", or one capability, as "capabilities.name value". A value
-/// is written as in JSON; what is none is a text. What is refused is told on the standard error. GUI thread only.
+/// a descriptor changes one setting, as "device.setting value", or one capability, as "capabilities.name value". A
+/// value is written as in JSON; what is none is a text. What is refused is told on the standard error. GUI thread only.
 class OtherClient : public QObject
 {
     Q_OBJECT

@@ -82,12 +82,18 @@ void tst_OtherClient::badLinesAreTold_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("fault");
-    QTest::newRow("no value") << "focus.position" << "a line holds a setting and its value";
-    QTest::newRow("unknown device") << "engine.power 3" << "no setting \"engine.power\"";
-    QTest::newRow("unknown setting") << "focus.colour 3" << "no setting \"focus.colour\"";
-    QTest::newRow("unknown capability") << "capabilities.flies true" << "no setting \"capabilities.flies\"";
-    QTest::newRow("refused value") << "sensor.activePreset 9" << "does not take 9";
-    QTest::newRow("value of another kind") << "sensor.activePreset [1" << "does not take [1";
+    QTest::newRow("no value") << "focus.position"
+                              << "a line holds a setting and its value";
+    QTest::newRow("unknown device") << "engine.power 3"
+                                    << "no setting \"engine.power\"";
+    QTest::newRow("unknown setting") << "focus.colour 3"
+                                     << "no setting \"focus.colour\"";
+    QTest::newRow("unknown capability") << "capabilities.flies true"
+                                        << "no setting \"capabilities.flies\"";
+    QTest::newRow("refused value") << "sensor.activePreset 9"
+                                   << "does not take 9";
+    QTest::newRow("value of another kind") << "sensor.activePreset [1"
+                                           << "does not take [1";
 }
 
 void tst_OtherClient::badLinesAreTold()
