@@ -111,6 +111,23 @@ QString PageDriver::text(const QString &name) const
 
 QObject *PageDriver::object(const QString &objectName) const { return page()->findChild<QObject *>(objectName); }
 
+QList<QQuickItem *> PageDriver::shownTexts(const QQuickItem &below)
+{
+    QList<QQuickItem *> texts = below.findChildren<QQuickItem *>();
+    texts.removeIf([](const QQuickItem *item) {
+        return item->window() == nullptr || !item->isVisible() || !item->inherits("QQuickText")
+            || item->property("text").toString().isEmpty();
+    });
+    return texts;
+}
+
+bool PageDriver::fits(const QQuickItem &text, const QRectF &place)
+{
+    constexpr double rounding = 0.5;
+    return !text.property("truncated").toBool() && place.contains(text.mapRectToScene(text.boundingRect()))
+        && text.width() + rounding >= text.property("contentWidth").toDouble();
+}
+
 void PageDriver::click(QQuickItem *item)
 {
     QVERIFY(item);

@@ -50,6 +50,10 @@ public:
     QString text(const QString &name) const;
     /// An object of the page by its object name, visible or not.
     QObject *object(const QString &objectName) const;
+    /// The visible items below this one that show a text.
+    static QList<QQuickItem *> shownTexts(const QQuickItem &below);
+    /// Whether a text stands whole within this part of the window: neither elided nor cut off nor outside.
+    static bool fits(const QQuickItem &text, const QRectF &place);
     /// A property of the page's root: a colour, a size.
     QVariant rootProperty(const char *name) const { return page()->property(name); }
 
