@@ -1,6 +1,6 @@
 #include "standalone/CameraEntry.h"
 
-CameraEntry::CameraEntry(const QString &profile, const QString &name, QObject *parent)
-    : QObject(parent), m_profile(profile), m_name(name)
+CameraEntry::CameraEntry(const QString &profile, const QString &name, const QString &folder, QObject *parent)
+    : QObject(parent), m_profile(profile), m_name(name), m_folder(folder)
 {
 }

@@ -9,9 +9,10 @@ class CameraEntry : public QObject
     Q_PROPERTY(QString key READ key CONSTANT FINAL)
     Q_PROPERTY(QString name READ name CONSTANT FINAL)
     Q_PROPERTY(QString profile READ profile CONSTANT FINAL)
+    Q_PROPERTY(QString folder READ folder CONSTANT FINAL)
 
 public:
-    CameraEntry(const QString &profile, const QString &name, QObject *parent = nullptr);
+    CameraEntry(const QString &profile, const QString &name, const QString &folder, QObject *parent = nullptr);
 
     /// What StandaloneModel::connect() takes.
     const QString &key() const { return m_profile; }
@@ -19,8 +20,11 @@ public:
     const QString &name() const { return m_name; }
     /// The name of the profile, or its file.
     const QString &profile() const { return m_profile; }
+    /// Where the camera keeps its files.
+    const QString &folder() const { return m_folder; }
 
 private:
     QString m_profile;
     QString m_name;
+    QString m_folder;
 };

@@ -1,14 +1,14 @@
 #include "standalone/CameraFinder.h"
 
-#include "platform/emulator/Profile.h"
+#include "platform/emulator/control.h"
 #include "standalone/CameraEntry.h"
 
-CameraFinder::CameraFinder(const QString &first, QObject *parent) : QObject(parent)
+CameraFinder::CameraFinder(const QString &first, const QString &storage, QObject *parent) : QObject(parent)
 {
-    add(first);
+    add(first, storage);
     for (const QString &profile : emulator::Profile::names())
         if (profile != first)
-            add(profile);
+            add(profile, storage);
 }
 
 CameraEntry *CameraFinder::find(const QString &key) const
@@ -19,7 +19,8 @@ CameraEntry *CameraFinder::find(const QString &key) const
     return nullptr;
 }
 
-void CameraFinder::add(const QString &profile)
+void CameraFinder::add(const QString &profile, const QString &storage)
 {
-    m_cameras.append(new CameraEntry(profile, emulator::Profile::load(profile).title()));
+    const auto loaded = emulator::Profile::load(profile);
+    m_cameras.append(new CameraEntry(profile, loaded.title(), emulator::Camera::folderOf(loaded.name(), storage)));
 }

@@ -13,8 +13,9 @@ class CameraFinder : public QObject
     Q_PROPERTY(ObjectListModel *cameras READ cameras CONSTANT FINAL)
 
 public:
-    /// The camera of `first`, a built-in profile or a file, stands at the top. Throws emulator::SetupError.
-    explicit CameraFinder(const QString &first, QObject *parent = nullptr);
+    /// The camera of `first`, a built-in profile or a file, stands at the top. `storage` is the folder of the cameras'
+    /// files, empty for the user's application data. Throws emulator::SetupError.
+    CameraFinder(const QString &first, const QString &storage, QObject *parent = nullptr);
 
     ObjectListModel *cameras() { return &m_cameras; }
 
@@ -22,7 +23,7 @@ public:
     CameraEntry *find(const QString &key) const;
 
 private:
-    void add(const QString &profile);
+    void add(const QString &profile, const QString &storage);
 
     ObjectListModel m_cameras{true, this};
 };

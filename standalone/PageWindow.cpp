@@ -31,9 +31,16 @@ PageWindow::PageWindow(Session &session, bool asHost) : m_session(session)
     QObject::connect(this, &QWindow::heightChanged, this, &PageWindow::fitPage);
     fitPage();
 
-    const auto showName = [this, &standalone] { setTitle(standalone.cameraName()); };
-    QObject::connect(&standalone, &StandaloneModel::cameraNameChanged, this, showName);
-    showName();
+    QObject::connect(&standalone, &StandaloneModel::cameraNameChanged, this, &PageWindow::updateTitle);
+    QObject::connect(&standalone, &StandaloneModel::connectedChanged, this, &PageWindow::updateTitle);
+    updateTitle();
+}
+
+void PageWindow::updateTitle()
+{
+    const StandaloneModel &standalone = m_session.standaloneModel();
+    const QString text = standalone.connected() ? tr("%1 - connected") : tr("%1 - not connected");
+    setTitle(text.arg(standalone.cameraName()));
 }
 
 void PageWindow::closeEvent(QCloseEvent *event)

@@ -9,8 +9,8 @@
 
 class Session;
 
-/// A window with the page of a session, which outlives it. It stays open while the camera's model does not allow it to
-/// be closed. GUI thread only.
+/// A window with the page of a session, which outlives it. Its title tells the camera and whether it is connected. It
+/// stays open while the camera's model does not allow it to be closed. GUI thread only.
 class PageWindow : public QQuickWindow
 {
     Q_OBJECT
@@ -26,6 +26,7 @@ protected:
 
 private:
     void fitPage();
+    void updateTitle();
 
     Session &m_session;
     // In this order: the page is destroyed before its engine.

@@ -61,7 +61,7 @@ Screenshots::Screenshots(PageWindow &window, const PageDriver &driver, const QSt
 
 bool Screenshots::takeAll(const QString &suffix)
 {
-    for (const QSize size : {QSize(900, 720), QSize(640, 480)}) {
+    for (const QSize size : {QSize(900, 720), QSize(640, 480), QSize(1280, 1024)}) {
         m_window.resize(size);
         if (!PageDriver::waitFor([this, size] { return m_window.size() == size; }))
             return complain(QStringLiteral("the window cannot be resized"));

@@ -1,5 +1,6 @@
 #include "standalone/Session.h"
 
+#include "platform/hlxcamui/hostModules.h"
 #include "standalone/BadInput.h"
 
 #include "hlxui/IControllerModelFactory.h"
@@ -10,6 +11,8 @@ Session::Session(const Options &options)
     : m_plugin(options.plugin), m_firstCamera(options.profile),
       m_standaloneModel(options.profile, options.storage, {options.latency, options.failRate, options.seed})
 {
+    // With its font, before there is a window.
+    hlx::cam::ui::registerHostModules();
     if (options.asHost)
         connectFirst();
     QObject *model = nullptr;

@@ -19,14 +19,17 @@ std::shared_ptr<emulator::Camera> makeCamera(const QString &profile, const QStri
     return camera;
 }
 
+QString asSentence(const QString &reason) { return reason.left(1).toUpper() + reason.mid(1) + u'.'; }
+
 } // namespace
 
 StandaloneModel::StandaloneModel(const QString &first, const QString &storage, const Line &line, QObject *parent)
-    : QObject(parent), m_cameraFinder(first), m_folder(storage), m_line(line),
+    : QObject(parent), m_cameraFinder(first, storage), m_folder(storage), m_line(line),
       m_camera(makeCamera(first, storage, line)), m_controller(hlx::cam::makeController(m_camera))
 {
     m_configDir = m_camera->folder();
     pointAt(first, m_camera);
+    m_controller->AddValueChanged(connectionListener());
     QObject::connect(&m_connection, &QFutureWatcherBase::finished, this, &StandaloneModel::finishedConnecting);
     QObject::connect(&m_disconnection, &QFutureWatcherBase::finished, this, &StandaloneModel::finishedDisconnecting);
 }
@@ -35,6 +38,7 @@ StandaloneModel::~StandaloneModel()
 {
     m_connection.waitForFinished();
     m_disconnection.waitForFinished();
+    m_controller->RemoveValueChanged(connectionListener());
     m_camera->disconnect();
 }
 
@@ -53,8 +57,9 @@ void StandaloneModel::connect(const QString &camera)
     if (m_connected || m_connecting || m_disconnecting)
         return;
     m_connecting = true;
+    setConnectError({});
     emit connectingChanged();
-    Connection connection{camera, m_cameras.value(camera), false, {}};
+    Connection connection{camera, m_cameras.value(camera), {}};
     if (!m_cameraFinder.find(camera))
         connection.error = tr("there is no camera \"%1\"").arg(camera);
     m_connection.setFuture(QtConcurrent::run(&StandaloneModel::open, connection, m_folder, m_line, m_controller));
@@ -65,16 +70,18 @@ StandaloneModel::Connection StandaloneModel::open(Connection connection, const Q
 {
     if (!connection.error.isEmpty())
         return connection;
+    // Unless there is a better reason.
+    connection.error = tr("the camera does not answer");
     try {
         if (!connection.camera)
             connection.camera = makeCamera(connection.key, folder, line);
-        hlx::cam::attach(*controller, connection.camera);
-        connection.camera->connect();
-        connection.connected = controller->IsConnected();
-        if (!connection.connected) {
-            connection.camera->disconnect();
-            connection.error = tr("the camera does not answer");
+        if (!hlx::cam::attach(*controller, connection.camera)) {
+            // The present camera has been connected meanwhile, and stays.
+            connection.camera.reset();
+            return connection;
         }
+        if (hlx::cam::connect(*controller) == emulator::Refused)
+            connection.error = tr("the camera refuses the connection");
     } catch (const emulator::SetupError &error) {
         connection.error = QString::fromUtf8(error.what());
     }
@@ -86,12 +93,12 @@ void StandaloneModel::finishedConnecting()
     const Connection connection = m_connection.result();
     if (connection.camera)
         pointAt(connection.key, connection.camera);
-    m_connected = connection.connected;
     m_connecting = false;
-    if (m_connected)
-        emit connectedChanged();
-    else
+    followConnection();
+    if (!m_connected) {
+        setConnectError(asSentence(connection.error));
         emit connectFailed(connection.error);
+    }
     emit connectingChanged();
 }
 
@@ -106,10 +113,41 @@ void StandaloneModel::disconnect()
 
 void StandaloneModel::finishedDisconnecting()
 {
-    m_connected = false;
     m_disconnecting = false;
-    emit connectedChanged();
+    followConnection();
     emit disconnectingChanged();
+}
+
+hlx::cam::IController::ValueChanged StandaloneModel::connectionListener()
+{
+    return hlx::cam::IController::ValueChanged::FromMember<StandaloneModel, &StandaloneModel::valueChanged>(this);
+}
+
+/// Called on the thread on which the value has changed.
+void StandaloneModel::valueChanged(hlx::CString name)
+{
+    if (name == "Connected")
+        QMetaObject::invokeMethod(this, &StandaloneModel::followConnection, Qt::QueuedConnection);
+}
+
+void StandaloneModel::followConnection()
+{
+    // What ends them looks again.
+    if (m_connecting || m_disconnecting)
+        return;
+    const bool connected = m_controller->IsConnected();
+    if (connected == m_connected)
+        return;
+    m_connected = connected;
+    emit connectedChanged();
+}
+
+void StandaloneModel::setConnectError(const QString &error)
+{
+    if (error == m_connectError)
+        return;
+    m_connectError = error;
+    emit connectErrorChanged();
 }
 
 void StandaloneModel::pointAt(const QString &key, const std::shared_ptr<emulator::Camera> &camera)

@@ -33,6 +33,7 @@ class StandaloneModel : public QObject
     Q_PROPERTY(bool connected READ connected NOTIFY connectedChanged FINAL)
     Q_PROPERTY(bool connecting READ connecting NOTIFY connectingChanged FINAL)
     Q_PROPERTY(bool disconnecting READ disconnecting NOTIFY disconnectingChanged FINAL)
+    Q_PROPERTY(QString connectError READ connectError NOTIFY connectErrorChanged FINAL)
 
     Q_PROPERTY(bool canSelectController READ canSelectController CONSTANT FINAL)
     Q_PROPERTY(QStringList controllerDisplayNames READ controllerDisplayNames CONSTANT FINAL)
@@ -57,9 +58,14 @@ public:
     /// The name of the camera that the controller points at.
     const QString &cameraName() const { return m_cameraName; }
 
+    /// Follows the controller, so that it tells of a pulled cable too. While `connecting` or `disconnecting` it stays
+    /// as it was.
     bool connected() const { return m_connected; }
     bool connecting() const { return m_connecting; }
     bool disconnecting() const { return m_disconnecting; }
+    /// Why the last attempt to connect failed, as a sentence for the operator. Empty if it did not, and during the
+    /// next.
+    const QString &connectError() const { return m_connectError; }
 
     bool canSelectController() const { return controllerDisplayNames().size() > 1; }
     QStringList controllerDisplayNames() const;
@@ -83,6 +89,7 @@ signals:
     void connectedChanged();
     void connectingChanged();
     void disconnectingChanged();
+    void connectErrorChanged();
     void controllerIndexChanged();
     /// A camera could not be connected, for a reason told in one line.
     void connectFailed(const QString &reason);
@@ -95,13 +102,16 @@ private:
     struct Connection {
         QString key;
         std::shared_ptr<emulator::Camera> camera; ///< Null if it could not be made.
-        bool connected = false;
-        QString error;
+        QString error; ///< Why it is not connected, if it is not.
     };
 
     static Connection open(Connection connection, const QString &folder, const Line &line,
                            const hlx::TSharedPtr<hlx::cam::CZVTController> &controller);
     void pointAt(const QString &key, const std::shared_ptr<emulator::Camera> &camera);
+    hlx::cam::IController::ValueChanged connectionListener();
+    void valueChanged(hlx::CString name);
+    void followConnection();
+    void setConnectError(const QString &error);
 
     CameraFinder m_cameraFinder;
     QString m_folder;
@@ -111,6 +121,7 @@ private:
     bool m_connected = false;
     bool m_connecting = false;
     bool m_disconnecting = false;
+    QString m_connectError;
     int m_controllerIndex = 0;
     std::shared_ptr<emulator::Camera> m_camera;
     /// A camera once made is kept, so that it goes on where it was when it is chosen again.

@@ -20,6 +20,7 @@ namespace
 {
 
 const auto memoryFile = QStringLiteral("camera.json");
+const auto identityKey = QStringLiteral("identity");
 
 /// The cameras of this process by their handles. Never destroyed, since a late call may come while the process ends.
 struct Registry {
@@ -32,12 +33,6 @@ Registry &registry()
 {
     static auto *const instance = new Registry;
     return *instance;
-}
-
-QString cameraFolder(const QString &folder, const QString &profile)
-{
-    const QString base = folder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) : folder;
-    return QDir::cleanPath(QStringLiteral("%1/cameras/%2").arg(base, profile));
 }
 
 } // namespace
@@ -83,12 +78,18 @@ struct Camera::State {
 std::shared_ptr<Camera> Camera::create(const QString &profile, const QString &folder)
 {
     auto loaded = Profile::load(profile);
-    const QString place = cameraFolder(folder, loaded.name());
+    const QString place = folderOf(loaded.name(), folder);
     std::shared_ptr<Camera> camera(new Camera(std::move(loaded), place));
     const std::lock_guard lock(registry().mutex);
     camera->m_state->handle = ++registry().last;
     registry().cameras.emplace(camera->handle(), camera);
     return camera;
+}
+
+QString Camera::folderOf(const QString &profileName, const QString &folder)
+{
+    const QString base = folder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) : folder;
+    return QDir::cleanPath(QStringLiteral("%1/cameras/%2").arg(base, profileName));
 }
 
 Camera::Camera(Profile profile, QString folder)
@@ -99,7 +100,7 @@ Camera::Camera(Profile profile, QString folder)
         m_state->byKey[key] = {device.get(), remembers, inSnapshots};
         m_devices.push_back(std::move(device));
     };
-    add(QStringLiteral("identity"), std::make_unique<Identity>(*this), true, false);
+    add(identityKey, std::make_unique<Identity>(*this), true, false);
     add(QStringLiteral("events"), std::make_unique<EventQueue>(*this), false, false);
     for (const auto &kind : DeviceKind::all()) {
         const QJsonValue values = m_profile.devices().value(kind.key);
@@ -112,7 +113,7 @@ Camera::Camera(Profile profile, QString folder)
         add(kind.key, std::move(device), kind.memory == DeviceKind::Remembers, kind.snapshot == DeviceKind::Included);
     }
     m_newSettings = snapshot();
-    const QJsonObject values = m_state->storage.read(memoryFile);
+    const QJsonObject values = readMemory();
     // It wakes up in the state that it was in. What devices remember by themselves is newer than that.
     const QJsonObject states = values.value(QStringLiteral("states")).toObject();
     m_state->restore(&State::Fitted::inSnapshots, device<StateStore>()->settingsAtStart(states));
@@ -129,6 +130,17 @@ Camera::~Camera()
         registry().cameras.erase(m_state->handle);
     }
     remember();
+}
+
+/// What the camera's folder tells of it. Throws a SetupError about a value of a kind that no device has written.
+QJsonObject Camera::readMemory() const
+{
+    QJsonObject model = m_state->save(&State::Fitted::remembers);
+    // Its device saves only what differs from the profile.
+    model[identityKey] = m_profile.identity();
+    const QJsonObject values = m_state->storage.read(memoryFile);
+    Section(values, QStringLiteral("storage %1/%2").arg(m_folder, memoryFile)).requireKindsOf(model);
+    return values;
 }
 
 void Camera::connect() { setConnected(true); }

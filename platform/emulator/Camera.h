@@ -25,6 +25,9 @@ public:
     /// `folder`/cameras/PROFILE; an empty folder means the user's application data. Throws SetupError.
     static std::shared_ptr<Camera> create(const QString &profile, const QString &folder);
 
+    /// The folder in which a camera of a profile of this name then keeps its files.
+    static QString folderOf(const QString &profileName, const QString &folder);
+
     Camera(const Camera &) = delete;
     Camera &operator=(const Camera &) = delete;
     ~Camera();
@@ -115,6 +118,7 @@ public:
 
 private:
     Camera(Profile profile, QString folder);
+    QJsonObject readMemory() const;
     void setConnected(bool connected);
     Device *deviceOf(const QString &key) const;
 

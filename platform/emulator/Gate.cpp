@@ -254,8 +254,8 @@ Gate &Sdk::gate()
     return gate;
 }
 
-GatePass::GatePass(Gate &gate, const char *name, std::string arguments)
-    : m_state(gate.m_state), m_name(name), m_start(std::chrono::steady_clock::now())
+GatePass::GatePass(Gate &gate, const char *name, std::string arguments, AnsweredBy answeredBy)
+    : m_state(gate.m_state), m_name(name), m_answeredBy(answeredBy), m_start(std::chrono::steady_clock::now())
 {
     const std::lock_guard lock(m_state->mutex);
     if (m_state->log.size() == keptCalls) {
@@ -293,7 +293,7 @@ void GatePass::wait()
         {
             const std::lock_guard lock(m_state->mutex);
             for (const auto &[name, milliseconds] : m_state->delays)
-                if (name == m_name || name == everyName)
+                if (name == m_name || (name == everyName && m_answeredBy == AnsweredBy::Camera))
                     delay += std::chrono::milliseconds(milliseconds);
         }
         std::this_thread::sleep_for(delay);
@@ -306,7 +306,7 @@ bool GatePass::fails()
         return false;
     const std::lock_guard lock(m_state->mutex);
     const bool counted = m_state->countDown(m_name);
-    const bool drawn = m_state->drawFailure(m_name);
+    const bool drawn = m_answeredBy == AnsweredBy::Camera && m_state->drawFailure(m_name);
     m_state->updateAsked();
     return counted || drawn || findFor(m_state->failing, m_name) != m_state->failing.end();
 }

@@ -34,6 +34,10 @@ struct Call {
     std::chrono::nanoseconds duration{0}; ///< Time spent inside the gate.
 };
 
+/// Who answers a call. The camera is at the far end of a line, which may be slow and may lose calls; the framework is
+/// on the caller's side of it.
+enum class AnsweredBy { Camera, Framework };
+
 /// The gate through which everything passes that reaches a camera: it keeps the log and does what a test asked for.
 /// Each camera has one, and there is one for the functions that take no handle. Any thread.
 ///
@@ -55,8 +59,9 @@ public:
     /// The n-th next call of this name fails, once.
     void failNext(const std::string &name, int n = 1);
     void failAlways(const std::string &name);
-    /// Every call fails with this probability (0 to 1), drawn from a generator with this seed. Each name has a sequence
-    /// of its own: its n-th call fares the same in every run, whatever other threads call meanwhile.
+    /// Every call that the camera answers fails with this probability (0 to 1), drawn from a generator with this seed.
+    /// Each name has a sequence of its own: its n-th call fares the same in every run, whatever other threads call
+    /// meanwhile.
     void failRandomly(double probability, uint32_t seed);
     /// Ends failNext, failAlways and failRandomly.
     void failNever();
@@ -69,7 +74,8 @@ public:
     /// Lets the held calls through and ends the holding. "*" releases everything.
     void release(const std::string &name);
 
-    /// Every call of this name takes this much longer, in real time; what "*" asks for comes on top. 0 ends it.
+    /// Every call of this name takes this much longer, in real time; what "*" asks for comes on top, for calls that the
+    /// camera answers. 0 ends it.
     void delay(int milliseconds, const std::string &name = "*");
 
     /// Calls of this name do not ask the device: they succeed and give these values. One value for each output of the

@@ -15,7 +15,7 @@ namespace emulator
 class GatePass
 {
 public:
-    GatePass(Gate &gate, const char *name, std::string arguments);
+    GatePass(Gate &gate, const char *name, std::string arguments, AnsweredBy answeredBy = AnsweredBy::Camera);
     GatePass(const GatePass &) = delete;
     GatePass &operator=(const GatePass &) = delete;
     ~GatePass();
@@ -62,6 +62,7 @@ private:
 
     const std::shared_ptr<Gate::State> m_state;
     const char *const m_name;
+    const AnsweredBy m_answeredBy;
     const std::chrono::steady_clock::time_point m_start;
     size_t m_number;
     int m_status = Pending;

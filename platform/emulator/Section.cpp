@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace emulator
 {
@@ -80,6 +81,32 @@ QJsonObject Section::object(const QString &key)
 }
 
 Section Section::section(const QString &key) { return {object(key), m_source, pathOf(key)}; }
+
+void Section::requireKindsOf(const QJsonObject &model)
+{
+    for (auto known = model.begin(); known != model.end(); ++known) {
+        const QString &key = known.key();
+        if (!contains(key))
+            continue;
+        switch (known->type()) {
+        case QJsonValue::Bool:
+            flag(key, false);
+            break;
+        case QJsonValue::Double:
+            number(key, 0, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max());
+            break;
+        case QJsonValue::String:
+            text(key, {});
+            break;
+        case QJsonValue::Array:
+            numbers(key, {});
+            break;
+        default:
+            section(key).requireKindsOf(known->toObject());
+            break;
+        }
+    }
+}
 
 void Section::finish() const
 {

@@ -32,6 +32,10 @@ public:
     QJsonObject object(const QString &key);
     Section section(const QString &key);
 
+    /// Throws for the first value, here or below, that is of another kind than the one of the same key in `model`,
+    /// whose lists are lists of numbers. Keys that the model lacks are passed over.
+    void requireKindsOf(const QJsonObject &model);
+
     /// Throws for the first key that nobody asked for.
     void finish() const;
 

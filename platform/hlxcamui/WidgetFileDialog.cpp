@@ -2,9 +2,14 @@
 
 #include "platform/hlxcamui/windowOf.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QFileDialog>
+#include <QPalette>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QWindow>
 
 #include <utility>
@@ -26,6 +31,46 @@ QString suffixOf(const QString &nameFilter)
 {
     static const QRegularExpression oneSuffix(QStringLiteral(R"(\(\s*\*\.(\w+)\s*\)\s*$)"));
     return oneSuffix.match(nameFilter).captured(1);
+}
+
+/// The colours of the pages.
+constexpr std::pair<QPalette::ColorRole, QRgb> darkColors[] = {
+    {QPalette::Window, 0xff22222b},      {QPalette::WindowText, 0xffd8d8d8},
+    {QPalette::Base, 0xff1a1a21},        {QPalette::AlternateBase, 0xff22222b},
+    {QPalette::Text, 0xffd8d8d8},        {QPalette::PlaceholderText, 0xff8d9196},
+    {QPalette::Button, 0xff2e2e38},      {QPalette::ButtonText, 0xffd8d8d8},
+    {QPalette::Highlight, 0xff18aae2},   {QPalette::HighlightedText, 0xff000000},
+    {QPalette::ToolTipBase, 0xff2b2b35}, {QPalette::ToolTipText, 0xffd8d8d8},
+    {QPalette::Light, 0xff55555f},       {QPalette::Midlight, 0xff3a3a45},
+    {QPalette::Mid, 0xff747482},         {QPalette::Dark, 0xff1a1a21},
+    {QPalette::Shadow, 0xff000000},      {QPalette::BrightText, 0xffffffff},
+    {QPalette::Link, 0xff18aae2},        {QPalette::LinkVisited, 0xff18aae2},
+};
+constexpr QRgb disabledTextColor = 0xff8d9196;
+
+QPalette darkPalette()
+{
+    QPalette palette;
+    for (const auto &[role, color] : darkColors)
+        palette.setColor(role, color);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, disabledTextColor);
+    return palette;
+}
+
+/// Gives the dialog and all that is in it the look of the pages.
+void darken(QFileDialog &dialog)
+{
+    // The lists of the boxes are windows, which are made when they are first asked for and inherit nothing.
+    for (const QComboBox *box : dialog.findChildren<QComboBox *>())
+        box->view();
+    QStyle *const style = QStyleFactory::create(QStringLiteral("Fusion"));
+    style->setParent(&dialog);
+    const QPalette palette = darkPalette();
+    for (QWidget *widget : QList<QWidget *>{&dialog} + dialog.findChildren<QWidget *>()) {
+        widget->setStyle(style);
+        widget->setPalette(palette);
+    }
 }
 
 } // namespace
@@ -82,6 +127,9 @@ bool WidgetFileDialog::hasNextAnswer() { return nextAnswer() != nullptr; }
 void WidgetFileDialog::configure(QFileDialog &dialog) const
 {
     dialog.setWindowTitle(m_title);
+    // The desktop's own dialog would have the desktop's colours.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    darken(dialog);
     const bool writes = !m_selectExisting && !m_selectFolder;
     dialog.setAcceptMode(writes ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(m_selectFolder ? QFileDialog::Directory

@@ -2,10 +2,12 @@
 
 #include "platform/hlxcamui/DialogWindowResizer.h"
 #include "platform/hlxcamui/DisplayEditor.h"
+#include "platform/hlxcamui/IconFont.h"
 #include "platform/hlxcamui/IntValidatorEx.h"
 #include "platform/hlxcamui/WidgetFileDialog.h"
 #include "platform/hlxcamui/WindowEditor.h"
 
+#include <QFontDatabase>
 #include <QQmlEngine>
 #include <QUrl>
 
@@ -19,6 +21,11 @@ void registerHostModules()
     static bool registered = false;
     if (std::exchange(registered, true))
         return;
+
+    // Now, since a font that is added while there is a window makes Qt lay out every text again. The system's fonts are
+    // read first, so that an installed font of the same family does not take the place of ours.
+    static_cast<void>(QFontDatabase::hasFamily(QString()));
+    IconFont().name();
 
     // What the controls' own QML builds upon; not for pages. The version is that of the Qt Quick whose properties the
     // types inherit: under 1.0 the engine would hide the newer ones, and a page's own `palette` group with them.

@@ -53,6 +53,21 @@ bool EmulatedController::attach(std::shared_ptr<emulator::Camera> camera)
     return true;
 }
 
+int EmulatedController::connect()
+{
+    const auto subject = camera();
+    emulator::GatePass pass(subject ? subject->gate() : emulator::Sdk::gate(), "controller.Connect", {});
+    pass.wait();
+    // Without the camera's lock, since the listeners of the connection take locks of their own.
+    const auto answer = [&]() -> int {
+        if (!subject)
+            return emulator::InvalidHandle;
+        subject->connect();
+        return emulator::Ok;
+    };
+    return pass.answer(true, answer);
+}
+
 void EmulatedController::listen()
 {
     const auto subject = camera();
@@ -131,9 +146,16 @@ hlx::TSharedPtr<IVideoSource> EmulatedController::GetVideoSource()
 bool EmulatedController::HasRealTimeClock()
 {
     bool has = false;
-    dispatchController(
-        camera(), "controller.HasRealTimeClock",
-        [&](emulator::Camera &subject) { has = subject.profile().hasRealTimeClock(); }, &has);
+    const auto subject = camera();
+    passGate(
+        subject, "controller.HasRealTimeClock",
+        [&] {
+            if (!subject->connected())
+                return emulator::NotConnected;
+            has = subject->profile().hasRealTimeClock();
+            return emulator::Ok;
+        },
+        &has);
     return has;
 }
 

@@ -28,6 +28,9 @@ public:
     /// several threads.
     bool attach(std::shared_ptr<emulator::Camera> camera);
 
+    /// See hlx::cam::connect().
+    int connect();
+
     hlx::TSharedPtr<IDevice> device() override;
 
     bool GetIsFactoryCalibrated(bool *calibrated) override;

@@ -1,5 +1,6 @@
 #include "platform/hlxcamzvt/makeController.h"
 
+#include "platform/emulator/Gate.h"
 #include "platform/hlxcamzvt/EmulatedController.h"
 
 namespace hlx::cam
@@ -14,6 +15,12 @@ bool attach(CZVTController &controller, std::shared_ptr<emulator::Camera> camera
 {
     auto *const emulated = dynamic_cast<EmulatedController *>(&controller);
     return emulated && emulated->attach(std::move(camera));
+}
+
+int connect(CZVTController &controller)
+{
+    auto *const emulated = dynamic_cast<EmulatedController *>(&controller);
+    return emulated ? emulated->connect() : emulator::InvalidHandle;
 }
 
 } // namespace hlx::cam

@@ -19,4 +19,9 @@ hlx::TSharedPtr<CZVTController> makeController(std::shared_ptr<emulator::Camera>
 /// camera is connected, or for a controller of another make. Not at the same time from several threads.
 bool attach(CZVTController &controller, std::shared_ptr<emulator::Camera> camera);
 
+/// Connects the camera that a controller of makeController() drives, by the call "controller.Connect" of its gate, and
+/// returns the call's status: emulator::Ok, or why the camera stays disconnected. Without a camera, and for a
+/// controller of another make, it is emulator::InvalidHandle.
+int connect(CZVTController &controller);
+
 } // namespace hlx::cam

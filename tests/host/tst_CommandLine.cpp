@@ -63,6 +63,9 @@ void tst_CommandLine::badInputEndsWithOneLineAndStatus2_data()
     row("storage that is a file", {"--storage", write("file", "")}, in("file"));
     write("corrupt/cameras/everything/camera.json", "{ \"magic\": 1 ");
     row("corrupt storage", {"--storage", in("corrupt")}, "corrupt");
+    write("kinds/cameras/everything/camera.json",
+          R"({ "magic": "zvt-emulated-camera", "version": 1, "values": { "cooler": { "kP": null } } })");
+    row("storage with a value of another kind", {"--storage", in("kinds")}, "cooler.kP: must be a number");
     row("screenshots into a file", {"--screenshots", write("picture", "")}, "picture");
 
     row("negative latency", {"--latency", "-1"}, "--latency takes");

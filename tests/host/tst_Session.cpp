@@ -1,4 +1,5 @@
 #include "hlxui/IControllerModelFactory.h"
+#include "platform/emulator/control.h"
 #include "standalone/BadInput.h"
 #include "standalone/PageDriver.h"
 #include "standalone/PageWindow.h"
@@ -6,6 +7,7 @@
 #include "tests/host/Program.h"
 #include "tests/support/Test.h"
 
+#include <QFontDatabase>
 #include <QLibrary>
 #include <QQmlContext>
 #include <QQuickItem>
@@ -19,11 +21,12 @@ class tst_Session : public Test
 private slots:
     void initTestCase();
     void init();
+    void fontsAreThereBeforeAWindow();
     void standalonePageKnowsItsStandaloneModel();
     void hostPageComesWithAConnectedCameraAndF5();
     void pageFillsItsWindow();
     void windowClosesUnlessTheModelForbidsIt();
-    void titleNamesTheCamera();
+    void titleTellsTheCameraAndItsConnection();
     void livesThroughManySessions();
     void missingPlugInIsRefused();
 
@@ -61,6 +64,15 @@ Options tst_Session::options() const
 QVariant tst_Session::contextValue(PageWindow &window, const char *name)
 {
     return qmlContext(&window.page())->contextProperty(QString::fromLatin1(name));
+}
+
+void tst_Session::fontsAreThereBeforeAWindow()
+{
+    const Session session(options());
+    QStringList families;
+    for (int id = 0; id < 4; ++id)
+        families += QFontDatabase::applicationFontFamilies(id);
+    QVERIFY2(families.contains(QStringLiteral("FontAwesome")), qPrintable(families.join(u',')));
 }
 
 void tst_Session::standalonePageKnowsItsStandaloneModel()
@@ -113,17 +125,20 @@ void tst_Session::windowClosesUnlessTheModelForbidsIt()
     QVERIFY(!window.isVisible());
 }
 
-void tst_Session::titleNamesTheCamera()
+void tst_Session::titleTellsTheCameraAndItsConnection()
 {
     Session session(options());
     PageWindow window(session, false);
-    QVERIFY(!window.title().isEmpty());
-    QCOMPARE(window.title(), session.standaloneModel().cameraName());
-    const QString first = window.title();
-    session.standaloneModel().connect(QStringLiteral("bare"));
-    QTRY_VERIFY(session.standaloneModel().connected());
-    QVERIFY(window.title() != first);
-    QCOMPARE(window.title(), session.standaloneModel().cameraName());
+    StandaloneModel &model = session.standaloneModel();
+    const QString first = model.cameraName();
+    QVERIFY(!first.isEmpty());
+    QCOMPARE(window.title(), first + QStringLiteral(" - not connected"));
+    model.connect(QStringLiteral("bare"));
+    QTRY_VERIFY(model.connected());
+    QVERIFY(model.cameraName() != first);
+    QCOMPARE(window.title(), model.cameraName() + QStringLiteral(" - connected"));
+    model.camera().disconnect();
+    QTRY_COMPARE(window.title(), model.cameraName() + QStringLiteral(" - not connected"));
 }
 
 void tst_Session::livesThroughManySessions()

@@ -27,6 +27,10 @@ private slots:
     void brokenStorageFailsUntilItIsRepaired();
     void anotherCameraComesToTheSameController();
     void aCameraChosenAgainIsTheSame();
+    void aPulledCableIsNoticed();
+    void aRefusedConnectionIsTold();
+    void theReasonOfAFailureGoesWithTheNextAttempt();
+    void aCameraConnectedMeanwhileStays();
     void mayDieWhileConnecting();
     void selectsAmongItsControllersOnly();
 
@@ -78,6 +82,7 @@ void tst_StandaloneModel::offersEveryProfileWithTheChosenOneFirst()
         const auto *entry = qobject_cast<CameraEntry *>(cameras.at(row));
         QVERIFY(entry);
         QVERIFY(!entry->name().isEmpty());
+        QCOMPARE(entry->folder(), m_folder->filePath(QStringLiteral("cameras/") + entry->profile()));
         QVERIFY(!profiles.contains(entry->key()));
         profiles.append(entry->profile());
     }
@@ -138,9 +143,9 @@ void tst_StandaloneModel::stateIsCompleteWhenASignalTellsOfIt()
 void tst_StandaloneModel::connectingTakesAsLongAsTheCamera()
 {
     const auto device = camera();
-    device->gate().hold("controller.IsConnected");
+    device->gate().hold("controller.Connect");
     m_model->connect(QStringLiteral("low-cost"));
-    QVERIFY(device->gate().waitHeld("controller.IsConnected"));
+    QVERIFY(device->gate().waitHeld("controller.Connect"));
     QCoreApplication::processEvents();
     QVERIFY(m_model->connecting());
     QVERIFY(!m_model->connected());
@@ -152,12 +157,12 @@ void tst_StandaloneModel::connectingTakesAsLongAsTheCamera()
 void tst_StandaloneModel::connectIsPassedOverUnlessDisconnected()
 {
     const auto device = camera();
-    device->gate().hold("controller.IsConnected");
+    device->gate().hold("controller.Connect");
     m_model->connect(QStringLiteral("low-cost"));
     m_model->connect(QStringLiteral("bare"));
     m_model->disconnect();
     QVERIFY(!m_model->disconnecting());
-    QVERIFY(device->gate().waitHeld("controller.IsConnected"));
+    QVERIFY(device->gate().waitHeld("controller.Connect"));
     device->gate().release("*");
     QTRY_VERIFY(m_model->connected());
     m_model->connect(QStringLiteral("bare"));
@@ -188,10 +193,12 @@ void tst_StandaloneModel::silentCameraFails()
     QSignalSpy connecting(m_model.get(), &StandaloneModel::connectingChanged);
     QSignalSpy connected(m_model.get(), &StandaloneModel::connectedChanged);
     const auto device = camera();
-    device->gate().failNext("controller.IsConnected");
+    device->gate().failNext("controller.Connect");
     QVERIFY(!connectAndWait(QStringLiteral("low-cost")));
     QVERIFY(!device->connected());
     QCOMPARE(failed.size(), 1);
+    QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("the camera does not answer"));
+    QCOMPARE(m_model->connectError(), QStringLiteral("The camera does not answer."));
     QCOMPARE(connecting.size(), 2);
     QCOMPARE(connected.size(), 0);
 }
@@ -235,6 +242,55 @@ void tst_StandaloneModel::aCameraChosenAgainIsTheSame()
     QVERIFY(disconnectAndWait());
     QVERIFY(connectAndWait(QStringLiteral("low-cost")));
     QCOMPARE(camera(), first);
+}
+
+void tst_StandaloneModel::aPulledCableIsNoticed()
+{
+    QVERIFY(connectAndWait(QStringLiteral("low-cost")));
+    QSignalSpy connected(m_model.get(), &StandaloneModel::connectedChanged);
+    const auto device = camera();
+    device->disconnect();
+    QTRY_VERIFY(!m_model->connected());
+    QVERIFY(!m_model->disconnecting());
+    device->connect();
+    QTRY_VERIFY(m_model->connected());
+    QCOMPARE(connected.size(), 2);
+    QVERIFY(disconnectAndWait());
+    QVERIFY(!device->connected());
+}
+
+void tst_StandaloneModel::aRefusedConnectionIsTold()
+{
+    camera()->gate().script("controller.Connect", false);
+    QVERIFY(!connectAndWait(QStringLiteral("low-cost")));
+    QCOMPARE(m_model->connectError(), QStringLiteral("The camera refuses the connection."));
+}
+
+void tst_StandaloneModel::theReasonOfAFailureGoesWithTheNextAttempt()
+{
+    QString atTheEnd;
+    QObject::connect(m_model.get(), &StandaloneModel::connectingChanged, this,
+                     [this, &atTheEnd] { atTheEnd = m_model->connectError(); });
+    QSignalSpy changed(m_model.get(), &StandaloneModel::connectErrorChanged);
+    QVERIFY(!connectAndWait(QStringLiteral("bogus")));
+    QCOMPARE(atTheEnd, QStringLiteral("There is no camera \"bogus\"."));
+    m_model->connect(QStringLiteral("low-cost"));
+    QCOMPARE(m_model->connectError(), QString());
+    QTRY_VERIFY(m_model->connected());
+    QCOMPARE(m_model->connectError(), QString());
+    QCOMPARE(changed.size(), 2);
+}
+
+void tst_StandaloneModel::aCameraConnectedMeanwhileStays()
+{
+    const auto device = camera();
+    device->connect();
+    QVERIFY(connectAndWait(QStringLiteral("bare")));
+    QCOMPARE(camera(), device);
+    QCOMPARE(m_model->cameraName(), device->profile().title());
+    QCOMPARE(m_model->connectError(), QString());
+    QVERIFY(disconnectAndWait());
+    QVERIFY(!device->connected());
 }
 
 void tst_StandaloneModel::mayDieWhileConnecting()

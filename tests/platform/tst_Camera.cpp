@@ -33,10 +33,10 @@ QByteArray contentOf(const QString &path)
 }
 
 /// The message of the SetupError that making this camera throws.
-QString errorOf(const QString &folder)
+QString errorOf(const QString &folder, const char *profile = "bare")
 {
     try {
-        Camera::create(QStringLiteral("bare"), folder);
+        Camera::create(QString::fromLatin1(profile), folder);
     } catch (const SetupError &error) {
         return QString::fromUtf8(error.what());
     }
@@ -76,6 +76,8 @@ private slots:
     void refusesACorruptFile_data();
     void refusesACorruptFile();
     void refusesAnImpossibleFolder();
+    void refusesAValueOfAnotherKind_data();
+    void refusesAValueOfAnotherKind();
     void passesOverImpossibleValues();
     void warnsOfAFolderThatHasBecomeUnwritable();
     void leavesARemovedFolderAlone();
@@ -424,14 +426,37 @@ void tst_Camera::refusesAnImpossibleFolder()
     QCOMPARE(errorOf(m_folder->path()), QStringLiteral("storage %1: not a folder").arg(camera));
 }
 
+void tst_Camera::refusesAValueOfAnotherKind_data()
+{
+    QTest::addColumn<QByteArray>("values");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("null") << QByteArray(R"("cooler": {"kP": null})") << "cooler.kP: must be a number";
+    QTest::newRow("number") << QByteArray(R"("cooler": {"kP": "1"})") << "cooler.kP: must be a number";
+    QTest::newRow("flag") << QByteArray(R"("cooler": {"power": 1})") << "cooler.power: must be true or false";
+    QTest::newRow("text") << QByteArray(R"("states": {"current": 1})") << "states.current: must be a text";
+    QTest::newRow("identity") << QByteArray(R"("identity": {"model": 3})") << "identity.model: must be a text";
+    QTest::newRow("list") << QByteArray(R"("focus": {"near": ["x"]})") << "focus.near: must be a list of numbers";
+    QTest::newRow("device") << QByteArray(R"("cooler": 7)") << "cooler: must be an object";
+}
+
+void tst_Camera::refusesAValueOfAnotherKind()
+{
+    QFETCH(QByteArray, values);
+    QFETCH(QString, message);
+    const QString path = m_folder->filePath(QStringLiteral("cameras/everything/camera.json"));
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    write(path, R"({"magic": "zvt-emulated-camera", "version": 1, "values": {)" + values + "}}");
+    QCOMPARE(errorOf(m_folder->path(), "everything"), QStringLiteral("storage %1: %2").arg(path, message));
+}
+
 void tst_Camera::passesOverImpossibleValues()
 {
     const QString path = m_folder->filePath(QStringLiteral("cameras/te-cooler/camera.json"));
     QVERIFY(QDir().mkpath(QFileInfo(path).path()));
     write(path, R"({"magic": "zvt-emulated-camera", "version": 1, "values": {
-        "wings": {}, "identity": {"type": 999, "model": 3, "boardSet": 2}, "hours": {"milliseconds": -7},
+        "wings": {}, "identity": {"type": 999, "model": "", "boardSet": 2}, "hours": {"milliseconds": -7},
         "clock": {"realTimeOffset": 1e300, "irigOffset": 9e18, "irigMicrosecond": 70000},
-        "cooler": {"setpoint": 1000, "power": "maybe", "kP": "x"}}})");
+        "cooler": {"setpoint": 1000, "kP": 1e300}}})");
     const auto camera = create("te-cooler");
     camera->connect();
     uint8_t type = 0;

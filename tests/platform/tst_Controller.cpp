@@ -289,6 +289,8 @@ private slots:
     void everyOperationAnswers();
     void aFailureLeavesEverythingAlone_data() { addOperations(); }
     void aFailureLeavesEverythingAlone();
+    void onlyWhatTheFrameworkAnswersIsSureToCome_data() { addOperations(); }
+    void onlyWhatTheFrameworkAnswersIsSureToCome();
     void withoutAConnectionNothingWorks_data() { addOperations(); }
     void withoutAConnectionNothingWorks();
     void withoutACameraNothingWorks_data() { addOperations(); }
@@ -371,6 +373,17 @@ void tst_Controller::aFailureLeavesEverythingAlone()
     QCOMPARE(operation().call(*m_controller), untouched());
     QCOMPARE(lastCall().status, int(emulator::Injected));
     QCOMPARE(sensor().save(), before);
+}
+
+void tst_Controller::onlyWhatTheFrameworkAnswersIsSureToCome()
+{
+    const bool known = QStringList{"GetHandle", "HasRealTimeClock", "IsConnected"}.contains(operation().name);
+    m_camera->gate().failRandomly(1, 1);
+    if (known)
+        m_camera->gate().delay(3'600'000);
+    const QString answer = operation().call(*m_controller);
+    QCOMPARE(lastCall().status, int(known ? emulator::Ok : emulator::Injected));
+    QCOMPARE(answer != untouched(), known);
 }
 
 void tst_Controller::withoutAConnectionNothingWorks()

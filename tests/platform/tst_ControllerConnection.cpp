@@ -113,6 +113,8 @@ private slots:
     void destructionWaitsForANotificationInFlight();
     void aDelegateMayLetGoOfTheController();
     void aDestroyedControllerHearsNothing();
+    void connectingTakesTheLineToTheCamera();
+    void withoutACameraNothingIsConnected();
     void anotherCameraCanBeAttached();
     void aConnectedCameraStays();
     void attachingAConnectedCameraIsTold();
@@ -266,6 +268,29 @@ void tst_ControllerConnection::aDestroyedControllerHearsNothing()
     m_controller.reset();
     m_camera->connect();
     QVERIFY(listener.names.empty());
+}
+
+void tst_ControllerConnection::connectingTakesTheLineToTheCamera()
+{
+    auto &gate = m_camera->gate();
+    gate.failRandomly(1, 1);
+    QCOMPARE(hlx::cam::connect(*m_controller), int(emulator::Injected));
+    QVERIFY(!m_camera->connected());
+    gate.failNever();
+    gate.script("controller.Connect", false);
+    QCOMPARE(hlx::cam::connect(*m_controller), int(emulator::Refused));
+    QVERIFY(!m_camera->connected());
+    gate.script("controller.Connect", {});
+    Listener listener;
+    m_controller->AddValueChanged(listener.delegate());
+    QCOMPARE(hlx::cam::connect(*m_controller), int(emulator::Ok));
+    QVERIFY(m_camera->connected());
+    QCOMPARE(listener.names, std::vector<CString>{"Connected"});
+}
+
+void tst_ControllerConnection::withoutACameraNothingIsConnected()
+{
+    QCOMPARE(hlx::cam::connect(*hlx::cam::makeController(nullptr)), int(emulator::InvalidHandle));
 }
 
 void tst_ControllerConnection::anotherCameraCanBeAttached()

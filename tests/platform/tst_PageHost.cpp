@@ -1,7 +1,9 @@
 #include "platform/hlxcamui/PageHost.h"
+#include "platform/hlxcamui/hostModules.h"
 #include "tests/support/Test.h"
 
 #include <QFile>
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QPointer>
 #include <QQmlComponent>
@@ -17,6 +19,7 @@ class tst_PageHost : public Test
     Q_OBJECT
 
 private slots:
+    void theIconFontIsThereBeforeAPage();
     void aPathBecomesAResource_data();
     void aPathBecomesAResource();
     void aPageSeesItsCamera();
@@ -48,6 +51,12 @@ QString tst_PageHost::page(const QString &text)
         qFatal("cannot write %s", qPrintable(file.fileName()));
     file.write(text.toUtf8());
     return QUrl::fromLocalFile(file.fileName()).toString();
+}
+
+void tst_PageHost::theIconFontIsThereBeforeAPage()
+{
+    hlx::cam::ui::registerHostModules();
+    QCOMPARE(QFontDatabase::applicationFontFamilies(0), QStringList{QStringLiteral("FontAwesome")});
 }
 
 void tst_PageHost::aPathBecomesAResource_data()

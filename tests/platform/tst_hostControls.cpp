@@ -2,6 +2,7 @@
 #include "tests/platform/ControlPage.h"
 #include "tests/support/Test.h"
 
+#include <QPainter>
 #include <QSignalSpy>
 
 using hlx::cam::ui::IntValidatorEx;
@@ -21,6 +22,10 @@ private slots:
     void subWindowLiesOnTheWholeArray();
     void windowIsMovedAndSizedByKeys();
     void escapeTakesADragBack();
+    void nothingIsPaintedOutside_data();
+    void nothingIsPaintedOutside();
+    void focusIsFramed_data();
+    void focusIsFramed();
     void aPageWritesPartsOfTheWindow();
     void anEmptyEditorTakesNoHarm();
 
@@ -59,6 +64,18 @@ namespace
 const auto windowEditor = QStringLiteral(R"(
 WindowEditor { x: 10; y: 10; width: 328; height: 264; window: Qt.rect(40, 40, 80, 64)
                minSize: Qt.size(16, 8); maxSize: Qt.size(160, 128); increment: Qt.point(8, 4); %1 })");
+
+/// Shows the middle of a 640 by 512 array on a 640 by 480 raster, unless the settings say otherwise.
+QString displayEditor(const QString &settings)
+{
+    const auto unlessSet = [&settings](const char *name, const char *value) {
+        return settings.contains(QLatin1String(name)) ? QString()
+                                                      : QLatin1String(name) + QLatin1String(value) + QLatin1Char(';');
+    };
+    return QStringLiteral("DisplayEditor { width: 420; height: 300; displaySize: Qt.size(640, 480)\n"
+                          "fpaSize: Qt.size(640, 512); increment: Qt.point(4, 4); %1 %2 %3 }")
+        .arg(unlessSet("window:", "Qt.rect(160, 64, 320, 256)"), unlessSet("zoom:", "1"), settings);
+}
 
 } // namespace
 
@@ -174,6 +191,51 @@ void tst_hostControls::escapeTakesADragBack()
     QCOMPARE(get<QRect>("window"), QRect(40, 40, 80, 64));
 }
 
+void tst_hostControls::nothingIsPaintedOutside_data()
+{
+    QTest::addColumn<QString>("control");
+    QTest::newRow("whole array") << windowEditor.arg("Component.onCompleted: window = Qt.rect(0, 0, 160, 128)");
+    QTest::newRow("beyond the array") << windowEditor.arg("Component.onCompleted: window = Qt.rect(-40, 90, 240, 90)");
+    QTest::newRow("area beyond the array")
+        << windowEditor.arg("isSubWindow: true; fullSize: Qt.size(80, 64); subWindowPosition: Qt.point(-20, 40)");
+    QTest::newRow("image beyond the raster") << displayEditor("offsetType: 2; offset: Qt.point(300, 400)");
+}
+
+void tst_hostControls::nothingIsPaintedOutside()
+{
+    QFETCH(QString, control);
+    show(control);
+    m_item->forceActiveFocus(Qt::TabFocusReason);
+    QImage image = m_page.window()->grabWindow();
+    const QColor back = image.pixelColor(image.width() - 1, image.height() - 1);
+    QPainter(&image).fillRect(m_item->mapRectToScene(m_item->boundingRect()), back);
+    QImage empty = image;
+    empty.fill(back);
+    QCOMPARE(image, empty);
+}
+
+void tst_hostControls::focusIsFramed_data()
+{
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QByteArray>("frame");
+    QTest::addColumn<int>("outset");
+    QTest::newRow("window") << windowEditor.arg("") << QByteArray("arrayFrame") << 1;
+    QTest::newRow("display") << displayEditor("") << QByteArray("displayFrame") << -1;
+}
+
+void tst_hostControls::focusIsFramed()
+{
+    QFETCH(QString, control);
+    QFETCH(QByteArray, frame);
+    QFETCH(int, outset);
+    show(control);
+    const QPoint place = at(frame, 0, 0.25) - QPoint(outset, 0);
+    const QColor accent(0x18, 0xaa, 0xe2);
+    QVERIFY(m_page.window()->grabWindow().pixelColor(place) != accent);
+    m_page.key(Qt::Key_Tab);
+    QTRY_COMPARE(m_page.window()->grabWindow().pixelColor(place), accent);
+}
+
 void tst_hostControls::aPageWritesPartsOfTheWindow()
 {
     show(windowEditor.arg("function type(w) { window.width = w }"));
@@ -189,23 +251,6 @@ void tst_hostControls::anEmptyEditorTakesNoHarm()
     m_page.key(Qt::Key_Down, Qt::ShiftModifier);
     QVERIFY(get<QRect>("window").isEmpty());
 }
-
-namespace
-{
-
-/// Shows the middle of a 640 by 512 array on a 640 by 480 raster, unless the settings say otherwise.
-QString displayEditor(const QString &settings)
-{
-    const auto unlessSet = [&settings](const char *name, const char *value) {
-        return settings.contains(QLatin1String(name)) ? QString()
-                                                      : QLatin1String(name) + QLatin1String(value) + QLatin1Char(';');
-    };
-    return QStringLiteral("DisplayEditor { width: 420; height: 300; displaySize: Qt.size(640, 480)\n"
-                          "fpaSize: Qt.size(640, 512); increment: Qt.point(4, 4); %1 %2 %3 }")
-        .arg(unlessSet("window:", "Qt.rect(160, 64, 320, 256)"), unlessSet("zoom:", "1"), settings);
-}
-
-} // namespace
 
 void tst_hostControls::imageLiesWhereThePositionSays_data()
 {

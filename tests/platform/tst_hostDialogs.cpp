@@ -1,64 +1,19 @@
-#include "hlxui/ObjectListModel.h"
 #include "platform/hlxcamui/WidgetFileDialog.h"
 #include "tests/platform/ControlPage.h"
 #include "tests/support/Test.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QStandardPaths>
+#include <QStyle>
 #include <QTemporaryDir>
 
 using hlx::cam::ui::WidgetFileDialog;
-
-namespace
-{
-
-class Camera : public QObject
-{
-    Q_OBJECT
-    Q_PROPERTY(QString key MEMBER m_key CONSTANT)
-    Q_PROPERTY(QString name MEMBER m_name CONSTANT)
-    Q_PROPERTY(QString profile MEMBER m_profile CONSTANT)
-
-public:
-    Camera(const QString &key, const QString &name, const QString &profile)
-        : m_key(key), m_name(name), m_profile(profile)
-    {
-    }
-
-private:
-    QString m_key;
-    QString m_name;
-    QString m_profile;
-};
-
-class Finder : public QObject
-{
-    Q_OBJECT
-    Q_PROPERTY(ObjectListModel *cameras READ cameras CONSTANT)
-
-public:
-    ObjectListModel *cameras() { return &m_cameras; }
-
-private:
-    ObjectListModel m_cameras{true};
-};
-
-const auto finderPage = QStringLiteral(R"(
-    Item {
-        id: opener
-        property var finder
-        property string connected
-        function open() { popup.open() }
-        CameraFinderPopup { id: popup; palette: root.palette; font.pixelSize: 13
-                            cameraFinder: opener.finder; configDir: "/home/operator/.config/quarry"
-                            onConnect: camera => opener.connected = camera }
-    })");
-
-} // namespace
 
 class tst_hostDialogs : public Test
 {
@@ -73,12 +28,6 @@ private slots:
     void aRequestDiesWithItsObject();
     void withoutAWindowNothingHappens();
 
-    void finderConnectsByDoubleClick();
-    void finderConnectsByKeys();
-    void finderConnectsByButton();
-    void finderFollowsItsCameras();
-    void cancellingTheFinderConnectsNothing();
-
     void fileDialogIsAnsweredByTests();
     void fileDialogMayBeCancelled();
     void anAnswerSeesWhatWasAsked();
@@ -86,20 +35,18 @@ private slots:
     void fileDialogAddsTheSuffixOfItsFilter();
     void fileDialogChoosesAFolder();
     void fileDialogGoesWithItsPage();
+    void fileDialogIsDark();
     void shortcutsAreUrls();
 
 private:
     void call(const char *function, const QVariant &argument = {});
-    void showFinder();
-    QObject *popup() const;
-    QQuickItem *named(const QString &name) const;
-    void click(QQuickItem *item) const;
 
     /// Shows a page with a file dialog of these settings and returns the dialog.
     QObject *showFileDialog(const QString &settings);
     QFileDialog *openDialog() const;
+    /// A picture, kept for whoever looks at it.
+    static QImage shot(QWidget &widget, const char *name);
 
-    Finder m_finder;
     ControlPage m_page;
     QQuickItem *m_item = nullptr;
 };
@@ -107,7 +54,6 @@ private:
 void tst_hostDialogs::cleanup()
 {
     m_page.close();
-    m_finder.cameras()->removeAll();
     WidgetFileDialog::setNextAnswer(nullptr);
 }
 
@@ -201,115 +147,6 @@ void tst_hostDialogs::withoutAWindowNothingHappens()
     QCOMPARE(m_page.window()->minimumSize(), QSize(0, 0));
 }
 
-void tst_hostDialogs::showFinder()
-{
-    m_item = m_page.show(finderPage);
-    m_item->setProperty("finder", QVariant::fromValue<QObject *>(&m_finder));
-    call("open");
-    QTRY_VERIFY(popup()->property("opened").toBool());
-}
-
-QObject *tst_hostDialogs::popup() const
-{
-    for (QObject *child : m_item->findChildren<QObject *>())
-        if (child->property("cameraFinder").isValid())
-            return child;
-    return nullptr;
-}
-
-QQuickItem *tst_hostDialogs::named(const QString &name) const
-{
-    QList<QQuickItem *> items{m_page.window()->contentItem()};
-    while (!items.isEmpty()) {
-        QQuickItem *item = items.takeFirst();
-        if (item->isVisible() && item->property("text").toString() == name)
-            return item;
-        items += item->childItems();
-    }
-    return nullptr;
-}
-
-void tst_hostDialogs::click(QQuickItem *item) const
-{
-    QVERIFY(item);
-    QTest::mouseClick(m_page.window(), Qt::LeftButton, {},
-                      item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
-}
-
-void tst_hostDialogs::finderConnectsByDoubleClick()
-{
-    m_finder.cameras()->append(new Camera("c1", "Tower North", "everything"));
-    m_finder.cameras()->append(new Camera("c2", "Tower South", "discrete-fov"));
-    showFinder();
-    QTRY_VERIFY(named("Tower South"));
-    m_page.shot("finder");
-    QQuickItem *row = named("Tower South");
-    QTest::mouseDClick(m_page.window(), Qt::LeftButton, {}, row->mapToScene({10, 5}).toPoint());
-    QTRY_COMPARE(m_item->property("connected").toString(), QStringLiteral("c2"));
-    QTRY_VERIFY(!popup()->property("visible").toBool());
-}
-
-void tst_hostDialogs::finderConnectsByKeys()
-{
-    for (const auto *key : {"c1", "c2", "c3"})
-        m_finder.cameras()->append(new Camera(key, QStringLiteral("Camera ") + key, "bare"));
-    showFinder();
-    m_page.key(Qt::Key_Down);
-    m_page.key(Qt::Key_Down);
-    m_page.key(Qt::Key_Up);
-    m_page.key(Qt::Key_Return);
-    QTRY_COMPARE(m_item->property("connected").toString(), QStringLiteral("c2"));
-    call("open");
-    QTRY_VERIFY(popup()->property("opened").toBool());
-    m_page.key(Qt::Key_Tab);
-    m_page.shot("finder-button-focus");
-    m_page.key(Qt::Key_Space);
-    QTRY_COMPARE(m_item->property("connected").toString(), QStringLiteral("c1"));
-}
-
-void tst_hostDialogs::finderConnectsByButton()
-{
-    m_finder.cameras()->append(new Camera("c1", "Tower North", "everything"));
-    m_finder.cameras()->append(
-        new Camera("c2", "Tower South with a name that is much too long for its row", "edge-values"));
-    showFinder();
-    click(named(m_finder.cameras()->at(1)->property("name").toString()));
-    m_page.shot("finder-second");
-    click(named("Connect"));
-    QTRY_COMPARE(m_item->property("connected").toString(), QStringLiteral("c2"));
-}
-
-void tst_hostDialogs::finderFollowsItsCameras()
-{
-    showFinder();
-    QVERIFY(named("No cameras found"));
-    QVERIFY(!named("Connect")->isEnabled());
-    m_page.key(Qt::Key_Return);
-    m_page.shot("finder-empty");
-    auto *camera = new Camera("c1", "Tower North", "everything");
-    m_finder.cameras()->append(camera);
-    QTRY_VERIFY(named("Tower North"));
-    QVERIFY(!named("No cameras found"));
-    QTRY_VERIFY(named("Connect")->isEnabled());
-    m_finder.cameras()->remove(camera);
-    QTRY_VERIFY(named("No cameras found"));
-    QTRY_VERIFY(!named("Connect")->isEnabled());
-    QCOMPARE(m_item->property("connected").toString(), QString());
-}
-
-void tst_hostDialogs::cancellingTheFinderConnectsNothing()
-{
-    m_finder.cameras()->append(new Camera("c1", "Tower North", "everything"));
-    showFinder();
-    m_page.key(Qt::Key_Escape);
-    QTRY_VERIFY(!popup()->property("visible").toBool());
-    call("open");
-    QTRY_VERIFY(popup()->property("opened").toBool());
-    click(named("Cancel"));
-    QTRY_VERIFY(!popup()->property("visible").toBool());
-    QCOMPARE(m_item->property("connected").toString(), QString());
-}
-
 QObject *tst_hostDialogs::showFileDialog(const QString &settings)
 {
     m_item = m_page.show(
@@ -323,6 +160,14 @@ QFileDialog *tst_hostDialogs::openDialog() const
         if (auto *dialog = qobject_cast<QFileDialog *>(widget); dialog && dialog->isVisible())
             return dialog;
     return nullptr;
+}
+
+QImage tst_hostDialogs::shot(QWidget &widget, const char *name)
+{
+    const QImage image = widget.grab().toImage();
+    QDir().mkpath(ZVT_BINARY_DIR "/shots");
+    image.save(QStringLiteral(ZVT_BINARY_DIR "/shots/%1.png").arg(QLatin1String(name)));
+    return image;
 }
 
 void tst_hostDialogs::fileDialogIsAnsweredByTests()
@@ -440,6 +285,28 @@ void tst_hostDialogs::fileDialogGoesWithItsPage()
     QTRY_VERIFY(openDialog());
     m_page.close();
     QVERIFY(!openDialog());
+}
+
+void tst_hostDialogs::fileDialogIsDark()
+{
+    const QPalette ofTheApplication = QApplication::palette();
+    QObject *dialog = showFileDialog("nameFilters: ['NUC files (*.nuc)', 'All files (*)']");
+    QMetaObject::invokeMethod(dialog, "open");
+    QTRY_VERIFY(openDialog());
+    QFileDialog *shown = openDialog();
+    shot(*shown, "file-dialog");
+    auto *types = shown->findChild<QComboBox *>("fileTypeCombo");
+    types->showPopup();
+    QTRY_VERIFY(types->view()->isVisible());
+    const QImage list = shot(*types->view()->window(), "file-dialog-types");
+    QVERIFY(list.pixelColor(list.width() - 4, list.height() - 4).lightness() < 64);
+    for (const QWidget *widget : QList<QWidget *>{shown, types, types->view()}) {
+        QCOMPARE(widget->palette().color(QPalette::Window), QColor(0x22, 0x22, 0x2b));
+        QCOMPARE(widget->palette().color(QPalette::Base), QColor(0x1a, 0x1a, 0x21));
+        QCOMPARE(widget->palette().color(QPalette::Text), QColor(0xd8, 0xd8, 0xd8));
+        QCOMPARE(widget->style()->name(), QStringLiteral("fusion"));
+    }
+    QCOMPARE(QApplication::palette(), ofTheApplication);
 }
 
 void tst_hostDialogs::shortcutsAreUrls()

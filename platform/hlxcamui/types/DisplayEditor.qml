@@ -40,19 +40,29 @@ T.DisplayEditor {
         radius: 2
     }
 
-    // What a television may hide.
-    Repeater {
-        model: editor.showNtscLines ? [0.05, 0.95] : []
+    // The edge of what a television may hide.
+    component NtscLine: Rectangle {
+        required property rect raster
+        required property real part
 
-        Rectangle {
-            required property real modelData
+        x: Math.round(raster.x)
+        y: Math.round(raster.y + raster.height * part)
+        width: Math.round(raster.width)
+        height: 1
+    }
 
-            x: Math.round(editor.displayFrame.x)
-            y: Math.round(editor.displayFrame.y + editor.displayFrame.height * modelData)
-            width: Math.round(editor.displayFrame.width)
-            height: 1
-            color: editor.palette.mid
-        }
+    NtscLine {
+        raster: editor.displayFrame
+        part: 0.05
+        visible: editor.showNtscLines
+        color: editor.palette.mid
+    }
+
+    NtscLine {
+        raster: editor.displayFrame
+        part: 0.95
+        visible: editor.showNtscLines
+        color: editor.palette.mid
     }
 
     Frame {

@@ -9,6 +9,8 @@ T.WindowEditor {
 
     implicitWidth: 160
     implicitHeight: 128
+    // A page may assign a window that reaches beyond the array.
+    clip: true
 
     Accessible.role: Accessible.Graphic
     Accessible.name: qsTr("Image Window")
@@ -44,10 +46,18 @@ T.WindowEditor {
         border.color: editor.palette.mid
     }
 
+    // A corner of the window, as a place to take hold of.
+    component Corner: Rectangle {
+        required property Rectangle owner
+
+        width: 6
+        height: 6
+        visible: owner.enabled
+        color: owner.border.color
+    }
+
     Frame {
         id: shown
-
-        readonly property real _edge: 6
 
         frame: editor.windowFrame
         visible: editor.window.width > 0 && editor.window.height > 0
@@ -57,26 +67,15 @@ T.WindowEditor {
 
         Text {
             anchors.centerIn: parent
-            visible: implicitWidth + 2 * shown._edge < parent.width && implicitHeight + 4 < parent.height
+            visible: implicitWidth + 12 < parent.width && implicitHeight + 4 < parent.height
             text: "%1 × %2".arg(editor.window.width).arg(editor.window.height)
             color: editor.palette.windowText
             font.pixelSize: 12
         }
 
-        // The corners, as the places to take hold of.
-        Repeater {
-            model: 4
-
-            Rectangle {
-                required property int index
-
-                x: (index % 2 === 0 ? 0 : shown.width) - width / 2
-                y: (index < 2 ? 0 : shown.height) - height / 2
-                width: shown._edge
-                height: shown._edge
-                visible: editor.enabled
-                color: editor._lineColor
-            }
-        }
+        Corner { owner: shown; anchors { horizontalCenter: parent.left; verticalCenter: parent.top } }
+        Corner { owner: shown; anchors { horizontalCenter: parent.right; verticalCenter: parent.top } }
+        Corner { owner: shown; anchors { horizontalCenter: parent.left; verticalCenter: parent.bottom } }
+        Corner { owner: shown; anchors { horizontalCenter: parent.right; verticalCenter: parent.bottom } }
     }
 }

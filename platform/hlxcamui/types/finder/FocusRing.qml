@@ -1,0 +1,10 @@
+import QtQuick
+
+// The ring around what has the keyboard focus.
+Rectangle {
+    anchors { fill: parent; margins: -4 }
+    radius: 6
+    color: "transparent"
+    border.width: 2
+    border.color: FinderLook.accentColor
+}
