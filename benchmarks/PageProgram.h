@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 /// The program zvtbenchpage, which loads the built plug-in as a host does. It is a program of its own since this one is
@@ -10,5 +11,12 @@ namespace PageProgram
 
 /// What it prints in this mode; ends the whole run with its words if it fails.
 QByteArray run(const QString &mode);
+
+/// The lines of run(), each split into its fields at the tabs.
+QList<QList<QByteArray>> table(const QString &mode);
+
+/// How many instructions all its threads execute in this mode, from the start of the process to its end. Takes valgrind
+/// and a quarter of a minute.
+double instructions(const QString &mode);
 
 } // namespace PageProgram

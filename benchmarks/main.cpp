@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <utility>
 
-// zvtbench [refresh] [loop] [start] [lists]: measures what is named, or everything. The exit status is 1 if a figure
-// missed its limit.
+// zvtbench [refresh] [loop] [start] [open] [idle] [lists]: measures what is named, or everything. The exit status is 1
+// if a figure missed its limit.
 int main(int argc, char *argv[])
 {
     // Nothing of the user who measures is read or written, here and in the programs that are started.
@@ -21,7 +21,8 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("zvtbench"));
 
     const std::pair<const char *, void (*)(Report &)> figures[]
-        = {{"refresh", measureRefreshes}, {"loop", measureEventLoop}, {"start", measureStart}, {"lists", measureLists}};
+        = {{"refresh", measureRefreshes}, {"loop", measureEventLoop}, {"start", measureStart},
+           {"open", measureOpenings},     {"idle", measureIdling},    {"lists", measureLists}};
     QStringList wanted = QCoreApplication::arguments().mid(1);
     const bool everything = wanted.isEmpty();
     Report report;

@@ -2,7 +2,7 @@ set(ZVT_TEST_FILTER "" CACHE STRING "Build only the test files whose name matche
 
 # zvt_tests(KIND [LINK ...] [TIMEOUT seconds] [LONG tst_A ...] [DEFINITIONS ...]): one program `zvt_KIND_tests` of all
 # test classes of the folder (one link instead of many), and one CTest entry `KIND.tst_A` with the label KIND for each file
-# tst_A.cpp. Those of LONG build things of their own and get half an hour.
+# tst_A.cpp. Those of LONG build things of their own: they get half an hour and are started first.
 function(zvt_tests kind)
     cmake_parse_arguments(ARG "" "TIMEOUT" "LINK;LONG;DEFINITIONS" ${ARGN})
     if(NOT ARG_TIMEOUT)
@@ -21,7 +21,7 @@ function(zvt_tests kind)
     target_link_libraries(${program} PRIVATE zvttest ${ARG_LINK} zvt_options)
     target_compile_definitions(${program} PRIVATE ZVT_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                                                   ZVT_BINARY_DIR="${PROJECT_BINARY_DIR}" ${ARG_DEFINITIONS})
-    target_precompile_headers(${program} PRIVATE <QtTest/QtTest>)
+    target_precompile_headers(${program} REUSE_FROM zvttest)
     foreach(source IN LISTS sources)
         get_filename_component(name ${source} NAME_WE)
         if(name MATCHES "^tst_")
@@ -32,7 +32,7 @@ function(zvt_tests kind)
     endforeach()
     foreach(name IN LISTS ARG_LONG)
         if(TEST ${kind}.${name})
-            set_tests_properties(${kind}.${name} PROPERTIES TIMEOUT 1800)
+            set_tests_properties(${kind}.${name} PROPERTIES TIMEOUT 1800 COST 1000)
         endif()
     endforeach()
 endfunction()

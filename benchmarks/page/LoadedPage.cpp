@@ -1,30 +1,35 @@
 #include "benchmarks/page/LoadedPage.h"
 
 #include "hlxui/IControllerModelFactory.h"
+#include "platform/hlxcamui/hostModules.h"
 #include "platform/hlxcamzvt/makeController.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QQuickItem>
 
+#include <algorithm>
 #include <stdexcept>
 
 using hlx::cam::ui::PageHost;
 
-LoadedPage::LoadedPage(Kind kind)
-    : m_camera(emulator::Camera::create(QStringLiteral("everything"), QString())),
-      m_controller(hlx::cam::makeController(m_camera))
+LoadedPage::LoadedPage(Kind kind, const QString &profile)
+    : m_camera(emulator::Camera::create(profile, QString())), m_controller(hlx::cam::makeController(m_camera))
 {
+    // Page and host bring their fonts along. With a font that comes after the window Qt lays every text out again.
+    hlx::cam::ui::registerHostModules();
     const QString qml = load(kind);
+    m_window = std::make_unique<QQuickWindow>();
     hlx::cam::ui::PageOptions options;
     options.refreshCameraControllerHotkey = Qt::Key_F5;
-    m_engine.setIncubationController(m_window.incubationController());
+    m_engine.setIncubationController(m_window->incubationController());
     m_page = PageHost::load(m_engine, m_model.get(), qml, options);
     if (!m_page->item())
         throw std::runtime_error(m_page->errorText().toStdString());
-    m_window.resize(900, 720);
-    m_page->item()->setParentItem(m_window.contentItem());
-    m_page->item()->setSize(m_window.size());
+    m_window->resize(900, 720);
+    m_page->item()->setParentItem(m_window->contentItem());
+    m_page->item()->setSize(m_window->size());
     m_page->item()->setFocus(true);
 }
 
@@ -49,7 +54,28 @@ QString LoadedPage::load(Kind kind)
 void LoadedPage::show()
 {
     QEventLoop loop;
-    QObject::connect(&m_window, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit, Qt::QueuedConnection);
-    m_window.show();
+    QObject::connect(m_window.get(), &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    m_window->show();
     loop.exec();
+}
+
+void LoadedPage::awaitContents()
+{
+    constexpr int tooLong = 120'000; // Milliseconds; under valgrind everything takes long.
+    constexpr int loading = 2; // Loader.Loading
+
+    const auto made = [this] {
+        const auto objects = item().findChildren<QObject *>();
+        const auto isLoader = [](const QObject *object) { return object->inherits("QQuickLoader"); };
+        return item().property("_early").toBool() && std::none_of(objects.begin(), objects.end(), [&](QObject *object) {
+                   return isLoader(object) && object->property("status").toInt() == loading;
+               });
+    };
+    QElapsedTimer waited;
+    waited.start();
+    while (!made()) {
+        if (waited.hasExpired(tooLong))
+            throw std::runtime_error("the contents of the page are not made");
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 }

@@ -23,13 +23,16 @@ public:
         Empty, ///< One button.
     };
 
-    /// Throws std::runtime_error if there is no such page.
-    explicit LoadedPage(Kind kind);
+    /// `profile`: the make-up of the camera. Throws std::runtime_error if there is no such page.
+    explicit LoadedPage(Kind kind, const QString &profile = QStringLiteral("everything"));
 
     /// Shows the window and waits for its first frame.
     void show();
 
-    QQuickWindow &window() { return m_window; }
+    /// Waits until what is made beside other work after the first frame is there: the contents of hidden pages.
+    void awaitContents();
+
+    QQuickWindow &window() { return *m_window; }
     QQuickItem &item() { return *m_page->item(); }
     emulator::Camera &camera() { return *m_camera; }
     /// Null but for the plug-in's page.
@@ -45,6 +48,6 @@ private:
     QLibrary m_flatPages;
     std::unique_ptr<QObject> m_model;
     QQmlEngine m_engine;
-    QQuickWindow m_window;
+    std::unique_ptr<QQuickWindow> m_window;
     std::unique_ptr<hlx::cam::ui::PageHost> m_page;
 };

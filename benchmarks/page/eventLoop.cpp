@@ -1,14 +1,12 @@
 #include "benchmarks/page/modes.h"
 
+#include "benchmarks/page/measuring.h"
 #include "standalone/PageDriver.h"
 
-#include <QCoreApplication>
 #include <QQuickItem>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <map>
 #include <string>
@@ -18,11 +16,8 @@
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
-using Milliseconds = std::chrono::duration<double, std::milli>;
-
-/// Ticks each millisecond and notes how long the event loop took to come round to the next tick. The time that calls to
-/// the camera spent on this thread is left out.
+/// Ticks each millisecond and notes what passed until the event loop came round to the next tick. From the wall clock
+/// the time is left out that calls to the camera took on this thread, waiting for their delay most of it.
 class Probe
 {
 public:
@@ -47,32 +42,38 @@ public:
 
     void print() const
     {
-        std::printf("steady\t%.3f\n", m_steady);
-        if (m_shown > 0)
-            std::printf("showing\t%.3f\n", m_shown);
+        print("steady", m_steady);
+        if (m_shown.wall.count() > 0)
+            print("showing", m_shown);
         for (const auto &[name, count] : m_leftOut)
             std::printf("left out\t%s\t%d\n", name.c_str(), count);
     }
 
 private:
+    static void print(const char *kind, const Cost &longest)
+    {
+        std::printf("%s\t%.3f\t%.3f\n", kind, longest.processor.count(), longest.wall.count());
+    }
+
     void startOver()
     {
-        m_last = Clock::now();
+        m_stopwatch.restart();
         for (size_t i = 0; i < m_gates.size(); ++i)
             m_marks[i] = m_gates[i]->mark();
     }
 
     void tick()
     {
-        double gap = Milliseconds(Clock::now() - m_last).count();
+        Cost gap = m_stopwatch.cost();
         for (size_t i = 0; i < m_gates.size(); ++i)
             for (const emulator::Call &call : m_gates[i]->callsSince(m_marks[i]))
                 if (call.thread == std::this_thread::get_id()) {
-                    gap -= Milliseconds(call.duration).count();
+                    gap.wall -= call.duration;
                     ++m_leftOut[call.name];
                 }
-        double &longest = m_showing ? m_shown : m_steady;
-        longest = std::max(longest, gap);
+        Cost &longest = m_showing ? m_shown : m_steady;
+        longest.processor = std::max(longest.processor, gap.processor);
+        longest.wall = std::max(longest.wall, gap.wall);
         if (std::exchange(m_showingEnds, false))
             m_showing = false;
         startOver();
@@ -81,18 +82,13 @@ private:
     const std::vector<emulator::Gate *> m_gates;
     std::vector<size_t> m_marks;
     QTimer m_timer;
-    Clock::time_point m_last;
-    double m_steady = 0; ///< Milliseconds.
-    double m_shown = 0;
+    Stopwatch m_stopwatch;
+    Cost m_steady; ///< The longest gap so far.
+    Cost m_shown; ///< The longest one at the first showing of a tab.
     bool m_showing = false;
     bool m_showingEnds = false;
     std::map<std::string, int> m_leftOut;
 };
-
-void pause(int milliseconds)
-{
-    PageDriver::waitFor([] { return false; }, milliseconds);
-}
 
 } // namespace
 
@@ -107,8 +103,7 @@ int reportEventLoop()
     for (auto *gate : gates)
         gate->delay(latency);
     Probe probe(gates);
-    QThreadPool::globalInstance()->start([&page] { page.camera().connect(); });
-    PageDriver::waitFor([&page] { return page.camera().connected(); });
+    connectCamera(page);
     pause(enoughForPolls);
 
     const PageDriver driver(page.window(), page.item());

@@ -20,9 +20,18 @@ int run(const QStringList &arguments)
         return reportFirstFrame(LoadedPage::Kind::Empty);
     if (mode == QLatin1String("loop"))
         return reportEventLoop();
+    if (mode == QLatin1String("opening"))
+        return reportOpenings();
+    if (mode == QLatin1String("idle"))
+        return reportIdle();
+    if (mode == QLatin1String("counts"))
+        return reportCounts();
+    if (mode == QLatin1String("contents"))
+        return reportContents();
     if (mode == QLatin1String("census"))
         return writeFlatPage(arguments.value(2));
-    std::fprintf(stderr, "zvtbenchpage page | flat | empty | loop | census FILE\n");
+    std::fprintf(stderr,
+                 "zvtbenchpage page | flat | empty | loop | opening | idle | counts | contents | census FILE\n");
     return 2;
 }
 

@@ -1,0 +1,27 @@
+#include "benchmarks/page/modes.h"
+
+#include "benchmarks/page/measuring.h"
+#include "standalone/PageDriver.h"
+
+#include <QQuickItem>
+
+#include <cstdio>
+
+int reportIdle()
+{
+    constexpr int untilAnimationsEnd = 1500; // Milliseconds.
+    constexpr int idle = 10'000; // Milliseconds.
+
+    LoadedPage page(LoadedPage::Kind::Plugin);
+    page.show();
+    connectCamera(page);
+    const PageDriver driver(page.window(), page.item());
+    for (QQuickItem *tab : driver.tabButtons()) {
+        driver.openTab(*tab);
+        pause(untilAnimationsEnd);
+        const Stopwatch stopwatch;
+        pause(idle);
+        std::printf("%s\t%.3f\n", qPrintable(tab->property("text").toString()), stopwatch.cost().processor.count());
+    }
+    return 0;
+}

@@ -1,0 +1,36 @@
+#include "benchmarks/page/measuring.h"
+
+#include "standalone/PageDriver.h"
+
+#include <QEventLoop>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <ctime>
+
+Cost Stopwatch::now()
+{
+    timespec processor{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &processor);
+    return {std::chrono::seconds(processor.tv_sec) + std::chrono::nanoseconds(processor.tv_nsec),
+            std::chrono::steady_clock::now().time_since_epoch()};
+}
+
+Cost Stopwatch::cost() const
+{
+    const Cost end = now();
+    return {end.processor - m_start.processor, end.wall - m_start.wall};
+}
+
+void pause(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void connectCamera(LoadedPage &page)
+{
+    QThreadPool::globalInstance()->start([&page] { page.camera().connect(); });
+    PageDriver::waitFor([&page] { return page.camera().connected(); });
+}
