@@ -7,8 +7,8 @@
 class AboutItemModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QString name READ name CONSTANT)
-    Q_PROPERTY(QString value READ value CONSTANT)
+    Q_PROPERTY(QString name READ name CONSTANT FINAL)
+    Q_PROPERTY(QString value READ value CONSTANT FINAL)
 
 public:
     AboutItemModel(QString name, QString value, QObject *parent);

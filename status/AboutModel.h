@@ -16,10 +16,10 @@
 class AboutModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged)
-    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged)
-    Q_PROPERTY(ObjectListModel *nameValueListModel READ nameValueListModel NOTIFY nameValueListModelChanged)
-    Q_PROPERTY(QUrl lastDirectory READ lastDirectory WRITE setLastDirectory NOTIFY lastDirectoryChanged)
+    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged FINAL)
+    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged FINAL)
+    Q_PROPERTY(ObjectListModel *nameValueListModel READ nameValueListModel NOTIFY nameValueListModelChanged FINAL)
+    Q_PROPERTY(QUrl lastDirectory READ lastDirectory WRITE setLastDirectory NOTIFY lastDirectoryChanged FINAL)
 
 public:
     explicit AboutModel(QObject *parent);

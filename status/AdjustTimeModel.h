@@ -12,9 +12,9 @@
 class AdjustTimeModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged)
-    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged)
-    Q_PROPERTY(QDateTime cameraTime READ cameraTime WRITE setCameraTime NOTIFY cameraTimeChanged)
+    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged FINAL)
+    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged FINAL)
+    Q_PROPERTY(QDateTime cameraTime READ cameraTime WRITE setCameraTime NOTIFY cameraTimeChanged FINAL)
 
 public:
     explicit AdjustTimeModel(QObject *parent) : QObject(parent) { }

@@ -289,20 +289,24 @@ void StatusTabModel::publishTime(const TimesAndTempsResult &result)
 
 void StatusTabModel::publishTemperatures(const TimesAndTempsResult &result)
 {
-    publishIfChanged(this, result.fpaTemp, m_fpaTemp, &Self::fpaTempChanged);
+    const auto publishTemperature
+        = [this](const Nullable<float> &value, std::optional<double> &member, void (Self::*changed)()) {
+              if (member)
+                  publishIfChanged(this, value, *member, changed);
+              else
+                  publish(this, value, member, changed);
+          };
+    publishTemperature(result.fpaTemp, m_fpaTemp, &Self::fpaTempChanged);
     publishIfChanged(this, result.fpaCold, m_fpaCold, &Self::fpaColdChanged);
     publishIfChanged(this, result.fpaTempCelsius, m_fpaTempCelsius, &Self::fpaTempCelsiusChanged);
-    publishIfChanged(this, result.lensTemp, m_lensTemp, &Self::lensTempChanged);
+    publishTemperature(result.lensTemp, m_lensTemp, &Self::lensTempChanged);
     publishIfChanged(this, result.hasLensTemp, m_hasLensTemp, &Self::hasLensTempChanged);
-    const auto publishSensor = [this](double value, double &member, void (Self::*changed)()) {
-        publishIfChanged(this, Nullable<double>(value), member, changed);
-    };
     if (result.scOk) {
-        publishSensor(result.frontPanelTemp, m_frontPanelTemp, &Self::frontPanelTempChanged);
-        publishSensor(result.airGapTemp, m_airGapTemp, &Self::airGapTempChanged);
-        publishSensor(result.scInternalTemp, m_internalChassisTemp, &Self::internalChassisTempChanged);
+        publishTemperature(result.frontPanelTemp, m_frontPanelTemp, &Self::frontPanelTempChanged);
+        publishTemperature(result.airGapTemp, m_airGapTemp, &Self::airGapTempChanged);
+        publishTemperature(result.scInternalTemp, m_internalChassisTemp, &Self::internalChassisTempChanged);
     }
     // Behind the other one, so that this reading wins.
     if (result.rsOk)
-        publishSensor(result.rsInternalTemp, m_internalChassisTemp, &Self::internalChassisTempChanged);
+        publishTemperature(result.rsInternalTemp, m_internalChassisTemp, &Self::internalChassisTempChanged);
 }

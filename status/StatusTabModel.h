@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "zvt/zvttypes.h"
 
@@ -21,25 +22,25 @@ class ZvtCameraModel;
 class StatusTabModel : public BaseTabModel
 {
     Q_OBJECT
-    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged)
-    Q_PROPERTY(QString time READ time NOTIFY timeChanged)
-    Q_PROPERTY(QString operatingTime READ operatingTime NOTIFY operatingTimeChanged)
-    Q_PROPERTY(ZvtCameraModel *cameraModel READ cameraModel CONSTANT)
+    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged FINAL)
+    Q_PROPERTY(QString time READ time NOTIFY timeChanged FINAL)
+    Q_PROPERTY(QString operatingTime READ operatingTime NOTIFY operatingTimeChanged FINAL)
+    Q_PROPERTY(ZvtCameraModel *cameraModel READ cameraModel CONSTANT FINAL)
 
-    Q_PROPERTY(double fpaTemp READ fpaTemp NOTIFY fpaTempChanged)
-    Q_PROPERTY(bool fpaCold READ fpaCold NOTIFY fpaColdChanged)
-    Q_PROPERTY(bool fpaTempCelsius READ fpaTempCelsius NOTIFY fpaTempCelsiusChanged)
-    Q_PROPERTY(double frontPanelTemp READ frontPanelTemp NOTIFY frontPanelTempChanged)
-    Q_PROPERTY(double airGapTemp READ airGapTemp NOTIFY airGapTempChanged)
-    Q_PROPERTY(double lensTemp READ lensTemp NOTIFY lensTempChanged)
-    Q_PROPERTY(bool hasLensTemp READ hasLensTemp NOTIFY hasLensTempChanged)
-    Q_PROPERTY(double internalChassisTemp READ internalChassisTemp NOTIFY internalChassisTempChanged)
+    Q_PROPERTY(double fpaTemp READ fpaTemp NOTIFY fpaTempChanged FINAL)
+    Q_PROPERTY(bool fpaCold READ fpaCold NOTIFY fpaColdChanged FINAL)
+    Q_PROPERTY(bool fpaTempCelsius READ fpaTempCelsius NOTIFY fpaTempCelsiusChanged FINAL)
+    Q_PROPERTY(double frontPanelTemp READ frontPanelTemp NOTIFY frontPanelTempChanged FINAL)
+    Q_PROPERTY(double airGapTemp READ airGapTemp NOTIFY airGapTempChanged FINAL)
+    Q_PROPERTY(double lensTemp READ lensTemp NOTIFY lensTempChanged FINAL)
+    Q_PROPERTY(bool hasLensTemp READ hasLensTemp NOTIFY hasLensTempChanged FINAL)
+    Q_PROPERTY(double internalChassisTemp READ internalChassisTemp NOTIFY internalChassisTempChanged FINAL)
 
-    Q_PROPERTY(QString frameSize READ frameSize NOTIFY frameSizeChanged)
-    Q_PROPERTY(QString integrationTime READ integrationTime NOTIFY integrationTimeChanged)
-    Q_PROPERTY(QString frameRate READ frameRate NOTIFY frameRateChanged)
-    Q_PROPERTY(bool saturated READ saturated NOTIFY saturatedChanged)
-    Q_PROPERTY(bool loaded READ loaded NOTIFY loadedChanged)
+    Q_PROPERTY(QString frameSize READ frameSize NOTIFY frameSizeChanged FINAL)
+    Q_PROPERTY(QString integrationTime READ integrationTime NOTIFY integrationTimeChanged FINAL)
+    Q_PROPERTY(QString frameRate READ frameRate NOTIFY frameRateChanged FINAL)
+    Q_PROPERTY(bool saturated READ saturated NOTIFY saturatedChanged FINAL)
+    Q_PROPERTY(bool loaded READ loaded NOTIFY loadedChanged FINAL)
     Q_MOC_INCLUDE("plugin/ZvtCameraModel.h")
 
 public:
@@ -52,14 +53,14 @@ public:
     QString operatingTime() const { return m_operatingTime; }
     ZvtCameraModel *cameraModel() const;
 
-    double fpaTemp() const { return m_fpaTemp; } ///< Kelvin.
+    double fpaTemp() const { return m_fpaTemp.value_or(0.0); } ///< Kelvin.
     bool fpaCold() const { return m_fpaCold; }
     bool fpaTempCelsius() const { return m_fpaTempCelsius; } ///< Whether to show fpaTemp() in Celsius.
-    double frontPanelTemp() const { return m_frontPanelTemp; }
-    double airGapTemp() const { return m_airGapTemp; }
-    double lensTemp() const { return m_lensTemp; }
+    double frontPanelTemp() const { return m_frontPanelTemp.value_or(0.0); }
+    double airGapTemp() const { return m_airGapTemp.value_or(0.0); }
+    double lensTemp() const { return m_lensTemp.value_or(0.0); }
     bool hasLensTemp() const { return m_hasLensTemp; }
-    double internalChassisTemp() const { return m_internalChassisTemp; } ///< One sensor, under two names.
+    double internalChassisTemp() const { return m_internalChassisTemp.value_or(0.0); } ///< One sensor, under two names.
 
     QString frameSize() const { return m_frameSize; }
     QString integrationTime() const { return m_integrationTime; }
@@ -75,6 +76,7 @@ signals:
     void timeChanged();
     void operatingTimeChanged();
 
+    // The first reading of a temperature is signalled even if it is zero, the value before it.
     void fpaTempChanged();
     void fpaColdChanged();
     void fpaTempCelsiusChanged();
@@ -174,14 +176,14 @@ private:
     bool m_visible = false;
     QString m_time;
     QString m_operatingTime;
-    double m_fpaTemp = 0.0;
+    std::optional<double> m_fpaTemp;
     bool m_fpaCold = false;
     bool m_fpaTempCelsius = false;
-    double m_frontPanelTemp = 0.0;
-    double m_airGapTemp = 0.0;
-    double m_lensTemp = 0.0;
+    std::optional<double> m_frontPanelTemp;
+    std::optional<double> m_airGapTemp;
+    std::optional<double> m_lensTemp;
     bool m_hasLensTemp = false;
-    double m_internalChassisTemp = 0.0;
+    std::optional<double> m_internalChassisTemp;
     QString m_frameSize;
     QString m_integrationTime;
     QString m_frameRate;

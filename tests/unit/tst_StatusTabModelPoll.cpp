@@ -31,6 +31,8 @@ private slots:
     void lensWithoutSensorIsNotAsked();
     void secondInternalReadingWins();
     void unchangedTemperatureIsNotSignalled();
+    void firstTemperatureIsSignalledEvenIfZero();
+    void failedFirstTemperatureIsNotSignalled();
     void absurdValuesAreSurvived();
     void operatingTimeIsShownInHoursAndMinutes();
 };
@@ -328,6 +330,36 @@ void tst_StatusTabModelPoll::unchangedTemperatureIsNotSignalled()
     for (int tick = 1; tick <= 5; ++tick)
         status.poll();
     QCOMPARE(fpa.size() + lens.size() + internal.size() + panel.size(), 0);
+}
+
+// A page shows nothing before the first reading, and the values start at zero.
+void tst_StatusTabModelPoll::firstTemperatureIsSignalledEvenIfZero()
+{
+    Status status;
+    for (const char *name : {"zvtGetFPATemperature", "zvtGetLensTemperature", "zvtGetRSTemperatures"})
+        status.rig.gate().script(name, 0.0);
+    status.rig.gate().script("zvtGetSCTemperatures", QVariantList{0.0, 0.0, 0.0});
+    const QSignalSpy fpa(status.model, &StatusTabModel::fpaTempChanged);
+    const QSignalSpy lens(status.model, &StatusTabModel::lensTempChanged);
+    const QSignalSpy internal(status.model, &StatusTabModel::internalChassisTempChanged);
+    const QSignalSpy panel(status.model, &StatusTabModel::frontPanelTempChanged);
+    const QSignalSpy gap(status.model, &StatusTabModel::airGapTempChanged);
+    status.show();
+    QCOMPARE(QList({fpa.size(), lens.size(), internal.size(), panel.size(), gap.size()}),
+             QList<qsizetype>({1, 1, 1, 1, 1}));
+    for (int tick = 1; tick <= 5; ++tick)
+        status.poll();
+    QCOMPARE(fpa.size() + lens.size() + internal.size() + panel.size() + gap.size(), 5);
+}
+
+void tst_StatusTabModelPoll::failedFirstTemperatureIsNotSignalled()
+{
+    Status status;
+    status.rig.gate().failNext("zvtGetSCTemperatures");
+    const QSignalSpy panel(status.model, &StatusTabModel::frontPanelTempChanged);
+    status.show();
+    QCOMPARE(panel.size(), 0);
+    QCOMPARE(status.model->frontPanelTemp(), 0.0);
 }
 
 void tst_StatusTabModelPoll::absurdValuesAreSurvived()
