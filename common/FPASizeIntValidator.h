@@ -7,9 +7,10 @@
 class FPASizeIntValidator : public QValidator
 {
     Q_OBJECT
-    Q_PROPERTY(int minSize READ minSize WRITE setMinSize NOTIFY minSizeChanged)
-    Q_PROPERTY(int maxSize READ maxSize WRITE setMaxSize NOTIFY maxSizeChanged)
-    Q_PROPERTY(int requiredIncrement READ requiredIncrement WRITE setRequiredIncrement NOTIFY requiredIncrementChanged)
+    Q_PROPERTY(int minSize READ minSize WRITE setMinSize NOTIFY minSizeChanged FINAL)
+    Q_PROPERTY(int maxSize READ maxSize WRITE setMaxSize NOTIFY maxSizeChanged FINAL)
+    Q_PROPERTY(
+        int requiredIncrement READ requiredIncrement WRITE setRequiredIncrement NOTIFY requiredIncrementChanged FINAL)
 
 public:
     explicit FPASizeIntValidator(QObject *parent = nullptr);

@@ -8,9 +8,9 @@
 class StringIntDisplaySanityModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QStringList strings READ strings NOTIFY stringsChanged)
-    Q_PROPERTY(QList<int> values READ values NOTIFY valuesChanged)
-    Q_PROPERTY(int size READ size NOTIFY sizeChanged)
+    Q_PROPERTY(QStringList strings READ strings NOTIFY stringsChanged FINAL)
+    Q_PROPERTY(QList<int> values READ values NOTIFY valuesChanged FINAL)
+    Q_PROPERTY(int size READ size NOTIFY sizeChanged FINAL)
 
 public:
     explicit StringIntDisplaySanityModel(QObject *parent = nullptr);

@@ -7,9 +7,9 @@
 class Tab : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QString name READ name CONSTANT)
-    Q_PROPERTY(QString qml READ qml CONSTANT)
-    Q_PROPERTY(QObject *model READ model CONSTANT)
+    Q_PROPERTY(QString name READ name CONSTANT FINAL)
+    Q_PROPERTY(QString qml READ qml CONSTANT FINAL)
+    Q_PROPERTY(QObject *model READ model CONSTANT FINAL)
 
 public:
     /// The model is not owned and must outlive the tab.

@@ -13,26 +13,26 @@ QString BoardTypeText(uint8_t boardSet);
 class ZvtModelModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(int index READ index CONSTANT)
-    Q_PROPERTY(QString name READ name CONSTANT)
-    Q_PROPERTY(QString subTypeName READ subTypeName CONSTANT)
+    Q_PROPERTY(int index READ index CONSTANT FINAL)
+    Q_PROPERTY(QString name READ name CONSTANT FINAL)
+    Q_PROPERTY(QString subTypeName READ subTypeName CONSTANT FINAL)
 
-    Q_PROPERTY(uint8_t boardSet READ boardSet CONSTANT)
-    Q_PROPERTY(uint8_t type READ type CONSTANT)
-    Q_PROPERTY(uint8_t detectorType READ detectorType CONSTANT)
-    Q_PROPERTY(uint8_t roicType READ roicType CONSTANT)
-    Q_PROPERTY(uint8_t subType READ subType CONSTANT)
-    Q_PROPERTY(uint8_t pleoraBoard READ pleoraBoard CONSTANT)
-    Q_PROPERTY(uint8_t variant READ variant CONSTANT)
-    Q_PROPERTY(uint8_t filterWheel READ filterWheel CONSTANT)
+    Q_PROPERTY(uint8_t boardSet READ boardSet CONSTANT FINAL)
+    Q_PROPERTY(uint8_t type READ type CONSTANT FINAL)
+    Q_PROPERTY(uint8_t detectorType READ detectorType CONSTANT FINAL)
+    Q_PROPERTY(uint8_t roicType READ roicType CONSTANT FINAL)
+    Q_PROPERTY(uint8_t subType READ subType CONSTANT FINAL)
+    Q_PROPERTY(uint8_t pleoraBoard READ pleoraBoard CONSTANT FINAL)
+    Q_PROPERTY(uint8_t variant READ variant CONSTANT FINAL)
+    Q_PROPERTY(uint8_t filterWheel READ filterWheel CONSTANT FINAL)
 
-    Q_PROPERTY(QString boardSetName READ boardSetName CONSTANT)
-    Q_PROPERTY(QString typeName READ typeName CONSTANT)
-    Q_PROPERTY(QString roicTypeName READ roicTypeName CONSTANT)
-    Q_PROPERTY(QString detectorTypeName READ detectorTypeName CONSTANT)
-    Q_PROPERTY(QString pleoraBoardName READ pleoraBoardName CONSTANT)
-    Q_PROPERTY(QString variantName READ variantName CONSTANT)
-    Q_PROPERTY(QString filterWheelText READ filterWheelText CONSTANT)
+    Q_PROPERTY(QString boardSetName READ boardSetName CONSTANT FINAL)
+    Q_PROPERTY(QString typeName READ typeName CONSTANT FINAL)
+    Q_PROPERTY(QString roicTypeName READ roicTypeName CONSTANT FINAL)
+    Q_PROPERTY(QString detectorTypeName READ detectorTypeName CONSTANT FINAL)
+    Q_PROPERTY(QString pleoraBoardName READ pleoraBoardName CONSTANT FINAL)
+    Q_PROPERTY(QString variantName READ variantName CONSTANT FINAL)
+    Q_PROPERTY(QString filterWheelText READ filterWheelText CONSTANT FINAL)
 
 public:
     /// The number of rows in the table.

@@ -12,14 +12,15 @@ class ZvtModelModel;
 class ZvtModelTable : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(ObjectListModel *models READ models CONSTANT)
-    Q_PROPERTY(ObjectListModel *filteredModels READ filteredModels NOTIFY filteredModelsChanged)
+    Q_PROPERTY(ObjectListModel *models READ models CONSTANT FINAL)
+    Q_PROPERTY(ObjectListModel *filteredModels READ filteredModels NOTIFY filteredModelsChanged FINAL)
 
-    Q_PROPERTY(QString textFilter READ textFilter WRITE setTextFilter NOTIFY textFilterChanged)
-    Q_PROPERTY(int boardTypeFilter READ boardTypeFilter WRITE setBoardTypeFilter NOTIFY boardTypeFilterChanged)
+    Q_PROPERTY(QString textFilter READ textFilter WRITE setTextFilter NOTIFY textFilterChanged FINAL)
+    Q_PROPERTY(int boardTypeFilter READ boardTypeFilter WRITE setBoardTypeFilter NOTIFY boardTypeFilterChanged FINAL)
+    Q_PROPERTY(int detectorTypeFilter READ detectorTypeFilter WRITE setDetectorTypeFilter NOTIFY
+                   detectorTypeFilterChanged FINAL)
     Q_PROPERTY(
-        int detectorTypeFilter READ detectorTypeFilter WRITE setDetectorTypeFilter NOTIFY detectorTypeFilterChanged)
-    Q_PROPERTY(int readoutTypeFilter READ readoutTypeFilter WRITE setReadoutTypeFilter NOTIFY readoutTypeFilterChanged)
+        int readoutTypeFilter READ readoutTypeFilter WRITE setReadoutTypeFilter NOTIFY readoutTypeFilterChanged FINAL)
 
 public:
     explicit ZvtModelTable(QObject *parent = nullptr);

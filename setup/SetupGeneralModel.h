@@ -19,37 +19,39 @@
 class SetupGeneralModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged)
-    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged)
-    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged)
+    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged FINAL)
+    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged FINAL)
+    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged FINAL)
 
-    Q_PROPERTY(ESEQUENCING_MODE sequencingMode READ sequencingMode WRITE setSequencingMode NOTIFY sequencingModeChanged)
     Q_PROPERTY(
-        int sequencingModeIndex READ sequencingModeIndex WRITE setSequencingModeIndex NOTIFY sequencingModeChanged)
-    Q_PROPERTY(QStringList sequencingModeStrings READ sequencingModeStrings NOTIFY sequencingModeStringsChanged)
-    Q_PROPERTY(int activePreset READ activePreset WRITE setActivePreset NOTIFY activePresetChanged)
-    Q_PROPERTY(int numPresets READ numPresets NOTIFY numPresetsChanged)
-    Q_PROPERTY(int gigEPreset READ gigEPreset WRITE setGigEPreset NOTIFY gigEPresetChanged)
-    Q_PROPERTY(int videoPreset READ videoPreset WRITE setVideoPreset NOTIFY videoPresetChanged)
+        ESEQUENCING_MODE sequencingMode READ sequencingMode WRITE setSequencingMode NOTIFY sequencingModeChanged FINAL)
+    Q_PROPERTY(int sequencingModeIndex READ sequencingModeIndex WRITE setSequencingModeIndex NOTIFY
+                   sequencingModeChanged FINAL)
+    Q_PROPERTY(QStringList sequencingModeStrings READ sequencingModeStrings NOTIFY sequencingModeStringsChanged FINAL)
+    Q_PROPERTY(int activePreset READ activePreset WRITE setActivePreset NOTIFY activePresetChanged FINAL)
+    Q_PROPERTY(int numPresets READ numPresets NOTIFY numPresetsChanged FINAL)
+    Q_PROPERTY(int gigEPreset READ gigEPreset WRITE setGigEPreset NOTIFY gigEPresetChanged FINAL)
+    Q_PROPERTY(int videoPreset READ videoPreset WRITE setVideoPreset NOTIFY videoPresetChanged FINAL)
 
-    Q_PROPERTY(QStringList windowSizeStrings READ windowSizeStrings NOTIFY windowSizeStringsChanged)
-    Q_PROPERTY(int windowSizeIndex READ windowSizeIndex WRITE setWindowSizeIndex NOTIFY windowSizeIndexChanged)
-    Q_PROPERTY(bool isFactoryCalibrated READ isFactoryCalibrated NOTIFY isFactoryCalibratedChanged)
+    Q_PROPERTY(QStringList windowSizeStrings READ windowSizeStrings NOTIFY windowSizeStringsChanged FINAL)
+    Q_PROPERTY(int windowSizeIndex READ windowSizeIndex WRITE setWindowSizeIndex NOTIFY windowSizeIndexChanged FINAL)
+    Q_PROPERTY(bool isFactoryCalibrated READ isFactoryCalibrated NOTIFY isFactoryCalibratedChanged FINAL)
+    Q_PROPERTY(QStringList factoryCalibrationStrings READ factoryCalibrationStrings NOTIFY
+                   factoryCalibrationStringsChanged FINAL)
+    Q_PROPERTY(QRect window READ window WRITE setWindow NOTIFY windowChanged FINAL)
+    Q_PROPERTY(QSize windowMaxSize READ windowMaxSize NOTIFY windowMaxSizeChanged FINAL)
+    Q_PROPERTY(QSize windowMinSize READ windowMinSize NOTIFY windowMinSizeChanged FINAL)
+    Q_PROPERTY(QPoint windowIncrement READ windowIncrement NOTIFY windowIncrementChanged FINAL)
+    Q_PROPERTY(bool canWindowCustom READ canWindowCustom NOTIFY canWindowCustomChanged FINAL)
+    Q_PROPERTY(bool canWindowCustomOffset READ canWindowCustomOffset NOTIFY canWindowCustomOffsetChanged FINAL)
     Q_PROPERTY(
-        QStringList factoryCalibrationStrings READ factoryCalibrationStrings NOTIFY factoryCalibrationStringsChanged)
-    Q_PROPERTY(QRect window READ window WRITE setWindow NOTIFY windowChanged)
-    Q_PROPERTY(QSize windowMaxSize READ windowMaxSize NOTIFY windowMaxSizeChanged)
-    Q_PROPERTY(QSize windowMinSize READ windowMinSize NOTIFY windowMinSizeChanged)
-    Q_PROPERTY(QPoint windowIncrement READ windowIncrement NOTIFY windowIncrementChanged)
-    Q_PROPERTY(bool canWindowCustom READ canWindowCustom NOTIFY canWindowCustomChanged)
-    Q_PROPERTY(bool canWindowCustomOffset READ canWindowCustomOffset NOTIFY canWindowCustomOffsetChanged)
-    Q_PROPERTY(bool selectedWindowSizeIsCustom READ selectedWindowSizeIsCustom NOTIFY selectedWindowSizeIsCustomChanged)
+        bool selectedWindowSizeIsCustom READ selectedWindowSizeIsCustom NOTIFY selectedWindowSizeIsCustomChanged FINAL)
 
-    Q_PROPERTY(bool isLowCost READ isLowCost NOTIFY isLowCostChanged)
-    Q_PROPERTY(double superframeRate READ superframeRate WRITE setSuperframeRate NOTIFY superframeRateChanged)
-    Q_PROPERTY(QList<qreal> superframeRates READ superframeRates NOTIFY superframeRatesChanged)
-    Q_PROPERTY(
-        int superframeRateIndex READ superframeRateIndex WRITE setSuperframeRateIndex NOTIFY superframeRateIndexChanged)
+    Q_PROPERTY(bool isLowCost READ isLowCost NOTIFY isLowCostChanged FINAL)
+    Q_PROPERTY(double superframeRate READ superframeRate WRITE setSuperframeRate NOTIFY superframeRateChanged FINAL)
+    Q_PROPERTY(QList<qreal> superframeRates READ superframeRates NOTIFY superframeRatesChanged FINAL)
+    Q_PROPERTY(int superframeRateIndex READ superframeRateIndex WRITE setSuperframeRateIndex NOTIFY
+                   superframeRateIndexChanged FINAL)
 
 public:
     /// How the presets follow one another. The camera's own numbers.

@@ -32,70 +32,72 @@ class ZvtCameraModel;
 class SetupTabModel : public BaseTabModel
 {
     Q_OBJECT
-    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged)
-    Q_PROPERTY(ZvtCameraModel *cameraModel READ cameraModel CONSTANT)
-    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged)
-    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged)
+    Q_PROPERTY(bool visible READ visible WRITE setVisible NOTIFY visibleChanged FINAL)
+    Q_PROPERTY(ZvtCameraModel *cameraModel READ cameraModel CONSTANT FINAL)
+    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged FINAL)
+    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged FINAL)
 
-    Q_PROPERTY(bool hsmAvailable READ hsmAvailable NOTIFY hsmAvailableChanged)
-    Q_PROPERTY(bool hsmEnabled READ hsmEnabled WRITE setHsmEnabled NOTIFY hsmEnabledChanged)
-    Q_PROPERTY(bool hflipImage READ hflipImage WRITE setHflipImage NOTIFY hflipImageChanged)
-    Q_PROPERTY(bool vflipImage READ vflipImage WRITE setVflipImage NOTIFY vflipImageChanged)
-    Q_PROPERTY(int syncSource READ syncSource WRITE setSyncSource NOTIFY syncSourceChanged)
-    Q_PROPERTY(QStringList fpaGainLevels READ fpaGainLevels NOTIFY fpaGainLevelsChanged)
+    Q_PROPERTY(bool hsmAvailable READ hsmAvailable NOTIFY hsmAvailableChanged FINAL)
+    Q_PROPERTY(bool hsmEnabled READ hsmEnabled WRITE setHsmEnabled NOTIFY hsmEnabledChanged FINAL)
+    Q_PROPERTY(bool hflipImage READ hflipImage WRITE setHflipImage NOTIFY hflipImageChanged FINAL)
+    Q_PROPERTY(bool vflipImage READ vflipImage WRITE setVflipImage NOTIFY vflipImageChanged FINAL)
+    Q_PROPERTY(int syncSource READ syncSource WRITE setSyncSource NOTIFY syncSourceChanged FINAL)
+    Q_PROPERTY(QStringList fpaGainLevels READ fpaGainLevels NOTIFY fpaGainLevelsChanged FINAL)
     Q_PROPERTY(int selectedFPAGainLevel READ selectedFPAGainLevel WRITE setSelectedFPAGainLevel NOTIFY
-                   selectedFPAGainLevelChanged)
-    Q_PROPERTY(bool reduceNoise READ reduceNoise WRITE setReduceNoise NOTIFY reduceNoiseChanged)
+                   selectedFPAGainLevelChanged FINAL)
+    Q_PROPERTY(bool reduceNoise READ reduceNoise WRITE setReduceNoise NOTIFY reduceNoiseChanged FINAL)
     Q_PROPERTY(bool fpaWindowSizeHasUnsavedValues READ fpaWindowSizeHasUnsavedValues WRITE
-                   setFpaWindowSizeHasUnsavedValues NOTIFY fpaWindowSizeHasUnsavedValuesChanged)
+                   setFpaWindowSizeHasUnsavedValues NOTIFY fpaWindowSizeHasUnsavedValuesChanged FINAL)
 
     Q_PROPERTY(bool lensBasedControlsEnabled READ lensBasedControlsEnabled WRITE setLensBasedControlsEnabled NOTIFY
-                   lensBasedControlsEnabledChanged)
+                   lensBasedControlsEnabledChanged FINAL)
     Q_PROPERTY(int selectedLensCoverStateIndex READ selectedLensCoverStateIndex WRITE setSelectedLensCoverStateIndex
-                   NOTIFY selectedLensCoverStateIndexChanged)
+                   NOTIFY selectedLensCoverStateIndexChanged FINAL)
     Q_PROPERTY(int selectedDiscontinuousFieldOfViewIndex READ selectedDiscontinuousFieldOfViewIndex WRITE
-                   setSelectedDiscontinuousFieldOfViewIndex NOTIFY selectedDiscontinuousFieldOfViewIndexChanged)
-    Q_PROPERTY(uint minimumFocusPosition READ minimumFocusPosition NOTIFY minimumFocusPositionChanged)
-    Q_PROPERTY(uint maximumFocusPosition READ maximumFocusPosition NOTIFY maximumFocusPositionChanged)
-    Q_PROPERTY(uint nearFocusPosition READ nearFocusPosition WRITE setNearFocusPosition NOTIFY nearFocusPositionChanged)
-    Q_PROPERTY(uint farFocusPosition READ farFocusPosition WRITE setFarFocusPosition NOTIFY farFocusPositionChanged)
+                   setSelectedDiscontinuousFieldOfViewIndex NOTIFY selectedDiscontinuousFieldOfViewIndexChanged FINAL)
+    Q_PROPERTY(uint minimumFocusPosition READ minimumFocusPosition NOTIFY minimumFocusPositionChanged FINAL)
+    Q_PROPERTY(uint maximumFocusPosition READ maximumFocusPosition NOTIFY maximumFocusPositionChanged FINAL)
+    Q_PROPERTY(
+        uint nearFocusPosition READ nearFocusPosition WRITE setNearFocusPosition NOTIFY nearFocusPositionChanged FINAL)
+    Q_PROPERTY(
+        uint farFocusPosition READ farFocusPosition WRITE setFarFocusPosition NOTIFY farFocusPositionChanged FINAL)
     Q_PROPERTY(int selectedFocusPosition READ selectedFocusPosition WRITE setSelectedFocusPosition NOTIFY
-                   selectedFocusPositionChanged)
-    Q_PROPERTY(int slowSpeedStep READ slowSpeedStep NOTIFY speedStepValuesChanged)
-    Q_PROPERTY(int mediumSpeedStep READ mediumSpeedStep NOTIFY speedStepValuesChanged)
-    Q_PROPERTY(int fastSpeedStep READ fastSpeedStep NOTIFY speedStepValuesChanged)
+                   selectedFocusPositionChanged FINAL)
+    Q_PROPERTY(int slowSpeedStep READ slowSpeedStep NOTIFY speedStepValuesChanged FINAL)
+    Q_PROPERTY(int mediumSpeedStep READ mediumSpeedStep NOTIFY speedStepValuesChanged FINAL)
+    Q_PROPERTY(int fastSpeedStep READ fastSpeedStep NOTIFY speedStepValuesChanged FINAL)
     Q_PROPERTY(bool focusEncoderHasAscendingValuesNearToFar READ focusEncoderHasAscendingValuesNearToFar NOTIFY
-                   focusEncoderHasAscendingValuesNearToFarChanged)
-    Q_PROPERTY(uint fullRangeFocusMinimum READ fullRangeFocusMinimum NOTIFY fullRangeFocusValuesChanged)
-    Q_PROPERTY(uint fullRangeFocusMaximum READ fullRangeFocusMaximum NOTIFY fullRangeFocusValuesChanged)
+                   focusEncoderHasAscendingValuesNearToFarChanged FINAL)
+    Q_PROPERTY(uint fullRangeFocusMinimum READ fullRangeFocusMinimum NOTIFY fullRangeFocusValuesChanged FINAL)
+    Q_PROPERTY(uint fullRangeFocusMaximum READ fullRangeFocusMaximum NOTIFY fullRangeFocusValuesChanged FINAL)
     Q_PROPERTY(uint selectedZoomPosition READ selectedZoomPosition WRITE setSelectedZoomPosition NOTIFY
-                   selectedZoomPositionChanged)
-    Q_PROPERTY(uint fullRangeZoomMinimum READ fullRangeZoomMinimum NOTIFY fullRangeZoomValuesChanged)
-    Q_PROPERTY(uint fullRangeZoomMaximum READ fullRangeZoomMaximum NOTIFY fullRangeZoomValuesChanged)
-    Q_PROPERTY(int narrowNearFocusPosition READ narrowNearFocusPosition NOTIFY narrowNearFocusPositionChanged)
-    Q_PROPERTY(int narrowFarFocusPosition READ narrowFarFocusPosition NOTIFY narrowFarFocusPositionChanged)
-    Q_PROPERTY(int wideNearFocusPosition READ wideNearFocusPosition NOTIFY wideNearFocusPositionChanged)
-    Q_PROPERTY(int wideFarFocusPosition READ wideFarFocusPosition NOTIFY wideFarFocusPositionChanged)
-    Q_PROPERTY(float distanceToFocus READ distanceToFocus WRITE setDistanceToFocus NOTIFY distanceToFocusChanged)
-    Q_PROPERTY(float distanceMinimum READ distanceMinimum NOTIFY distanceRangeValuesChanged)
-    Q_PROPERTY(float distanceMaximum READ distanceMaximum NOTIFY distanceRangeValuesChanged)
+                   selectedZoomPositionChanged FINAL)
+    Q_PROPERTY(uint fullRangeZoomMinimum READ fullRangeZoomMinimum NOTIFY fullRangeZoomValuesChanged FINAL)
+    Q_PROPERTY(uint fullRangeZoomMaximum READ fullRangeZoomMaximum NOTIFY fullRangeZoomValuesChanged FINAL)
+    Q_PROPERTY(int narrowNearFocusPosition READ narrowNearFocusPosition NOTIFY narrowNearFocusPositionChanged FINAL)
+    Q_PROPERTY(int narrowFarFocusPosition READ narrowFarFocusPosition NOTIFY narrowFarFocusPositionChanged FINAL)
+    Q_PROPERTY(int wideNearFocusPosition READ wideNearFocusPosition NOTIFY wideNearFocusPositionChanged FINAL)
+    Q_PROPERTY(int wideFarFocusPosition READ wideFarFocusPosition NOTIFY wideFarFocusPositionChanged FINAL)
+    Q_PROPERTY(float distanceToFocus READ distanceToFocus WRITE setDistanceToFocus NOTIFY distanceToFocusChanged FINAL)
+    Q_PROPERTY(float distanceMinimum READ distanceMinimum NOTIFY distanceRangeValuesChanged FINAL)
+    Q_PROPERTY(float distanceMaximum READ distanceMaximum NOTIFY distanceRangeValuesChanged FINAL)
     Q_PROPERTY(int selectedAFRoiSizeIndex READ selectedAFRoiSizeIndex WRITE setSelectedAFRoiSizeIndex NOTIFY
-                   selectedAFRoiSizeIndexChanged)
+                   selectedAFRoiSizeIndexChanged FINAL)
     Q_PROPERTY(int selectedAFRoiPositionIndex READ selectedAFRoiPositionIndex WRITE setSelectedAFRoiPositionIndex NOTIFY
-                   selectedAFRoiPositionIndexChanged)
+                   selectedAFRoiPositionIndexChanged FINAL)
     Q_PROPERTY(int selectedAFRoiShowWhenIndex READ selectedAFRoiShowWhenIndex WRITE setSelectedAFRoiShowWhenIndex NOTIFY
-                   selectedAFRoiShowWhenIndexChanged)
+                   selectedAFRoiShowWhenIndexChanged FINAL)
     Q_PROPERTY(bool athermalizationEnabledAvailable READ athermalizationEnabledAvailable NOTIFY
-                   athermalizationEnabledAvailableChanged)
+                   athermalizationEnabledAvailableChanged FINAL)
     Q_PROPERTY(bool athermalizationEnabled READ athermalizationEnabled WRITE setAthermalizationEnabled NOTIFY
-                   athermalizationEnabledChanged)
+                   athermalizationEnabledChanged FINAL)
 
-    Q_PROPERTY(bool hasAtLeastOneLensState READ hasAtLeastOneLensState NOTIFY hasAtLeastOneLensStateChanged)
-    Q_PROPERTY(QStringList lensStateNames READ lensStateNames NOTIFY lensStateNamesChanged)
+    Q_PROPERTY(bool hasAtLeastOneLensState READ hasAtLeastOneLensState NOTIFY hasAtLeastOneLensStateChanged FINAL)
+    Q_PROPERTY(QStringList lensStateNames READ lensStateNames NOTIFY lensStateNamesChanged FINAL)
     Q_PROPERTY(int selectedLensStateIndex READ selectedLensStateIndex WRITE setSelectedLensStateIndex NOTIFY
-                   selectedLensStateIndexChanged)
+                   selectedLensStateIndexChanged FINAL)
     Q_PROPERTY(bool selectedLensStateComponentsModifiedNotSaved READ selectedLensStateComponentsModifiedNotSaved NOTIFY
-                   selectedLensStateComponentsModifiedNotSavedChanged)
+                   selectedLensStateComponentsModifiedNotSavedChanged FINAL)
     Q_MOC_INCLUDE("plugin/ZvtCameraModel.h")
 
 public:

@@ -15,14 +15,15 @@ class ZvtCameraPresetModel : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(int activeFactoryCalibrationIndex READ activeFactoryCalibrationIndex WRITE
-                   setActiveFactoryCalibrationIndex NOTIFY activeFactoryCalibrationIndexChanged)
-    Q_PROPERTY(bool factoryCalibrationLoaded READ factoryCalibrationLoaded NOTIFY activeFactoryCalibrationIndexChanged)
-    Q_PROPERTY(double integrationTime READ integrationTime WRITE setIntegrationTime NOTIFY integrationTimeChanged)
-    Q_PROPERTY(double frameRate READ frameRate WRITE setFrameRate NOTIFY frameRateChanged)
-    Q_PROPERTY(bool subframeEnabled READ subframeEnabled WRITE setSubframeEnabled NOTIFY subframeEnabledChanged)
-    Q_PROPERTY(uint32_t dwellCount READ dwellCount WRITE setDwellCount NOTIFY dwellCountChanged)
-    Q_PROPERTY(QList<qreal> frameRates READ frameRates NOTIFY frameRatesChanged)
-    Q_PROPERTY(int frameRateIndex READ frameRateIndex WRITE setFrameRateIndex NOTIFY frameRateIndexChanged)
+                   setActiveFactoryCalibrationIndex NOTIFY activeFactoryCalibrationIndexChanged FINAL)
+    Q_PROPERTY(
+        bool factoryCalibrationLoaded READ factoryCalibrationLoaded NOTIFY activeFactoryCalibrationIndexChanged FINAL)
+    Q_PROPERTY(double integrationTime READ integrationTime WRITE setIntegrationTime NOTIFY integrationTimeChanged FINAL)
+    Q_PROPERTY(double frameRate READ frameRate WRITE setFrameRate NOTIFY frameRateChanged FINAL)
+    Q_PROPERTY(bool subframeEnabled READ subframeEnabled WRITE setSubframeEnabled NOTIFY subframeEnabledChanged FINAL)
+    Q_PROPERTY(uint32_t dwellCount READ dwellCount WRITE setDwellCount NOTIFY dwellCountChanged FINAL)
+    Q_PROPERTY(QList<qreal> frameRates READ frameRates NOTIFY frameRatesChanged FINAL)
+    Q_PROPERTY(int frameRateIndex READ frameRateIndex WRITE setFrameRateIndex NOTIFY frameRateIndexChanged FINAL)
 
 public:
     using TimePoint = std::chrono::steady_clock::time_point;

@@ -8,8 +8,8 @@
 class CameraStateEntry : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QString name READ name CONSTANT)
-    Q_PROPERTY(QDateTime date READ date CONSTANT)
+    Q_PROPERTY(QString name READ name CONSTANT FINAL)
+    Q_PROPERTY(QDateTime date READ date CONSTANT FINAL)
 
 public:
     CameraStateEntry(QString name, QDateTime date, QObject *parent);

@@ -23,17 +23,17 @@ class CameraStateTransferWorker;
 class CameraStateModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged)
-    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged)
-    Q_PROPERTY(bool saving READ saving NOTIFY savingChanged)
-    Q_PROPERTY(bool loading READ loading NOTIFY loadingChanged)
-    Q_PROPERTY(QString currentStateName READ currentStateName NOTIFY currentStateNameChanged)
-    Q_PROPERTY(int progress READ progress NOTIFY progressChanged)
-    Q_PROPERTY(ObjectListModel *entries READ entries CONSTANT)
-    Q_PROPERTY(bool transferring READ transferring NOTIFY transferringChanged)
-    Q_PROPERTY(bool transferOk READ transferOk NOTIFY transferringChanged)
-    Q_PROPERTY(bool transferUpload READ transferUpload NOTIFY transferringChanged)
-    Q_PROPERTY(bool canSaveState READ canSaveState NOTIFY canSaveStateChanged)
+    Q_PROPERTY(bool refreshing READ refreshing NOTIFY refreshingChanged FINAL)
+    Q_PROPERTY(bool hasRefreshed READ hasRefreshed NOTIFY hasRefreshedChanged FINAL)
+    Q_PROPERTY(bool saving READ saving NOTIFY savingChanged FINAL)
+    Q_PROPERTY(bool loading READ loading NOTIFY loadingChanged FINAL)
+    Q_PROPERTY(QString currentStateName READ currentStateName NOTIFY currentStateNameChanged FINAL)
+    Q_PROPERTY(int progress READ progress NOTIFY progressChanged FINAL)
+    Q_PROPERTY(ObjectListModel *entries READ entries CONSTANT FINAL)
+    Q_PROPERTY(bool transferring READ transferring NOTIFY transferringChanged FINAL)
+    Q_PROPERTY(bool transferOk READ transferOk NOTIFY transferringChanged FINAL)
+    Q_PROPERTY(bool transferUpload READ transferUpload NOTIFY transferringChanged FINAL)
+    Q_PROPERTY(bool canSaveState READ canSaveState NOTIFY canSaveStateChanged FINAL)
 
 public:
     explicit CameraStateModel(QObject *parent);

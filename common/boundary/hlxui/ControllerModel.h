@@ -9,7 +9,7 @@ class ControllerModel : public QObject
 {
     Q_OBJECT
     /// Bit n set: preset n holds a non-uniformity correction.
-    Q_PROPERTY(uint8_t hasNucMask READ hasNucMask NOTIFY hasNucMaskChanged)
+    Q_PROPERTY(uint8_t hasNucMask READ hasNucMask NOTIFY hasNucMaskChanged FINAL)
 
 public:
     explicit ControllerModel(QObject *parent = nullptr);

@@ -10,7 +10,7 @@
 class ObjectListModel : public QAbstractListModel
 {
     Q_OBJECT
-    Q_PROPERTY(int size READ size NOTIFY sizeChanged)
+    Q_PROPERTY(int size READ size NOTIFY sizeChanged FINAL)
 
 public:
     enum Roles { ItemRole = Qt::UserRole + 1 };

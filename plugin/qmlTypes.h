@@ -1,0 +1,51 @@
+#pragma once
+
+// The types of the plug-in as the QML compiler and qmllint are to know them. Only moc and qmltyperegistrar read this
+// file, nothing includes it: at run time plugin.cpp registers the types. A type with a name here has the same one
+// there. The others are reached by the properties of ZvtCameraModel and the models below it.
+
+#include "common/CameraCapabilitiesModel.h"
+#include "common/FPASizeIntValidator.h"
+#include "common/ZvtModelModel.h"
+#include "common/ZvtModelTable.h"
+#include "plugin/ZvtCameraModel.h"
+#include "setup/SetupGeneralModel.h"
+#include "setup/SetupTabModel.h"
+#include "setup/ZvtCameraPresetModel.h"
+#include "state/CameraStateEntry.h"
+#include "state/CameraStateModel.h"
+#include "status/AboutItemModel.h"
+#include "status/AboutModel.h"
+#include "status/AdjustTimeModel.h"
+#include "status/StatusTabModel.h"
+
+#include <QtQml/qqmlregistration.h>
+
+#include "hlxui/ObjectListModel.h"
+
+// Such a type, with what QML is to know of it.
+#define ZVT_FOREIGN_TYPE(Type, ...)                                                                                    \
+    struct Foreign##Type {                                                                                             \
+        Q_GADGET                                                                                                       \
+        QML_FOREIGN(Type)                                                                                              \
+        __VA_ARGS__                                                                                                    \
+    };
+
+// Registered by name.
+ZVT_FOREIGN_TYPE(FPASizeIntValidator, QML_NAMED_ELEMENT(FPASizeIntValidator))
+ZVT_FOREIGN_TYPE(SetupGeneralModel, QML_NAMED_ELEMENT(SetupGeneralModel) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(ZvtCameraModel, QML_NAMED_ELEMENT(ZvtCameraModel) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(ZvtCameraPresetModel, QML_NAMED_ELEMENT(ZvtCameraPresetModel) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(ZvtModelTable, QML_NAMED_ELEMENT(ZvtModelTable))
+
+// Reached by properties.
+ZVT_FOREIGN_TYPE(AboutItemModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(AboutModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(AdjustTimeModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(CameraCapabilitiesModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(CameraStateEntry, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(CameraStateModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(ObjectListModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(SetupTabModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(StatusTabModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(ZvtModelModel, QML_ANONYMOUS)
