@@ -51,8 +51,52 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
     DOC "Material Icons, the font of the icons that the host's icon font lacks"
     REQUIRED)
 
+# What pages are made of: one module zvt.NAME for each folder parts/NAME.
+set(ZVT_MODULES look rows dialogs setup status frame)
+
+# The tree as the module zvt, for files that can not import its folders by path.
+set(ZVT_TREE_QMLDIR "module zvt\n")
+foreach(file IN LISTS ZVT_QML_FILES)
+    get_filename_component(type ${file} NAME_WE)
+    if(type MATCHES "^[A-Z]")
+        string(APPEND ZVT_TREE_QMLDIR "${type} 1.0 ${file}\n")
+    endif()
+endforeach()
+
+# zvt_add_modules(TARGET): compiles the modules into the library TARGET, below a prefix where engines look for imports.
+function(zvt_add_modules target)
+    set(prefix /qt-project.org/imports/zvt)
+    set(qml_files "")
+    set(qmldirs "")
+    foreach(module IN LISTS ZVT_MODULES)
+        file(GLOB files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/parts/${module}/*.qml)
+        set(content "module zvt.${module}\n")
+        foreach(file IN LISTS files)
+            get_filename_component(type ${file} NAME_WE)
+            file(STRINGS ${file} singleton REGEX "^pragma Singleton" LIMIT_COUNT 1)
+            if(singleton)
+                string(APPEND content "singleton ")
+            endif()
+            string(APPEND content "${type} 1.0 ${type}.qml\n")
+            set_source_files_properties(${file} PROPERTIES QT_RESOURCE_ALIAS ${module}/${type}.qml)
+        endforeach()
+        set(qmldir ${PROJECT_BINARY_DIR}/zvt/${module}/qmldir)
+        file(CONFIGURE OUTPUT ${qmldir} CONTENT "${content}")
+        set_source_files_properties(${qmldir} PROPERTIES QT_RESOURCE_ALIAS ${module}/qmldir)
+        list(APPEND qml_files ${files})
+        list(APPEND qmldirs ${qmldir})
+    endforeach()
+    qt_target_qml_sources(${target} PREFIX ${prefix} QML_FILES ${qml_files} RESOURCES ${qmldirs})
+
+    # At run time the files of the module zvt are those of the tree.
+    set(qmldir ${CMAKE_CURRENT_BINARY_DIR}/qmldir)
+    file(CONFIGURE OUTPUT ${qmldir} CONTENT "${ZVT_TREE_QMLDIR}prefer :/zvt/\n")
+    set_source_files_properties(${qmldir} PROPERTIES QT_RESOURCE_ALIAS qmldir)
+    qt_add_resources(${target} zvtqmldir PREFIX ${prefix} FILES ${qmldir})
+endfunction()
+
 # zvt_add_pages(TARGET): compiles the pages ahead of time into the library TARGET. Its resources then hold exactly the
-# files above and the font.
+# files above and the font below :/zvt, and the modules where every engine looks for imports.
 function(zvt_add_pages target)
     set(qml_files "")
     set(resource_files "")
@@ -67,18 +111,20 @@ function(zvt_add_pages target)
     set_source_files_properties(${ZVT_MATERIAL_ICONS} PROPERTIES QT_RESOURCE_ALIAS fonts/MaterialIcons-Regular.ttf)
     list(APPEND resource_files ${ZVT_MATERIAL_ICONS})
 
-    # The compiler's rule depends on a qmldir in its output directory. It is written here, since a generated one would
-    # enter the resources.
+    # The compiler finds the modules in its output directory. This qmldir is not in the resources: there, it would change
+    # how the host's folders resolve.
     set(output_directory ${PROJECT_BINARY_DIR}/zvt)
-    file(WRITE ${output_directory}/qmldir "module zvt\n")
+    file(CONFIGURE OUTPUT ${output_directory}/qmldir CONTENT "${ZVT_TREE_QMLDIR}")
     qt_add_qml_module(${target}
         URI zvt
         VERSION 1.0
         NO_PLUGIN NO_GENERATE_PLUGIN_SOURCE NO_GENERATE_QMLTYPES NO_GENERATE_QMLDIR NO_LINT
         RESOURCE_PREFIX /
+        IMPORT_PATH ${ZVT_QML_IMPORTS} ${PROJECT_BINARY_DIR}
         OUTPUT_DIRECTORY ${output_directory}
         QML_FILES ${qml_files}
         RESOURCES ${resource_files})
+    zvt_add_modules(${target})
 
     # What the compiler of QML writes is not ours to mend.
     get_target_property(sources ${target} SOURCES)

@@ -6,6 +6,8 @@
 #include "setup/SetupGeneralModel.h"
 #include "setup/ZvtCameraPresetModel.h"
 
+#include <QFontDatabase>
+#include <QGuiApplication>
 #include <QMetaType>
 #include <QThreadPool>
 #include <QtQml>
@@ -65,6 +67,18 @@ void makeRoomForReads()
     pool->setMaxThreadCount(std::max(pool->maxThreadCount(), moreThanAPageReadsAtOnce));
 }
 
+// Makes the icons' font known before there is a window: a font that comes later makes Qt lay out all texts again. A
+// host without a user interface has no fonts.
+void addIconFont()
+{
+    static bool added = false;
+    if (added || !qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+        return;
+    // The first question fills the database. The embedded font then wins over an installed one of the same name.
+    static_cast<void>(QFontDatabase::hasFamily(QString()));
+    added = QFontDatabase::addApplicationFont(QStringLiteral(":/zvt/fonts/MaterialIcons-Regular.ttf")) != -1;
+}
+
 } // namespace
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is part of the interface.
@@ -83,11 +97,17 @@ bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IController> controller,
 
 // Outside any namespace, as Q_INIT_RESOURCE wants it. The static initialiser of the library has initialised the
 // resources before; a host that links statically depends on this call.
-void initResources() { Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_0); }
+void initResources()
+{
+    Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_0); // The pages.
+    Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_1); // The modules that they are made of.
+    Q_INIT_RESOURCE(zvtqmldir);
+}
 
 int hlxInitPlugin()
 {
     initResources();
+    addIconFont();
     makeRoomForReads();
     hlx::cam::ui::controllerModelFactory()->RegisterModelCreator(CreateModelForController);
     registerTypedefs();

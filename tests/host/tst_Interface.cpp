@@ -16,6 +16,7 @@ private slots:
     void isTheCommittedOne();
     void isSortedAndHasSixFields();
     void holdsTheRootAndTheRegisteredTypes();
+    void everyClassIsDescribedToTheQmlCompiler();
 
 private:
     QStringList m_lines;
@@ -75,6 +76,19 @@ void tst_Interface::holdsTheRootAndTheRegisteredTypes()
                               // Reached by a property, and by its registration alone.
                               "StatusTabModel\tproperty\t", "FPASizeIntValidator\t", "ZvtModelTable\t"})
         QVERIFY2(holds(start), start);
+}
+
+// Of a class that it does not know, the compiler leaves every binding to the interpreter.
+void tst_Interface::everyClassIsDescribedToTheQmlCompiler()
+{
+    QFile file(QStringLiteral(ZVT_BINARY_DIR "/imports/com/kestrin/hlx/cam/ui/zvt/zvt.qmltypes"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString types = QString::fromUtf8(file.readAll());
+    for (const QString &line : std::as_const(m_lines)) {
+        const QString name = line.section(u'\t', 0, 0);
+        QVERIFY2(types.contains(QStringLiteral("name: \"%1\"\n").arg(name)),
+                 qPrintable(name + " is missing in plugin/qmlTypes.h"));
+    }
 }
 
 ZVT_TEST(tst_Interface)

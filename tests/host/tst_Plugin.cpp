@@ -1,9 +1,12 @@
 #include "tests/support/CameraRig.h"
 #include "tests/support/Test.h"
 
+#include <QColor>
 #include <QDirIterator>
 #include <QFile>
+#include <QFontDatabase>
 #include <QLibrary>
+#include <QLibraryInfo>
 #include <QProcess>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -47,10 +50,14 @@ private slots:
     void showsThreeSymbolsAndNoMore();
     void entryPointReturnsOneAndMayRunTwice();
     void readsLeaveThreadsToPaintWith();
+    void iconFontIsAddedOnce();
     void nullControllerIsDeclined();
     void controllerOfAnotherFamilyIsDeclined();
     void controllerGetsARootAndItsPage();
     void resourcesHoldThePageTreeAndNothingElse();
+    void modulesAreInTheResources_data();
+    void modulesAreInTheResources();
+    void oneTypeWhicheverWayItIsImported();
     void typesCanNotBeMadeInQmlExceptTwo_data();
     void typesCanNotBeMadeInQmlExceptTwo();
     void everyTypeIsRegisteredOrStillToCome();
@@ -106,6 +113,17 @@ void tst_Plugin::readsLeaveThreadsToPaintWith()
     }
 }
 
+// Two entries of one family would each be asked for every icon.
+void tst_Plugin::iconFontIsAddedOnce()
+{
+    m_entryPoint();
+    constexpr int moreThanTestsAdd = 100;
+    int added = 0;
+    for (int id = 0; id < moreThanTestsAdd; ++id)
+        added += static_cast<int>(QFontDatabase::applicationFontFamilies(id).count(QStringLiteral("Material Icons")));
+    QCOMPARE(added, 1);
+}
+
 void tst_Plugin::nullControllerIsDeclined()
 {
     QObject *model = nullptr;
@@ -156,6 +174,43 @@ void tst_Plugin::resourcesHoldThePageTreeAndNothingElse()
     for (const char *path :
          {"zvtmain.qml", "fonts/MaterialIcons-Regular.ttf", "images/play1.png", "images/play1@2x.png"})
         QVERIFY2(files.contains(path), path);
+}
+
+void tst_Plugin::modulesAreInTheResources_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::newRow("tree") << "WrappingButton";
+    QTest::newRow("module") << "PlainLabel";
+}
+
+// An engine of a host that knows nothing of the modules finds them, and nothing of theirs outside of the library.
+void tst_Plugin::modulesAreInTheResources()
+{
+    QFETCH(QString, type);
+    QQmlEngine engine;
+    engine.setImportPathList({QLibraryInfo::path(QLibraryInfo::QmlImportsPath), "qrc:/qt-project.org/imports"});
+    QQmlComponent component(&engine);
+    component.setData(
+        QStringLiteral("import QtQuick\nimport zvt\nimport zvt.look\n%1 { property color shade: Look.backColor }")
+            .arg(type)
+            .toUtf8(),
+        {});
+    const std::unique_ptr<QObject> object(component.create());
+    QVERIFY2(object, qPrintable(component.errorString()));
+    QVERIFY(object->property("shade").value<QColor>().isValid());
+}
+
+void tst_Plugin::oneTypeWhicheverWayItIsImported()
+{
+    QQmlEngine engine;
+    QQmlComponent component(&engine);
+    component.setData("import zvt\n"
+                      "import \"zvt/controls\" as Folder\n"
+                      "WrappingButton { property bool same: this instanceof Folder.WrappingButton }",
+                      QUrl(QStringLiteral("qrc:/Page.qml")));
+    const std::unique_ptr<QObject> object(component.create());
+    QVERIFY2(object, qPrintable(component.errorString()));
+    QVERIFY(object->property("same").toBool());
 }
 
 void tst_Plugin::typesCanNotBeMadeInQmlExceptTwo_data()

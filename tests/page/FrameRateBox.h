@@ -57,7 +57,7 @@ inline QQuickItem *create(PageDriver &driver, RateFake &rate, const QString &mor
 }
 
 inline QObject *popup(const QQuickItem *box) { return box->findChild<QObject *>("popup"); }
-inline bool isOpen(const QQuickItem *box) { return popup(box)->property("visible").toBool(); }
+inline bool isOpen(const QQuickItem *box) { return popup(box) && popup(box)->property("visible").toBool(); }
 
 inline QQuickItem *field(const QQuickItem *box)
 {

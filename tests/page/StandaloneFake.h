@@ -45,6 +45,7 @@ class StandaloneFake : public QObject
     Q_PROPERTY(bool disconnecting MEMBER disconnecting NOTIFY disconnectingChanged)
     Q_PROPERTY(bool canSelectController MEMBER canSelectController CONSTANT)
     Q_PROPERTY(QStringList controllerDisplayNames MEMBER controllerDisplayNames CONSTANT)
+    Q_PROPERTY(QString connectError MEMBER connectError CONSTANT)
     Q_PROPERTY(int controllerIndex MEMBER controllerIndex NOTIFY controllerIndexChanged)
 
 public:
@@ -59,6 +60,7 @@ public:
     bool disconnecting = false;
     bool canSelectController = true;
     QStringList controllerDisplayNames{QStringLiteral("First"), QStringLiteral("Second")};
+    QString connectError;
     int controllerIndex = 0;
     QStringList asked;
 

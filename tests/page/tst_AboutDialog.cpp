@@ -6,6 +6,9 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <thread>
+
 #include "platform/hlxcamui/WidgetFileDialog.h"
 
 using hlx::cam::ui::WidgetFileDialog;
@@ -18,12 +21,14 @@ private slots:
     void theRowsStandInOrder();
     void aRowThatCannotBeReadIsLeftOut();
     void theDialogIsBusyUntilTheFirstReading();
+    void theCamerasModelIsReadOnlyOnShow();
     void everyOpeningReadsAgain();
     void theRowsAreSaved();
     void theFileDialogIsAsked();
     void theFolderIsKept();
     void aCancelledFileDialogWritesNothing();
     void itStaysUntilItIsClosed();
+    void theFocusReturnsToTheConfigurationButton();
     void itIsAsWideAsItsWindowLets_data();
     void itIsAsWideAsItsWindowLets();
     void longValuesWrap();
@@ -31,6 +36,8 @@ private slots:
 
 private:
     static void open(PageDriver &driver);
+    /// How often this thread has asked the camera for its model since `mark`.
+    static qsizetype modelReads(PageDriver &driver, size_t mark);
     static QObject *model(PageDriver &driver) { return driver.tabModel("aboutModel"); }
 };
 
@@ -38,6 +45,14 @@ void tst_AboutDialog::open(PageDriver &driver)
 {
     driver.choose("About");
     driver.settle();
+}
+
+qsizetype tst_AboutDialog::modelReads(PageDriver &driver, size_t mark)
+{
+    const auto calls = driver.rig().gate().callsSince(mark);
+    return std::ranges::count_if(calls, [](const auto &call) {
+        return call.name == "zvtGetCameraModel" && call.thread == std::this_thread::get_id();
+    });
 }
 
 void tst_AboutDialog::theRowsStandInOrder()
@@ -75,16 +90,35 @@ void tst_AboutDialog::theDialogIsBusyUntilTheFirstReading()
     driver.rig().gate().hold("zvtGetOperatingTime");
     driver.choose("About");
     QVERIFY(driver.rig().gate().waitHeld("zvtGetOperatingTime"));
-    const QObject *busy = driver.object(QStringLiteral("aboutBusy"));
-    QTRY_VERIFY(busy->property("visible").toBool());
-    QVERIFY(busy->property("running").toBool());
+    QTRY_VERIFY(driver.object(QStringLiteral("aboutBusy")));
+    QVERIFY(driver.object(QStringLiteral("aboutBusy"))->property("visible").toBool());
     QVERIFY(!driver.findText("Campion 640 C Camera Controller"));
     driver.rig().gate().release("zvtGetOperatingTime");
     driver.settle();
-    QVERIFY(!busy->property("visible").toBool());
-    QVERIFY(!busy->property("running").toBool());
+    // Nothing turns that is not on show.
+    QVERIFY(!driver.object(QStringLiteral("aboutBusy")));
     QVERIFY(driver.findText("Campion 640 C Camera Controller"));
     QVERIFY(driver.find("Camera Model"));
+}
+
+void tst_AboutDialog::theCamerasModelIsReadOnlyOnShow()
+{
+    PageDriver driver;
+    const auto readsOfReconnecting = [&driver] {
+        const size_t mark = driver.rig().gate().mark();
+        driver.rig().camera().disconnect();
+        driver.rig().camera().connect();
+        driver.settle();
+        return modelReads(driver, mark);
+    };
+    const qsizetype withoutDialog = readsOfReconnecting();
+    const size_t mark = driver.rig().gate().mark();
+    open(driver);
+    QCOMPARE(modelReads(driver, mark), 1);
+    QVERIFY(readsOfReconnecting() > withoutDialog);
+    driver.click("Close");
+    QTRY_VERIFY(!driver.find("Save..."));
+    QCOMPARE(readsOfReconnecting(), withoutDialog);
 }
 
 void tst_AboutDialog::everyOpeningReadsAgain()
@@ -191,6 +225,21 @@ void tst_AboutDialog::itStaysUntilItIsClosed()
     open(driver);
     driver.press(Qt::Key_Escape);
     QTRY_VERIFY(!driver.find("Save..."));
+}
+
+void tst_AboutDialog::theFocusReturnsToTheConfigurationButton()
+{
+    PageDriver driver;
+    driver.find("Configuration")->forceActiveFocus(Qt::TabFocusReason);
+    driver.press(Qt::Key_Return);
+    QTRY_VERIFY(driver.find("About"));
+    driver.find("About")->forceActiveFocus(Qt::TabFocusReason);
+    driver.press(Qt::Key_Return);
+    QTRY_VERIFY(driver.find("Close")->hasActiveFocus());
+    driver.settle();
+    driver.press(Qt::Key_Return);
+    QTRY_VERIFY(driver.find("Configuration")->hasActiveFocus());
+    QVERIFY(driver.find("Configuration")->property("visualFocus").toBool());
 }
 
 void tst_AboutDialog::itIsAsWideAsItsWindowLets_data()

@@ -21,12 +21,17 @@ private slots:
     void setOfAnUnchangedTimeWritesNothing();
     void whatIsNoNumberMakesNoDate_data();
     void whatIsNoNumberMakesNoDate();
+    void enterPassesOverWhatMakesNoDate_data() { whatIsNoNumberMakesNoDate_data(); }
+    void enterPassesOverWhatMakesNoDate();
+    void partsThatNoClockShowsAreMarked_data();
+    void partsThatNoClockShowsAreMarked();
     void setWithoutAMonthMakesNoDate();
     void theComputersTimeIsTaken();
     void theMonthsAreNamed();
     void thePartsStandInSixColumns();
     void itStaysUntilItIsClosed();
     void tabWalksThroughTheParts();
+    void theFocusReturnsToTheConfigurationButton();
     void thePageOutlivesItsModel();
 
 private:
@@ -87,6 +92,7 @@ void tst_AdjustTimeDialog::openingShowsTheCamerasClock()
     setCamera(driver, 31, 9, 4, 7, 8, 0);
     open(driver);
     QVERIFY(driver.findText("Adjust Time"));
+    QVERIFY(driver.find("Set")->property("primary").toBool());
     QCOMPARE(parts(driver), QStringList({"September", "4", "2031", "7", "8", "0"}));
 }
 
@@ -211,11 +217,88 @@ void tst_AdjustTimeDialog::whatIsNoNumberMakesNoDate()
     open(driver);
     typeInto(driver, field, text);
     const size_t mark = driver.rig().gate().mark();
+    const QStringList typed = parts(driver);
     driver.click("Set");
     // What to do with it is the camera's business.
     QCOMPARE(driver.rig().callsSince(mark), QStringList({"zvtSetRealTimeClock", "zvtSetIRIGTime"}));
     QVERIFY(!cameraTime(driver).isValid());
-    QCOMPARE(parts(driver), QStringList(6));
+    // It can be mended.
+    QCOMPARE(parts(driver), typed);
+    QCOMPARE(driver.text(field), text);
+}
+
+void tst_AdjustTimeDialog::enterPassesOverWhatMakesNoDate()
+{
+    QFETCH(const QString, field);
+    QFETCH(const QString, text);
+    PageDriver driver;
+    open(driver);
+    const QDateTime before = cameraTime(driver);
+    typeInto(driver, field, text);
+    const QStringList typed = parts(driver);
+    const size_t mark = driver.rig().gate().mark();
+    driver.press(Qt::Key_Return);
+    // In another field, too.
+    typeInto(driver, field == "day" ? "hour" : "day", "7");
+    driver.press(Qt::Key_Return);
+    QCOMPARE(driver.rig().callsSince(mark), QStringList());
+    QCOMPARE(cameraTime(driver), before);
+    QCOMPARE(driver.text(field), text);
+    QCOMPARE(driver.text("year"), typed.at(2));
+}
+
+void tst_AdjustTimeDialog::partsThatNoClockShowsAreMarked_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("letters") << "day"
+                             << "1O"
+                             << "Not a number";
+    QTest::newRow("empty") << "minute"
+                           << ""
+                           << "Not a number";
+    QTest::newRow("first day") << "day"
+                               << "1"
+                               << "";
+    QTest::newRow("last day") << "day"
+                              << "31"
+                              << "";
+    QTest::newRow("no day") << "day"
+                            << "32"
+                            << "Not between 1 and 31";
+    QTest::newRow("first year") << "year"
+                                << "2000"
+                                << "";
+    QTest::newRow("year of two digits") << "year"
+                                        << "31"
+                                        << "Not between 2000 and 2255";
+    QTest::newRow("last hour") << "hour"
+                               << "23"
+                               << "";
+    QTest::newRow("no hour") << "hour"
+                             << "24"
+                             << "Not between 0 and 23";
+    QTest::newRow("no minute") << "minute"
+                               << "60"
+                               << "Not between 0 and 59";
+    QTest::newRow("no second") << "second"
+                               << "-1"
+                               << "Not between 0 and 59";
+}
+
+void tst_AdjustTimeDialog::partsThatNoClockShowsAreMarked()
+{
+    QFETCH(const QString, field);
+    QFETCH(const QString, text);
+    QFETCH(const QString, fault);
+    PageDriver driver;
+    open(driver);
+    typeInto(driver, field, text);
+    QCOMPARE(driver.find(field)->property("fault").toString(), fault);
+    driver.click("Get");
+    driver.settle();
+    QCOMPARE(driver.find(field)->property("fault").toString(), QString());
 }
 
 void tst_AdjustTimeDialog::setWithoutAMonthMakesNoDate()
@@ -311,6 +394,15 @@ void tst_AdjustTimeDialog::tabWalksThroughTheParts()
                 walked += name;
     }
     QCOMPARE(walked, order);
+}
+
+void tst_AdjustTimeDialog::theFocusReturnsToTheConfigurationButton()
+{
+    PageDriver driver;
+    open(driver);
+    driver.click("day");
+    driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(driver.find("Configuration")->hasActiveFocus());
 }
 
 void tst_AdjustTimeDialog::thePageOutlivesItsModel()

@@ -2,6 +2,7 @@
 #include "tests/support/Test.h"
 
 #include <QDateTime>
+#include <QWheelEvent>
 
 #include "hlxui/ObjectListModel.h"
 
@@ -43,6 +44,11 @@ private slots:
     void itStaysUntilItIsClosed();
     void everythingFitsASmallWindow_data();
     void everythingFitsASmallWindow();
+    void theFocusReturnsToTheConfigurationButton_data();
+    void theFocusReturnsToTheConfigurationButton();
+    void theFocusReturnsToWhatOpenedAQuestion();
+    void oneShadeIsBelowAllDialogs();
+    void theWheelScrollsOverTheScrollBarToo();
     void thePageOutlivesItsModel();
 };
 
@@ -78,7 +84,10 @@ void tst_CameraStateDialog::eachModeHasItsTitleAndButtons()
         QVERIFY(item->mapToScene({0, 0}).x() > x);
         x = item->mapToScene({0, 0}).x();
         QCOMPARE(item->isEnabled(), button == "Upload" || button == last);
+        QCOMPARE(item->property("destructive").toBool(), button == "Delete");
+        QVERIFY(!item->property("primary").toBool());
     }
+    QVERIFY(verb.isEmpty() || dialog.driver.find(verb)->property("primary").toBool());
     dialog.driver.click(last);
     QTRY_VERIFY(!dialog.isOpen());
 }
@@ -102,14 +111,13 @@ void tst_CameraStateDialog::theListIsBusyWhileItIsRead()
     StateDialog dialog(threeStates);
     dialog.gate().hold("zvtListStates");
     dialog.driver.choose("Manage States");
-    const QObject *busy = dialog.driver.object(QStringLiteral("stateListBusy"));
-    QTRY_VERIFY(busy->property("visible").toBool());
-    QVERIFY(busy->property("running").toBool());
+    QTRY_VERIFY(dialog.driver.object(QStringLiteral("stateListBusy")));
+    QVERIFY(dialog.driver.object(QStringLiteral("stateListBusy"))->property("visible").toBool());
     QVERIFY(!dialog.driver.findText("The camera holds no states."));
     dialog.gate().release("zvtListStates");
     dialog.driver.settle();
-    QVERIFY(!busy->property("visible").toBool());
-    QVERIFY(!busy->property("running").toBool());
+    // Nothing turns that is not on show.
+    QVERIFY(!dialog.driver.object(QStringLiteral("stateListBusy")));
     QCOMPARE(dialog.names(), threeStates);
 }
 
@@ -290,6 +298,8 @@ void tst_CameraStateDialog::savingOverAStateIsAsked()
     QTRY_VERIFY(dialog.driver.findText(overwrite));
     QVERIFY(dialog.driver.findText("Warning"));
     dialog.driver.awaitFrame();
+    QVERIFY(dialog.driver.find("Yes")->property("destructive").toBool());
+    QVERIFY(dialog.driver.find("No")->hasActiveFocus());
     dialog.driver.click(yes ? "Yes" : "No");
     dialog.driver.settle();
     QVERIFY(!dialog.driver.findText(overwrite));
@@ -350,12 +360,15 @@ void tst_CameraStateDialog::everythingFitsASmallWindow()
     QCOMPARE(frame->width(), 500.0);
     const QRectF inside = frame->mapRectToScene(frame->boundingRect());
     QVERIFY(QRectF(0, 0, 640, 480).contains(inside));
+    const QRectF content = inside.adjusted(16, 16, -16, -16);
     for (const QString button : {"Rename", "Delete", "Upload", "Download", "Done", "Cancel", "Save", "Load"})
         if (const QQuickItem *item = dialog.driver.find(button))
-            QVERIFY2(inside.contains(item->mapRectToScene(item->boundingRect())), qPrintable(button));
+            QVERIFY2(content.contains(item->mapRectToScene(item->boundingRect())), qPrintable(button));
     // The long name leaves the date its place, and the rest of the list comes by key.
     const QQuickItem *longName = dialog.driver.findText(states.constFirst());
     QVERIFY(longName->property("truncated").toBool());
+    QTest::mouseMove(&dialog.driver.window(), longName->mapToScene({20, 14}).toPoint());
+    QTRY_COMPARE(dialog.driver.hint(), states.constFirst());
     dialog.list()->forceActiveFocus();
     for (int step = 0; step < 30; ++step)
         dialog.driver.press(Qt::Key_Down);
@@ -363,6 +376,86 @@ void tst_CameraStateDialog::everythingFitsASmallWindow()
     const QQuickItem *row = dialog.driver.find(states.constLast(), dialog.list());
     QVERIFY(row);
     QVERIFY(dialog.list()->contains(row->mapToItem(dialog.list(), QPointF(4, row->height() - 4))));
+}
+
+void tst_CameraStateDialog::theFocusReturnsToTheConfigurationButton_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QString>("button");
+    QTest::newRow("saved") << "Save State As"
+                           << "Save";
+    QTest::newRow("loaded") << "Load State"
+                            << "Load";
+    QTest::newRow("not saved") << "Save State As"
+                               << "Cancel";
+    QTest::newRow("done") << "Manage States"
+                          << "Done";
+}
+
+void tst_CameraStateDialog::theFocusReturnsToTheConfigurationButton()
+{
+    QFETCH(const QString, action);
+    QFETCH(const QString, button);
+    StateDialog dialog(threeStates);
+    dialog.open(action);
+    if (button == "Save")
+        dialog.driver.type("Delta");
+    else
+        dialog.click("Bravo");
+    dialog.driver.click(button);
+    dialog.driver.settle();
+    QTRY_VERIFY(!dialog.isOpen());
+    // A load takes the whole page out of use meanwhile.
+    QTRY_VERIFY(dialog.driver.page()->isEnabled());
+    QTRY_VERIFY(dialog.driver.find("Configuration")->hasActiveFocus());
+}
+
+void tst_CameraStateDialog::theFocusReturnsToWhatOpenedAQuestion()
+{
+    StateDialog dialog(threeStates);
+    dialog.open("Manage States");
+    dialog.click("Bravo");
+    for (const QString button : {"Rename", "Delete"}) {
+        dialog.driver.find(button)->forceActiveFocus(Qt::TabFocusReason);
+        dialog.driver.press(Qt::Key_Return);
+        QTRY_VERIFY(dialog.driver.find("Cancel"));
+        dialog.driver.press(Qt::Key_Escape);
+        QTRY_VERIFY(!dialog.driver.find("Cancel"));
+        QTRY_VERIFY(dialog.driver.find(button)->property("visualFocus").toBool());
+    }
+}
+
+void tst_CameraStateDialog::oneShadeIsBelowAllDialogs()
+{
+    StateDialog dialog(threeStates);
+    dialog.open("Manage States");
+    const auto corner = [&dialog] { return dialog.driver.grab().pixelColor(4, 470); };
+    const QColor shaded = corner();
+    dialog.click("Bravo");
+    dialog.driver.click("Delete");
+    QTRY_VERIFY(dialog.driver.find("Cancel"));
+    dialog.driver.awaitFrame();
+    QCOMPARE(corner(), shaded);
+    dialog.driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(!dialog.driver.find("Cancel"));
+    dialog.driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(!dialog.isOpen());
+    dialog.driver.awaitFrame();
+    QVERIFY(corner() != shaded);
+}
+
+void tst_CameraStateDialog::theWheelScrollsOverTheScrollBarToo()
+{
+    QStringList states;
+    for (int number = 0; number < 30; ++number)
+        states += QStringLiteral("State %1").arg(number);
+    StateDialog dialog(states);
+    dialog.open("Manage States");
+    QQuickItem *list = dialog.list();
+    const QPointF bar = list->mapToScene({list->width() - 6, list->height() - 20});
+    QWheelEvent wheel(bar, bar, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&dialog.driver.window(), &wheel);
+    QTRY_VERIFY(list->property("contentY").toDouble() > 0);
 }
 
 void tst_CameraStateDialog::thePageOutlivesItsModel()

@@ -397,7 +397,7 @@ void tst_CameraStateDialogFiles::aTransferOutlivesTheDialog()
     QTRY_VERIFY(!dialog.isOpen());
     QVERIFY(transferring(dialog));
     dialog.gate().release("zvtUploadStateStd");
-    // Whoever has gone on to something else is told.
+    // The operator, who has gone on to something else, is told.
     QTRY_VERIFY(dialog.driver.findText("Failed to upload file."));
     QVERIFY(!dialog.isOpen());
 }

@@ -72,7 +72,7 @@ QStringList tst_ConfigurationPopup::actions(PageDriver &driver)
     const QQuickItem *column = driver.find("About")->parentItem();
     QMap<double, QString> texts;
     for (const QQuickItem *item : column->childItems())
-        if (item->isVisible())
+        if (item->isVisible() && item->inherits("QQuickControl"))
             texts.insert(item->y(),
                          item->inherits("QQuickComboBox") ? QStringLiteral("(controllers)")
                                                           : item->property("text").toString());
@@ -321,8 +321,7 @@ void tst_ConfigurationPopup::aLoadBlocksThePage()
     driver.choose("Load Factory Defaults");
     QVERIFY(driver.rig().gate().waitHeld("controller.LoadFactoryDefaults"));
     QVERIFY(!driver.page()->isEnabled());
-    QCOMPARE(busy->property("visible").toBool(), !standalone);
-    QCOMPARE(busy->property("running").toBool(), !standalone);
+    QCOMPARE(busy->property("item").value<QObject *>() != nullptr, !standalone);
     // The page is dead.
     driver.click("Configuration");
     driver.awaitFrame();
@@ -330,7 +329,7 @@ void tst_ConfigurationPopup::aLoadBlocksThePage()
     driver.rig().gate().release("controller.LoadFactoryDefaults");
     driver.settle();
     QVERIFY(driver.page()->isEnabled());
-    QVERIFY(!busy->property("running").toBool());
+    QVERIFY(!busy->property("item").value<QObject *>());
 }
 
 void tst_ConfigurationPopup::aSaveDoesNotBlockThePage_data() { aLoadBlocksThePage_data(); }
@@ -345,11 +344,10 @@ void tst_ConfigurationPopup::aSaveDoesNotBlockThePage()
     QMetaObject::invokeMethod(driver.tabModel("cameraState"), "saveStateAs", Q_ARG(QString, "Runway"));
     QVERIFY(driver.rig().gate().waitHeld("zvtSaveStateAs"));
     QVERIFY(driver.page()->isEnabled());
-    QCOMPARE(busy->property("visible").toBool(), !standalone);
-    QCOMPARE(busy->property("running").toBool(), !standalone);
+    QCOMPARE(busy->property("item").value<QObject *>() != nullptr, !standalone);
     driver.rig().gate().release("zvtSaveStateAs");
     driver.settle();
-    QVERIFY(!busy->property("running").toBool());
+    QVERIFY(!busy->property("item").value<QObject *>());
 }
 
 void tst_ConfigurationPopup::aLoadReadsThePageAnew()

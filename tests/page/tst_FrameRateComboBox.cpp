@@ -19,6 +19,10 @@ private slots:
     void enterCommits_data();
     void enterCommits();
     void theLossOfFocusCommitsWhatWasTyped();
+    void halfTypedTextSurvivesADisabledBox();
+    void refusedTextStaysMarkedUntilEscape();
+    void anotherAnswerThanTheTypedOneIsMarked_data();
+    void anotherAnswerThanTheTypedOneIsMarked();
     void theLossOfFocusCommitsNothingElse_data();
     void theLossOfFocusCommitsNothingElse();
     void aRefusedTextGivesWay();
@@ -143,18 +147,87 @@ void tst_FrameRateComboBox::theLossOfFocusCommitsWhatWasTyped()
     driver.press(Qt::Key_Tab);
     QCOMPARE(rate.calls, QStringList("take 99"));
     QCOMPARE(shown(box), "99.00");
-    // A section that is disabled for a read takes the focus away, too.
+    // What was typed before is typed once more, while the camera shows something else.
+    for (int times = 2; times <= 3; ++times) {
+        field(box)->forceActiveFocus(Qt::TabFocusReason);
+        driver.press(Qt::Key_A, Qt::ControlModifier);
+        type(driver, "88");
+        driver.press(Qt::Key_Tab);
+        QCOMPARE(rate.calls.size(), times);
+    }
+}
+
+void tst_FrameRateComboBox::halfTypedTextSurvivesADisabledBox()
+{
+    PageDriver driver;
+    RateFake rate;
+    QQuickItem *box = create(driver, rate);
     field(box)->forceActiveFocus(Qt::TabFocusReason);
     type(driver, "88");
     box->setEnabled(false);
-    QCOMPARE(rate.calls.constLast(), "take 88");
-    // What was typed before is typed once more, while the camera shows something else.
+    QCOMPARE(rate.calls, QStringList());
     box->setEnabled(true);
+    QCOMPARE(shown(box), "88");
+    type(driver, "4");
+    driver.press(Qt::Key_Return);
+    QCOMPARE(rate.calls, QStringList("take 884"));
+}
+
+void tst_FrameRateComboBox::refusedTextStaysMarkedUntilEscape()
+{
+    PageDriver driver;
+    RateFake rate;
+    QQuickItem *box = create(driver, rate);
+    QObject::connect(&rate, &RateFake::changed, box, [box] { QMetaObject::invokeMethod(box, "refuse"); });
     field(box)->forceActiveFocus(Qt::TabFocusReason);
-    driver.press(Qt::Key_A, Qt::ControlModifier);
-    type(driver, "88");
+    type(driver, "abc");
+    driver.press(Qt::Key_Return);
+    QVERIFY(box->property("refused").toBool());
+    QCOMPARE(shown(box), "abc");
     driver.press(Qt::Key_Tab);
-    QCOMPARE(rate.calls.size(), 3);
+    QCOMPARE(shown(box), "abc");
+    QCOMPARE(rate.calls, QStringList("take abc"));
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    driver.press(Qt::Key_Escape);
+    QVERIFY(!box->property("refused").toBool());
+    QCOMPARE(shown(box), "120.00");
+}
+
+void tst_FrameRateComboBox::anotherAnswerThanTheTypedOneIsMarked_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("marked");
+    QTest::newRow("kept") << "33.3"
+                          << "33.30" << false;
+    QTest::newRow("kept to what can be shown") << "33.333"
+                                               << "33.33" << false;
+    QTest::newRow("adjusted") << "33.3"
+                              << "33.25" << true;
+    QTest::newRow("refused") << "99999"
+                             << "120.00" << true;
+}
+
+void tst_FrameRateComboBox::anotherAnswerThanTheTypedOneIsMarked()
+{
+    QFETCH(const QString, typed);
+    QFETCH(const QString, answer);
+    QFETCH(const bool, marked);
+    PageDriver driver;
+    RateFake rate;
+    rate.answer = typed + ".00"; // What the model shows until the camera has been read.
+    QQuickItem *box = create(driver, rate, "Component.onCompleted: accepted.connect(expectAnswer)");
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, typed);
+    driver.press(Qt::Key_Return);
+    rate.text = answer;
+    emit rate.changed();
+    QCOMPARE(mark(box)->isVisible(), marked);
+    QCOMPARE(driver.find("The camera kept another value than the one typed.") != nullptr, marked);
+    // What comes to the field next takes the mark away.
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    type(driver, "1");
+    QVERIFY(!mark(box)->isVisible());
 }
 
 void tst_FrameRateComboBox::theLossOfFocusCommitsNothingElse_data()
@@ -227,7 +300,7 @@ void tst_FrameRateComboBox::theUpdateMarkRunsItsCourse()
     PageDriver driver;
     RateFake rate;
     QQuickItem *box = create(driver, rate);
-    QVERIFY(!mark(box)->isVisible());
+    QVERIFY(!mark(box));
     QMetaObject::invokeMethod(box, "showFadingIntWidthUpdatedIndicator");
     QVERIFY(
         driver.find("The integration time has been updated. It may have been adjusted to the nearest valid value."));

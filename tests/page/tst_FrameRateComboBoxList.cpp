@@ -276,9 +276,7 @@ void tst_FrameRateComboBoxList::onlyTheFirstRowBearsTheMaximum()
     driver.click(box);
     driver.settle();
     for (const QString &row : rate.rows) {
-        const auto *content = driver.find(row)->property("contentItem").value<QQuickItem *>();
-        QCOMPARE(content->childItems().at(0)->property("text").toString(), row);
-        QCOMPARE(content->childItems().at(1)->isVisible(), shows && row == "180.25");
+        QCOMPARE(driver.find(row)->property("sign").toString().isEmpty(), !shows || row != "180.25");
     }
 }
 

@@ -222,19 +222,17 @@ void tst_MainPage::theBusyIndicatorFollowsTheConnection()
     QObject *indicator = busyIndicator(driver);
     for (const char *property : {"connecting", "disconnecting"}) {
         standalone.connected = true;
-        QVERIFY(!indicator->property("visible").toBool());
         standalone.setProperty(property, true);
-        QVERIFY(indicator->property("visible").toBool());
-        QVERIFY(indicator->property("running").toBool());
+        QVERIFY(indicator->property("item").value<QObject *>());
         standalone.setProperty(property, false);
-        QVERIFY(!indicator->property("running").toBool());
+        QVERIFY(!indicator->property("item").value<QObject *>());
     }
 }
 
 void tst_MainPage::aHostShowsNoBusyIndicatorAtRest()
 {
     PageDriver driver;
-    QVERIFY(!busyIndicator(driver)->property("visible").toBool());
+    QVERIFY(!busyIndicator(driver)->property("item").value<QObject *>());
 }
 
 void tst_MainPage::theRefreshHotkeyReadsEverything()

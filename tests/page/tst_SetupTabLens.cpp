@@ -3,6 +3,9 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <cmath>
+
 /// The rows of the lens that choose: cover, lens states, field of view, auto focus region.
 class tst_SetupTabLens : public Test
 {
@@ -16,8 +19,10 @@ private slots:
     void fieldOfViewIsChosenAndBringsItsLimits();
     void fieldOfViewOfAnotherClientIsLearnt();
     void fieldOfViewIsNotAskedOfAnotherLens();
+    void fieldOfViewIsNotAskedForAHiddenPage();
     void choosingALensStateLoadsIt();
     void changedFieldOfViewMarksTheLensState();
+    void readTakesTheMarkOfTheLensStateAway();
     void lensStateButtonsFollowTheList_data();
     void lensStateButtonsFollowTheList();
     void lensStateIsAdded();
@@ -29,8 +34,15 @@ private slots:
     void autoFocusRuns();
     void autoFocusRegion_data();
     void autoFocusRegion();
+    void doubleClickOnAChoiceChangesNothing_data();
+    void doubleClickOnAChoiceChangesNothing();
+    void firstShowingIsLaidOut_data();
+    void firstShowingIsLaidOut();
+    void controlsStandInOneColumn();
 
 private:
+    static QList<QQuickItem *> visibleItems(const PageDriver &page);
+    static void doubleClick(SetupPage &page, QPoint place);
     static void addState(SetupPage &page, const QString &name);
 };
 
@@ -125,6 +137,26 @@ void tst_SetupTabLens::fieldOfViewIsNotAskedOfAnotherLens()
     QVERIFY(!page.rig().callsSince(0).contains("zvtGetFOV"));
 }
 
+// Asking blocks the page, and reads the focus limits too.
+void tst_SetupTabLens::fieldOfViewIsNotAskedForAHiddenPage()
+{
+    PageDriver driver({.profile = "discrete-fov", .connected = false, .size = {900, 1700}});
+    QTRY_VERIFY(driver.object("lockTimer"));
+    driver.rig().camera().connect();
+    driver.settle();
+    QVERIFY(!driver.rig().callsSince(0).contains("zvtGetFOV"));
+
+    SetupPage page("discrete-fov");
+    page.showTab(0);
+    const size_t mark = page.rig().gate().mark();
+    page.tab()->setProperty("selectedDiscontinuousFieldOfViewIndex", 1);
+    page.settle();
+    QCOMPARE(page.rig().callsSince(mark), QStringList{"zvtSetFOV"});
+    page.showTab(1);
+    page.settle();
+    QCOMPARE(page.shown("Field of View"), "Wide");
+}
+
 void tst_SetupTabLens::choosingALensStateLoadsIt()
 {
     SetupPage page;
@@ -152,6 +184,19 @@ void tst_SetupTabLens::changedFieldOfViewMarksTheLensState()
     QVERIFY(page.enabled("Reload Lens State (Discard Changes)"));
     QVERIFY(!page.enabled("Delete Lens State"));
     QVERIFY(page.enabled("Add New Lens State Using Current Settings"));
+}
+
+void tst_SetupTabLens::readTakesTheMarkOfTheLensStateAway()
+{
+    SetupPage page("discrete-fov");
+    addState(page, "Runway");
+    page.choose("Field of View", "Wide");
+    QCOMPARE(page.shown("Lens States"), "Runway*");
+    page.click("Refresh General Setup");
+    page.settle();
+    QCOMPARE(page.shown("Lens States"), "Runway");
+    QVERIFY(page.enabled("Rename Lens State"));
+    QVERIFY(page.enabled("Delete Lens State"));
 }
 
 void tst_SetupTabLens::lensStateButtonsFollowTheList_data()
@@ -304,6 +349,112 @@ void tst_SetupTabLens::autoFocusRegion()
     QCOMPARE(page.item(box).property("model").toStringList(), rows);
     QCOMPARE(page.commandsOf([&] { page.choose(box, row); }), commands);
     QCOMPARE(page.shown(box), row);
+}
+
+QList<QQuickItem *> tst_SetupTabLens::visibleItems(const PageDriver &page)
+{
+    const QQuickItem *header = page.find("General Setup");
+    QList<QQuickItem *> items = header->parentItem()->findChildren<QQuickItem *>();
+    items.removeIf([](const QQuickItem *item) { return item->window() == nullptr || !item->isVisible(); });
+    return items;
+}
+
+// The second press comes within the double-click time, after the effect of the first click is on show.
+void tst_SetupTabLens::doubleClick(SetupPage &page, QPoint place)
+{
+    for (const auto type :
+         {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const auto buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QTest::lastMouseTimestamp += 50;
+        qt_handleMouseEvent(&page.window(), place, page.window().mapToGlobal(place), buttons, Qt::LeftButton, type,
+                            Qt::NoModifier, QTest::lastMouseTimestamp);
+        page.awaitFrame();
+    }
+}
+
+void tst_SetupTabLens::doubleClickOnAChoiceChangesNothing_data()
+{
+    QTest::addColumn<QString>("profile");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("everything") << "everything" << QStringList{"Sequencing Mode", "Lens Cover", "Lens States",
+                                                               "Size (Pixels)",   "Position",   "Show on Video Output",
+                                                               "FPA Gain",        "Image Size", "GigE Preset",
+                                                               "Video Preset"};
+    QTest::newRow("discrete-fov") << "discrete-fov" << QStringList{"Lens States", "Field of View"};
+    QTest::newRow("low-cost") << "low-cost" << QStringList{"Sync Source"};
+}
+
+void tst_SetupTabLens::doubleClickOnAChoiceChangesNothing()
+{
+    QFETCH(const QString, profile);
+    QFETCH(const QStringList, expected);
+    SetupPage page(profile);
+    if (expected.contains("Lens States")) {
+        addState(page, "Runway");
+        addState(page, "Tower");
+    }
+    page.general()->setProperty("sequencingMode", 2);
+    page.settle();
+    for (const QString &name : expected) {
+        const int index = page.item(name).property("currentIndex").toInt();
+        const QStringList commands = page.commandsOf([&] {
+            doubleClick(page, page.middle(name));
+            page.settle();
+            if (page.item(name).property("listOpen").toBool())
+                page.press(Qt::Key_Escape);
+        });
+        QCOMPARE(commands, QStringList());
+        QCOMPARE(page.item(name).property("currentIndex").toInt(), index);
+    }
+}
+
+void tst_SetupTabLens::firstShowingIsLaidOut_data()
+{
+    QTest::addColumn<QString>("profile");
+    for (const char *profile : {"bare", "board-6", "discrete-fov", "edge-values", "everything", "irig", "low-cost",
+                                "speed-moves", "te-cooler"})
+        QTest::newRow(profile) << profile;
+}
+
+// The rows change while the page is hidden, when the camera is connected.
+void tst_SetupTabLens::firstShowingIsLaidOut()
+{
+    QFETCH(const QString, profile);
+    PageDriver driver({.profile = profile, .connected = false, .size = {900, 1700}});
+    // The contents of the page are made before it is shown.
+    QTRY_VERIFY(driver.object("lockTimer"));
+    driver.rig().camera().connect();
+    driver.settle();
+    driver.click("Setup");
+    driver.settle();
+    driver.settle();
+    const QList<QQuickItem *> items = visibleItems(driver);
+    QList<QRectF> before;
+    for (const QQuickItem *item : items)
+        before << item->mapRectToScene(item->boundingRect());
+    driver.page()->setWidth(899);
+    driver.settle();
+    QCOMPARE(visibleItems(driver), items);
+    QVERIFY(items.contains(driver.find("Reduce Noise")));
+    for (qsizetype i = 0; i < items.size(); ++i) {
+        const QRectF after = items.at(i)->mapRectToScene(items.at(i)->boundingRect());
+        const QRectF &first = before.at(i);
+        const double moved = std::max({std::abs(after.left() - first.left()), std::abs(after.right() - first.right()),
+                                       std::abs(after.top() - first.top()), std::abs(after.bottom() - first.bottom())});
+        QVERIFY2(moved <= 1,
+                 qPrintable(QStringLiteral("%1 \"%2\" %3")
+                                .arg(items.at(i)->metaObject()->className(), items.at(i)->property("text").toString())
+                                .arg(moved)));
+    }
+}
+
+void tst_SetupTabLens::controlsStandInOneColumn()
+{
+    const SetupPage page("discrete-fov");
+    const double left = page.item("Image Size").mapToScene({0, 0}).x();
+    for (const QString name : {"Lens Cover", "Lens States", "Field of View", "Enable Athermalization", "Focus Position",
+                               "Farthest", "Auto Focus", "Size (Pixels)", "Distance"})
+        QVERIFY2(qFuzzyCompare(page.item(name).mapToScene({0, 0}).x(), left), qPrintable(name));
 }
 
 ZVT_TEST(tst_SetupTabLens)

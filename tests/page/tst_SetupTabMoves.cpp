@@ -20,6 +20,7 @@ private slots:
     void lockThatThePressBringsLeavesTheRelease();
     void tenThousandHoldsAllEnd();
     void pageStandsWhileAButtonIsHeld();
+    void pageStandsWhileASliderIsHeld();
     void percentSliderMovesAndSpringsBack_data();
     void percentSliderMovesAndSpringsBack();
     void whateverEndsTheHoldStopsThePercentSlider_data();
@@ -29,6 +30,10 @@ private slots:
     void endsFollowTheEncoder_data();
     void endsFollowTheEncoder();
     void eachDragOfASliderIsATarget();
+    void keysOfASliderAreTargets_data();
+    void keysOfASliderAreTargets();
+    void moveButtonsAreEqual_data();
+    void moveButtonsAreEqual();
     void slidersFollowTheLens();
     void rangeOfDistancesFollowsTheZoom();
     void lensWithoutZoomShowsItsPlaceOnly();
@@ -241,6 +246,20 @@ void tst_SetupTabMoves::pageStandsWhileAButtonIsHeld()
     QCOMPARE(page.commands(mark), (QStringList{"zvtFOVMove 1", "zvtFOVMove 0"}));
 }
 
+void tst_SetupTabMoves::pageStandsWhileASliderIsHeld()
+{
+    SetupPage page;
+    for (const QString slider : {"Zoom Position", "Focus Position"}) {
+        const QQuickItem *view = &page.item(slider);
+        while (!view->inherits("QQuickFlickable"))
+            view = view->parentItem();
+        page.hold(slider);
+        QVERIFY(!view->property("interactive").toBool());
+        page.release(slider);
+        QVERIFY(view->property("interactive").toBool());
+    }
+}
+
 void tst_SetupTabMoves::percentSliderMovesAndSpringsBack_data()
 {
     QTest::addColumn<QString>("command");
@@ -377,6 +396,57 @@ void tst_SetupTabMoves::eachDragOfASliderIsATarget()
                  QStringLiteral("%1 %2").arg(name == "Zoom Position" ? "zvtFOVMoveTo" : "zvtFocusMoveTo",
                                              page.tab()->property(property).toString()));
     }
+}
+
+void tst_SetupTabMoves::keysOfASliderAreTargets_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<int>("zoom");
+    QTest::addColumn<int>("focus");
+    QTest::newRow("right") << Qt::Key_Right << Qt::KeyboardModifiers() << 5001 << 6001;
+    QTest::newRow("left") << Qt::Key_Left << Qt::KeyboardModifiers() << 4999 << 5999;
+    QTest::newRow("ten right") << Qt::Key_Right << Qt::KeyboardModifiers(Qt::ShiftModifier) << 5010 << 6010;
+    QTest::newRow("ten left") << Qt::Key_Left << Qt::KeyboardModifiers(Qt::ShiftModifier) << 4990 << 5990;
+    QTest::newRow("page up") << Qt::Key_PageUp << Qt::KeyboardModifiers() << 5450 << 6500;
+    QTest::newRow("page down") << Qt::Key_PageDown << Qt::KeyboardModifiers() << 4550 << 5500;
+}
+
+void tst_SetupTabMoves::keysOfASliderAreTargets()
+{
+    QFETCH(const Qt::Key, key);
+    QFETCH(const Qt::KeyboardModifiers, modifiers);
+    QFETCH(const int, zoom);
+    QFETCH(const int, focus);
+    SetupPage page("everything", [](emulator::Camera &camera) { camera.otherClient().set("zoom.position", 5000); });
+    const auto commandsOf = [&](const QString &slider) {
+        page.item(slider).forceActiveFocus(Qt::TabFocusReason);
+        const size_t mark = page.rig().gate().mark();
+        page.press(key, modifiers);
+        return page.commands(mark);
+    };
+    QCOMPARE(commandsOf("Zoom Position"), QStringList{QStringLiteral("zvtFOVMoveTo %1").arg(zoom)});
+    QCOMPARE(page.item("Zoom Position").property("value").toInt(), zoom);
+    QCOMPARE(commandsOf("Focus Position"), QStringList{QStringLiteral("zvtFocusMoveTo %1").arg(focus)});
+}
+
+void tst_SetupTabMoves::moveButtonsAreEqual_data()
+{
+    QTest::addColumn<int>("width");
+    for (const int width : {640, 701, 1300})
+        QTest::addRow("%d", width) << width;
+}
+
+void tst_SetupTabMoves::moveButtonsAreEqual()
+{
+    QFETCH(const int, width);
+    SetupPage page("speed-moves");
+    page.page()->setWidth(width);
+    page.settle();
+    for (const QString way : {"Zoom Out", "Zoom In", "Focus Closer", "Focus Farther"})
+        for (const QString speed : {" Quickly", " with Medium Speed", " Slowly"})
+            QCOMPARE(page.item(way + speed).width(), page.item("Zoom In Slowly").width());
+    QVERIFY(page.item("Zoom In Slowly").width() >= 40);
 }
 
 // The limits of the focus come after its position when the lens is read.

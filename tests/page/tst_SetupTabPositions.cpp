@@ -14,15 +14,23 @@ private slots:
     void acceptedPositionUnlocksAndMoves_data();
     void acceptedPositionUnlocksAndMoves();
     void positionOutOfRangeIsNotTaken();
+    void positionThatIsNoNumberIsNotTaken_data();
+    void positionThatIsNoNumberIsNotTaken();
+    void leavingTheEditorSendsNothing();
     void cancelledEditorGivesTheLockBack_data();
     void cancelledEditorGivesTheLockBack();
     void editorSurvivesARead();
     void everyLensControlFollowsTheLock_data();
     void everyLensControlFollowsTheLock();
+    void lockedRowsAreDimmedAsAWhole();
+    void lockIsShownBesideTheHeading();
+    void lockOfAHiddenPageRunsNothing();
     void nearAndFarAreEditedInADialog();
     void typedDistanceIsStored();
     void enterStoresTheDistanceAndFocuses();
     void distanceOutOfRangeIsMarked();
+    void distanceThatIsNoNumberIsNotStored_data();
+    void distanceThatIsNoNumberIsNotStored();
     void distanceLimitsAreRounded();
 };
 
@@ -97,12 +105,53 @@ void tst_SetupTabPositions::positionOutOfRangeIsNotTaken()
         QVERIFY(!page.enabled("Apply"));
         page.press(Qt::Key_Return);
         QVERIFY(page.find("Apply"));
-        // One digit too many can not even be typed.
         page.type("Optical Zoom", "95000");
-        QCOMPARE(page.text("Optical Zoom"), "9500");
+        QVERIFY(!page.enabled("Apply"));
+        page.press(Qt::Key_Return);
+        QCOMPARE(page.text("Optical Zoom"), "95000");
     });
     QCOMPARE(commands, QStringList());
     QVERIFY(!page.lensUnlocked());
+}
+
+void tst_SetupTabPositions::positionThatIsNoNumberIsNotTaken_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char *text : {"9,50", "1e3", "950.5", "950.", "abc", ""})
+        QTest::newRow(text) << text;
+}
+
+void tst_SetupTabPositions::positionThatIsNoNumberIsNotTaken()
+{
+    QFETCH(const QString, text);
+    SetupPage page;
+    page.click("Optical Zoom");
+    const QStringList commands = page.commandsOf([&] {
+        page.type("Optical Zoom", text);
+        if (text.isEmpty())
+            page.press(Qt::Key_Delete);
+        QVERIFY(!page.enabled("Apply"));
+        page.press(Qt::Key_Return);
+    });
+    QCOMPARE(commands, QStringList());
+    QCOMPARE(page.text("Optical Zoom"), text);
+    QVERIFY(page.item("Optical Zoom").property("background").value<QQuickItem *>()->property("color").value<QColor>()
+            == QColor("#5a1a1a"));
+    QVERIFY(!page.lensUnlocked());
+}
+
+void tst_SetupTabPositions::leavingTheEditorSendsNothing()
+{
+    SetupPage page;
+    page.click("Optical Zoom");
+    const QStringList commands = page.commandsOf([&page] {
+        page.type("Optical Zoom", "7000");
+        page.press(Qt::Key_Tab);
+    });
+    QCOMPARE(commands, QStringList());
+    QVERIFY(page.item("Apply").hasActiveFocus());
+    QCOMPARE(page.text("Optical Zoom"), "7000");
+    QCOMPARE(page.commandsOf([&page] { page.press(Qt::Key_Space); }), QStringList{"zvtSetFOVPos 7000"});
 }
 
 void tst_SetupTabPositions::cancelledEditorGivesTheLockBack_data()
@@ -193,6 +242,76 @@ void tst_SetupTabPositions::everyLensControlFollowsTheLock()
         QVERIFY2(!page.enabled(name), qPrintable(name));
 }
 
+void tst_SetupTabPositions::lockedRowsAreDimmedAsAWhole()
+{
+    SetupPage page;
+    const auto opacity = [&page](const QString &text) {
+        double product = 1;
+        for (const QQuickItem *item = page.findText(text); item != nullptr; item = item->parentItem())
+            product *= item->opacity();
+        return product;
+    };
+    const QStringList texts{"Lens Cover:", "Lens States:", "Optical Zoom:",    "500 /",
+                            "500",         "Wide",         "Focus:",           "Near Focus",
+                            "Auto Focus",  "Distance:",    "Focus To Distance"};
+    for (const QString &text : texts)
+        QCOMPARE(opacity(text), 1.0);
+    page.tab()->setProperty("lensBasedControlsEnabled", false);
+    for (const QString &text : texts)
+        QVERIFY2(qFuzzyCompare(opacity(text), 0.6), qPrintable(text));
+    QCOMPARE(opacity("Lens Control"), 1.0);
+    page.tab()->setProperty("lensBasedControlsEnabled", true);
+    // The row of a position that is being typed is not locked.
+    page.click("Focus");
+    QCOMPARE(opacity("Focus:"), 1.0);
+    QVERIFY(qFuzzyCompare(opacity("Optical Zoom:"), 0.6));
+}
+
+void tst_SetupTabPositions::lockIsShownBesideTheHeading()
+{
+    const QString lock = QStringLiteral("The lens moves, or stands in manual focus");
+    SetupPage page;
+    QVERIFY(!page.object("lockBusy"));
+    const QObject *timer = page.object("lockTimer");
+    QVERIFY(!timer->property("running").toBool());
+    page.rig().gate().hold("zvtAutoFocusFast");
+    page.click("Auto Focus");
+    page.awaitFrame();
+    QVERIFY(page.object("lockBusy"));
+    QVERIFY(timer->property("running").toBool());
+    QCOMPARE(timer->property("interval").toInt(), 10000);
+
+    QMetaObject::invokeMethod(page.object("lockTimer"), "triggered");
+    QCOMPARE(page.text(lock), QString(QChar(0xf023)));
+    QTRY_VERIFY(!page.object("lockBusy"));
+    QVERIFY(!timer->property("running").toBool());
+    QTest::mouseMove(&page.window(), page.middle(lock));
+    QTRY_COMPARE(page.hint(), lock);
+
+    page.rig().gate().release("*");
+    page.settle();
+    QVERIFY(!page.find(lock));
+    // The next lock starts with the spinner again.
+    page.tab()->setProperty("lensBasedControlsEnabled", false);
+    QVERIFY(page.object("lockBusy"));
+    page.tab()->setProperty("lensBasedControlsEnabled", true);
+    // A position that is being typed locks the lens without the mark.
+    page.click("Focus");
+    page.settle();
+    QVERIFY(!page.lensUnlocked());
+    QVERIFY(!page.object("lockBusy"));
+}
+
+void tst_SetupTabPositions::lockOfAHiddenPageRunsNothing()
+{
+    SetupPage page;
+    page.tab()->setProperty("lensBasedControlsEnabled", false);
+    QVERIFY(page.object("lockBusy"));
+    page.showTab(0);
+    QVERIFY(!page.object("lockBusy"));
+    QVERIFY(!page.object("lockTimer")->property("running").toBool());
+}
+
 void tst_SetupTabPositions::nearAndFarAreEditedInADialog()
 {
     SetupPage page("discrete-fov");
@@ -250,6 +369,31 @@ void tst_SetupTabPositions::distanceOutOfRangeIsMarked()
     QCOMPARE(page.text("Distance"), "0.50");
     QVERIFY(!marked());
     QVERIFY(page.enabled("Focus To Distance"));
+    QCOMPARE(page.tab()->property("distanceToFocus").toFloat(), 0.5f);
+}
+
+void tst_SetupTabPositions::distanceThatIsNoNumberIsNotStored_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<Qt::Key>("key");
+    for (const char *text : {"1,5", "1.555", "1e1", "ten"}) {
+        QTest::addRow("%s, Tab", text) << QString::fromLatin1(text) << Qt::Key_Tab;
+        QTest::addRow("%s, Return", text) << QString::fromLatin1(text) << Qt::Key_Return;
+    }
+}
+
+void tst_SetupTabPositions::distanceThatIsNoNumberIsNotStored()
+{
+    QFETCH(const QString, text);
+    QFETCH(const Qt::Key, key);
+    SetupPage page;
+    QCOMPARE(page.commandsOf([&] {
+        page.type("Distance", text);
+        page.press(key);
+    }),
+             QStringList());
+    QCOMPARE(page.text("Distance"), text);
+    QVERIFY(!page.enabled("Focus To Distance"));
     QCOMPARE(page.tab()->property("distanceToFocus").toFloat(), 0.5f);
 }
 

@@ -17,8 +17,15 @@ private slots:
     void tileTellsAndActsByMode_data();
     void tileTellsAndActsByMode();
     void dwellCountIsTyped();
+    void dwellCountThatIsNoneIsKeptAndMarked_data();
+    void dwellCountThatIsNoneIsKeptAndMarked();
     void integrationTimeIsTyped();
-    void integrationTimeThatIsNoNumberIsPutBack();
+    void integrationTimeThatIsNoNumberIsKeptAndMarked();
+    void halfTypedTimeSurvivesARead();
+    void refusedRateGivesWayToTheCameras_data();
+    void refusedRateGivesWayToTheCameras();
+    void valuesThatWereNeverReadAreEmpty();
+    void firstReadIsNoAnswer();
     void integrationTimeIsTakenWhenTheFocusLeaves();
     void answerOfTheCameraIsMarked();
     void calibrationFixesTheTime();
@@ -145,9 +152,8 @@ void tst_SetupTabPresets::dwellCountIsTyped()
     setMode(page, Sequencing);
     const QQuickItem &field = page.item("Dwell Count 1");
     QCOMPARE(field.property("toolTip").toString(), "Dwell Count");
-    const auto *validator = field.property("validator").value<QObject *>();
-    QCOMPARE(validator->property("bottom").toInt(), 0);
-    QCOMPARE(validator->property("top").toInt(), 2147483647);
+    QCOMPARE(field.property("from").toInt(), 0);
+    QCOMPARE(field.property("to").toInt(), 2147483647);
     QCOMPARE(page.commandsOf([&page] {
         page.type("Dwell Count 1", "25");
         page.press(Qt::Key_Tab);
@@ -160,6 +166,33 @@ void tst_SetupTabPresets::dwellCountIsTyped()
     }),
              QStringList());
     QCOMPARE(page.text("Dwell Count 1"), "25");
+}
+
+void tst_SetupTabPresets::dwellCountThatIsNoneIsKeptAndMarked_data()
+{
+    QTest::addColumn<QString>("typed");
+    for (const char *typed : {"1,5", "1.5", "-1", "2147483648", "abc", "1e3"})
+        QTest::newRow(typed) << typed;
+}
+
+void tst_SetupTabPresets::dwellCountThatIsNoneIsKeptAndMarked()
+{
+    QFETCH(const QString, typed);
+    SetupPage page;
+    setMode(page, Sequencing);
+    const QString before = page.text("Dwell Count 1");
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab})
+        QCOMPARE(page.commandsOf([&] {
+            page.type("Dwell Count 1", typed);
+            page.press(key);
+        }),
+                 QStringList());
+    QCOMPARE(page.text("Dwell Count 1"), typed);
+    QVERIFY(!page.item("Dwell Count 1").property("fault").toString().isEmpty());
+    page.item("Dwell Count 1").forceActiveFocus(Qt::TabFocusReason);
+    page.press(Qt::Key_Escape);
+    QCOMPARE(page.text("Dwell Count 1"), before);
+    QVERIFY(page.item("Dwell Count 1").property("fault").toString().isEmpty());
 }
 
 void tst_SetupTabPresets::integrationTimeIsTyped()
@@ -176,7 +209,7 @@ void tst_SetupTabPresets::integrationTimeIsTyped()
     QCOMPARE(page.item("Integration Time 0").property("editText").toString(), "1.500000");
 }
 
-void tst_SetupTabPresets::integrationTimeThatIsNoNumberIsPutBack()
+void tst_SetupTabPresets::integrationTimeThatIsNoNumberIsKeptAndMarked()
 {
     SetupPage page;
     for (const QString text : {"fast", "", "1.2.3"})
@@ -187,7 +220,63 @@ void tst_SetupTabPresets::integrationTimeThatIsNoNumberIsPutBack()
                  QStringList());
     page.press(Qt::Key_Tab);
     page.settle();
+    QVERIFY(page.findText("1.2.3"));
+    QVERIFY(page.item("Integration Time 0").property("refused").toBool());
+    page.item("Integration Time 0").forceActiveFocus(Qt::TabFocusReason);
+    page.press(Qt::Key_Escape);
     QVERIFY(page.findText("2.000000"));
+    QVERIFY(!page.item("Integration Time 0").property("refused").toBool());
+}
+
+// An event of another client makes the section read again.
+void tst_SetupTabPresets::halfTypedTimeSurvivesARead()
+{
+    SetupPage page;
+    page.type("Integration Time 0", "12");
+    page.press(Qt::Key_Left);
+    QCOMPARE(page.commandsOf([&page] { QMetaObject::invokeMethod(page.tab(), "refresh"); }), QStringList());
+    QCOMPARE(page.commandsOf([&page] { page.general()->metaObject()->invokeMethod(page.general(), "refresh"); }),
+             QStringList());
+    // Cursor and text are as they were.
+    page.PageDriver::type("5");
+    QCOMPARE(page.commandsOf([&page] { page.press(Qt::Key_Return); }),
+             QStringList{"controller.SetPresetIntegrationTime 0, 1, 152"});
+}
+
+void tst_SetupTabPresets::refusedRateGivesWayToTheCameras_data()
+{
+    QTest::addColumn<QString>("rate");
+    for (const char *rate : {"-5", "0", "99999"})
+        QTest::newRow(rate) << rate;
+}
+
+void tst_SetupTabPresets::refusedRateGivesWayToTheCameras()
+{
+    QFETCH(const QString, rate);
+    SetupPage page;
+    page.type("Frame Rate 0", rate);
+    page.press(Qt::Key_Return);
+    page.settle();
+    double hertz = 0;
+    QVERIFY(page.rig().controller()->GetPresetFrameRate(0, &hertz));
+    QCOMPARE(page.item("Frame Rate 0").property("editText").toString(), QString::number(hertz, 'f', 2));
+    QVERIFY(page.find("The camera kept another value than the one typed."));
+}
+
+void tst_SetupTabPresets::valuesThatWereNeverReadAreEmpty()
+{
+    SetupPage page("everything", [](emulator::Camera &camera) {
+        camera.gate().failAlways("controller.GetPresetIntegrationTime");
+        camera.gate().failAlways("controller.GetPresetFrameRate");
+    });
+    QCOMPARE(page.item("Integration Time 0").property("editText").toString(), QString());
+    QCOMPARE(page.item("Frame Rate 0").property("editText").toString(), QString());
+}
+
+void tst_SetupTabPresets::firstReadIsNoAnswer()
+{
+    SetupPage page;
+    QVERIFY(!page.find("The integration time has been updated. It may have been adjusted to the nearest valid value."));
 }
 
 void tst_SetupTabPresets::integrationTimeIsTakenWhenTheFocusLeaves()
@@ -203,14 +292,11 @@ void tst_SetupTabPresets::integrationTimeIsTakenWhenTheFocusLeaves()
 void tst_SetupTabPresets::answerOfTheCameraIsMarked()
 {
     SetupPage page;
-    auto *mark = page.item("Integration Time 1").findChild<QQuickItem *>("updateMark");
-    auto *other = page.item("Integration Time 2").findChild<QQuickItem *>("updateMark");
-    mark->setVisible(false);
-    other->setVisible(false);
+    const auto mark = [&page](const QString &box) { return page.item(box).findChild<QQuickItem *>("updateMark"); };
     page.type("Integration Time 1", "1.5");
     page.press(Qt::Key_Return);
-    QVERIFY(mark->isVisible());
-    QVERIFY(!other->isVisible());
+    QVERIFY(mark("Integration Time 1")->isVisible());
+    QVERIFY(!mark("Integration Time 2"));
 }
 
 void tst_SetupTabPresets::calibrationFixesTheTime()

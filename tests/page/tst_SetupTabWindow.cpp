@@ -27,7 +27,10 @@ private slots:
     void withoutFreeWindowsThereIsNoEditor();
     void warningGoes_data();
     void warningGoes();
-    void readBringsTheCamerasWindowBack();
+    void editedWindowSurvivesReadsAndOtherTabs();
+    void anotherWindowOfTheCameraOvertakesAnEdit();
+    void escapeDiscardsAnEdit();
+    void mendedFieldTakesTheWarningAway();
 
 private:
     static constexpr auto warning = "Window Warning";
@@ -48,7 +51,7 @@ QStringList tst_SetupTabWindow::marked(SetupPage &page)
     QStringList names;
     for (const QString name : {"Width", "Height", "X Offset", "Y Offset"}) {
         const auto *background = page.item(name).property("background").value<QQuickItem *>();
-        if (background->property("color").value<QColor>() == page.rootProperty("errorBackColor").value<QColor>())
+        if (background->property("color").value<QColor>() == QColor("#5a1a1a"))
             names << name;
     }
     return names;
@@ -224,8 +227,12 @@ void tst_SetupTabWindow::fieldWithoutANumberIsNotApplied()
     page.press(Qt::Key_Delete);
     QVERIFY(!page.enabled("Apply Settings"));
     QCOMPARE(marked(page), QStringList{"Width"});
-    // The focus that leaves puts back what is being edited.
+    // It stays until it is mended or taken back.
     page.press(Qt::Key_Tab);
+    QCOMPARE(page.text("Width"), "");
+    QVERIFY(!page.enabled("Apply Settings"));
+    page.item("Width").forceActiveFocus(Qt::TabFocusReason);
+    page.press(Qt::Key_Escape);
     QCOMPARE(page.text("Width"), "320");
     QVERIFY(page.enabled("Apply Settings"));
 }
@@ -244,11 +251,13 @@ void tst_SetupTabWindow::fieldsTakeNumbersOnly()
 {
     SetupPage page;
     for (const QString name : {"Width", "Height", "X Offset", "Y Offset"}) {
-        const auto *validator = page.item(name).property("validator").value<QObject *>();
-        QCOMPARE(validator->property("bottom").toInt(), 0);
-        QCOMPARE(validator->property("top").toInt(), 10000);
+        QCOMPARE(page.item(name).property("from").toInt(), 0);
+        QCOMPARE(page.item(name).property("to").toInt(), 10000);
         page.type(name, "12a");
-        QCOMPARE(page.text(name), "12");
+        QCOMPARE(page.item(name).property("fault").toString(), "Not a number");
+        QVERIFY(!page.enabled("Apply Settings"));
+        page.press(Qt::Key_Escape);
+        QCOMPARE(page.item(name).property("fault").toString(), QString());
     }
 }
 
@@ -298,14 +307,54 @@ void tst_SetupTabWindow::warningGoes()
     QCOMPARE(marked(page), QStringList());
 }
 
-void tst_SetupTabWindow::readBringsTheCamerasWindowBack()
+void tst_SetupTabWindow::editedWindowSurvivesReadsAndOtherTabs()
 {
     SetupPage page;
     edit(page, {"Width", "320"});
     page.click("Refresh General Setup");
     page.settle();
+    page.showTab(0);
+    page.showTab(1);
+    QCOMPARE(page.text("Width"), "320");
+    QVERIFY(unsaved(page));
+    QCOMPARE(page.commandsOf([&page] { page.click("Apply Settings"); }),
+             QStringList{"controller.SetWindow 0, 0, 320, 512"});
+}
+
+void tst_SetupTabWindow::anotherWindowOfTheCameraOvertakesAnEdit()
+{
+    SetupPage page;
+    edit(page, {"Width", "320"});
+    QVERIFY(page.rig().camera().otherClient().set("sensor.window", QVariantList{160, 128, 320, 256}));
+    page.click("Refresh General Setup");
+    page.settle();
+    QCOMPARE(page.text("X Offset"), "160");
+    QVERIFY(!unsaved(page));
+}
+
+void tst_SetupTabWindow::escapeDiscardsAnEdit()
+{
+    SetupPage page;
+    edit(page, {"Width", "72"});
+    page.click("Apply Settings");
+    QVERIFY(page.find(warning));
+    page.item("Width").forceActiveFocus(Qt::TabFocusReason);
+    page.press(Qt::Key_Escape);
+    page.press(Qt::Key_Escape);
     QCOMPARE(page.text("Width"), "640");
     QVERIFY(!unsaved(page));
+    QVERIFY(!page.find(warning));
+}
+
+void tst_SetupTabWindow::mendedFieldTakesTheWarningAway()
+{
+    SetupPage page;
+    edit(page, {"Width", "72"});
+    page.click("Apply Settings");
+    QVERIFY(page.find(warning));
+    edit(page, {"Width", "64"});
+    QVERIFY(!page.find(warning));
+    QCOMPARE(marked(page), QStringList());
 }
 
 ZVT_TEST(tst_SetupTabWindow)

@@ -1,7 +1,9 @@
 #include "tests/support/PageDriver.h"
 #include "tests/support/Test.h"
 
+#include <QClipboard>
 #include <QColor>
+#include <QGuiApplication>
 #include <QRegularExpression>
 #include <QTimer>
 
@@ -12,30 +14,32 @@ class tst_StatusTab : public Test
 private slots:
     void theRowsStandInOrder();
     void theRowsShowTheCamera();
-    void theDetectorTemperature_data();
-    void theDetectorTemperature();
-    void theTemperatureRowsFollowTheMakeUp_data();
-    void theTemperatureRowsFollowTheMakeUp();
-    void temperaturesHaveTwoDecimalsAndUnits();
     void nothingIsShownBeforeTheFirstReading();
-    void sensorThatNeverAnsweredShowsNothing();
-    void valueThatFellToZeroStaysOnShow();
     void saturationIsGoodUnderAllThresholds();
     void saturationIsBadAboveAThreshold();
     void saturationIsUnknownWithoutACamera();
+    void saturationIsEmptyUntilItWasRead();
     void theBannerFollowsTheConnection();
     void aReconnectReadsAgain();
     void theModelKnowsWhetherThePageIsSeen();
     void aHiddenPageDoesNotPoll();
-    void labelsEndAtOneLine();
+    void captionsEndAtOneLine();
+    void cardsAreSideBySideWhereThereIsRoom_data();
+    void cardsAreSideBySideWhereThereIsRoom();
+    void factsAreSelectedByMouse();
+    void selectedClockStaysSelected();
+    void markupFromTheCameraIsShown();
+    void onlyValuesAreDimmedWithoutACamera();
     void nothingIsClipped_data();
     void nothingIsClipped();
+    void thePageOutlivesItsModel_data();
     void thePageOutlivesItsModel();
 
 private:
     static QColor glyphColour(PageDriver &driver);
     static QString glyph(PageDriver &driver);
-    static QColor colour(PageDriver &driver, const QString &name);
+    static double end(const PageDriver &driver, const QString &text);
+    static double effectiveOpacity(const QQuickItem *item);
 };
 
 QColor tst_StatusTab::glyphColour(PageDriver &driver)
@@ -48,9 +52,16 @@ QString tst_StatusTab::glyph(PageDriver &driver)
     return driver.object(QStringLiteral("saturationGlyph"))->property("text").toString();
 }
 
-QColor tst_StatusTab::colour(PageDriver &driver, const QString &name)
+/// Where the visible text ends, in the window.
+double tst_StatusTab::end(const PageDriver &driver, const QString &text)
 {
-    return driver.find(name)->property("color").value<QColor>();
+    const QQuickItem *label = driver.findText(text);
+    return label->mapToScene({label->width(), 0}).x();
+}
+
+double tst_StatusTab::effectiveOpacity(const QQuickItem *item)
+{
+    return item == nullptr ? 1.0 : item->opacity() * effectiveOpacity(item->parentItem());
 }
 
 void tst_StatusTab::theRowsStandInOrder()
@@ -94,124 +105,12 @@ void tst_StatusTab::theRowsShowTheCamera()
              QStringList({name("readoutName"), name("detectorTypeName"), name("cameraSubtypeName")}).join(", "));
 }
 
-void tst_StatusTab::theDetectorTemperature_data()
-{
-    QTest::addColumn<QString>("profile");
-    QTest::addColumn<double>("kelvin");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("colour");
-    QTest::newRow("cold") << "everything" << 77.125 << "77.13 K"
-                          << "#8080ff";
-    QTest::newRow("at the limit") << "everything" << 80.0 << "80.00 K"
-                                  << "#8080ff";
-    QTest::newRow("warm") << "everything" << 295.5 << "295.50 K"
-                          << "#ff8080";
-    QTest::newRow("thermoelectric, cold") << "te-cooler" << 283.15 << "10.00 °C"
-                                          << "#8080ff";
-    QTest::newRow("thermoelectric, warm") << "te-cooler" << 293.15 << "20.00 °C"
-                                          << "#ff8080";
-    QTest::newRow("thermoelectric, too cold") << "te-cooler" << 263.15 << "-10.00 °C"
-                                              << "#ff8080";
-}
-
-void tst_StatusTab::theDetectorTemperature()
-{
-    QFETCH(const QString, profile);
-    QFETCH(const double, kelvin);
-    QFETCH(const QString, text);
-    QFETCH(const QString, colour);
-    PageDriver driver({.profile = profile, .prepare = [kelvin](emulator::Camera &camera) {
-                           camera.gate().script("zvtGetFPATemperature", kelvin);
-                           camera.gate().script("zvtMfgGetCoolerPowerEnabled", 1);
-                       }});
-    QCOMPARE(driver.text("FPA"), text);
-    QCOMPARE(tst_StatusTab::colour(driver, "FPA").name(), colour);
-}
-
-void tst_StatusTab::theTemperatureRowsFollowTheMakeUp_data()
-{
-    QTest::addColumn<bool>("frontPanel");
-    QTest::addColumn<bool>("airGap");
-    QTest::addColumn<bool>("lens");
-    QTest::addColumn<bool>("chassis");
-    QTest::addColumn<bool>("internal");
-    QTest::newRow("nothing") << false << false << false << false << false;
-    QTest::newRow("front panel") << true << false << false << false << false;
-    QTest::newRow("air gap") << false << true << false << false << false;
-    QTest::newRow("lens") << false << false << true << false << false;
-    QTest::newRow("internal") << false << false << false << false << true;
-    QTest::newRow("chassis") << false << false << false << true << false;
-    QTest::newRow("chassis before internal") << true << true << true << true << true;
-}
-
-void tst_StatusTab::theTemperatureRowsFollowTheMakeUp()
-{
-    QFETCH(const bool, frontPanel);
-    QFETCH(const bool, airGap);
-    QFETCH(const bool, lens);
-    QFETCH(const bool, chassis);
-    QFETCH(const bool, internal);
-    PageDriver driver({.prepare = [&](emulator::Camera &camera) {
-        camera.changeMakeUp("hasFrontPanelTemperature", frontPanel);
-        camera.changeMakeUp("hasAirGapTemperature", airGap);
-        camera.changeMakeUp("hasChassisTemperature", chassis);
-        camera.changeMakeUp("hasInternalTemperature", internal);
-        camera.gate().script("zvtGetHasLensTemperature", lens ? 1 : 0);
-    }});
-    QVERIFY(driver.find("FPA"));
-    QCOMPARE(driver.find("Front Panel") != nullptr, frontPanel);
-    QCOMPARE(driver.find("Air Gap") != nullptr, airGap);
-    QCOMPARE(driver.find("Lens") != nullptr, lens);
-    QCOMPARE(driver.find("Chassis") != nullptr, chassis);
-    QCOMPARE(driver.find("Internal") != nullptr, internal && !chassis);
-    QCOMPARE(driver.findText("Chassis:") != nullptr, chassis);
-}
-
-void tst_StatusTab::temperaturesHaveTwoDecimalsAndUnits()
-{
-    PageDriver driver({.prepare = [](emulator::Camera &camera) {
-        camera.gate().script("zvtGetSCTemperatures", QVariantList{1031.256, -2.5, 30.0});
-        camera.gate().script("zvtGetRSTemperatures", 35.5);
-        camera.gate().script("zvtGetHasLensTemperature", 1);
-        camera.gate().script("zvtGetLensTemperature", 0.004);
-    }});
-    QCOMPARE(driver.text("Front Panel"), "1031.26 °C");
-    QCOMPARE(driver.text("Air Gap"), "-2.50 °C");
-    QCOMPARE(driver.text("Lens"), "0.00 °C");
-    QCOMPARE(driver.text("Chassis"), "35.50 °C");
-    // The numbers end at one line, and the units begin there.
-    QCOMPARE(driver.findText("1031.26")->mapToScene({driver.findText("1031.26")->width(), 0}).x(),
-             driver.findText("-2.50")->mapToScene({driver.findText("-2.50")->width(), 0}).x());
-}
-
 void tst_StatusTab::nothingIsShownBeforeTheFirstReading()
 {
     PageDriver driver({.connected = false});
     for (const QString name :
          {"Model/Serial", "Integration Time", "Frame Size", "Frame Rate", "Time", "Operating Time", "Type", "FPA"})
         QCOMPARE(driver.text(name), QString());
-}
-
-// The other sensors were read in the same poll; this one has no value, and zero would be a lie.
-void tst_StatusTab::sensorThatNeverAnsweredShowsNothing()
-{
-    PageDriver driver({.prepare = [](emulator::Camera &camera) {
-        camera.gate().failAlways("zvtGetFPATemperature");
-        camera.gate().script("zvtGetSCTemperatures", QVariantList{21.5, 22.5, 23.5});
-    }});
-    QCOMPARE(driver.text("FPA"), QString());
-    QVERIFY(driver.text("Front Panel").startsWith("21"));
-}
-
-void tst_StatusTab::valueThatFellToZeroStaysOnShow()
-{
-    PageDriver driver({.prepare = [](emulator::Camera &camera) {
-        camera.gate().script("zvtGetSCTemperatures", QVariantList{21.5, 22.5, 23.5});
-    }});
-    driver.rig().gate().script("zvtGetSCTemperatures", QVariantList{0.0, 22.5, 23.5});
-    for (int tick = 1; tick <= 5; ++tick)
-        driver.poll();
-    QVERIFY2(driver.text("Front Panel").startsWith("0"), qPrintable(driver.text("Front Panel")));
 }
 
 void tst_StatusTab::saturationIsGoodUnderAllThresholds()
@@ -242,6 +141,22 @@ void tst_StatusTab::saturationIsUnknownWithoutACamera()
     QCOMPARE(driver.text("Saturation"), "Unknown");
     QCOMPARE(glyph(driver), QString(QChar(0xf059)));
     QCOMPARE(glyphColour(driver), driver.rootProperty("kestrinSecondaryCoolGray").value<QColor>());
+}
+
+void tst_StatusTab::saturationIsEmptyUntilItWasRead()
+{
+    PageDriver driver;
+    driver.rig().camera().disconnect();
+    driver.settle();
+    driver.rig().gate().hold("zvtGetSaturatedFlag");
+    driver.rig().camera().connect();
+    driver.awaitFrame();
+    QVERIFY(driver.rig().gate().waitHeld("zvtGetSaturatedFlag"));
+    QCOMPARE(driver.text("Saturation"), QString());
+    QCOMPARE(glyph(driver), QString());
+    driver.rig().gate().release("zvtGetSaturatedFlag");
+    driver.settle();
+    QCOMPARE(driver.text("Saturation"), "Good. Under all thresholds.");
 }
 
 void tst_StatusTab::theBannerFollowsTheConnection()
@@ -294,18 +209,88 @@ void tst_StatusTab::aHiddenPageDoesNotPoll()
     QVERIFY(!timer->isActive());
 }
 
-void tst_StatusTab::labelsEndAtOneLine()
+void tst_StatusTab::captionsEndAtOneLine()
+{
+    const PageDriver driver;
+    for (const QString text : {"Integration Time:", "Frame Size:", "Frame Rate:", "Time:", "Operating Time:", "Type:",
+                               "Saturation:", "FPA:", "Front Panel:", "Air Gap:", "Lens:", "Chassis:"})
+        QCOMPARE(end(driver, text), end(driver, "Model/Serial:"));
+}
+
+void tst_StatusTab::cardsAreSideBySideWhereThereIsRoom_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<bool>("sideBySide");
+    QTest::newRow("small") << 640 << false;
+    QTest::newRow("just too narrow") << 819 << false;
+    QTest::newRow("just wide enough") << 820 << true;
+    QTest::newRow("wide") << 1280 << true;
+}
+
+void tst_StatusTab::cardsAreSideBySideWhereThereIsRoom()
+{
+    QFETCH(const int, width);
+    QFETCH(const bool, sideBySide);
+    const PageDriver driver({.size = {width, 720}});
+    const QPointF facts = driver.findText("Model/Serial:")->mapToScene({0, 0});
+    const QPointF saturation = driver.findText("Saturation:")->mapToScene({0, 0});
+    const QPointF temperatures = driver.findText("Camera Temperatures:")->mapToScene({0, 0});
+    QCOMPARE(temperatures.y() == facts.y(), sideBySide);
+    QCOMPARE(temperatures.y() > saturation.y(), !sideBySide);
+    QCOMPARE(temperatures.x() > width / 2.0, sideBySide);
+}
+
+void tst_StatusTab::factsAreSelectedByMouse()
 {
     PageDriver driver;
-    const auto end = [&driver](const QString &text) {
-        const QQuickItem *label = driver.findText(text);
-        return label->mapToScene({label->width(), 0}).x();
-    };
-    for (const QString text : {"Model/Serial:", "Integration Time:", "Frame Size:", "Frame Rate:", "Time:",
-                               "Operating Time:", "Type:", "Saturation:"})
-        QCOMPARE(end(text), end("Camera Temperatures:"));
-    for (const QString text : {"Front Panel:", "Air Gap:", "Lens:", "Chassis:"})
-        QCOMPARE(end(text), end("FPA:"));
+    const QQuickItem *fact = driver.find("Model/Serial");
+    const QPoint start = fact->mapToScene({1, fact->height() / 2}).toPoint();
+    QTest::mousePress(&driver.window(), Qt::LeftButton, Qt::NoModifier, start);
+    for (int x = 0; x <= 300; x += 20)
+        QTest::mouseMove(&driver.window(), start + QPoint(x, 0));
+    QTest::mouseRelease(&driver.window(), Qt::LeftButton, Qt::NoModifier, start + QPoint(300, 0));
+    QCOMPARE(fact->property("selectedText").toString(), "Campion 640 C/ZE-100001");
+    driver.press(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), "Campion 640 C/ZE-100001");
+    driver.type("x");
+    QCOMPARE(driver.text("Model/Serial"), "Campion 640 C/ZE-100001");
+}
+
+void tst_StatusTab::selectedClockStaysSelected()
+{
+    PageDriver driver;
+    QQuickItem *time = driver.find("Time");
+    QVERIFY(QMetaObject::invokeMethod(time, "selectAll"));
+    driver.rig().gate().script("zvtGetRealTimeClock", QVariantList{24, 3, 1, 13, 14, 15});
+    driver.poll();
+    QCOMPARE(driver.text("Time"), "2024-03-01 13:14:15");
+    QCOMPARE(time->property("selectedText").toString(), "2024-03-01 13:14:15");
+}
+
+void tst_StatusTab::markupFromTheCameraIsShown()
+{
+    const PageDriver driver(
+        {.prepare = [](emulator::Camera &camera) { camera.gate().script("zvtGetCameraModel", "M<b>640</b>"); }});
+    QCOMPARE(driver.text("Model/Serial"), "M<b>640</b>/ZE-100001");
+    // As many characters as are in the text take up room.
+    QVERIFY(driver.find("Model/Serial")->property("contentWidth").toDouble() > 120);
+}
+
+void tst_StatusTab::onlyValuesAreDimmedWithoutACamera()
+{
+    PageDriver driver(
+        {.prepare = [](emulator::Camera &camera) { camera.gate().script("zvtGetFPATemperature", 77.0); }});
+    QCOMPARE(effectiveOpacity(driver.find("Frame Size")), 1.0);
+    driver.rig().camera().disconnect();
+    driver.settle();
+    for (const QString name : {"Frame Size", "Saturation", "FPA"}) {
+        QVERIFY(!driver.find(name)->isEnabled());
+        QCOMPARE(effectiveOpacity(driver.find(name)), 0.6);
+    }
+    // Parts are not dimmed once more.
+    QCOMPARE(effectiveOpacity(driver.findText("77.00")), 0.6);
+    QCOMPARE(effectiveOpacity(driver.findText(" K")), 0.6);
+    QCOMPARE(effectiveOpacity(driver.findText("No camera connected")), 1.0);
 }
 
 void tst_StatusTab::nothingIsClipped_data()
@@ -316,6 +301,9 @@ void tst_StatusTab::nothingIsClipped_data()
     QTest::newRow("small") << "everything" << QSize(640, 480) << true;
     QTest::newRow("small, no camera") << "everything" << QSize(640, 480) << false;
     QTest::newRow("large") << "everything" << QSize(900, 720) << true;
+    QTest::newRow("two narrow cards") << "everything" << QSize(820, 600) << true;
+    QTest::newRow("very large") << "everything" << QSize(1280, 1024) << true;
+    QTest::newRow("absurd values in two cards") << "edge-values" << QSize(820, 600) << true;
     QTest::newRow("absurd values") << "edge-values" << QSize(640, 480) << true;
 }
 
@@ -337,9 +325,17 @@ void tst_StatusTab::nothingIsClipped()
     QVERIFY(texts.size() > 20);
 }
 
+void tst_StatusTab::thePageOutlivesItsModel_data()
+{
+    QTest::addColumn<QString>("profile");
+    QTest::newRow("kelvin") << "everything";
+    QTest::newRow("celsius") << "te-cooler";
+}
+
 void tst_StatusTab::thePageOutlivesItsModel()
 {
-    PageDriver driver;
+    QFETCH(const QString, profile);
+    PageDriver driver({.profile = profile});
     driver.deleteModel();
     driver.settle();
     QCOMPARE(driver.text("Saturation"), "Unknown");

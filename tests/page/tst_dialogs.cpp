@@ -22,6 +22,12 @@ private slots:
     void aWrappedTextIsShownWhole();
     void textsAreTakenAsTheyAre();
     void escapeClosesTheUppermostDialog();
+    void theButtonOfAMessageIsPrimary();
+    void aDialogOfAPageIsInTheMiddleOfTheWindow();
+    void theLowestDialogDarkensThePage();
+    void theFocusReturnsToTheOpener_data();
+    void theFocusReturnsToTheOpener();
+    void aFadingMessageLeavesTheFocusToTheNextDialog();
     void dialogsAreDarkAndHangOnTheOverlay_data();
     void dialogsAreDarkAndHangOnTheOverlay();
     void thePickerHasTwoAndThirtyColumns();
@@ -33,6 +39,8 @@ private slots:
 
 private:
     static QObject *open(PageDriver &driver, const QString &qml);
+    /// A button that opens the dialog by a click, at a place of its own on the page.
+    static QQuickItem *createOpener(PageDriver &driver, const QString &dialog);
     static QObject *openPicker(PageDriver &driver, int selectedIndex);
     static void clickOutside(PageDriver &driver);
     static bool isOpen(const QObject *dialog) { return dialog->property("opened").toBool(); }
@@ -44,6 +52,13 @@ QObject *tst_dialogs::open(PageDriver &driver, const QString &qml)
     QObject *dialog = driver.create(qml);
     QMetaObject::invokeMethod(dialog, "open");
     return QTest::qWaitFor([dialog] { return isOpen(dialog); }) ? dialog : nullptr;
+}
+
+QQuickItem *tst_dialogs::createOpener(PageDriver &driver, const QString &dialog)
+{
+    const QString qml = QStringLiteral(
+        "WrappingButton { x: 40; y: 90; text: \"Opener\"; onClicked: later.open(); Later { id: later; %1 {} } }");
+    return qobject_cast<QQuickItem *>(driver.create(qml.arg(dialog)));
 }
 
 QObject *tst_dialogs::openPicker(PageDriver &driver, int selectedIndex)
@@ -220,7 +235,7 @@ void tst_dialogs::textsAreTakenAsTheyAre()
     QVERIFY(open(driver, QStringLiteral("ConfirmationDialog { text: \"%1\" }").arg(text)));
     const QQuickItem *label = driver.findText(text);
     QQuickItem *plain = qobject_cast<QQuickItem *>(
-        driver.create("Text { font.pixelSize: root.textSize; textFormat: Text.PlainText }", {{"text", text}}));
+        driver.create("Text { font.pixelSize: Look.textSize; textFormat: Text.PlainText }", {{"text", text}}));
     QCOMPARE(label->property("contentWidth").toDouble(), plain->property("contentWidth").toDouble());
 }
 
@@ -238,6 +253,89 @@ void tst_dialogs::escapeClosesTheUppermostDialog()
     QTRY_VERIFY(isClosed(lower));
 }
 
+void tst_dialogs::theButtonOfAMessageIsPrimary()
+{
+    PageDriver driver;
+    QVERIFY(open(driver, "GenericMessageDialog { }"));
+    QVERIFY(driver.find("OK")->property("primary").toBool());
+    QVERIFY(open(driver, "InformationDialog { }"));
+    QVERIFY(!driver.find("Close")->property("primary").toBool());
+}
+
+void tst_dialogs::aDialogOfAPageIsInTheMiddleOfTheWindow()
+{
+    PageDriver driver;
+    driver.click(createOpener(driver, "InformationDialog"));
+    QTRY_VERIFY(driver.find("Close"));
+    driver.awaitFrame();
+    const QQuickItem *frame = driver.find("Close");
+    while (!frame->inherits("QQuickPopupItem"))
+        frame = frame->parentItem();
+    QCOMPARE(frame->mapRectToScene(frame->boundingRect()).center(), QPointF(320, 240));
+}
+
+void tst_dialogs::theLowestDialogDarkensThePage()
+{
+    PageDriver driver;
+    const QColor bare = driver.grab().pixelColor(4, 470);
+    const QObject *lower = open(driver, "InformationDialog { }");
+    QVERIFY(lower);
+    const QColor shaded = driver.grab().pixelColor(4, 470);
+    QVERIFY(shaded != bare);
+    const QObject *upper = open(driver, "ConfirmationDialog { }");
+    QVERIFY(upper);
+    QCOMPARE(driver.grab().pixelColor(4, 470), shaded);
+    driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(isClosed(upper));
+    QCOMPARE(driver.grab().pixelColor(4, 470), shaded);
+}
+
+void tst_dialogs::theFocusReturnsToTheOpener_data()
+{
+    QTest::addColumn<QString>("dialog");
+    QTest::addColumn<bool>("byKey");
+    for (const QString dialog : {"InformationDialog", "ConfirmationDialog", "GenericMessageDialog"}) {
+        QTest::addRow("%s by key", qPrintable(dialog)) << dialog << true;
+        QTest::addRow("%s by a click", qPrintable(dialog)) << dialog << false;
+    }
+}
+
+void tst_dialogs::theFocusReturnsToTheOpener()
+{
+    QFETCH(const QString, dialog);
+    QFETCH(const bool, byKey);
+    PageDriver driver;
+    QQuickItem *opener = createOpener(driver, dialog);
+    if (byKey) {
+        opener->forceActiveFocus(Qt::TabFocusReason);
+        driver.press(Qt::Key_Return);
+    } else {
+        driver.click(opener);
+    }
+    QTRY_VERIFY(!opener->hasActiveFocus());
+    driver.settle();
+    driver.press(Qt::Key_Escape);
+    QTRY_VERIFY(opener->hasActiveFocus());
+    // The ring shows if it did before.
+    QCOMPARE(opener->property("visualFocus").toBool(), byKey);
+    // It has gone altogether, and the focus is still there.
+    QTRY_VERIFY(!driver.window().findChild<QQuickItem *>("dialogShade"));
+    driver.settle();
+    QVERIFY(opener->hasActiveFocus());
+}
+
+void tst_dialogs::aFadingMessageLeavesTheFocusToTheNextDialog()
+{
+    PageDriver driver;
+    const QObject *message = open(driver, "GenericMessageDialog { }");
+    QVERIFY(message);
+    driver.press(Qt::Key_Escape);
+    QVERIFY(!isClosed(message));
+    QVERIFY(open(driver, "InformationDialog { }"));
+    QTRY_VERIFY(isClosed(message));
+    QVERIFY(driver.find("Close")->hasActiveFocus());
+}
+
 void tst_dialogs::dialogsAreDarkAndHangOnTheOverlay_data()
 {
     QTest::addColumn<QString>("dialog");
@@ -253,10 +351,9 @@ void tst_dialogs::dialogsAreDarkAndHangOnTheOverlay()
     QVERIFY(dialog);
     QVERIFY(dialog->property("parent").value<QQuickItem *>()->inherits("QQuickOverlay"));
     const auto *background = dialog->property("background").value<QQuickItem *>();
-    QCOMPARE(background->property("color").value<QColor>(), driver.rootProperty("panelColor").value<QColor>());
-    QCOMPARE(driver.findText("A text")->property("color").value<QColor>(),
-             driver.rootProperty("textColor").value<QColor>());
-    QCOMPARE(dialog->property("font").value<QFont>().pixelSize(), driver.rootProperty("textSize").toInt());
+    QCOMPARE(background->property("color").value<QColor>(), QColor("#22222b"));
+    QCOMPARE(driver.findText("A text")->property("color").value<QColor>(), QColor("#d8d8d8"));
+    QCOMPARE(dialog->property("font").value<QFont>().pixelSize(), 13);
     // In the middle of the window, whatever its size.
     QCOMPARE(dialog->property("x").toDouble() + dialog->property("width").toDouble() / 2, 320.0);
 }

@@ -59,9 +59,11 @@ private slots:
     void aNameStartsEmptyEachTime();
     void aNameIsChecked_data();
     void aNameIsChecked();
-    void aPasteThatIsTooLongChangesNothing();
+    void aNameThatCannotBeTakenIsMarked();
     void cancellingANameSavesNothing();
     void aLensStateIsRenamed();
+    void rolesOfButtonsShow_data();
+    void rolesOfButtonsShow();
     void aLensStateIsDeleted();
     void enterDoesNotDelete();
     void limitsAreCopiedOnOpening();
@@ -69,6 +71,8 @@ private slots:
     void limitsAreSaved();
     void limitsAreChecked_data();
     void limitsAreChecked();
+    void whatIsNoPositionIsNotMadeOne_data();
+    void whatIsNoPositionIsNotMadeOne();
     void theFullRangeReadsFromNearToFar();
     void cancellingTheLimitsChangesNothing();
 
@@ -129,6 +133,7 @@ void tst_lensDialogs::dialogsAreModalAndStayUntilTheyAreAnswered()
     QFETCH(const int, width);
     PageDriver driver;
     LensTabFake tab;
+    driver.find("Configuration")->forceActiveFocus(Qt::TabFocusReason);
     const QObject *dialog = open(driver, tab, QTest::currentDataTag());
     QVERIFY(dialog);
     QVERIFY(driver.findText(title));
@@ -140,6 +145,7 @@ void tst_lensDialogs::dialogsAreModalAndStayUntilTheyAreAnswered()
     QVERIFY(isOpen(dialog));
     driver.press(Qt::Key_Escape);
     QTRY_VERIFY(isClosed(dialog));
+    QVERIFY(driver.find("Configuration")->property("visualFocus").toBool());
     QCOMPARE(tab.calls, QStringList());
 }
 
@@ -192,6 +198,7 @@ void tst_lensDialogs::aNameIsChecked_data()
     QTest::newRow("one character") << "a" << true;
     QTest::newRow("31 with blanks inside") << "a" + QString(29, ' ') + "b" << true;
     QTest::newRow("32 characters") << QString(32, 'a') << false;
+    QTest::newRow("trailing blank") << "a " << true;
     QTest::newRow("leading blank") << " a" << false;
     QTest::newRow("tab") << "a\tb" << false;
     QTest::newRow("line break") << "a\nb" << false;
@@ -213,15 +220,25 @@ void tst_lensDialogs::aNameIsChecked()
     QCOMPARE(tab.calls, acceptable ? QStringList("add " + name) : QStringList());
 }
 
-void tst_lensDialogs::aPasteThatIsTooLongChangesNothing()
+void tst_lensDialogs::aNameThatCannotBeTakenIsMarked()
 {
     PageDriver driver;
     LensTabFake tab;
-    QVERIFY(open(driver, tab, "AddLensStateDialog"));
-    type(driver, QString(31, 'a') + "b");
-    QCOMPARE(driver.text("Name"), QString(31, 'a'));
-    enter(driver, "Name", " x");
-    QCOMPARE(driver.text("Name"), "x");
+    const QObject *dialog = open(driver, tab, "AddLensStateDialog");
+    QVERIFY(dialog);
+    const auto isMarked = [&driver] { return !driver.find("Name")->property("fault").toString().isEmpty(); };
+    QVERIFY(!isMarked());
+    for (const QString &name : {QString(31, 'a') + "b", QString(" x")}) {
+        enter(driver, "Name", name);
+        QCOMPARE(driver.text("Name"), name);
+        QVERIFY(isMarked());
+        QVERIFY(!canPress(driver, "Save"));
+        driver.press(Qt::Key_Return);
+        QVERIFY(isOpen(dialog));
+    }
+    enter(driver, "Name", "x");
+    QVERIFY(!isMarked());
+    QCOMPARE(tab.calls, QStringList());
 }
 
 void tst_lensDialogs::cancellingANameSavesNothing()
@@ -257,6 +274,33 @@ void tst_lensDialogs::aLensStateIsRenamed()
     QCOMPARE(driver.text("Name"), "Tower");
     driver.click("Save");
     QCOMPARE(tab.calls.constLast(), "rename Tower to Tower");
+}
+
+void tst_lensDialogs::rolesOfButtonsShow_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("role");
+    QTest::newRow("AddLensStateDialog") << "Save"
+                                        << "primary";
+    QTest::newRow("RenameLensStateDialog") << "Save"
+                                           << "primary";
+    QTest::newRow("ConfirmDeleteLensStateDialog") << "Delete"
+                                                  << "destructive";
+    QTest::newRow("EditNearFarPositions") << "OK"
+                                          << "primary";
+}
+
+void tst_lensDialogs::rolesOfButtonsShow()
+{
+    QFETCH(const QString, button);
+    QFETCH(const QString, role);
+    PageDriver driver;
+    LensTabFake tab;
+    QVERIFY(open(driver, tab, QTest::currentDataTag()));
+    for (const char *one : {"primary", "destructive"}) {
+        QCOMPARE(driver.find(button)->property(one).toBool(), role == one);
+        QVERIFY(!driver.find("Cancel")->property(one).toBool());
+    }
 }
 
 void tst_lensDialogs::aLensStateIsDeleted()
@@ -392,14 +436,37 @@ void tst_lensDialogs::limitsAreChecked()
     const QObject *dialog = openLimits(driver, tab);
     QVERIFY(dialog);
     QVERIFY(canPress(driver, "OK"));
-    // Not key by key: a validator lets no number be typed that can not be completed.
-    driver.find(field)->setProperty("text", text);
-    driver.find(field)->forceActiveFocus();
+    enter(driver, field, text);
     QCOMPARE(canPress(driver, "OK"), fault.isEmpty());
     QVERIFY(fault.isEmpty() || driver.findText(fault));
     driver.press(Qt::Key_Return);
     QTRY_COMPARE(isClosed(dialog), fault.isEmpty());
     QCOMPARE(tab.calls.size(), fault.isEmpty() ? 1 : 0);
+}
+
+void tst_lensDialogs::whatIsNoPositionIsNotMadeOne_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char *text : {"9,50", "1.5", "1e2", "x"})
+        QTest::newRow(text) << text;
+}
+
+void tst_lensDialogs::whatIsNoPositionIsNotMadeOne()
+{
+    QFETCH(const QString, text);
+    const QString field = "Wide Field Of View Nearest";
+    PageDriver driver;
+    LensTabFake tab;
+    const QObject *dialog = openLimits(driver, tab);
+    QVERIFY(dialog);
+    enter(driver, field, text);
+    driver.press(Qt::Key_Return);
+    driver.press(Qt::Key_Tab);
+    QCOMPARE(driver.text(field), text);
+    QCOMPARE(driver.find(field)->property("fault").toString(), "Not a number");
+    QVERIFY(!canPress(driver, "OK"));
+    QVERIFY(isOpen(dialog));
+    QCOMPARE(tab.calls, QStringList());
 }
 
 void tst_lensDialogs::theFullRangeReadsFromNearToFar()

@@ -30,14 +30,6 @@ void loadPlugin()
     loaded = true;
 }
 
-QString accessibleName(const QQuickItem &item)
-{
-    QQmlContext *context = qmlContext(&item);
-    if (context == nullptr)
-        return {};
-    return QQmlProperty::read(&item, QStringLiteral("Accessible.name"), context).toString();
-}
-
 using Condition = std::function<bool(const QQuickItem &)>;
 
 QQuickItem *findBelow(const QQuickItem &item, const Condition &condition)
@@ -94,7 +86,15 @@ QObject *PageDriver::tabModel(const char *property) const { return m_model->prop
 QQuickItem *PageDriver::find(const QString &name, const QQuickItem *below) const
 {
     return findBelow(below != nullptr ? *below : *m_window.contentItem(),
-                     [&name](const QQuickItem &item) { return accessibleName(item) == name; });
+                     [&name](const QQuickItem &item) { return nameOf(item) == name; });
+}
+
+QString PageDriver::nameOf(const QQuickItem &item)
+{
+    QQmlContext *context = qmlContext(&item);
+    if (context == nullptr)
+        return {};
+    return QQmlProperty::read(&item, QStringLiteral("Accessible.name"), context).toString();
 }
 
 QQuickItem *PageDriver::findText(const QString &text) const
@@ -107,6 +107,13 @@ QString PageDriver::text(const QString &name) const
 {
     const QQuickItem *item = find(name);
     return item == nullptr ? QStringLiteral("(not shown)") : item->property("text").toString();
+}
+
+QString PageDriver::hint() const
+{
+    const QQuickItem *shown
+        = findBelow(*m_window.contentItem(), [](const QQuickItem &item) { return item.objectName() == "hintText"; });
+    return shown == nullptr ? QString() : shown->property("text").toString();
 }
 
 QObject *PageDriver::object(const QString &objectName) const { return page()->findChild<QObject *>(objectName); }
@@ -160,9 +167,8 @@ void PageDriver::choose(const QString &action)
 
 QObject *PageDriver::create(const QString &qml, const QVariantMap &properties)
 {
-    const QString imports
-        = QStringLiteral("import QtQuick\nimport QtQuick.Controls\nimport \"controls\"\nimport \"dialogs\"\n"
-                         "import \"popups\"\nimport \"icons\"\nimport \"animations\"\n");
+    const QString imports = QStringLiteral(
+        "import QtQuick\nimport QtQuick.Templates as T\nimport zvt\nimport zvt.look\nimport zvt.rows\n");
     QQmlComponent component(&m_engine);
     component.setData((imports + qml).toUtf8(), QUrl(QStringLiteral("qrc:/zvt/created.qml")));
     // A part's context is the page's own, in which its ids stand.

@@ -44,10 +44,14 @@ public:
 
     /// The visible item of this accessible name, null if there is none. Below `below`, the whole window if it is null.
     QQuickItem *find(const QString &name, const QQuickItem *below = nullptr) const;
+    /// The accessible name of an item; empty if it has none.
+    static QString nameOf(const QQuickItem &item);
     /// The visible item that shows just this text, null if there is none.
     QQuickItem *findText(const QString &text) const;
     /// The property `text` of the visible item of this name; "(not shown)" if there is none.
     QString text(const QString &name) const;
+    /// The text of the tool tip on show; empty if there is none.
+    QString hint() const;
     /// An object of the page by its object name, visible or not.
     QObject *object(const QString &objectName) const;
     /// The visible items below this one that show a text.
@@ -66,8 +70,8 @@ public:
     /// Opens the configuration menu and clicks the action of this name. Waits for no task.
     void choose(const QString &action);
 
-    /// Makes a further object as a part of the page, which sees what the page's own parts see; imports are as in
-    /// zvtmain.qml. An item lies over the page. It lives until the page dies.
+    /// Makes a further object as a part of the page, which sees what the page's own parts see; all controls, dialogs
+    /// and rows are imported. An item lies over the page. It lives until the page dies.
     QObject *create(const QString &qml, const QVariantMap &properties = {});
 
     /// Runs the status poll once and waits for its values.

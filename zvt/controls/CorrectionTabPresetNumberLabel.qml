@@ -1,4 +1,5 @@
 import QtQuick
+import zvt.look
 
 // The number of a preset on the Correction tab: tells whether the preset is in use. A press does nothing.
 SetupTabPresetNumberButton {
@@ -6,12 +7,12 @@ SetupTabPresetNumberButton {
 
     tellsOnly: true
     focusPolicy: Qt.NoFocus
-    font.pixelSize: inUse ? root.textSize + 3 : root.textSize
+    font.pixelSize: inUse ? Look.textSize + 3 : Look.textSize
 
     background: Rectangle {
-        radius: 3
-        color: root.fieldColor
+        radius: Look.controlRadius
+        color: Look.fieldColor
         border.width: label.inUse ? 3 : 1
-        border.color: label.inUse ? root.kestrinAccentBlue : root.fieldFrameColor
+        border.color: label.inUse ? Look.kestrinAccentBlue : Look.fieldFrameColor
     }
 }

@@ -1,6 +1,9 @@
-import QtQuick
+pragma ComponentBehavior: Bound
 
-// Shows where a position stands between two limits, on a scale of ten marks. For looking only.
+import QtQuick
+import zvt.look
+
+// Shows where a position lies between two limits, on a scale of ten marks. For looking only.
 Item {
     id: indicator
 
@@ -11,8 +14,8 @@ Item {
     readonly property real _share: to === from ? 0 : Math.max(0, Math.min(1, (value - from) / (to - from)))
 
     implicitWidth: 200
-    implicitHeight: root.rowHeight
-    opacity: enabled ? 1 : 0.5
+    implicitHeight: Look.rowHeight
+    opacity: enabled ? 1 : Look.disabledOpacity
 
     Accessible.role: Accessible.Indicator
     Accessible.name: value
@@ -28,7 +31,7 @@ Item {
             y: 18
             width: parent.width
             height: 2
-            color: root.fieldFrameColor
+            color: Look.fieldFrameColor
         }
 
         Repeater {
@@ -41,7 +44,7 @@ Item {
                 y: 20
                 width: 1
                 height: 6
-                color: root.fieldFrameColor
+                color: Look.fieldFrameColor
             }
         }
 

@@ -1,6 +1,6 @@
 import QtQuick
-import QtQuick.Controls
-import QtQuick.Layouts
+import QtQuick.Templates as T
+import zvt.look
 
 // A combo box that shows one text and selects another: a value that can be typed beside a list of rows to choose from.
 // Index and text are the caller's and stay as they are when the list is replaced. What was typed is committed by Enter
@@ -19,14 +19,26 @@ FocusScope {
     property bool showMaxOnFirstIndexText
     property string toolTip
 
+    readonly property bool listOpen: _popup !== null && _popup.visible
+
     // A list that is replaced by an equal one is the same list: nothing moves below the pointer.
     readonly property string _joinedRows: (model ?? []).join("\n")
     readonly property var _rows: _joinedRows === "" ? [] : _joinedRows.split("\n")
     readonly property string _shownText: editable ? editText : currentText
     readonly property bool _differs: field.text !== currentText || field.text !== editText
+    // A text that is longer than the box stands in the tool tip in full.
+    readonly property bool _cutOff: field.contentWidth > field.width - field.leftPadding - field.rightPadding
+    readonly property string _hint: refused ? Numbers.faultText
+                                            : (_cutOff ? field.text + (toolTip && "\n") : "") + toolTip
     // The text that the present row had last.
     property string _rowText
     property bool _edited
+    property string _typed
+    property RowsPopup _popup: null
+    readonly property AnswerMark _mark: mark.item as AnswerMark
+
+    // The text that was typed last was refused. It stays until Esc or another text.
+    property bool refused
 
     // What was typed stands in currentText.
     signal accepted
@@ -34,11 +46,26 @@ FocusScope {
 
     // Tells that the camera has answered, maybe with another value than the one typed.
     function showFadingIntWidthUpdatedIndicator() {
-        fade.stop()
-        updateMark.color = "white"
-        updateMark.visible = true
-        if (!updateHover.hovered)
-            fade.start()
+        _makeMark()
+        _mark.showUpdated()
+    }
+
+    // To be called while `accepted` is handled, by a caller that cannot take the text.
+    function refuse() {
+        refused = true
+    }
+
+    // To be called while `accepted` is handled: the text is on its way, and a mark tells if the camera keeps another value.
+    function expectAnswer() {
+        _makeMark()
+        _mark.expect(currentText)
+    }
+
+    function _makeMark() {
+        if (mark.active)
+            return
+        mark.active = true
+        _mark.shown = Qt.binding(() => _shownText)
     }
 
     function _showRow() {
@@ -50,13 +77,25 @@ FocusScope {
 
     function _commit() {
         currentText = field.text
+        refused = false
         accepted()
+        _edited = refused
+    }
+
+    function _revert() {
+        refused = false
         _edited = false
     }
 
+    function _forgetAnswer() {
+        if (_mark)
+            _mark.forget()
+    }
+
     function _choose(index: int) {
-        popup.close()
-        _edited = false
+        _closePopup()
+        _revert()
+        _forgetAnswer()
         currentText = _rows[index]
         activated(index)
     }
@@ -64,24 +103,34 @@ FocusScope {
     function _openPopup() {
         if (_rows.length === 0)
             return
-        const top = mapToItem(null, 0, 0).y
-        const below = Window.height - top - height
-        popup.above = _rows.length * root.rowHeight + 2 > below && top > below
-        popup.room = popup.above ? top : below
-        rowList.currentIndex = currentIndex
-        popup.open()
+        if (!_popup) {
+            _popup = popupComponent.createObject(control)
+            _popup.rows = Qt.binding(() => _rows)
+            _popup.currentIndex = Qt.binding(() => currentIndex)
+            _popup.firstSign = showMaxOnFirstIndexText ? Look.maximumIcon : ""
+            _popup.chosen.connect(_choose)
+        }
+        _popup.view.currentIndex = currentIndex
+        _popup.open()
     }
 
-    function _moveHighlight(move: var) {
-        if (popup.visible)
-            move()
-        else
+    function _closePopup() {
+        if (_popup)
+            _popup.close()
+    }
+
+    function _moveHighlight(rows: int) {
+        if (!listOpen)
             _openPopup()
+        else if (rows < 0)
+            _popup.view.decrementCurrentIndex()
+        else
+            _popup.view.incrementCurrentIndex()
     }
 
     function _enter() {
-        if (popup.visible && rowList.currentIndex >= 0)
-            _choose(rowList.currentIndex)
+        if (listOpen && _popup.view.currentIndex >= 0)
+            _choose(_popup.view.currentIndex)
         else if (editable)
             _commit()
         else
@@ -89,7 +138,8 @@ FocusScope {
     }
 
     implicitWidth: 160
-    implicitHeight: root.rowHeight
+    implicitHeight: Look.rowHeight
+    opacity: enabled ? 1 : Look.disabledOpacity
 
     Accessible.role: Accessible.ComboBox
     Accessible.description: field.text
@@ -101,280 +151,120 @@ FocusScope {
         if (currentText === _rowText)
             _showRow()
         if (_rows.length === 0)
-            popup.close()
+            _closePopup()
     }
-    onEditableChanged: _edited = false
+    onEditableChanged: _revert()
     onActiveFocusChanged: {
-        if (activeFocus)
+        // A box that is only disabled for the length of a read keeps its list open and what was typed.
+        if (activeFocus || !enabled)
             return
-        if (_edited && _differs)
+        if (_edited && _differs && !refused)
             _commit()
-        _edited = false
-        // A box that is only disabled for the length of a read keeps its list open.
-        if (enabled)
-            popup.close()
+        _edited = refused
+        _closePopup()
     }
-    onVisibleChanged: popup.close()
-    Keys.onUpPressed: _moveHighlight(() => rowList.decrementCurrentIndex())
-    Keys.onDownPressed: _moveHighlight(() => rowList.incrementCurrentIndex())
+    onVisibleChanged: _closePopup()
+    Keys.onUpPressed: _moveHighlight(-1)
+    Keys.onDownPressed: _moveHighlight(1)
     Keys.onSpacePressed: _enter()
     Keys.onReturnPressed: _enter()
     Keys.onEnterPressed: _enter()
     Keys.onEscapePressed: event => {
-        event.accepted = popup.visible || _edited
-        if (popup.visible)
-            popup.close()
+        event.accepted = listOpen || _edited
+        if (listOpen)
+            _closePopup()
         else
-            _edited = false
-    }
-
-    Binding {
-        target: field
-        property: "text"
-        value: control._shownText
-        when: !control._edited
-        restoreMode: Binding.RestoreNone
+            _revert()
     }
 
     HoverHandler {
-        id: boxHover
+        onHoveredChanged: Hint.show(control, hovered && !control.listOpen && !(control._mark && control._mark.hovered), control._hint)
     }
 
-    Rectangle {
-        anchors.fill: parent
-        radius: 2
-        color: control.editable ? root.fieldColor : root.buttonColor
-        opacity: control.enabled ? 1 : 0.6
-        border.color: control.activeFocus ? root.kestrinAccentBlue : root.fieldFrameColor
-    }
-
-    TextField {
+    T.TextField {
         id: field
 
-        anchors.left: parent.left
-        anchors.right: arrow.left
-        height: parent.height
+        anchors.fill: parent
         focus: true
-        leftPadding: 6
-        rightPadding: updateMark.visible ? updateMark.width + 8 : 4
-        topPadding: 0
-        bottomPadding: 0
+        leftPadding: 8
+        rightPadding: arrow.width + (control._mark && control._mark.visible ? mark.width + 8 : 4)
         readOnly: !control.editable
         autoScroll: control.editable
         selectByMouse: control.editable
-        opacity: control.enabled ? 1 : 0.6
-        // A field can not elide.
-        color: control.editable ? palette.text : "transparent"
+        verticalAlignment: TextInput.AlignVCenter
+        text: control._edited ? control._typed : control._shownText
+        // A field cannot elide.
+        color: control.editable ? Look.fieldTextColor : "transparent"
+        selectionColor: Look.kestrinAccentBlue
+        selectedTextColor: Look.inverseTextColor
         Accessible.ignored: true
         onPressed: control._openPopup()
         onTextEdited: {
+            control._typed = text
             control._edited = true
-            popup.close()
+            control.refused = false
+            control._forgetAnswer()
+            control._closePopup()
         }
         onActiveFocusChanged: {
-            if (activeFocus && focusReason !== Qt.MouseFocusReason && control.editable)
+            if (activeFocus && control.editable && (focusReason === Qt.TabFocusReason || focusReason === Qt.BacktabFocusReason))
                 selectAll()
         }
 
-        background: null
-
-        HoverHandler {
-            cursorShape: control.editable ? Qt.IBeamCursor : Qt.ArrowCursor
-        }
-
-        Label {
-            anchors.fill: parent
-            leftPadding: parent.leftPadding
-            rightPadding: parent.rightPadding
-            visible: !control.editable
-            Accessible.ignored: true
-            text: control.currentText
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            verticalAlignment: Text.AlignVCenter
+        background: Rectangle {
+            radius: Look.controlRadius
+            color: control.refused ? Look.errorBackColor : Look.fieldColor
+            border.color: control.refused ? Look.errorFrameColor : Look.fieldFrameColor
         }
     }
 
-    Label {
-        id: updateMark
+    PlainLabel {
+        anchors.fill: parent
+        leftPadding: field.leftPadding
+        rightPadding: field.rightPadding
+        visible: !control.editable
+        Accessible.ignored: true
+        text: control.currentText
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+    }
 
-        objectName: "updateMark"
+    Loader {
+        id: mark
+
         anchors.right: arrow.left
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
-        visible: false
-        Accessible.name: updateToolTip.text
-        text: "\uf00c\u2009\uf05a"
-        font.family: fontAwesome.name
-
-        HoverHandler {
-            id: updateHover
-            onHoveredChanged: control.showFadingIntWidthUpdatedIndicator()
-        }
-
-        ToolTip {
-            id: updateToolTip
-
-            visible: updateHover.hovered
-            delay: 600
-            //: Tool tip of a mark beside an integration time
-            text: qsTr("The integration time has been updated. It may have been adjusted to the nearest valid value.")
-            palette: root.palette
-            font.pixelSize: root.hintSize
-        }
-    }
-
-    SequentialAnimation {
-        id: fade
-
-        objectName: "updateFade"
-
-        PauseAnimation {
-            duration: 1500
-        }
-
-        ColorAnimation {
-            target: updateMark
-            property: "color"
-            to: "#666666"
-            duration: 1100
-        }
-
-        PauseAnimation {
-            duration: 4000
-        }
-
-        ColorAnimation {
-            target: updateMark
-            property: "color"
-            to: "transparent"
-            duration: 600
-        }
-
-        PropertyAction {
-            target: updateMark
-            property: "visible"
-            value: false
-        }
+        active: false
+        sourceComponent: AnswerMark {}
     }
 
     MouseArea {
         id: arrow
 
         anchors.right: parent.right
-        width: 20
-        height: parent.height
+        anchors.rightMargin: 1
+        y: 1
+        width: 22
+        height: parent.height - 2
         hoverEnabled: true
         onPressed: control.forceActiveFocus(Qt.MouseFocusReason)
-        onClicked: popup.visible ? popup.close() : control._openPopup()
+        onClicked: control.listOpen ? control._closePopup() : control._openPopup()
 
         Rectangle {
             anchors.fill: parent
-            anchors.margins: 1
-            radius: 1
-            color: arrow.containsMouse ? root.hoverColor : root.buttonColor
-            opacity: control.enabled ? 1 : 0.6
+            color: arrow.containsMouse ? Look.buttonHoverColor : Look.buttonColor
         }
 
-        Label {
+        GlyphLabel {
             anchors.centerIn: parent
-            Accessible.ignored: true
-            text: "\uf0d7"
-            font.family: fontAwesome.name
-            opacity: control.enabled ? 1 : 0.6
+            text: Glyph.caretDown
         }
     }
 
-    Popup {
-        id: popup
+    Component {
+        id: popupComponent
 
-        property bool above
-        property real room
-
-        objectName: "popup"
-        y: above ? -height : control.height
-        width: control.width
-        height: Math.min(rowList.contentHeight + 2, room - 4)
-        padding: 1
-        closePolicy: Popup.CloseOnPressOutsideParent
-        palette: root.palette
-        font.pixelSize: root.textSize
-
-        background: Rectangle {
-            color: root.panelColor
-            border.color: root.fieldFrameColor
-        }
-
-        ListView {
-            id: rowList
-
-            anchors.fill: parent
-            clip: true
-            enabled: control.enabled
-            boundsBehavior: Flickable.StopAtBounds
-            highlightMoveDuration: 0
-            model: control._rows
-            ScrollBar.vertical: ScrollBar {
-                policy: rowList.contentHeight > rowList.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
-            }
-
-            delegate: ItemDelegate {
-                id: row
-
-                required property int index
-                required property string modelData
-
-                readonly property bool current: index === control.currentIndex
-                readonly property bool bearsMaximum: control.showMaxOnFirstIndexText && index === 0
-
-                width: ListView.view.width
-                implicitHeight: Math.max(root.rowHeight, implicitContentHeight + 8)
-                padding: 0
-                leftPadding: 5
-                rightPadding: 14
-                focusPolicy: Qt.NoFocus
-                text: modelData
-                Accessible.name: text
-                onClicked: control._choose(index)
-                onHoveredChanged: {
-                    if (hovered)
-                        rowList.currentIndex = index
-                }
-
-                contentItem: RowLayout {
-                    spacing: 8
-
-                    Label {
-                        Layout.fillWidth: true
-                        text: row.text
-                        textFormat: Text.PlainText
-                        color: row.current ? root.strongTextColor : root.textColor
-                        font.weight: row.current ? Font.DemiBold : Font.Normal
-                        wrapMode: Text.Wrap
-                    }
-
-                    MaxFrameRateIcon {
-                        visible: row.bearsMaximum
-                        color: row.current ? root.kestrinAccentBlue : root.textColor
-                    }
-                }
-                background: Rectangle {
-                    color: row.ListView.isCurrentItem ? root.hoverColor : "transparent"
-                    border.width: row.ListView.isCurrentItem ? 1 : 0
-                    border.color: root.kestrinAccentBlue
-                }
-            }
-        }
-    }
-
-    ToolTip {
-        // A text that is longer than the box stands here in full.
-        readonly property bool cutOff: field.contentWidth > field.width - field.leftPadding - field.rightPadding
-
-        visible: text !== "" && boxHover.hovered && !updateHover.hovered && !popup.visible
-        delay: 600
-        text: (cutOff ? field.text + "\n" : "") + control.toolTip
-        palette: root.palette
-        font.pixelSize: root.hintSize
+        RowsPopup {}
     }
 }

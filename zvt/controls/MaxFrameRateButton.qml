@@ -1,25 +1,25 @@
 import QtQuick
+import zvt.look
 
 // Asks for the highest frame rate; highlighted while that is the one in use.
 WrappingButton {
     id: button
 
-    implicitWidth: 30
+    implicitWidth: Look.rowHeight
     padding: 0
     leftPadding: 0
     rightPadding: 0
-    flat: true
+    textColor: highlighted && enabled ? Look.kestrinAccentBlue : Look.textColor
     //: Tool tip
     toolTip: qsTr("Set to Maximum Frame Rate")
 
     contentItem: MaxFrameRateIcon {
-        color: button.highlighted ? root.kestrinAccentBlue : root.textColor
-        opacity: button.enabled ? 1 : 0.5
+        color: button.textColor
     }
     background: Rectangle {
-        radius: 3
-        color: button.hovered || button.down ? root.hoverColor : "transparent"
-        border.width: button.highlighted || button.visualFocus ? 1 : 0
-        border.color: root.kestrinAccentBlue
+        radius: Look.controlRadius
+        color: button.highlighted ? Look.onColor : button.hovered || button.down ? Look.buttonHoverColor : "transparent"
+        border.width: button.highlighted ? 1 : 0
+        border.color: Look.kestrinAccentBlue
     }
 }

@@ -1,12 +1,12 @@
 import QtQuick
-import QtQuick.Controls
+import zvt.look
 
 // The sign of the highest frame rate.
-Label {
+PlainLabel {
     Accessible.ignored: true
-    text: "\ue9e4"
-    font.family: root.materialIconFamily
-    font.pixelSize: 18
+    text: Look.maximumIcon
+    font.family: Look.materialIconFamily
+    font.pixelSize: Look.materialIconSize
     horizontalAlignment: Text.AlignHCenter
     verticalAlignment: Text.AlignVCenter
 }

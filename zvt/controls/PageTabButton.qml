@@ -1,41 +1,46 @@
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
+import zvt.look
 
 // A tab of the main page. Its text wraps and shrinks to fit. A tab that is not available keeps its index.
-TabButton {
+T.TabButton {
     id: tab
 
     property bool available: true
 
+    // It reaches to the edge of the window.
+    readonly property int ringOutset: -3
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     visible: available
     padding: 4
 
     Accessible.name: text
 
-    contentItem: Text {
+    Keys.onReturnPressed: toggle()
+    Keys.onEnterPressed: toggle()
+
+    contentItem: PlainLabel {
         text: tab.text
-        font.family: tab.font.family
-        font.pixelSize: tab.font.pixelSize
         font.weight: tab.checked ? Font.DemiBold : Font.Normal
-        color: tab.checked ? root.strongTextColor : root.cameraBarForegroundColor
-        opacity: tab.enabled ? 1 : 0.6
+        color: tab.checked ? Look.strongTextColor : Look.cameraBarForegroundColor
+        opacity: tab.enabled ? 1 : Look.disabledOpacity
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         wrapMode: Text.WordWrap
         elide: Text.ElideNone
-        fontSizeMode: Text.Fit
+        fontSizeMode: width > 0 && implicitWidth > width ? Text.Fit : Text.FixedSize
         minimumPixelSize: 8
     }
     background: Rectangle {
-        color: tab.checked ? root.backColor : (tab.hovered ? root.hoverColor : "transparent")
-        border.width: tab.visualFocus ? 1 : 0
-        border.color: root.kestrinAccentBlue
+        color: tab.checked ? Look.backColor : tab.hovered ? Look.rowHoverColor : "transparent"
 
         Rectangle {
             visible: tab.checked
             width: parent.width
             height: 2
-            color: root.kestrinAccentBlue
+            color: Look.kestrinAccentBlue
         }
     }
 }

@@ -1,9 +1,11 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import QtQuick.Controls
+import zvt.look
 
 // Moves something at a speed for as long as it is held: the further from the centre, the faster, and fine near the
-// centre. A held arrow key moves too: slowly, faster with Shift, at full speed with Ctrl. It springs back when let go, and
-// also when the press or the focus is taken away from it, so that a move never goes on by itself.
+// centre. A held arrow key moves too: slowly, faster with Shift, at full speed with Ctrl. It springs back when it is let
+// go, and also when the press or the focus is taken away from it, so that a move never goes on by itself.
 Item {
     id: slider
 
@@ -15,7 +17,7 @@ Item {
     // Where the thumb stands, from -1 to 1.
     readonly property alias position: mouse.place
 
-    readonly property bool _seen: visible && (Window.window?.visible ?? false)
+    readonly property bool _seen: visible && (Window.window ? Window.window.visible : false)
 
     function magnitude(distance: real): real {
         const least = Math.pow(10, 0.01)
@@ -32,8 +34,8 @@ Item {
     }
 
     implicitWidth: 200
-    implicitHeight: root.rowHeight
-    opacity: enabled ? 1 : 0.5
+    implicitHeight: Look.rowHeight
+    opacity: enabled ? 1 : Look.disabledOpacity
     activeFocusOnTab: true
 
     Accessible.role: Accessible.Slider
@@ -54,32 +56,41 @@ Item {
             mouse.place = 0
     }
 
+    // The track is hollow and has a scale, so that it cannot be taken for one that shows a position.
     Rectangle {
-        anchors.verticalCenter: parent.verticalCenter
+        id: track
+
         x: 12
+        y: (parent.height - height) / 2
         width: parent.width - 24
         height: 4
-        radius: 2
-        color: root.fieldColor
-        border.color: root.fieldFrameColor
+        color: "transparent"
+        border.color: Look.buttonFrameColor
+    }
+
+    Repeater {
+        model: 9
+
+        Rectangle {
+            required property int index
+
+            x: track.x + Math.round(index / 8 * (track.width - 1))
+            y: track.y + 8
+            width: 1
+            height: index === 4 ? 8 : 4
+            color: Look.buttonFrameColor
+        }
     }
 
     Rectangle {
         readonly property real middle: parent.width / 2
         readonly property real thumbMiddle: thumb.x + thumb.width / 2
 
-        anchors.verticalCenter: parent.verticalCenter
         x: Math.min(middle, thumbMiddle)
+        y: track.y
         width: Math.abs(thumbMiddle - middle)
         height: 4
-        color: root.kestrinAccentBlue
-    }
-
-    Rectangle {
-        anchors.centerIn: parent
-        width: 2
-        height: 12
-        color: root.fieldFrameColor
+        color: Look.kestrinAccentBlue
     }
 
     Rectangle {
@@ -89,14 +100,13 @@ Item {
         readonly property string imageName: speed === 0 ? "stop"
                                                         : speed < 0.25 ? "play1" : speed < 0.75 ? "play2" : "play3"
 
-        anchors.verticalCenter: parent.verticalCenter
         x: (slider.position + 1) / 2 * (parent.width - width)
+        y: (parent.height - height) / 2
         width: 24
         height: 24
-        radius: 4
-        color: root.buttonColor
-        border.width: slider.activeFocus ? 2 : 1
-        border.color: slider.activeFocus ? root.kestrinAccentBlue : root.fieldFrameColor
+        radius: Look.controlRadius
+        color: mouse.containsMouse || mouse.pressed ? Look.buttonHoverColor : Look.buttonColor
+        border.color: Look.buttonFrameColor
 
         Image {
             objectName: "thumbImage"
@@ -118,7 +128,9 @@ Item {
         anchors.fill: parent
         hoverEnabled: true
         preventStealing: true
+        onContainsMouseChanged: Hint.show(slider, containsMouse && !pressed, slider.toolTip)
         onPressed: event => {
+            Hint.show(slider, false, "")
             slider.forceActiveFocus(Qt.MouseFocusReason)
             follow(event.x)
         }
@@ -128,13 +140,5 @@ Item {
         }
         onReleased: place = 0
         onCanceled: place = 0
-    }
-
-    ToolTip {
-        visible: slider.toolTip !== "" && mouse.containsMouse && !mouse.pressed
-        delay: 600
-        text: slider.toolTip
-        palette: root.palette
-        font.pixelSize: root.hintSize
     }
 }

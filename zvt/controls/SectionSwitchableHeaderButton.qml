@@ -1,9 +1,10 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
+import QtQuick.Templates as T
+import zvt.look
 
 // The header of a section that can be collapsed. A click is the page's to answer: it reads first and expands then.
-AbstractButton {
+T.AbstractButton {
     id: header
 
     property string sectionTitle
@@ -12,34 +13,11 @@ AbstractButton {
 
     signal refreshSection
 
-    component RefreshButton: ToolButton {
-        id: refreshButton
-
-        required property string toolTip
-
-        implicitWidth: root.rowHeight
-        implicitHeight: root.rowHeight
-        Accessible.name: toolTip
-        text: "\uf021"
-        font.family: fontAwesome.name
-        palette.buttonText: hovered ? root.strongTextColor : root.dimTextColor
-        // Else the header around it would take the key for its own.
-        Keys.onReturnPressed: clicked()
-        Keys.onEnterPressed: clicked()
-
-        ToolTip {
-            visible: refreshButton.hovered || refreshButton.visualFocus
-            delay: 600
-            text: refreshButton.toolTip
-            palette: root.palette
-            font.pixelSize: root.hintSize
-        }
-    }
-
     implicitWidth: 240
     implicitHeight: 34
     leftPadding: 12
     rightPadding: 4
+    opacity: enabled ? 1 : Look.disabledOpacity
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
 
@@ -51,44 +29,58 @@ AbstractButton {
     contentItem: RowLayout {
         spacing: 10
 
-        Label {
+        GlyphLabel {
             Layout.preferredWidth: 10
-            Accessible.ignored: true
-            text: header.sectionExpanded ? "\uf0d7" : "\uf0da"
-            font.family: fontAwesome.name
-            font.pixelSize: 15
-            color: header.sectionExpanded ? root.kestrinAccentBlue : root.dimTextColor
+            text: header.sectionExpanded ? Glyph.caretDown : Glyph.caretRight
+            color: header.sectionExpanded ? Look.kestrinAccentBlue : Look.dimTextColor
         }
 
-        Label {
+        PlainLabel {
             Layout.fillWidth: true
             Accessible.ignored: true
             text: header.sectionTitle
-            font.pixelSize: root.titleSize
             font.weight: Font.DemiBold
-            fontSizeMode: Text.HorizontalFit
+            fontSizeMode: width > 0 && implicitWidth > width ? Text.HorizontalFit : Text.FixedSize
             minimumPixelSize: 8
-            color: header.sectionExpanded ? root.strongTextColor : root.textColor
+            color: header.sectionExpanded ? Look.strongTextColor : Look.textColor
         }
 
-        BusyIndicator {
-            visible: header.sectionLoading
-            running: header.sectionLoading
-            implicitWidth: 20
-            implicitHeight: 20
-            padding: 0
+        Loader {
+            active: header.sectionLoading
+            visible: active
+            sourceComponent: Spinner {
+                objectName: "sectionBusy"
+            }
         }
 
-        RefreshButton {
+        T.Button {
+            id: refreshButton
+
             //: Tool tip; %1 is the title of a section
-            toolTip: qsTr("Refresh %1").arg(header.sectionTitle)
+            readonly property string toolTip: qsTr("Refresh %1").arg(header.sectionTitle)
+
+            implicitWidth: Look.rowHeight
+            implicitHeight: Look.rowHeight
+            Accessible.name: toolTip
+            onHoveredChanged: Hint.show(refreshButton, hovered || visualFocus, toolTip)
+            onVisualFocusChanged: Hint.show(refreshButton, hovered || visualFocus, toolTip)
+            // Else the header around it would take the key for its own.
+            Keys.onReturnPressed: clicked()
+            Keys.onEnterPressed: clicked()
             onClicked: header.refreshSection()
+
+            contentItem: GlyphLabel {
+                text: Glyph.refresh
+                color: refreshButton.hovered ? Look.strongTextColor : Look.knobColor
+            }
+            background: Rectangle {
+                radius: Look.controlRadius
+                color: refreshButton.hovered ? Look.buttonHoverColor : "transparent"
+            }
         }
     }
     background: Rectangle {
-        radius: 3
-        color: header.hovered ? root.hoverColor : root.panelColor
-        border.width: header.visualFocus ? 1 : 0
-        border.color: root.kestrinAccentBlue
+        radius: Look.controlRadius
+        color: header.hovered ? Look.rowHoverColor : Look.panelColor
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import zvt.look
 
 // The number of a preset on the Setup tab: tells whether the preset is in use, and puts it to use unless it only tells.
 WrappingButton {
@@ -22,13 +23,19 @@ WrappingButton {
     function _toolTip(): string {
         if (_superframing)
             //: Tool tip of a preset's number
-            return _inSuperframe ? qsTr("Preset included in superframe.") : qsTr("Preset excluded from superframe.")
+            return _inSuperframe ? qsTr("Preset included in superframe.")
+                                 //: Tool tip of a preset's number
+                                 : qsTr("Preset excluded from superframe.")
         if (_sequencing)
             //: Tool tip of a preset's number
             return _inSequence ? qsTr("Preset included in sequence. (Dwell is greater than 0)")
+                               //: Tool tip of a preset's number
                                : qsTr("Preset excluded from sequence. (Dwell is 0)")
+        if (_active)
+            //: Tool tip of a preset's number
+            return qsTr("This is the Active Preset")
         //: Tool tip of a preset's number
-        return _active ? qsTr("This is the Active Preset") : tellsOnly ? "" : qsTr("Make Preset Active")
+        return tellsOnly ? "" : qsTr("Make Preset Active")
     }
 
     implicitWidth: 34
@@ -36,11 +43,11 @@ WrappingButton {
     leftPadding: 0
     rightPadding: 0
     text: presetNumber
-    font.bold: inUse
+    font.weight: inUse ? Font.DemiBold : Font.Normal
     toolTip: _toolTip()
-    textColor: inUse ? root.kestrinAccentBlue : root.textColor
+    textColor: inUse && enabled ? Look.kestrinAccentBlue : Look.textColor
     onClicked: {
-        if (tellsOnly)
+        if (tellsOnly || !setupGeneralModel)
             return
         if (_superframing)
             _preset.subframeEnabled = !_preset.subframeEnabled
@@ -49,9 +56,8 @@ WrappingButton {
     }
 
     background: Rectangle {
-        radius: 3
-        color: button.hovered || button.down ? root.hoverColor : root.fieldColor
-        border.width: button.inUse || button.visualFocus ? 2 : 1
-        border.color: button.inUse || button.visualFocus ? root.kestrinAccentBlue : root.fieldFrameColor
+        radius: Look.controlRadius
+        color: button.inUse ? Look.onColor : button.hovered || button.down ? Look.buttonHoverColor : Look.fieldColor
+        border.color: button.inUse ? Look.kestrinAccentBlue : Look.fieldFrameColor
     }
 }

@@ -1,6 +1,6 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
+import zvt.look
 
 // Heads a group of rows inside a section.
 RowLayout {
@@ -13,13 +13,13 @@ RowLayout {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    Label {
+    PlainLabel {
         id: label
 
         Layout.maximumWidth: header.width - 24
         Accessible.ignored: true
         font.weight: Font.DemiBold
-        color: root.headerTextColor
+        color: Look.headerTextColor
         wrapMode: Text.WordWrap
     }
 
@@ -27,6 +27,6 @@ RowLayout {
         Layout.fillWidth: true
         Layout.minimumWidth: 12
         implicitHeight: 1
-        color: root.rectangleOutlineColor
+        color: Look.rectangleOutlineColor
     }
 }

@@ -1,46 +1,50 @@
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
+import zvt.look
 
 // A button whose text wraps and then shrinks instead of being cut off. Enter presses it, like the space bar.
-Button {
+T.Button {
     id: button
 
     property string toolTip
+    // What a dialog or a form is there for.
+    property bool primary
     property bool destructive
-    property color textColor: destructive ? "black" : root.textColor
+    // Black upon a bright colour could not be read at half the light, so a disabled button has no role.
+    readonly property bool _loud: enabled && (primary || destructive)
+    property color textColor: _loud ? Look.inverseTextColor : Look.textColor
 
-    implicitHeight: root.rowHeight
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: Look.rowHeight
     padding: 2
     leftPadding: 10
     rightPadding: 10
+    opacity: enabled ? 1 : Look.disabledOpacity
 
-    // A palette of their own would cost all buttons when the page is made, and few need one.
-    onDestructiveChanged: palette.button = destructive ? root.tidepoolAccentDestructiveButtonBackground
-                                                       : root.buttonColor
+    Accessible.name: text !== "" ? text : toolTip
 
-    Accessible.name: text !== "" && font.family !== fontAwesome.name ? text : toolTip
-
+    onHoveredChanged: Hint.show(button, hovered || visualFocus, toolTip)
+    onVisualFocusChanged: Hint.show(button, hovered || visualFocus, toolTip)
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: Text {
+    contentItem: PlainLabel {
         text: button.text
-        font: button.font
         color: button.textColor
-        opacity: button.enabled ? 1 : 0.6
+        font.weight: button._loud ? Font.DemiBold : button.font.weight
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         wrapMode: Text.WordWrap
         elide: Text.ElideNone
-        fontSizeMode: Text.Fit
+        fontSizeMode: width > 0 && implicitWidth > width ? Text.Fit : Text.FixedSize
         minimumPixelSize: 8
     }
-
-    ToolTip {
-        visible: button.toolTip !== "" && (button.hovered || button.visualFocus)
-        delay: 600
-        text: button.toolTip
-        palette: root.palette
-        font.pixelSize: root.hintSize
+    background: Rectangle {
+        radius: Look.controlRadius
+        color: button._loud ? (button.destructive ? Look.tidepoolAccentDestructiveButtonBackground : Look.kestrinAccentBlue)
+                            : button.down ? Look.buttonDownColor
+                                          : button.hovered ? Look.buttonHoverColor : Look.buttonColor
+        border.width: button._loud ? 0 : 1
+        border.color: Look.buttonFrameColor
     }
 }

@@ -1,13 +1,17 @@
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
+import zvt.look
 
 // A check box whose text wraps instead of being cut off.
-CheckBox {
+T.CheckBox {
     id: checkBox
 
-    padding: 0
+    implicitWidth: implicitContentWidth
+    implicitHeight: Math.max(Look.rowHeight, implicitContentHeight + topPadding + bottomPadding)
+    spacing: 8
     topPadding: 4
     bottomPadding: 4
+    opacity: enabled ? 1 : Look.disabledOpacity
 
     Accessible.name: text
 
@@ -16,26 +20,20 @@ CheckBox {
         width: 16
         height: 16
         radius: 2
-        color: root.fieldColor
-        border.color: checkBox.visualFocus ? root.kestrinAccentBlue : root.fieldFrameColor
+        color: checkBox.checked ? Look.onColor : Look.fieldColor
+        border.color: checkBox.checked ? Look.kestrinAccentBlue : Look.fieldFrameColor
 
-        Label {
+        GlyphLabel {
             anchors.centerIn: parent
             visible: checkBox.checked
-            Accessible.ignored: true
-            text: "\uf00c"
-            font.family: fontAwesome.name
-            font.pixelSize: 12
-            color: checkBox.enabled ? root.kestrinAccentBlue : root.dimTextColor
+            text: Glyph.apply
+            color: Look.kestrinAccentBlue
         }
     }
-    contentItem: Text {
-        leftPadding: checkBox.indicator.width + checkBox.spacing
+    contentItem: PlainLabel {
+        leftPadding: 16 + checkBox.spacing
         text: checkBox.text
-        font: checkBox.font
-        color: checkBox.enabled ? root.textColor : root.dimTextColor
         verticalAlignment: Text.AlignVCenter
         wrapMode: Text.WordWrap
-        elide: Text.ElideNone
     }
 }

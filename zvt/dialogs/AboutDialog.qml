@@ -1,17 +1,20 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
+import com.kestrin.hlx.cam.ui.zvt 1.0
 import "../../hlxcamui/controls"
-import "../controls"
+import zvt.dialogs
+import zvt.look
+import zvt.rows
 
 // What the camera says about itself, to be read or saved as a text file.
 InformationDialog {
     id: dialog
 
+    required property ZvtCameraModel camera
     required property var aboutModel
 
-    readonly property bool _refreshing: aboutModel?.refreshing ?? false
-    readonly property bool _hasRefreshed: aboutModel?.hasRefreshed ?? false
+    readonly property bool _refreshing: aboutModel ? aboutModel.refreshing : false
+    readonly property bool _hasRefreshed: aboutModel ? aboutModel.hasRefreshed : false
 
     //: Title of a dialog
     title: qsTr("About")
@@ -19,100 +22,71 @@ InformationDialog {
     initialFocus: closeButton
     onOpened: aboutModel.refresh()
 
-    contentItem: ScrollView {
-        contentWidth: availableWidth
-        contentHeight: rows.implicitHeight
-        ScrollBar.vertical.policy: contentHeight > availableHeight ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
-
-        ColumnLayout {
-            id: rows
-
-            width: parent.width
-            spacing: root.rowSpacing
-
-            BusyIndicator {
+    contentItem: DialogScroller {
+        Loader {
+            Layout.alignment: Qt.AlignHCenter
+            active: dialog._refreshing && dialog.visible
+            visible: active
+            sourceComponent: Spinner {
                 objectName: "aboutBusy"
-                Layout.alignment: Qt.AlignHCenter
-                visible: dialog._refreshing
-                running: dialog._refreshing
             }
+        }
 
-            Label {
-                Layout.fillWidth: true
-                Layout.bottomMargin: 4
-                visible: dialog._hasRefreshed
-                //: %1 is the model of the camera
-                text: qsTr("%1 Camera Controller").arg(cameraModel?.model ?? "")
-                textFormat: Text.PlainText
-                font.pixelSize: root.titleSize
-                color: root.strongTextColor
-                wrapMode: Text.Wrap
-            }
+        PlainLabel {
+            // The camera is asked for its model at each reading.
+            readonly property string model: dialog.visible && dialog.camera ? dialog.camera.model : ""
 
-            Repeater {
-                model: dialog._hasRefreshed ? dialog.aboutModel.nameValueListModel : null
+            Layout.fillWidth: true
+            Layout.bottomMargin: 4
+            visible: dialog._hasRefreshed
+            //: %1 is the model of the camera
+            text: qsTr("%1 Camera Controller").arg(model)
+            font.weight: Font.DemiBold
+            color: Look.strongTextColor
+            wrapMode: Text.Wrap
+        }
 
-                delegate: RowLayout {
-                    id: row
+        Repeater {
+            model: dialog._hasRefreshed ? dialog.aboutModel.nameValueListModel : null
 
-                    required property var item
+            delegate: FactRow {
+                required property var item
 
-                    spacing: 12
-
-                    Label {
-                        Layout.preferredWidth: 130
-                        Layout.alignment: Qt.AlignTop
-                        Accessible.ignored: true
-                        text: row.item?.name ?? ""
-                        textFormat: Text.PlainText
-                        color: root.headerTextColor
-                        horizontalAlignment: Text.AlignRight
-                        wrapMode: Text.Wrap
-                    }
-
-                    Label {
-                        Layout.fillWidth: true
-                        Layout.rightMargin: 12
-                        Layout.alignment: Qt.AlignTop
-                        Accessible.name: row.item?.name ?? ""
-                        Accessible.description: text
-                        text: row.item?.value ?? ""
-                        textFormat: Text.PlainText
-                        color: root.strongTextColor
-                        wrapMode: Text.Wrap
-                    }
-                }
+                heading: item ? item.name : ""
+                value: item ? item.value : ""
             }
         }
     }
     buttons: [
-        WrappingButton {
-            width: Math.max(88, implicitWidth)
+        DialogButton {
             //: Saves what is shown as a file
             text: qsTr("Save...")
             onClicked: fileDialog.open()
         },
-        WrappingButton {
+        DialogButton {
             id: closeButton
 
-            width: Math.max(88, implicitWidth)
             text: dialog.buttonText
             onClicked: dialog.accept()
         }
     ]
 
-    WidgetFileDialog {
+    Later {
         id: fileDialog
 
-        //: Title of a file dialog
-        title: qsTr("Select File")
-        selectExisting: false
-        folder: dialog.aboutModel?.lastDirectory ?? ""
-        //: File types
-        nameFilters: [qsTr("Text Files (*.txt)"), qsTr("All Files (*)")]
-        onAccepted: {
-            dialog.aboutModel.lastDirectory = folder
-            dialog.aboutModel.saveTextFile(String(fileUrl))
+        WidgetFileDialog {
+            //: Title of a file dialog
+            title: qsTr("Select File")
+            selectExisting: false
+            folder: dialog.aboutModel ? dialog.aboutModel.lastDirectory : ""
+            //: File types
+            nameFilters: [qsTr("Text Files (*.txt)"),
+                          //: File types
+                          qsTr("All Files (*)")]
+            onAccepted: {
+                dialog.aboutModel.lastDirectory = folder
+                dialog.aboutModel.saveTextFile(String(fileUrl))
+            }
         }
     }
 }

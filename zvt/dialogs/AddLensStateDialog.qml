@@ -1,7 +1,7 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
-import "../controls"
+import zvt.look
+import zvt.rows
 
 // Asks for the name of a lens state, and saves the present lens settings under it.
 InformationDialog {
@@ -11,8 +11,6 @@ InformationDialog {
     // What the field starts with.
     property string presetName
 
-    readonly property NameRow _row: NameRow {}
-
     function save(name: string) {
         tabModel.addLensState(name)
     }
@@ -20,58 +18,52 @@ InformationDialog {
     //: Title of a dialog
     title: qsTr("Add Lens State")
     fullWidth: 300
-    initialFocus: _row.field
+    initialFocus: nameBox
     onAboutToShow: {
-        _row.field.text = presetName
-        _row.field.selectAll()
+        nameBox.revert()
+        nameBox.selectAll()
     }
-    onAccepted: save(_row.field.text)
+    onAccepted: save(nameBox.text)
 
-    component NameRow: RowLayout {
-        readonly property alias field: nameField
-
+    contentItem: RowLayout {
         spacing: 12
 
-        Label {
+        PlainLabel {
             id: nameLabel
 
             Accessible.ignored: true
             //: The name of a lens state
             text: qsTr("Name:")
-            color: root.textColor
         }
 
-        TextField {
-            id: nameField
+        TextBox {
+            id: nameBox
+
+            readonly property bool acceptable: /^\S[\S ]{0,30}$/.test(text)
 
             Layout.fillWidth: true
-            implicitHeight: root.rowHeight
-            Accessible.name: nameLabel.text.replace(":", "")
-            selectByMouse: true
+            name: nameLabel.text.replace(":", "")
+            shown: dialog.presetName
+            fault: acceptable || text === ""
+                   ? ""
+                   //: Tool tip of a field: which names can be taken
+                   : qsTr("At most 31 characters, the first one no blank")
             // Not onEditingFinished: that comes of a press on the cancelling button too.
-            onAccepted: dialog.accept()
-
-            validator: RegularExpressionValidator {
-                regularExpression: /^\S[\S ]{0,30}$/
-            }
-            background: Rectangle {
-                radius: 2
-                color: root.fieldColor
-                border.color: nameField.activeFocus ? root.kestrinAccentBlue : root.fieldFrameColor
+            onAccepted: {
+                if (acceptable)
+                    dialog.accept()
             }
         }
     }
-    contentItem: _row
     buttons: [
-        WrappingButton {
-            width: Math.max(88, implicitWidth)
-            enabled: dialog._row.field.acceptableInput
+        DialogButton {
+            enabled: nameBox.acceptable
+            primary: true
             //: Keeps what was entered
             text: qsTr("Save")
             onClicked: dialog.accept()
         },
-        WrappingButton {
-            width: Math.max(88, implicitWidth)
+        DialogButton {
             //: Closes a dialog and changes nothing
             text: qsTr("Cancel")
             onClicked: dialog.reject()

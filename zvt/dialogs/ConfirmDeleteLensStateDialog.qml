@@ -1,5 +1,6 @@
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Layouts
+import zvt.look
 
 // Asks before a lens state is deleted in the camera.
 ConfirmationDialog {
@@ -18,21 +19,20 @@ ConfirmationDialog {
     fullWidth: 300
     onAccepted: tabModel.deleteLensState(name)
 
-    contentItem: Column {
-        spacing: 8
+    contentItem: ColumnLayout {
+        spacing: Look.rowSpacing
 
-        Label {
-            width: parent.width
+        PlainLabel {
+            Layout.fillWidth: true
+            //: A question; the name of the lens state follows
             text: qsTr("Delete this lens state?")
-            color: root.textColor
             wrapMode: Text.Wrap
         }
 
-        Label {
-            width: parent.width
+        PlainLabel {
+            Layout.fillWidth: true
             text: dialog.name
-            textFormat: Text.PlainText
-            color: root.strongTextColor
+            color: Look.strongTextColor
             wrapMode: Text.Wrap
         }
     }

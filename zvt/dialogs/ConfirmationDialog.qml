@@ -1,5 +1,5 @@
 import QtQuick
-import "../controls"
+import zvt.rows
 
 // A question. The confirming button accepts the dialog; the denying one and Esc reject it.
 InformationDialog {
@@ -13,21 +13,19 @@ InformationDialog {
     property bool destructive
 
     fullWidth: 400
-    // Whoever presses Enter without reading does no harm.
+    // Enter does no harm.
     initialFocus: destructive ? denyButton : confirmButton
     buttons: [
-        WrappingButton {
+        DialogButton {
             id: confirmButton
 
-            width: Math.max(88, implicitWidth)
             text: dialog.confirmButtonText
             destructive: dialog.destructive
             onClicked: dialog.accept()
         },
-        WrappingButton {
+        DialogButton {
             id: denyButton
 
-            width: Math.max(88, implicitWidth)
             text: dialog.denyButtonText
             onClicked: dialog.reject()
         }

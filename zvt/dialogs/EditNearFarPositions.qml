@@ -1,7 +1,8 @@
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
-import "../controls"
+import zvt.dialogs
+import zvt.look
+import zvt.rows
 
 // Edits the limits of the focus that the camera keeps for its two fields of view.
 InformationDialog {
@@ -9,14 +10,11 @@ InformationDialog {
 
     required property var tabModel
 
-    readonly property Content _content: Content {}
-    readonly property Limits _narrow: _content.narrow
-    readonly property Limits _wide: _content.wide
-    readonly property bool _ascending: tabModel?.focusEncoderHasAscendingValuesNearToFar ?? true
-    readonly property int _minimum: tabModel?.fullRangeFocusMinimum ?? 0
-    readonly property int _maximum: tabModel?.fullRangeFocusMaximum ?? 0
-    readonly property bool _inRange: _narrow.inRange && _wide.inRange
-    readonly property bool _acceptable: _inRange && _narrow.ordered && _wide.ordered
+    readonly property bool _ascending: tabModel ? tabModel.focusEncoderHasAscendingValuesNearToFar : true
+    readonly property int _minimum: tabModel ? tabModel.fullRangeFocusMinimum : 0
+    readonly property int _maximum: tabModel ? tabModel.fullRangeFocusMaximum : 0
+    readonly property bool _inRange: narrow.inRange && wide.inRange
+    readonly property bool _acceptable: _inRange && narrow.ordered && wide.ordered
 
     function _faultText(): string {
         if (!_inRange)
@@ -26,193 +24,80 @@ InformationDialog {
         return _acceptable ? "" : qsTr("Nearest may not lie beyond farthest.")
     }
 
+    function _confirm() {
+        if (_acceptable)
+            accept()
+    }
+
     //: Title of a dialog
     title: qsTr("Edit Nearest/Farthest Positions")
     fullWidth: 400
-    initialFocus: _narrow.firstField
+    initialFocus: narrow.firstField
     onAboutToShow: {
-        _narrow.show(tabModel.narrowNearFocusPosition, tabModel.narrowFarFocusPosition)
-        _wide.show(tabModel.wideNearFocusPosition, tabModel.wideFarFocusPosition)
-        _narrow.firstField.selectAll()
+        narrow.show(tabModel.narrowNearFocusPosition, tabModel.narrowFarFocusPosition)
+        wide.show(tabModel.wideNearFocusPosition, tabModel.wideFarFocusPosition)
+        narrow.firstField.selectAll()
     }
-    onAccepted: tabModel.setNarrowWideNearFarPositions(_narrow.near, _narrow.far, _wide.near, _wide.far)
+    onAccepted: tabModel.setNarrowWideNearFarPositions(narrow.near, narrow.far, wide.near, wide.far)
 
-    component Fact: RowLayout {
-        property alias heading: headingLabel.text
-        property alias text: valueLabel.text
-
-        spacing: 12
-
-        Label {
-            id: headingLabel
-
-            Layout.preferredWidth: 176
-            Accessible.ignored: true
-            color: root.textColor
-            horizontalAlignment: Text.AlignRight
-        }
-
-        Label {
-            id: valueLabel
-
-            Layout.fillWidth: true
-            Accessible.name: headingLabel.text.replace(":", "")
-            Accessible.description: text
-            color: root.strongTextColor
-        }
+    component Limits: PositionLimits {
+        Layout.topMargin: 4
+        minimum: dialog._minimum
+        maximum: dialog._maximum
+        ascending: dialog._ascending
+        onConfirmed: dialog._confirm()
     }
 
-    component PositionField: TextField {
-        id: field
+    contentItem: ColumnLayout {
+        spacing: Look.rowSpacing
 
-        required property bool ordered
-
-        // Of a text in range; what else is typed counts for nothing.
-        readonly property int position: acceptableInput ? Number.fromLocaleString(Qt.locale("C"), text) : 0
-        readonly property bool faulty: !acceptableInput || !ordered
-
-        Layout.fillWidth: true
-        implicitWidth: 80
-        implicitHeight: root.rowHeight
-        selectByMouse: true
-        onActiveFocusChanged: {
-            if (activeFocus && focusReason !== Qt.MouseFocusReason)
-                selectAll()
-        }
-        onAccepted: {
-            if (dialog._acceptable)
-                dialog.accept()
-        }
-
-        validator: IntValidator {
-            locale: "C"
-            bottom: dialog._minimum
-            top: dialog._maximum
-        }
-        background: Rectangle {
-            radius: 2
-            color: field.faulty ? root.errorBackColor : root.fieldColor
-            border.color: field.activeFocus ? root.kestrinAccentBlue
-                                            : field.faulty ? root.errorFrameColor : root.fieldFrameColor
-        }
-    }
-
-    component Limits: ColumnLayout {
-        id: limits
-
-        required property string fieldOfView
-
-        readonly property alias firstField: nearField
-        readonly property alias near: nearField.position
-        readonly property alias far: farField.position
-        readonly property bool inRange: nearField.acceptableInput && farField.acceptableInput
-        // Whether the two fit the way the encoder counts. Of what is out of range nothing can be said.
-        readonly property bool ordered: !inRange || (dialog._ascending ? near <= far : near >= far)
-
-        function show(nearPosition: int, farPosition: int) {
-            nearField.text = nearPosition
-            farField.text = farPosition
-        }
-
-        spacing: root.rowSpacing
-
-        SubsectionHeaderLabel {
-            Layout.fillWidth: true
-            text: limits.fieldOfView
-        }
-
-        RowLayout {
-            spacing: 12
-
-            Label {
-                id: nearLabel
-
-                Accessible.ignored: true
-                //: The nearest position of the focus
-                text: qsTr("Nearest:")
-                color: root.textColor
-            }
-
-            PositionField {
-                id: nearField
-
-                Accessible.name: limits.fieldOfView + " " + nearLabel.text.replace(":", "")
-                ordered: limits.ordered
-            }
-
-            Label {
-                id: farLabel
-
-                Accessible.ignored: true
-                //: The farthest position of the focus
-                text: qsTr("Farthest:")
-                color: root.textColor
-            }
-
-            PositionField {
-                id: farField
-
-                Accessible.name: limits.fieldOfView + " " + farLabel.text.replace(":", "")
-                ordered: limits.ordered
-            }
-        }
-    }
-
-    component Content: ColumnLayout {
-        readonly property alias narrow: narrowLimits
-        readonly property alias wide: wideLimits
-
-        spacing: root.rowSpacing
-
-        Fact {
+        FactRow {
+            headingWidth: 176
             //: Where the focus is now
             heading: qsTr("Current Position:")
-            text: dialog.tabModel?.selectedFocusPosition ?? ""
+            value: dialog.tabModel ? dialog.tabModel.selectedFocusPosition : ""
         }
 
-        Fact {
+        FactRow {
+            headingWidth: 176
             //: The positions that the focus can take
             heading: qsTr("Full Range (Near to Far):")
-            text: dialog._ascending ? dialog._minimum + " -> " + dialog._maximum
-                                    : dialog._maximum + " -> " + dialog._minimum
+            value: dialog._ascending ? dialog._minimum + " -> " + dialog._maximum
+                                     : dialog._maximum + " -> " + dialog._minimum
         }
 
         Limits {
-            id: narrowLimits
+            id: narrow
 
-            Layout.topMargin: 4
             //: Heads a group of fields
             fieldOfView: qsTr("Narrow Field Of View")
         }
 
         Limits {
-            id: wideLimits
+            id: wide
 
-            Layout.topMargin: 4
             //: Heads a group of fields
             fieldOfView: qsTr("Wide Field Of View")
         }
 
         // Keeps its place while there is nothing to tell.
-        Label {
+        PlainLabel {
             Layout.fillWidth: true
             Layout.preferredHeight: implicitHeight
             text: dialog._faultText()
-            font.pixelSize: root.hintSize
-            color: root.errorTextColor
+            font.pixelSize: Look.hintSize
+            color: Look.errorTextColor
         }
     }
-    contentItem: _content
     buttons: [
-        WrappingButton {
-            width: Math.max(88, implicitWidth)
+        DialogButton {
             enabled: dialog._acceptable
+            primary: true
             //: Keeps what was entered
             text: qsTr("OK")
             onClicked: dialog.accept()
         },
-        WrappingButton {
-            width: Math.max(88, implicitWidth)
+        DialogButton {
             //: Closes a dialog and changes nothing
             text: qsTr("Cancel")
             onClicked: dialog.reject()

@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
 
 // A message to be read and dismissed, by a click beside it too.
 InformationDialog {
@@ -7,8 +7,9 @@ InformationDialog {
     title: qsTr("KESTRIN Quarry Desk")
     //: Dismisses a message
     buttonText: qsTr("OK")
+    primary: true
     fullWidth: 360
-    closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
     enter: Transition {
         NumberAnimation {

@@ -1,75 +1,93 @@
 import QtQuick
-import QtQuick.Controls
-import "../controls"
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import zvt.dialogs
+import zvt.look
+import zvt.rows
 
 // The frame of all dialogs: modal, in the middle of the window, no larger than it, and not going away by itself. Esc
 // rejects it. As it stands it shows a text with one button, which accepts it; other dialogs bring a content and buttons
-// of their own. A content that is longer than the window scrolls, by the arrow keys too.
-Dialog {
+// of their own. A content that is longer than the window scrolls, by the arrow keys too. Once the dialog closes, the
+// keyboard focus is where it was before.
+T.Dialog {
     id: dialog
 
     property string text
     //: Closes a dialog
     property string buttonText: qsTr("Close")
+    // Whether the one button is what the dialog is there for.
+    property bool primary
     // In place of the one button.
     property alias buttons: buttonRow.data
     property Item initialFocus: closeButton
     property int fullWidth: 440
 
-    parent: Overlay.overlay
+    // What had the keyboard focus when the dialog opened.
+    property Item _opener
+    property bool _openedByKeyboard
+
+    function _scrollBy(distance: real) {
+        if (contentItem instanceof DialogScroller)
+            contentItem.scrollBy(distance)
+    }
+
+    parent: T.Overlay.overlay
     anchors.centerIn: parent
-    width: Math.min(fullWidth, (parent?.width ?? fullWidth) - 32)
-    height: Math.min(implicitHeight, (parent?.height ?? implicitHeight) - 32)
+    width: parent ? Math.min(fullWidth, parent.width - 32) : fullWidth
+    height: parent ? Math.min(implicitHeight, parent.height - 32) : implicitHeight
+    implicitHeight: contentHeight + topPadding + bottomPadding + implicitHeaderHeight + implicitFooterHeight
     modal: true
     focus: true
-    closePolicy: Popup.NoAutoClose
+    closePolicy: T.Popup.NoAutoClose
     padding: 16
-    palette: root.palette
-    font.pixelSize: root.textSize
-    onAboutToShow: initialFocus.forceActiveFocus(Qt.TabFocusReason)
+    font.pixelSize: Look.textSize
+    onAboutToShow: {
+        _opener = parent.Window.activeFocusItem
+        _openedByKeyboard = _opener instanceof T.Control && _opener.visualFocus
+        initialFocus.forceActiveFocus(Qt.TabFocusReason)
+    }
+    // Not later: another dialog may have the focus before a fading one has gone.
+    onAboutToHide: {
+        if (_opener && _opener.visible)
+            _opener.forceActiveFocus(_openedByKeyboard ? Qt.TabFocusReason : Qt.OtherFocusReason)
+    }
 
-    Overlay.modal: Rectangle {
-        color: root.shadeColor
+    T.Overlay.modal: Rectangle {
+        // Of dialogs over each other the lowest one alone darkens what is below it.
+        readonly property bool lowest: parent ? Array.from(parent.children).find(item => item.objectName === objectName)
+                                                === this : true
+
+        objectName: "dialogShade"
+        color: lowest ? Look.shadeColor : "transparent"
     }
     background: Rectangle {
         radius: 4
-        color: root.panelColor
-        border.color: root.fieldFrameColor
+        color: Look.panelColor
+        border.color: Look.fieldFrameColor
     }
-    header: Label {
+    header: PlainLabel {
         visible: text !== ""
         text: dialog.title
-        textFormat: Text.PlainText
-        font.pixelSize: root.titleSize
         font.weight: Font.DemiBold
-        color: root.strongTextColor
+        color: Look.strongTextColor
         wrapMode: Text.Wrap
         leftPadding: 16
         rightPadding: 16
         topPadding: 16
     }
     // Without ids, so that it is not made where another content takes its place.
-    contentItem: ScrollView {
-        contentWidth: availableWidth
-        // The view does not notice by itself that a text wraps.
-        contentHeight: contentChildren[0].implicitHeight
-        ScrollBar.vertical.policy: contentHeight > availableHeight ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
-
-        Label {
-            width: parent.width
-            rightPadding: 12
+    contentItem: DialogScroller {
+        PlainLabel {
+            Layout.fillWidth: true
             text: dialog.text
-            // Names of states and files are part of some texts.
-            textFormat: Text.PlainText
-            color: root.textColor
             wrapMode: Text.Wrap
         }
     }
     footer: Item {
-        implicitHeight: root.rowHeight + 16
+        implicitHeight: Look.rowHeight + 16
 
-        Keys.onUpPressed: dialog.contentItem.ScrollBar.vertical?.decrease()
-        Keys.onDownPressed: dialog.contentItem.ScrollBar.vertical?.increase()
+        Keys.onUpPressed: dialog._scrollBy(-Look.rowHeight)
+        Keys.onDownPressed: dialog._scrollBy(Look.rowHeight)
 
         Shortcut {
             sequence: "Escape"
@@ -85,13 +103,13 @@ Dialog {
             spacing: 8
         }
 
-        WrappingButton {
+        DialogButton {
             id: closeButton
 
             anchors.right: parent.right
             anchors.rightMargin: 16
             visible: buttonRow.children.length === 0
-            width: Math.max(88, implicitWidth)
+            primary: dialog.primary
             text: dialog.buttonText
             onClicked: dialog.accept()
         }

@@ -1,5 +1,5 @@
 import QtQuick
-import QtQuick.Controls
+import zvt.look
 
 // How one movie of a batch stands: waiting, at work, failed or done.
 Item {
@@ -19,8 +19,11 @@ Item {
         if (_failed)
             //: State of a movie in a batch
             return qsTr("Failed")
+        if (_succeeded)
+            //: State of a movie in a batch
+            return qsTr("Succeeded")
         //: State of a movie in a batch
-        return _succeeded ? qsTr("Succeeded") : qsTr("In Progress")
+        return qsTr("In Progress")
     }
 
     implicitWidth: 20
@@ -28,27 +31,14 @@ Item {
     Accessible.role: Accessible.Graphic
     Accessible.name: _name()
 
-    Label {
+    GlyphLabel {
         anchors.fill: parent
-        Accessible.ignored: true
-        text: icon._waiting ? "\uf10c" : icon._failed ? "\uf00d" : icon._succeeded ? "\uf00c" : "\uf013"
-        font.family: fontAwesome.name
-        font.pixelSize: 15
-        color: icon._waiting ? root.dimTextColor : icon._failed ? root.errorTextColor
-                             : icon._succeeded ? root.kestrinAccentGreen : root.kestrinAccentBlue
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
+        text: icon._waiting ? Glyph.circle : icon._failed ? Glyph.cross : icon._succeeded ? Glyph.apply : Glyph.busy
+        color: icon._waiting ? Look.dimTextColor : icon._failed ? Look.errorTextColor
+                             : icon._succeeded ? Look.kestrinAccentGreen : Look.kestrinAccentBlue
     }
 
     HoverHandler {
-        id: hover
-    }
-
-    ToolTip {
-        visible: hover.hovered
-        delay: 600
-        text: icon.Accessible.name
-        palette: root.palette
-        font.pixelSize: root.hintSize
+        onHoveredChanged: Hint.show(icon, hovered, icon.Accessible.name)
     }
 }

@@ -1,8 +1,9 @@
 import QtQuick
-import QtQuick.Controls
+import QtQuick.Templates as T
+import zvt.look
 
 // Picks one of the colours of the video palette. Entry 0 cannot be picked here: it is transparency.
-Popup {
+T.Popup {
     id: picker
 
     // The colours as #rrggbb.
@@ -14,13 +15,14 @@ Popup {
         close()
     }
 
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     modal: true
     dim: false
     focus: true
     padding: 8
-    palette: root.palette
-    font.pixelSize: root.textSize
+    font.pixelSize: Look.textSize
     onOpened: {
         grid.currentIndex = Math.max(1, selectedIndex)
         grid.forceActiveFocus()
@@ -28,26 +30,24 @@ Popup {
 
     background: Rectangle {
         radius: 4
-        color: root.panelColor
-        border.color: root.fieldFrameColor
+        color: Look.panelColor
+        border.color: Look.fieldFrameColor
     }
-
-    GridView {
+    contentItem: GridView {
         id: grid
 
-        anchors.fill: parent
         implicitWidth: 32 * cellWidth
         implicitHeight: 8 * cellHeight
         cellWidth: 17
         cellHeight: 17
         interactive: false
         keyNavigationEnabled: true
-        // Nothing is built for a picker that nobody has opened.
+        // The swatches are made when the picker opens.
         model: picker.visible ? picker.colors : []
         Keys.onReturnPressed: picker._pick(Math.max(1, currentIndex))
         Keys.onEnterPressed: picker._pick(Math.max(1, currentIndex))
 
-        delegate: AbstractButton {
+        delegate: T.AbstractButton {
             id: swatch
 
             required property int index
@@ -59,26 +59,21 @@ Popup {
             visible: index > 0
             width: 16
             height: 16
-            hoverEnabled: true
             focusPolicy: Qt.NoFocus
             onClicked: picker._pick(index)
 
             //: A colour of the palette, by its number
             Accessible.name: qsTr("Color %1").arg(index)
 
-            contentItem: Label {
-                text: swatch.selected ? "\uf00c" : ""
-                font.family: fontAwesome.name
-                font.pixelSize: 12
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
+            contentItem: GlyphLabel {
+                text: swatch.selected ? Glyph.apply : ""
                 // Whichever stands out from the colour.
-                color: swatch.modelData.hslLightness > 0.5 ? "black" : "white"
+                color: swatch.modelData.hslLightness > 0.5 ? Look.inverseTextColor : Look.strongTextColor
             }
             background: Rectangle {
                 color: swatch.modelData
                 border.width: swatch.marked ? 2 : 0
-                border.color: root.strongTextColor
+                border.color: Look.strongTextColor
             }
         }
     }

@@ -1,0 +1,31 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import zvt.look
+
+// The content of a dialog, which scrolls where the window has no room for all of it.
+Flickable {
+    id: scroller
+
+    default property alias contents: column.data
+
+    function scrollBy(distance: real) {
+        contentY = Math.max(0, Math.min(contentHeight - height, contentY + distance))
+    }
+
+    implicitHeight: contentHeight
+    contentWidth: width
+    contentHeight: column.implicitHeight
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+
+    T.ScrollBar.vertical: SlimScrollBar {}
+
+    ColumnLayout {
+        id: column
+
+        // The rest is for the scroll bar.
+        width: scroller.width - 12
+        spacing: Look.rowSpacing
+    }
+}

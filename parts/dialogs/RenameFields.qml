@@ -1,0 +1,53 @@
+import QtQuick
+import QtQuick.Layouts
+import zvt.look
+import zvt.rows
+
+// The present name of a state, and a field for another one.
+GridLayout {
+    id: fields
+
+    property alias oldName: oldBox.shown
+    readonly property alias newName: newBox.text
+    readonly property alias firstField: newBox
+
+    signal confirmed
+
+    columns: 2
+    columnSpacing: 12
+    rowSpacing: Look.rowSpacing
+
+    PlainLabel {
+        id: oldLabel
+
+        Layout.alignment: Qt.AlignRight
+        Accessible.ignored: true
+        //: The present name of a state
+        text: qsTr("Old Name")
+    }
+
+    TextBox {
+        id: oldBox
+
+        Layout.fillWidth: true
+        name: oldLabel.text
+        readOnly: true
+    }
+
+    PlainLabel {
+        id: newLabel
+
+        Layout.alignment: Qt.AlignRight
+        Accessible.ignored: true
+        //: Another name for a state
+        text: qsTr("New Name")
+    }
+
+    TextBox {
+        id: newBox
+
+        Layout.fillWidth: true
+        name: newLabel.text
+        onAccepted: fields.confirmed()
+    }
+}

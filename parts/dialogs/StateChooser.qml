@@ -1,0 +1,87 @@
+import QtQuick
+import QtQuick.Layouts
+import zvt.look
+import zvt.rows
+
+// The states that a camera keeps, the transfer of one, and a field for the name of the one to save or load.
+ColumnLayout {
+    id: chooser
+
+    required property var stateModel
+    // Whether a name can be typed, and whether there is a name at all.
+    required property bool saves
+    required property bool named
+
+    readonly property alias selected: table.selected
+    readonly property alias name: nameBox.text
+    readonly property Item firstField: saves ? nameBox : table.list
+
+    // Enter or the button was pressed.
+    signal confirmed
+
+    function select(state: string) {
+        table.select(state)
+    }
+
+    function selectRow(row: int) {
+        table.selectRow(row)
+    }
+
+    spacing: Look.rowSpacing
+
+    StateTable {
+        id: table
+
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        stateModel: chooser.stateModel
+        onChosen: nameBox.revert()
+        onConfirmed: chooser.confirmed()
+    }
+
+    // It keeps its place, so that nothing moves under the pointer when a transfer begins or ends.
+    Item {
+        Layout.fillWidth: true
+        implicitHeight: 8
+
+        ProgressLine {
+            objectName: "transferProgress"
+            anchors.fill: parent
+            visible: chooser.stateModel ? chooser.stateModel.transferring : false
+            //: A progress bar
+            Accessible.name: qsTr("Transfer")
+            from: 0
+            to: 100
+            value: chooser.stateModel ? chooser.stateModel.progress : 0
+        }
+    }
+
+    RowLayout {
+        visible: chooser.named
+        spacing: 8
+
+        TextBox {
+            id: nameBox
+
+            Layout.fillWidth: true
+            //: A text field
+            name: qsTr("State Name")
+            //: In an empty text field
+            placeholderText: chooser.saves ? qsTr("State Name") : ""
+            readOnly: !chooser.saves
+            shown: table.selected
+            onTextEdited: table.selected = ""
+            onAccepted: chooser.confirmed()
+        }
+
+        DialogButton {
+            enabled: nameBox.text !== ""
+            primary: true
+            //: Saves the camera's settings under a name
+            text: chooser.saves ? qsTr("Save")
+                                //: Gives the camera settings that it has saved
+                                : qsTr("Load")
+            onClicked: chooser.confirmed()
+        }
+    }
+}

@@ -1,0 +1,15 @@
+import QtQuick
+import com.kestrin.hlxcamui 1.0
+import zvt.look
+
+// The host's list of cameras to connect to, over the page.
+CameraFinderPopup {
+    id: finder
+
+    required property var standaloneModel
+
+    font.pixelSize: Look.textSize
+    cameraFinder: standaloneModel.cameraFinder
+    configDir: standaloneModel.configDir
+    onConnect: camera => finder.standaloneModel.connect(camera)
+}

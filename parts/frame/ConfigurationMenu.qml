@@ -1,0 +1,192 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import com.kestrin.hlx.cam.ui.zvt 1.0
+import zvt.look
+import zvt.rows
+
+// The menu of what concerns the camera as a whole. It opens below its button, and gives the focus back to it before an
+// action runs.
+T.Popup {
+    id: menu
+
+    required property ZvtCameraModel camera
+    required property bool connected
+    // Null when a host application holds the page.
+    property var standaloneModel: null
+
+    readonly property bool _manufacturing: camera ? camera.manufacturingMode : false
+    readonly property bool _hasControllerChoice: standaloneModel ? standaloneModel.canSelectController : false
+    readonly property bool _canSave: camera ? camera.cameraState.canSaveState : false
+    readonly property string _stateName: camera ? camera.cameraState.currentStateName : ""
+    readonly property bool _stateNameKnown: _stateName !== "" && (camera ? !camera.cameraState.refreshing : false)
+    // How the button had the focus when the menu opened.
+    property int _focusReason: Qt.MouseFocusReason
+
+    signal statesWanted(mode: string)
+    signal timeWanted
+    signal aboutWanted
+
+    component Line: Rectangle {
+        implicitHeight: 1
+        Layout.fillWidth: true
+        Layout.topMargin: 4
+        Layout.bottomMargin: 4
+        color: Look.rectangleOutlineColor
+    }
+
+    function _step(forward: bool) {
+        const next = contentItem.Window.activeFocusItem.nextItemInFocusChain(forward)
+        next.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason)
+    }
+
+    y: parent ? parent.height : 0
+    margins: 8
+    width: 248
+    height: Math.min(implicitHeight, parent ? parent.Window.height - parent.height - 16 : implicitHeight)
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    modal: true
+    dim: false
+    focus: true
+    leftPadding: 1
+    rightPadding: 1
+    topPadding: 6
+    bottomPadding: 6
+    font.pixelSize: Look.textSize
+    onAboutToShow: _focusReason = (parent as BarButton).visualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason
+    onOpened: {
+        if (_focusReason === Qt.TabFocusReason)
+            contentItem.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+    }
+    onClosed: parent.forceActiveFocus(_focusReason)
+
+    background: Rectangle {
+        radius: 4
+        color: Look.panelColor
+        border.color: Look.fieldFrameColor
+    }
+    contentItem: ColumnLayout {
+        spacing: 0
+
+        Keys.onUpPressed: menu._step(false)
+        Keys.onDownPressed: menu._step(true)
+
+        Choice {
+            visible: menu._hasControllerChoice
+            enabled: menu.standaloneModel ? !menu.standaloneModel.connected : false
+            Layout.fillWidth: true
+            Layout.margins: 11
+            //: Which kind of controller the program drives
+            Accessible.name: qsTr("Controller")
+            model: menu.standaloneModel ? menu.standaloneModel.controllerDisplayNames : []
+            currentIndex: menu.standaloneModel ? menu.standaloneModel.controllerIndex : -1
+            onActivated: menu.standaloneModel.controllerIndex = currentIndex
+        }
+
+        MenuRow {
+            glyph: Glyph.save
+            //: Saves the camera's settings; %1 is a name
+            text: menu._stateNameKnown ? qsTr("Save State (%1)").arg(menu._stateName)
+                                       //: Saves the camera's settings
+                                       : qsTr("Save State")
+            enabled: menu.connected && menu._canSave
+            onClicked: {
+                menu.close()
+                menu.camera.cameraState.saveState()
+            }
+        }
+
+        MenuRow {
+            glyph: Glyph.save
+            //: Saves the camera's settings under a name
+            text: qsTr("Save State As")
+            enabled: menu.connected
+            onClicked: {
+                menu.close()
+                menu.statesWanted("save")
+            }
+        }
+
+        MenuRow {
+            glyph: Glyph.load
+            //: Gives the camera settings that it has saved
+            text: qsTr("Load State")
+            enabled: menu.connected
+            onClicked: {
+                menu.close()
+                menu.statesWanted("load")
+            }
+        }
+
+        MenuRow {
+            glyph: Glyph.list
+            //: Renames, deletes and copies saved settings
+            text: qsTr("Manage States")
+            enabled: menu.connected
+            onClicked: {
+                menu.close()
+                menu.statesWanted("manage")
+            }
+        }
+
+        Line {}
+
+        MenuRow {
+            glyph: Glyph.undo
+            //: Gives the camera the settings of its maker
+            text: qsTr("Load Factory Defaults")
+            enabled: menu.connected
+            onClicked: {
+                menu.close()
+                menu.camera.cameraState.loadFactoryDefaults()
+            }
+        }
+
+        // For the maker's people, and not translated.
+        MenuRow {
+            visible: menu._manufacturing
+            glyph: Glyph.save
+            text: "Save Factory Defaults"
+            enabled: menu.connected
+            onClicked: {
+                menu.close()
+                menu.camera.cameraState.saveFactoryDefaults()
+            }
+        }
+
+        MenuRow {
+            visible: menu._manufacturing
+            glyph: Glyph.undo
+            text: "Load Hard Defaults"
+            enabled: menu.connected
+            onClicked: {
+                menu.close()
+                menu.camera.cameraState.loadHardDefaults()
+            }
+        }
+
+        Line {}
+
+        MenuRow {
+            glyph: Glyph.clock
+            //: Opens the dialog of the camera's clock
+            text: qsTr("Adjust Time")
+            enabled: menu.connected
+            onClicked: {
+                menu.close()
+                menu.timeWanted()
+            }
+        }
+
+        MenuRow {
+            glyph: Glyph.info
+            //: Opens the dialog of what the camera says about itself
+            text: qsTr("About")
+            enabled: menu.connected
+            onClicked: {
+                menu.close()
+                menu.aboutWanted()
+            }
+        }
+    }
+}

@@ -1,0 +1,71 @@
+import QtQuick
+import zvt.look
+
+// With little on show a reload is too quick to notice. The mark tells that the key has worked; the pages rest meanwhile.
+Rectangle {
+    id: mark
+
+    required property Item pages
+
+    function play() {
+        animation.restart()
+    }
+
+    visible: false
+    width: 100
+    height: 100
+    radius: 16
+    color: Look.kestrinAccentBlue
+    border.width: 2
+    border.color: Look.strongTextColor
+
+    Loader {
+        anchors.centerIn: parent
+        active: mark.visible
+        sourceComponent: GlyphLabel {
+            text: Glyph.refresh
+            font.pixelSize: 56
+            color: Look.strongTextColor
+        }
+    }
+
+    SequentialAnimation {
+        id: animation
+
+        objectName: "refreshAnimation"
+
+        PropertyAction {
+            target: mark.pages
+            property: "enabled"
+            value: false
+        }
+
+        PropertyAction {
+            target: mark
+            property: "visible"
+            value: true
+        }
+
+        NumberAnimation {
+            objectName: "refreshFade"
+            target: mark
+            property: "opacity"
+            from: 1
+            to: 0
+            duration: 700
+            easing.type: Easing.InQuad
+        }
+
+        PropertyAction {
+            target: mark
+            property: "visible"
+            value: false
+        }
+
+        PropertyAction {
+            target: mark.pages
+            property: "enabled"
+            value: true
+        }
+    }
+}

@@ -1,0 +1,113 @@
+import QtQuick
+
+// The mark at the end of a field: tells that the camera has answered, and warns when it keeps another value than the one
+// that was typed.
+GlyphLabel {
+    id: mark
+
+    // The value on show in the field.
+    property string shown
+
+    readonly property alias hovered: hover.hovered
+
+    // What was typed, until the answer is no longer due.
+    property real _asked: NaN
+    property bool _differs
+
+    function showUpdated() {
+        if (_differs)
+            return
+        fade.stop()
+        color = Look.strongTextColor
+        visible = true
+        if (!hovered)
+            fade.start()
+    }
+
+    // The number in the text is on its way to the camera.
+    function expect(text: string) {
+        forget()
+        _asked = Numbers.parse(text, -1)
+        due.restart()
+    }
+
+    // What was typed before counts no longer.
+    function forget() {
+        _asked = NaN
+        _differs = false
+        fade.stop()
+        visible = false
+    }
+
+    function _compare() {
+        const kept = Numbers.parse(shown, -1)
+        if (isNaN(_asked) || isNaN(kept))
+            return
+        _differs = Math.abs(kept - _asked) > 0.51 * Numbers.lastPlace(shown)
+        if (_differs) {
+            fade.stop()
+            color = Look.kestrinSecondaryGold
+            visible = true
+        }
+    }
+
+    objectName: "updateMark"
+    visible: false
+    text: _differs ? Glyph.warning : Glyph.apply + "\u2009" + Glyph.info
+    Accessible.ignored: false
+    Accessible.name: _differs
+                     //: Tool tip of a mark beside a value
+                     ? qsTr("The camera kept another value than the one typed.")
+                     //: Tool tip of a mark beside an integration time
+                     : qsTr("The integration time has been updated. It may have been adjusted to the nearest valid value.")
+    onShownChanged: _compare()
+
+    HoverHandler {
+        id: hover
+        onHoveredChanged: {
+            mark.showUpdated()
+            Hint.show(mark, hovered, mark.Accessible.name)
+        }
+    }
+
+    // A value that comes later has another cause.
+    Timer {
+        id: due
+        interval: 10000
+        onTriggered: mark._asked = NaN
+    }
+
+    SequentialAnimation {
+        id: fade
+
+        objectName: "updateFade"
+
+        PauseAnimation {
+            duration: 1500
+        }
+
+        ColorAnimation {
+            target: mark
+            property: "color"
+            to: Look.pastColor
+            duration: 1100
+        }
+
+        PauseAnimation {
+            duration: 4000
+        }
+
+        ColorAnimation {
+            target: mark
+            property: "color"
+            to: "transparent"
+            duration: 600
+        }
+
+        PropertyAction {
+            target: mark
+            property: "visible"
+            value: false
+        }
+    }
+}

@@ -1,0 +1,30 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// How far something has come.
+T.ProgressBar {
+    id: bar
+
+    // The filled part: where it begins and how long it is, as shares of the width.
+    property real fillStart: 0
+    property real fillLength: visualPosition
+
+    implicitWidth: 120
+    implicitHeight: 8
+    padding: 1
+
+    contentItem: Item {
+        Rectangle {
+            x: bar.fillStart * parent.width
+            width: bar.fillLength * parent.width
+            height: parent.height
+            radius: 2
+            color: Look.kestrinAccentBlue
+        }
+    }
+    background: Rectangle {
+        radius: Look.controlRadius
+        color: Look.fieldColor
+        border.color: Look.fieldFrameColor
+    }
+}

@@ -1,0 +1,75 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import zvt.look
+
+// A box that offers a list to choose from. The list opens below it.
+T.ComboBox {
+    id: choice
+
+    property string toolTip
+    // Without asking the popup, which would make it long before it is needed.
+    readonly property bool listOpen: down && !pressed
+
+    implicitWidth: 220
+    implicitHeight: Look.rowHeight
+    leftPadding: 8
+    rightPadding: 30
+    opacity: enabled ? 1 : Look.disabledOpacity
+    Layout.preferredWidth: 220
+
+    onHoveredChanged: {
+        const cutOff = (contentItem as PlainLabel).truncated
+        Hint.show(choice, hovered && !listOpen, (cutOff ? displayText + (toolTip && "\n") : "") + toolTip)
+    }
+    Keys.onReturnPressed: event => {
+        event.accepted = !listOpen
+        if (!listOpen)
+            popup.open()
+    }
+    Keys.onEnterPressed: event => {
+        event.accepted = !listOpen
+        if (!listOpen)
+            popup.open()
+    }
+
+    contentItem: PlainLabel {
+        text: choice.displayText
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+    }
+    indicator: Rectangle {
+        x: choice.width - width - 1
+        y: 1
+        width: 22
+        height: choice.height - 2
+        color: choice.hovered ? Look.buttonHoverColor : Look.buttonColor
+
+        GlyphLabel {
+            anchors.fill: parent
+            text: Glyph.caretDown
+        }
+    }
+    background: Rectangle {
+        radius: Look.controlRadius
+        color: Look.fieldColor
+        border.color: Look.fieldFrameColor
+    }
+    delegate: OptionRow {
+        required property int index
+        required property string modelData
+
+        width: ListView.view.width
+        text: modelData
+        current: index === choice.currentIndex
+        highlighted: index === choice.highlightedIndex
+    }
+    popup: OptionPopup {
+        contentItem: OptionView {
+            model: choice.delegateModel
+            currentIndex: choice.highlightedIndex
+        }
+    }
+}

@@ -1,0 +1,29 @@
+import QtQuick
+import zvt
+import zvt.look
+
+// A button that shows a glyph. Its tool tip is its name; while highlighted it is on.
+WrappingButton {
+    id: button
+
+    required property string glyph
+
+    implicitWidth: Look.rowHeight
+    padding: 0
+    leftPadding: 0
+    rightPadding: 0
+    textColor: highlighted && enabled ? Look.kestrinAccentBlue : Look.textColor
+
+    Accessible.name: toolTip
+
+    contentItem: GlyphLabel {
+        text: button.glyph
+        color: button.textColor
+    }
+    background: Rectangle {
+        radius: Look.controlRadius
+        color: button.highlighted ? Look.onColor : button.hovered || button.down ? Look.buttonHoverColor : "transparent"
+        border.width: button.highlighted ? 1 : 0
+        border.color: Look.kestrinAccentBlue
+    }
+}

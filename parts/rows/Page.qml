@@ -1,0 +1,91 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import com.kestrin.hlx.cam.ui.zvt 1.0
+import zvt
+import zvt.look
+
+// A page of the main page: its sections below each other. It scrolls, follows the keyboard focus, tells whether there is
+// a camera, and asks for a read whenever it comes on show or the camera comes.
+Flickable {
+    id: page
+
+    required property ZvtCameraModel camera
+    required property var tabModel
+    required property bool selected
+    required property bool connected
+    // Whether contents that are not on show may be made.
+    required property bool early
+
+    readonly property bool isShown: visible && (Window.window ? Window.window.visible : false)
+    readonly property alias availableWidth: sections.width
+    default property alias contents: sections.data
+
+    signal refresh
+
+    // Scrolls so that the item with the keyboard focus is visible. What the pointer holds stays below it.
+    function bringIntoView(item: var) {
+        let ancestor = item && item.visible ? item : null
+        while (ancestor && ancestor !== sections)
+            ancestor = ancestor.parent
+        if (!ancestor || item.focusReason === Qt.MouseFocusReason)
+            return
+        const top = item.mapToItem(contentItem, 0, 0).y - Look.rowSpacing
+        const bottom = top + item.height + 2 * Look.rowSpacing
+        contentY = Math.max(0, Math.min(top, Math.max(contentY, bottom - height)))
+    }
+
+    // Who walks over the tabs by keyboard goes on from there.
+    function _takeFocus() {
+        const holder = Window.activeFocusItem
+        if (!(holder instanceof T.TabButton && holder.visualFocus))
+            forceActiveFocus()
+    }
+
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    contentWidth: width
+    contentHeight: sections.implicitHeight + 2 * Look.margin
+    Window.onActiveFocusItemChanged: bringIntoView(Window.activeFocusItem)
+    onIsShownChanged: {
+        if (!isShown || !connected)
+            return
+        refresh()
+        _takeFocus()
+    }
+    onSelectedChanged: {
+        if (selected && isShown && connected)
+            refresh()
+    }
+    onConnectedChanged: {
+        if (connected && isShown)
+            refresh()
+    }
+
+    T.ScrollBar.vertical: SlimScrollBar {}
+
+    ColumnLayout {
+        id: sections
+
+        readonly property real _available: page.width - 2 * Look.margin
+
+        x: (page.width - width) / 2
+        y: Look.margin
+        width: Math.min(_available, _available < 1216 ? 960 : 1920)
+        spacing: 6
+
+        NoCameraConnectedRectangle {
+            visible: !page.connected
+            Layout.fillWidth: true
+        }
+    }
+
+    // Tells that there is more above.
+    Rectangle {
+        parent: page
+        visible: page.contentY > 0
+        width: page.width
+        height: 1
+        color: Look.rectangleOutlineColor
+    }
+}

@@ -1,0 +1,43 @@
+import QtQuick
+import QtQuick.Layouts
+import zvt.look
+
+// What the row is about, and beside it what can be done.
+RowLayout {
+    id: row
+
+    property string heading
+    property string toolTip
+    // The heading without its colon, which is what a control of the row is called.
+    readonly property string name: heading.endsWith(":") ? heading.slice(0, -1) : heading
+    default property alias controls: content.data
+
+    spacing: 12
+    Layout.fillWidth: true
+
+    PlainLabel {
+        id: label
+
+        Layout.preferredWidth: Look.labelWidth
+        Layout.minimumHeight: Look.rowHeight
+        Layout.alignment: Qt.AlignTop
+        Accessible.ignored: true
+        opacity: enabled ? 1 : Look.disabledOpacity
+        text: row.heading
+        horizontalAlignment: Text.AlignRight
+        verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
+
+        HoverHandler {
+            onHoveredChanged: Hint.show(label, hovered, row.toolTip)
+        }
+    }
+
+    RowLayout {
+        id: content
+
+        spacing: 8
+        Layout.fillWidth: true
+        Layout.alignment: Qt.AlignLeft | Qt.AlignVCenter
+    }
+}

@@ -1,0 +1,9 @@
+import QtQuick
+import zvt.look
+
+// The unit behind a value.
+PlainLabel {
+    Accessible.ignored: true
+    color: Look.dimTextColor
+    font.pixelSize: Look.hintSize
+}

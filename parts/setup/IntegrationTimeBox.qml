@@ -1,0 +1,50 @@
+import QtQuick
+import com.kestrin.hlx.cam.ui.zvt 1.0
+import zvt
+import zvt.look
+
+// A factory calibration, or an integration time of its own.
+FrameRateComboBox {
+    id: box
+
+    required property int number
+    required property ZvtCameraModel camera
+    required property ZvtCameraPresetModel preset
+    required property bool connected
+
+    readonly property SetupGeneralModel _general: camera ? camera.setupGeneralModel : null
+    readonly property real _milliseconds: preset ? preset.integrationTime : 0
+
+    // The time of this camera is known, so that another one is news. A first read is none.
+    property bool _known
+
+    //: Accessible name; %1 is the number of a preset
+    Accessible.name: qsTr("Integration Time %1").arg(number)
+    //: Tool tip
+    toolTip: qsTr("Calibration Setting or Integration Time in Milliseconds")
+    model: _general ? _general.factoryCalibrationStrings : []
+    currentIndex: preset ? preset.activeFactoryCalibrationIndex : -1
+    editText: _milliseconds === 0 ? "" : camera.safeConvertFloatToLocaleString(_milliseconds, 6)
+    onConnectedChanged: _known = false
+    Component.onCompleted: _known = _milliseconds !== 0
+    onActivated: index => preset.activeFactoryCalibrationIndex = index
+    onAccepted: {
+        const milliseconds = Numbers.parse(currentText, -1)
+        if (isNaN(milliseconds)) {
+            refuse()
+            return
+        }
+        expectAnswer()
+        _known = true
+        preset.integrationTime = milliseconds
+    }
+
+    Connections {
+        target: box.preset
+        function onIntegrationTimeChanged() {
+            if (box._known)
+                box.showFadingIntWidthUpdatedIndicator()
+            box._known = true
+        }
+    }
+}
