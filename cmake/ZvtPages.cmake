@@ -54,7 +54,7 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
 # What pages are made of: one module zvt.NAME for each folder parts/NAME.
 set(ZVT_MODULES look rows dialogs setup status frame)
 
-# The tree as the module zvt, for files that can not import its folders by path.
+# The tree as the module zvt, for files that cannot import its folders by path.
 set(ZVT_TREE_QMLDIR "module zvt\n")
 foreach(file IN LISTS ZVT_QML_FILES)
     get_filename_component(type ${file} NAME_WE)
@@ -126,7 +126,7 @@ function(zvt_add_pages target)
         RESOURCES ${resource_files})
     zvt_add_modules(${target})
 
-    # What the compiler of QML writes is not ours to mend.
+    # Warnings in the code that the QML compiler writes cannot be mended here.
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "/qmlcache/")
     set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)

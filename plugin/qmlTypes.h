@@ -23,7 +23,7 @@
 
 #include "hlxui/ObjectListModel.h"
 
-// Such a type, with what QML is to know of it.
+// A type, with the macros that tell QML its name.
 #define ZVT_FOREIGN_TYPE(Type, ...)                                                                                    \
     struct Foreign##Type {                                                                                             \
         Q_GADGET                                                                                                       \

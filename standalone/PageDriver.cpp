@@ -18,7 +18,6 @@ namespace
 
 using Items = QList<QQuickItem *>;
 
-/// The visible items below `item`, parents before children, for which the condition holds.
 void collect(const QQuickItem &item, const std::function<bool(QQuickItem &)> &condition, Items &found)
 {
     for (QQuickItem *child : item.childItems()) {
@@ -30,35 +29,35 @@ void collect(const QQuickItem &item, const std::function<bool(QQuickItem &)> &co
     }
 }
 
-Items collect(const QQuickItem &item, const std::function<bool(QQuickItem &)> &condition)
+} // namespace
+
+QList<QQuickItem *> PageDriver::visibleItems(const QQuickItem &item, const std::function<bool(QQuickItem &)> &condition)
 {
     Items found;
     collect(item, condition, found);
     return found;
 }
 
-void pause(int milliseconds)
+void PageDriver::pause(int milliseconds)
 {
     QEventLoop loop;
     QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
     loop.exec();
 }
 
-} // namespace
-
 QList<QQuickItem *> PageDriver::tabButtons() const
 {
     // The outermost bar comes first; further bars inside the pages are no tabs of the page itself.
-    const Items bars = collect(m_page, [](QQuickItem &item) { return item.inherits("QQuickTabBar"); });
+    const Items bars = visibleItems(m_page, [](QQuickItem &item) { return item.inherits("QQuickTabBar"); });
     if (bars.isEmpty())
         return {};
-    return collect(*bars.constFirst(),
-                   [](QQuickItem &item) { return item.inherits("QQuickTabButton") && item.width() > 0; });
+    return visibleItems(*bars.constFirst(),
+                        [](QQuickItem &item) { return item.inherits("QQuickTabButton") && item.width() > 0; });
 }
 
 QQuickItem *PageDriver::button(const QString &name) const
 {
-    const Items found = collect(*m_window.contentItem(), [&name](QQuickItem &item) {
+    const Items found = visibleItems(*m_window.contentItem(), [&name](QQuickItem &item) {
         return item.inherits("QQuickAbstractButton")
             && QQmlProperty::read(&item, QStringLiteral("Accessible.name"), qmlContext(&item)).toString() == name;
     });

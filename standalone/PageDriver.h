@@ -33,6 +33,12 @@ public:
     /// in milliseconds.
     bool openTab(QQuickItem &tabButton, int limit = 10'000) const;
 
+    /// The visible items below `item`, parents before children, for which the condition holds.
+    static QList<QQuickItem *> visibleItems(const QQuickItem &item, const std::function<bool(QQuickItem &)> &condition);
+
+    /// Runs the event loop for this time and does nothing else.
+    static void pause(int milliseconds);
+
     /// Waits until the condition holds; false after the limit in milliseconds.
     static bool waitFor(const std::function<bool()> &condition, int limit = 10'000);
 

@@ -9,7 +9,7 @@
 
 class Session;
 
-/// A window with the page of a session, which outlives it. Its title tells the camera and whether it is connected. It
+/// A window with the page of a session, which outlives it. Its title shows the camera and whether it is connected. It
 /// stays open while the camera's model does not allow it to be closed. GUI thread only.
 class PageWindow : public QQuickWindow
 {

@@ -70,7 +70,7 @@ StandaloneModel::Connection StandaloneModel::open(Connection connection, const Q
 {
     if (!connection.error.isEmpty())
         return connection;
-    // Unless there is a better reason.
+    // Replaced below where the reason is known better.
     connection.error = tr("the camera does not answer");
     try {
         if (!connection.camera)
@@ -132,7 +132,7 @@ void StandaloneModel::valueChanged(hlx::CString name)
 
 void StandaloneModel::followConnection()
 {
-    // What ends them looks again.
+    // Their end calls this again.
     if (m_connecting || m_disconnecting)
         return;
     const bool connected = m_controller->IsConnected();

@@ -58,13 +58,13 @@ public:
     /// The name of the camera that the controller points at.
     const QString &cameraName() const { return m_cameraName; }
 
-    /// Follows the controller, so that it tells of a pulled cable too. While `connecting` or `disconnecting` it stays
-    /// as it was.
+    /// Follows the controller, so that it is false after the cable is pulled. While `connecting` or `disconnecting` it
+    /// stays as it was.
     bool connected() const { return m_connected; }
     bool connecting() const { return m_connecting; }
     bool disconnecting() const { return m_disconnecting; }
     /// Why the last attempt to connect failed, as a sentence for the operator. Empty if it did not, and during the
-    /// next.
+    /// next one.
     const QString &connectError() const { return m_connectError; }
 
     bool canSelectController() const { return controllerDisplayNames().size() > 1; }

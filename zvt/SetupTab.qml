@@ -48,7 +48,7 @@ Page {
         early: page.early
         expanded: page.generalSetupExpanded
         loading: page._refreshing || (page._general ? page._general.refreshing : false)
-        usable: page.connected && page._hasRefreshed
+        usable: page._hasRefreshed
         onRefresh: page._refreshGeneralSetup()
         onToggle: page.generalSetupExpanded = !page.generalSetupExpanded
         onSeek: item => page.bringIntoView(item)

@@ -73,7 +73,7 @@ Item {
     height: 480
     enabled: !_loadingState && !_fakeOverlayShown
     focus: true
-    // A popup that closes leaves the keys to nobody.
+    // After a popup has closed, no item has the focus.
     Window.onActiveFocusItemChanged: {
         if (visible && Window.activeFocusItem === Window.contentItem)
             forceActiveFocus()

@@ -3,9 +3,9 @@
 #include "hlxui/IControllerModelFactory.h"
 #include "platform/hlxcamui/hostModules.h"
 #include "platform/hlxcamzvt/makeController.h"
+#include "standalone/PageDriver.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QQuickItem>
 
@@ -71,11 +71,6 @@ void LoadedPage::awaitContents()
                    return isLoader(object) && object->property("status").toInt() == loading;
                });
     };
-    QElapsedTimer waited;
-    waited.start();
-    while (!made()) {
-        if (waited.hasExpired(tooLong))
-            throw std::runtime_error("the contents of the page are not made");
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
+    if (!PageDriver::waitFor(made, tooLong))
+        throw std::runtime_error("the contents of the page are not made");
 }

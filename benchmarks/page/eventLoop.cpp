@@ -11,6 +11,7 @@
 #include <map>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace
@@ -104,7 +105,7 @@ int reportEventLoop()
         gate->delay(latency);
     Probe probe(gates);
     connectCamera(page);
-    pause(enoughForPolls);
+    PageDriver::pause(enoughForPolls);
 
     const PageDriver driver(page.window(), page.item());
     for (const bool first : {true, false})
@@ -113,7 +114,7 @@ int reportEventLoop()
                 probe.expectShowing(page.window());
             driver.openTab(*tab);
             driver.key(Qt::Key_F5);
-            pause(enoughForPolls);
+            PageDriver::pause(enoughForPolls);
         }
     probe.print();
     return 0;

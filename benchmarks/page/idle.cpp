@@ -18,9 +18,9 @@ int reportIdle()
     const PageDriver driver(page.window(), page.item());
     for (QQuickItem *tab : driver.tabButtons()) {
         driver.openTab(*tab);
-        pause(untilAnimationsEnd);
+        PageDriver::pause(untilAnimationsEnd);
         const Stopwatch stopwatch;
-        pause(idle);
+        PageDriver::pause(idle);
         std::printf("%s\t%.3f\n", qPrintable(tab->property("text").toString()), stopwatch.cost().processor.count());
     }
     return 0;

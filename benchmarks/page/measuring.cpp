@@ -2,9 +2,7 @@
 
 #include "standalone/PageDriver.h"
 
-#include <QEventLoop>
 #include <QThreadPool>
-#include <QTimer>
 
 #include <ctime>
 
@@ -20,13 +18,6 @@ Cost Stopwatch::cost() const
 {
     const Cost end = now();
     return {end.processor - m_start.processor, end.wall - m_start.wall};
-}
-
-void pause(int milliseconds)
-{
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
 }
 
 void connectCamera(LoadedPage &page)

@@ -8,7 +8,7 @@
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-/// What something has cost the GUI thread.
+/// What a measured step costs the GUI thread.
 struct Cost {
     Milliseconds processor{}; ///< Spent by the thread itself. Other programs and threads do not count.
     Milliseconds wall{};
@@ -28,9 +28,6 @@ private:
 
     Cost m_start;
 };
-
-/// Runs the event loop for so long and does nothing beside it.
-void pause(int milliseconds);
 
 /// Connects the camera as a host does, and waits until it is connected.
 void connectCamera(LoadedPage &page);

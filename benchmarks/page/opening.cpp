@@ -41,20 +41,6 @@ private:
     const PageDriver m_driver;
 };
 
-/// The visible items below `item` of that class.
-Items collected(const QQuickItem &item, const char *className)
-{
-    Items found;
-    for (QQuickItem *child : item.childItems()) {
-        if (!child->isVisible())
-            continue;
-        if (child->inherits(className))
-            found << child;
-        found << collected(*child, className);
-    }
-    return found;
-}
-
 void Opener::openTab(const QString &title) const
 {
     for (QQuickItem *tab : m_driver.tabButtons())
@@ -77,7 +63,7 @@ Cost Opener::open(QQuickItem &control) const
     constexpr int limit = 10'000;
 
     bringIntoView(control);
-    pause(rest);
+    PageDriver::pause(rest);
     const Items before = popups();
     Cost cost;
     QEventLoop loop;
@@ -103,9 +89,9 @@ void Opener::close() const
 
 Items Opener::comboBoxes() const
 {
-    Items boxes = collected(*m_window.contentItem(), "QQuickComboBox");
-    boxes.removeIf([](QQuickItem *box) { return !box->isEnabled() || box->property("count").toInt() == 0; });
-    return boxes;
+    return PageDriver::visibleItems(*m_window.contentItem(), [](QQuickItem &item) {
+        return item.inherits("QQuickComboBox") && item.isEnabled() && item.property("count").toInt() > 0;
+    });
 }
 
 Items Opener::popups() const

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// A fact to be read: what it is about, and what it is.
+// A fact, for reading only: its heading and its value.
 RowLayout {
     id: row
 

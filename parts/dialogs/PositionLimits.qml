@@ -17,7 +17,7 @@ ColumnLayout {
     readonly property alias near: nearBox.number
     readonly property alias far: farBox.number
     readonly property bool inRange: nearBox.acceptable && farBox.acceptable
-    // Nothing can be said about the order of positions that are out of range.
+    // The order of positions that are out of range is not judged.
     readonly property bool ordered: !inRange || (ascending ? near <= far : near >= far)
 
     // Enter was pressed in a field that holds a position.

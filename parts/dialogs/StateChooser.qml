@@ -8,7 +8,7 @@ ColumnLayout {
     id: chooser
 
     required property var stateModel
-    // Whether a name can be typed, and whether there is a name at all.
+    // Whether a name can be typed, and whether the field of the name is shown.
     required property bool saves
     required property bool named
 
@@ -79,7 +79,7 @@ ColumnLayout {
             primary: true
             //: Saves the camera's settings under a name
             text: chooser.saves ? qsTr("Save")
-                                //: Gives the camera settings that it has saved
+                                //: Loads settings that the camera has saved
                                 : qsTr("Load")
             onClicked: chooser.confirmed()
         }

@@ -7,7 +7,7 @@ Rectangle {
     id: table
 
     required property var stateModel
-    // The selection is a name, so that it stays what it is when the list is read anew. Empty for none.
+    // The selection is a name, so that it stays when the list is read again. Empty for none.
     property string selected
 
     readonly property alias list: list

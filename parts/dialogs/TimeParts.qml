@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import zvt.look
 import zvt.rows
 
-// The parts of a time, to be edited. Parts that no clock shows are marked; the time can be made of them all the same.
+// The parts of a time, to be edited. Parts out of range are marked, but a time can still be made of them.
 GridLayout {
     id: parts
 

@@ -109,7 +109,7 @@ T.Popup {
 
         MenuRow {
             glyph: Glyph.load
-            //: Gives the camera settings that it has saved
+            //: Loads settings that the camera has saved
             text: qsTr("Load State")
             enabled: menu.connected
             onClicked: {
@@ -133,7 +133,7 @@ T.Popup {
 
         MenuRow {
             glyph: Glyph.undo
-            //: Gives the camera the settings of its maker
+            //: Loads the manufacturer's settings
             text: qsTr("Load Factory Defaults")
             enabled: menu.connected
             onClicked: {
@@ -142,7 +142,7 @@ T.Popup {
             }
         }
 
-        // For the maker's people, and not translated.
+        // For the manufacturer's staff only, and therefore not translated.
         MenuRow {
             visible: menu._manufacturing
             glyph: Glyph.save
@@ -180,7 +180,7 @@ T.Popup {
 
         MenuRow {
             glyph: Glyph.info
-            //: Opens the dialog of what the camera says about itself
+            //: Opens the dialog with information about the camera
             text: qsTr("About")
             enabled: menu.connected
             onClicked: {

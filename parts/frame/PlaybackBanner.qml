@@ -11,7 +11,7 @@ Rectangle {
 
     color: Look.playbackColor
 
-    // Nothing passes to the tool bar below.
+    // Keeps the pointer from the tool bar below.
     MouseArea {
         anchors.fill: parent
         hoverEnabled: true

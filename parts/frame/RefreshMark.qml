@@ -1,7 +1,8 @@
 import QtQuick
 import zvt.look
 
-// With little on show a reload is too quick to notice. The mark tells that the key has worked; the pages rest meanwhile.
+// With little on show a reload is too quick to notice. The mark shows that the key has worked; the pages are disabled
+// meanwhile.
 Rectangle {
     id: mark
 

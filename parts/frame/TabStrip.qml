@@ -5,13 +5,13 @@ import QtQuick.Templates as T
 T.TabBar {
     id: strip
 
-    readonly property int availableTabs: {
+    readonly property int _availableTabs: {
         let available = 0
         for (let index = 0; index < count; ++index)
             available += itemAt(index).available ? 1 : 0
         return available
     }
-    readonly property real tabWidth: availableTabs === 0 ? 0 : width / availableTabs
+    readonly property real tabWidth: _availableTabs === 0 ? 0 : width / _availableTabs
 
     // To the next tab that is available, and from the last to the first.
     function step(by: int) {
@@ -27,11 +27,11 @@ T.TabBar {
         step(by)
         const tab = itemAt(currentIndex) as T.TabButton
         tab.forceActiveFocus(Qt.TabFocusReason)
-        // The list has given it the focus already, for no reason.
+        // The list view has given it the focus already, with another reason.
         tab.focusReason = Qt.TabFocusReason
     }
 
-    // Its tabs are as wide as it lets them be.
+    // The width of the tabs follows that of the strip.
     implicitWidth: 0
     contentHeight: height
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-// The mark at the end of a field: tells that the camera has answered, and warns when it keeps another value than the one
+// The mark at the end of a field: shows that the camera has answered, and warns when it keeps another value than the one
 // that was typed.
 GlyphLabel {
     id: mark
@@ -10,7 +10,7 @@ GlyphLabel {
 
     readonly property alias hovered: hover.hovered
 
-    // What was typed, until the answer is no longer due.
+    // The number that was typed, while its answer is awaited; NaN otherwise.
     property real _asked: NaN
     property bool _differs
 
@@ -31,7 +31,7 @@ GlyphLabel {
         due.restart()
     }
 
-    // What was typed before counts no longer.
+    // Drops the number that was typed, and hides the mark.
     function forget() {
         _asked = NaN
         _differs = false
@@ -70,7 +70,7 @@ GlyphLabel {
         }
     }
 
-    // A value that comes later has another cause.
+    // A later value is not the answer.
     Timer {
         id: due
         interval: 10000

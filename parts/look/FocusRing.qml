@@ -3,12 +3,10 @@ import QtQuick.Templates as T
 
 // The ring around what has the keyboard focus. A page has one, which moves from control to control.
 Rectangle {
-    id: ring
-
     // What has the focus, if anything.
     property Item focusItem: null
 
-    // As a value of any type, for a property that few items have.
+    // As a value of any type, since few items have the property ringOutset.
     readonly property var _any: focusItem
     // Fields show where typing goes, whatever gave them the focus; other controls only the focus by keyboard.
     readonly property bool _byKeyboard: focusItem instanceof T.Control ? focusItem.visualFocus

@@ -2,8 +2,6 @@ import QtQuick
 
 // A dialog or popup by its file, or by the component inside, made when it is first needed and kept from then on.
 Loader {
-    id: later
-
     property url file
     // What the object of the file is made with.
     property var given: ({})

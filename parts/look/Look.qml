@@ -18,7 +18,7 @@ QtObject {
     readonly property color cameraBarForegroundColor: "#cccccc"
     readonly property color rectangleOutlineColor: "#333333"
 
-    // What the design fixes beside them.
+    // Other colours that the design fixes.
     readonly property color playbackColor: "#d35400"
     readonly property color blockedColor: "#dd333333"
     readonly property color outOfRangeColor: "#990000"
@@ -54,7 +54,7 @@ QtObject {
     readonly property color dimTextColor: "#8d9196"
     readonly property color headerTextColor: "#a9aeb4"
     readonly property color strongTextColor: "#ffffff"
-    // Upon the accent and upon what is destructive.
+    // On the accent colour and on destructive buttons.
     readonly property color inverseTextColor: "#000000"
 
     // The font of the icons that the host's icon font lacks. The plug-in adds it when it is loaded.
@@ -71,7 +71,6 @@ QtObject {
     readonly property int labelWidth: 132
     readonly property int textSize: 13
     readonly property int hintSize: 12
-    readonly property int glyphSize: 13
     readonly property int controlRadius: 3
 
     // Milliseconds that a pointer rests on a control before its tool tip shows, and that a short move takes.

@@ -11,7 +11,9 @@ QtObject {
         if (text.search(/\S/) < 0 || (decimals >= 0 && !_isPlain(text, decimals)))
             return NaN
         try {
-            return Number.fromLocaleString(text)
+            const number = Number.fromLocaleString(text)
+            // The locale reads "inf" too.
+            return isFinite(number) ? number : NaN
         } catch (error) {
             return NaN
         }

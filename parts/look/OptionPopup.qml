@@ -3,8 +3,6 @@ import QtQuick.Templates as T
 
 // The list of a box, below the box or, where there is more room, above it, and never over it. Its content is a list view.
 T.Popup {
-    id: popup
-
     readonly property ListView view: contentItem as ListView
 
     readonly property real _above: parent && visible ? parent.mapToItem(null, 0, 0).y : 0

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// How far something has come.
+// A progress bar.
 T.ProgressBar {
     id: bar
 

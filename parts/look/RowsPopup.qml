@@ -2,14 +2,14 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 
-// The list of a box whose rows are texts. The box handles the keys and says which row is highlighted.
+// The list of a box whose rows are texts. The box handles the keys and sets the highlighted row.
 OptionPopup {
     id: popup
 
     property var rows: []
     // The row in use.
     property int currentIndex: -1
-    // The sign that the first row bears, if any.
+    // The sign of the first row, if any.
     property string firstSign
 
     signal chosen(index: int)
@@ -22,8 +22,6 @@ OptionPopup {
 
         model: popup.rows
         delegate: OptionRow {
-            id: row
-
             required property int index
             required property string modelData
 

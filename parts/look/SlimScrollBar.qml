@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The scroll bar of pages and lists: on show for as long as there is something to scroll.
+// The scroll bar of pages and lists: visible while there is something to scroll.
 T.ScrollBar {
     id: bar
 
@@ -11,7 +11,7 @@ T.ScrollBar {
     minimumSize: 0.08
     policy: size < 1 ? T.ScrollBar.AlwaysOn : T.ScrollBar.AlwaysOff
     visible: policy === T.ScrollBar.AlwaysOn
-    // The wheel is for what scrolls below the bar.
+    // The wheel scrolls the view below the bar.
     wheelEnabled: false
 
     contentItem: Rectangle {

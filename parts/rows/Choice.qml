@@ -13,6 +13,13 @@ T.ComboBox {
     // Without asking the popup, which would make it long before it is needed.
     readonly property bool listOpen: down && !pressed
 
+    // An open list takes the key itself.
+    function _openBy(event: var) {
+        event.accepted = !listOpen
+        if (!listOpen)
+            popup.open()
+    }
+
     implicitWidth: 220
     implicitHeight: Look.rowHeight
     leftPadding: 8
@@ -24,16 +31,8 @@ T.ComboBox {
         const cutOff = (contentItem as PlainLabel).truncated
         Hint.show(choice, hovered && !listOpen, (cutOff ? displayText + (toolTip && "\n") : "") + toolTip)
     }
-    Keys.onReturnPressed: event => {
-        event.accepted = !listOpen
-        if (!listOpen)
-            popup.open()
-    }
-    Keys.onEnterPressed: event => {
-        event.accepted = !listOpen
-        if (!listOpen)
-            popup.open()
-    }
+    Keys.onReturnPressed: event => _openBy(event)
+    Keys.onEnterPressed: event => _openBy(event)
 
     contentItem: PlainLabel {
         text: choice.displayText

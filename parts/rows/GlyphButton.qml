@@ -14,16 +14,11 @@ WrappingButton {
     rightPadding: 0
     textColor: highlighted && enabled ? Look.kestrinAccentBlue : Look.textColor
 
-    Accessible.name: toolTip
-
     contentItem: GlyphLabel {
         text: button.glyph
         color: button.textColor
     }
-    background: Rectangle {
-        radius: Look.controlRadius
-        color: button.highlighted ? Look.onColor : button.hovered || button.down ? Look.buttonHoverColor : "transparent"
-        border.width: button.highlighted ? 1 : 0
-        border.color: Look.kestrinAccentBlue
+    background: FlatFace {
+        control: button
     }
 }

@@ -1,8 +1,8 @@
 import QtQuick
 import zvt.look
 
-// A field for a number within limits. What is no number, or out of the limits, stays and is marked until Esc; only an
-// acceptable number is handed on, when Enter is pressed or the focus leaves.
+// A field for a number within limits. A text that is not a number, or is out of the limits, stays and is marked until
+// Esc. Only an acceptable number is handed on, when Enter is pressed or the focus leaves.
 TextBox {
     id: box
 
@@ -12,13 +12,13 @@ TextBox {
     // Whether a number is handed on when the focus leaves too, and not only when Enter is pressed.
     property bool takenOnLeaving: true
 
-    // The number in the field; NaN if it is none.
+    // The number in the field; NaN if the text is not a number.
     readonly property real number: Numbers.parse(text, decimals)
     readonly property bool acceptable: number >= from && number <= to
 
-    // What is being typed is an acceptable number by now.
+    // The text was edited and is an acceptable number.
     signal typed(number: real)
-    // A number was typed and is to be taken.
+    // The operator has finished typing an acceptable number.
     signal entered(number: real)
     // Enter was pressed on an acceptable number, after it was handed on.
     signal confirmed
@@ -46,7 +46,8 @@ TextBox {
             confirmed()
     }
     onEditingFinished: {
-        if (takenOnLeaving)
+        // A field that is disabled loses the focus too, in the middle of typing.
+        if (takenOnLeaving && !Fields.isDisabled(box))
             _take()
     }
 }

@@ -5,8 +5,8 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.look
 
-// A page of the main page: its sections below each other. It scrolls, follows the keyboard focus, tells whether there is
-// a camera, and asks for a read whenever it comes on show or the camera comes.
+// A page of the main page: its sections below each other. It scrolls, follows the keyboard focus, shows a banner
+// while there is no camera, and asks for a read whenever it is shown or the camera is connected.
 Flickable {
     id: page
 
@@ -18,7 +18,6 @@ Flickable {
     required property bool early
 
     readonly property bool isShown: visible && (Window.window ? Window.window.visible : false)
-    readonly property alias availableWidth: sections.width
     default property alias contents: sections.data
 
     signal refresh
@@ -35,7 +34,7 @@ Flickable {
         contentY = Math.max(0, Math.min(top, Math.max(contentY, bottom - height)))
     }
 
-    // Who walks over the tabs by keyboard goes on from there.
+    // The focus stays on the tabs while the operator moves over them by keyboard.
     function _takeFocus() {
         const holder = Window.activeFocusItem
         if (!(holder instanceof T.TabButton && holder.visualFocus))
@@ -80,7 +79,7 @@ Flickable {
         }
     }
 
-    // Tells that there is more above.
+    // Shows that there is more content above.
     Rectangle {
         parent: page
         visible: page.contentY > 0

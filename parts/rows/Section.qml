@@ -92,7 +92,7 @@ ColumnLayout {
         }
 
         visible: section.expanded
-        enabled: section.usable || section._held
+        enabled: section.connected && (section.usable || section._held)
         Layout.fillWidth: true
         Layout.margins: Look.margin
         on_AtOnceChanged: _make()

@@ -14,7 +14,7 @@ Columns {
     // An item that is to be seen.
     signal seek(item: Item)
 
-    // The section is read again, and what was warned of may be past.
+    // The section is read again, so that the reason of a warning may be gone.
     function clearWarnings() {
     }
 }

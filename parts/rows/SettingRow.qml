@@ -2,12 +2,13 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// What the row is about, and beside it what can be done.
+// A row: its heading, and its controls beside it.
 RowLayout {
     id: row
 
     property string heading
     property string toolTip
+    property int labelWidth: Look.labelWidth
     // The heading without its colon, which is what a control of the row is called.
     readonly property string name: heading.endsWith(":") ? heading.slice(0, -1) : heading
     default property alias controls: content.data
@@ -18,7 +19,7 @@ RowLayout {
     PlainLabel {
         id: label
 
-        Layout.preferredWidth: Look.labelWidth
+        Layout.preferredWidth: row.labelWidth
         Layout.minimumHeight: Look.rowHeight
         Layout.alignment: Qt.AlignTop
         Accessible.ignored: true

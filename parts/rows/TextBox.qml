@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// A field of one line. It shows what the model holds, except while something else has been typed; Esc takes that back.
+// A field of one line. It shows the model's text until another one is typed; Esc shows the model's again.
 T.TextField {
     id: box
 
@@ -10,15 +10,15 @@ T.TextField {
     property string shown
     property string name
     property string toolTip
-    // Why the text on show is not taken; empty if it is.
+    // Why the text on show is not accepted; empty if it is.
     property string fault
     // Whether the field is red for a reason outside of it.
     property bool marked
 
-    // Something has been typed and neither been taken nor taken back.
+    // Something was typed that was neither accepted nor reverted.
     readonly property alias edited: edit.present
 
-    // The text is on show until the model has another one.
+    // Shows what the model holds again.
     function revert() {
         edit.present = false
     }
@@ -51,6 +51,7 @@ T.TextField {
             selectAll()
     }
     onHoveredChanged: Hint.show(box, hovered, fault || toolTip)
+    onFaultChanged: Hint.show(box, false, "")
 
     background: Rectangle {
         radius: Look.controlRadius

@@ -7,13 +7,14 @@ ChoiceRow {
     id: row
 
     required property ZvtCameraModel camera
+    required property bool connected
     required property bool isShown
 
     // Reading the property asks the camera and loads the focus limits, so it is read only when there is a reason to. The
     // model sends no signal when the field of view was changed elsewhere; the list of lens states is published last in a
     // read of the lens, so that is the time to ask. What is missed while the page is hidden is read when it is shown.
     function _ask() {
-        if (isShown && camera.connected)
+        if (isShown && connected)
             currentIndex = camera.setupTabModel.selectedDiscontinuousFieldOfViewIndex
     }
 

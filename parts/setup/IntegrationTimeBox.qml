@@ -3,7 +3,7 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.look
 
-// A factory calibration, or an integration time of its own.
+// Chooses a factory calibration, or takes an integration time.
 FrameRateComboBox {
     id: box
 
@@ -15,7 +15,7 @@ FrameRateComboBox {
     readonly property SetupGeneralModel _general: camera ? camera.setupGeneralModel : null
     readonly property real _milliseconds: preset ? preset.integrationTime : 0
 
-    // The time of this camera is known, so that another one is news. A first read is none.
+    // A time of this camera has been read, so that the next one is an update. The first one is none.
     property bool _known
 
     //: Accessible name; %1 is the number of a preset
@@ -24,7 +24,7 @@ FrameRateComboBox {
     toolTip: qsTr("Calibration Setting or Integration Time in Milliseconds")
     model: _general ? _general.factoryCalibrationStrings : []
     currentIndex: preset ? preset.activeFactoryCalibrationIndex : -1
-    editText: _milliseconds === 0 ? "" : camera.safeConvertFloatToLocaleString(_milliseconds, 6)
+    editText: _milliseconds === 0 || !camera ? "" : camera.safeConvertFloatToLocaleString(_milliseconds, 6)
     onConnectedChanged: _known = false
     Component.onCompleted: _known = _milliseconds !== 0
     onActivated: index => preset.activeFactoryCalibrationIndex = index

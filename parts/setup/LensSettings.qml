@@ -50,6 +50,7 @@ RowGroup {
         visible: lens.hasDiscreteZoom
         enabled: lens.unlocked
         camera: lens.camera
+        connected: lens.connected
         isShown: lens.isShown && lens.hasDiscreteZoom
     }
 

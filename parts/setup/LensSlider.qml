@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// Shows where the lens is, and sends it to another position, anew with each move of the handle. Page keys move it by 5 %
+// Shows where the lens is, and sends it to another position with each move of the handle. Page keys move it by 5 %
 // of the range, arrow keys with Shift by 10 steps.
 T.Slider {
     id: slider

@@ -36,7 +36,6 @@ RowLayout {
     Component.onDestruction: editing = false
 
     PlainLabel {
-        opacity: enabled ? 1 : Look.disabledOpacity
         text: line.minimum + " /"
         color: Look.dimTextColor
     }
@@ -87,7 +86,7 @@ RowLayout {
                     event.accepted = true
                     line.editing = false
                 }
-                // The lock is given back first, since the move that follows takes it.
+                // The lock is released first, since the move that follows takes it.
                 onEntered: position => {
                     line.editing = false
                     line.entered(position)
@@ -117,7 +116,6 @@ RowLayout {
     }
 
     PlainLabel {
-        opacity: enabled ? 1 : Look.disabledOpacity
         text: "/ " + line.maximum
         color: Look.dimTextColor
     }

@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
+import zvt.look
 import zvt.rows
 
 // The settings of one preset: whether it is in use, its integration time and its frame rate. In a superframe the first
@@ -18,10 +19,12 @@ SettingRow {
 
     readonly property SetupGeneralModel general: camera ? camera.setupGeneralModel : null
     readonly property ZvtCameraPresetModel preset: general ? general.ps(number) : null
-    // No camera integrates for no time.
+    // An integration time of zero was not read: no camera has it.
     readonly property bool wasRead: preset ? preset.integrationTime !== 0 : false
     readonly property bool calibrated: preset ? preset.factoryCalibrationLoaded : false
 
+    // The label is empty, and the longest rows need its room.
+    labelWidth: narrow ? 84 : Look.labelWidth
     visible: number === 0 || (general ? general.numPresets > 1 : false)
 
     SetupTabPresetNumberButton {
@@ -33,13 +36,13 @@ SettingRow {
 
     NumberBox {
         visible: row.presetSequencing
-        Layout.preferredWidth: 92
+        Layout.preferredWidth: 104
         //: Accessible name; %1 is the number of a preset
         name: qsTr("Dwell Count %1").arg(row.number)
         //: Tool tip: how often the sequence repeats a preset
         toolTip: qsTr("Dwell Count")
         to: 2147483647
-        shown: row.wasRead ? row.preset.dwellCount : ""
+        shown: row.wasRead && row.preset ? row.preset.dwellCount : ""
         onEntered: count => row.preset.dwellCount = count
     }
 
@@ -79,9 +82,9 @@ SettingRow {
                               //: Tool tip
                               : qsTr("Frame Rate in hertz")
         showMaxOnFirstIndexText: !ofSuperframe
-        rates: ofSuperframe ? row.general.superframeRates : row.preset ? row.preset.frameRates : []
-        rateIndex: ofSuperframe ? row.general.superframeRateIndex : row.preset ? row.preset.frameRateIndex : -1
-        rate: ofSuperframe ? row.general.superframeRate : row.preset ? row.preset.frameRate : 0
+        rates: ofSuperframe ? (row.general ? row.general.superframeRates : []) : row.preset ? row.preset.frameRates : []
+        rateIndex: ofSuperframe ? (row.general ? row.general.superframeRateIndex : -1) : row.preset ? row.preset.frameRateIndex : -1
+        rate: ofSuperframe ? (row.general ? row.general.superframeRate : 0) : row.preset ? row.preset.frameRate : 0
         onIndexChosen: index => {
             if (ofSuperframe)
                 row.general.superframeRateIndex = index
@@ -89,11 +92,12 @@ SettingRow {
                 row.preset.frameRateIndex = index
         }
         onRateTyped: rate => {
+            // The camera may refuse the rate, or change it with the integration time.
             if (ofSuperframe) {
                 row.general.superframeRate = rate
+                row.general.refresh()
             } else {
                 row.preset.frameRate = rate
-                // The camera may refuse the rate, or change it with the integration time.
                 row.preset.refresh()
             }
         }

@@ -52,7 +52,7 @@ ColumnLayout {
             name: field.heading.slice(0, -1)
             shown: field.value
             marked: fields.marks.includes(field.mark)
-            // Keeps out what is no size; the rules decide the rest.
+            // Refuses numbers far out of range; the rules check the rest.
             to: 10000
             onTyped: number => field.entered(number)
         }

@@ -35,10 +35,10 @@ QtObject {
     function firstFailing(window: rect, typedWidth: real, typedHeight: real): var {
         const rules = [
             [typedWidth + window.x <= most.width,
-             //: Why a window can not be applied
+             //: Why a window cannot be applied
              qsTr("Width + X Offset cannot be greater than FPA Width"), ["width", "x"]],
             [typedHeight + window.y <= most.height,
-             //: Why a window can not be applied
+             //: Why a window cannot be applied
              qsTr("Height + Y Offset cannot be greater than FPA Height"), ["height", "y"]],
             [_fits(window.width, least.width, most.width, steps.x), width, ["width"]],
             [_fits(window.height, least.height, most.height, steps.y), height, ["height"]],

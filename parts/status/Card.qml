@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// A frame around rows of a caption and what it is about. It is dimmed while it is disabled.
+// A frame around rows of a caption and its value.
 Rectangle {
     id: card
 
@@ -17,7 +17,6 @@ Rectangle {
     radius: 4
     color: Look.cardColor
     border.color: Look.rectangleOutlineColor
-    opacity: enabled ? 1 : Look.disabledOpacity
     Layout.fillWidth: true
     Layout.fillHeight: true
 

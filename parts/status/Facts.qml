@@ -35,6 +35,7 @@ Card {
         readonly property int focusReason: Qt.MouseFocusReason
 
         Layout.fillWidth: true
+        opacity: enabled ? 1 : Look.disabledOpacity
         Accessible.role: Accessible.StaticText
         Accessible.name: heading.replace(":", "")
         Accessible.description: text
@@ -45,7 +46,7 @@ Card {
         color: Look.strongTextColor
         selectionColor: Look.kestrinAccentBlue
         selectedTextColor: Look.inverseTextColor
-        // A clock that goes on does not take the selection away.
+        // A new value, such as the time, keeps the selection.
         onValueChanged: {
             const start = selectionStart
             const end = selectionEnd

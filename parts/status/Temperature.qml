@@ -34,12 +34,13 @@ RowLayout {
             _points = _points.filter(point => now - point.at < _span).concat({ at: now, value: degrees })
     }
 
-    // Begins the trend anew.
+    // Starts the trend again.
     function forget() {
         _points = []
     }
 
     spacing: 0
+    opacity: enabled ? 1 : Look.disabledOpacity
     Layout.fillWidth: true
     Accessible.role: Accessible.StaticText
     Accessible.name: heading.replace(":", "")

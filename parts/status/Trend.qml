@@ -1,7 +1,8 @@
 import QtQuick
 import zvt.look
 
-// The course of a value over the last minutes, the newest at the right. It tells rising from falling and has no scale.
+// The course of a value over the last minutes, the newest at the right. It shows whether the value rises or falls, and
+// has no scale.
 Canvas {
     id: trend
 
@@ -11,9 +12,9 @@ Canvas {
     // The time that the width stands for, in milliseconds.
     required property int span
 
-    // Between two points further apart than this, nothing is known.
+    // Points further apart than this are not joined.
     readonly property int _longestPause: 60000
-    // Noise is not drawn as high as a change.
+    // The least difference that fills the height, so that noise stays small.
     readonly property real _leastHeight: 1
 
     function _draw(context: var) {

@@ -132,7 +132,7 @@ Camera::~Camera()
     remember();
 }
 
-/// What the camera's folder tells of it. Throws a SetupError about a value of a kind that no device has written.
+/// Reads what is saved in the camera's folder. Throws a SetupError about a value of a kind that no device writes.
 QJsonObject Camera::readMemory() const
 {
     QJsonObject model = m_state->save(&State::Fitted::remembers);

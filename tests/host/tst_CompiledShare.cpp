@@ -6,6 +6,8 @@
 #include <QtQml/private/qqmlmetatype_p.h>
 #include <QtQml/private/qv4compileddata_p.h>
 
+#include <algorithm>
+
 namespace
 {
 

@@ -38,7 +38,7 @@ QList<Message> readMessages(QIODevice *file)
 
 } // namespace
 
-/// What a translator of the pages gets to see.
+/// The texts of the pages, as a translator sees them.
 class tst_Translations : public Test
 {
     Q_OBJECT

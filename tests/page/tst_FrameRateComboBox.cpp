@@ -21,6 +21,7 @@ private slots:
     void theLossOfFocusCommitsWhatWasTyped();
     void halfTypedTextSurvivesADisabledBox();
     void refusedTextStaysMarkedUntilEscape();
+    void typingTakesTheToolTipAway();
     void anotherAnswerThanTheTypedOneIsMarked_data();
     void anotherAnswerThanTheTypedOneIsMarked();
     void theLossOfFocusCommitsNothingElse_data();
@@ -191,6 +192,18 @@ void tst_FrameRateComboBox::refusedTextStaysMarkedUntilEscape()
     driver.press(Qt::Key_Escape);
     QVERIFY(!box->property("refused").toBool());
     QCOMPARE(shown(box), "120.00");
+}
+
+void tst_FrameRateComboBox::typingTakesTheToolTipAway()
+{
+    PageDriver driver;
+    RateFake rate;
+    QQuickItem *box = create(driver, rate, "toolTip: \"A rate\"");
+    field(box)->forceActiveFocus(Qt::TabFocusReason);
+    QTest::mouseMove(&driver.window(), box->mapToScene({20, 10}).toPoint());
+    QTRY_COMPARE(driver.hint(), "A rate");
+    type(driver, "5");
+    QCOMPARE(driver.hint(), QString());
 }
 
 void tst_FrameRateComboBox::anotherAnswerThanTheTypedOneIsMarked_data()

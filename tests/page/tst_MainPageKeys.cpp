@@ -119,7 +119,7 @@ void tst_MainPageKeys::aDialogGivesTheFocusBack_data()
         QTest::newRow(action) << action;
 }
 
-// Else the next Tab and Enter would disconnect the camera.
+// Otherwise the next Tab and Enter would disconnect the camera.
 void tst_MainPageKeys::aDialogGivesTheFocusBack()
 {
     QFETCH(const QString, action);
@@ -138,6 +138,8 @@ void tst_MainPageKeys::aDialogGivesTheFocusBack()
 void tst_MainPageKeys::aDisconnectedPageTakesNoOrders()
 {
     SetupPage page;
+    // A field with the focus keeps its section enabled during reads only.
+    page.item("Integration Time 0").forceActiveFocus(Qt::TabFocusReason);
     page.rig().camera().disconnect();
     page.settle();
     for (const QString name : {"Sequencing Mode", "Preset 1", "Reduce Noise", "Image Size", "Width", "Auto Focus"})

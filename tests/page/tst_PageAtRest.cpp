@@ -6,7 +6,9 @@
 #include <QFont>
 #include <QSet>
 
-/// What a page consists of when it is first shown, and that it rests when nobody does anything.
+#include <algorithm>
+
+/// What a page consists of when it is first shown, and that it rests while it is not used.
 class tst_PageAtRest : public Test
 {
     Q_OBJECT
@@ -22,6 +24,7 @@ private slots:
 
 private:
     static QList<QObject *> objectsOf(PageDriver &driver, const char *className);
+    static bool animationRuns(PageDriver &driver);
 };
 
 QList<QObject *> tst_PageAtRest::objectsOf(PageDriver &driver, const char *className)
@@ -29,6 +32,12 @@ QList<QObject *> tst_PageAtRest::objectsOf(PageDriver &driver, const char *class
     QList<QObject *> objects = driver.window().findChildren<QObject *>() + driver.page()->findChildren<QObject *>();
     objects.removeIf([className](const QObject *object) { return !object->inherits(className); });
     return objects;
+}
+
+bool tst_PageAtRest::animationRuns(PageDriver &driver)
+{
+    return std::ranges::any_of(objectsOf(driver, "QQuickAbstractAnimation"),
+                               [](const QObject *animation) { return animation->property("running").toBool(); });
 }
 
 void tst_PageAtRest::objectsAreFew()
@@ -77,23 +86,13 @@ void tst_PageAtRest::noAnimationRuns()
     driver.settle();
     driver.press(Qt::Key_Escape);
     driver.settle();
-    QTRY_VERIFY_WITH_TIMEOUT(
-        [&driver] {
-            const auto animations = objectsOf(driver, "QQuickAbstractAnimation");
-            return std::none_of(animations.begin(), animations.end(),
-                                [](const QObject *animation) { return animation->property("running").toBool(); });
-        }(),
-        1000);
+    QTRY_VERIFY_WITH_TIMEOUT(!animationRuns(driver), 1000);
 }
 
 void tst_PageAtRest::hiddenContentIsMadeByItself()
 {
     PageDriver driver({.connected = false});
-    const auto made = [&driver] {
-        const auto boxes = objectsOf(driver, "QQuickComboBox");
-        return !boxes.isEmpty();
-    };
-    QTRY_VERIFY(made());
+    QTRY_VERIFY(!objectsOf(driver, "QQuickComboBox").isEmpty());
 }
 
 void tst_PageAtRest::hiddenContentAsksNoCamera()

@@ -1,6 +1,8 @@
 #include "tests/page/SetupPage.h"
 #include "tests/support/Test.h"
 
+#include <QWheelEvent>
+
 /// The Setup page as a whole: its section, when it reads, and the settings of the camera as a whole.
 class tst_SetupTab : public Test
 {
@@ -26,8 +28,11 @@ private slots:
     void syncSourceOfALowCostCamera();
     void highSensitivityModeIsSwitched();
     void tabKeyBringsItsControlIntoView();
+    void wheelScrollsOverTheScrollBarToo();
+    void twoColumnsStandInAWideWindow();
     void nothingIsClipped_data();
     void nothingIsClipped();
+    void pageOutlivesItsModel_data();
     void pageOutlivesItsModel();
 
 private:
@@ -314,6 +319,33 @@ void tst_SetupTab::tabKeyBringsItsControlIntoView()
     QVERIFY(view->property("contentY").toDouble() > 0 || walked.size() > 60);
 }
 
+void tst_SetupTab::wheelScrollsOverTheScrollBarToo()
+{
+    PageDriver driver;
+    driver.click("Setup");
+    driver.settle();
+    driver.settle();
+    const QQuickItem *tab = setupTab(driver);
+    const QPointF bar = tab->mapToScene({tab->width() - 6, tab->height() - 20});
+    QWheelEvent wheel(bar, bar, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&driver.window(), &wheel);
+    QTRY_VERIFY(tab->property("contentY").toDouble() > 0);
+}
+
+void tst_SetupTab::twoColumnsStandInAWideWindow()
+{
+    PageDriver driver({.size = {1239, 1700}});
+    driver.click("Setup");
+    driver.settle();
+    driver.settle();
+    const auto left = [&driver](const char *name) { return driver.find(name)->mapToScene({}).x(); };
+    QCOMPARE(driver.find("General Setup")->width(), 960.0);
+    QCOMPARE(left("FPA Gain"), left("Sequencing Mode"));
+    driver.page()->setWidth(1240);
+    driver.settle();
+    QVERIFY(left("FPA Gain") > 620);
+}
+
 void tst_SetupTab::nothingIsClipped_data()
 {
     QTest::addColumn<QString>("profile");
@@ -334,16 +366,33 @@ void tst_SetupTab::nothingIsClipped()
     driver.tabModel("setupGeneralModel")->setProperty("sequencingMode", mode);
     driver.settle();
     const QRectF place(0, 0, 640, 1700);
-    QCOMPARE(driver.find("General Setup")->width(), 640.0 - 2 * 12);
+    const QQuickItem *header = driver.find("General Setup");
+    QCOMPARE(header->width(), 640.0 - 2 * 12);
+    const QQuickItem *last = driver.find(mode == 1 ? "Maximum Superframe Rate" : "Maximum Frame Rate 0");
+    QVERIFY(last->mapRectToScene(last->boundingRect()).right()
+            <= header->mapRectToScene(header->boundingRect()).right());
     const QList<QQuickItem *> texts = PageDriver::shownTexts(*setupTab(driver));
     for (const QQuickItem *text : texts)
         QVERIFY2(PageDriver::fits(*text, place), qPrintable(text->property("text").toString()));
     QVERIFY(texts.size() > 8);
 }
 
+void tst_SetupTab::pageOutlivesItsModel_data()
+{
+    QTest::addColumn<QString>("profile");
+    QTest::addColumn<int>("mode");
+    QTest::newRow("two fields of view") << "discrete-fov" << 0;
+    QTest::newRow("superframing") << "everything" << 1;
+    QTest::newRow("sequencing") << "everything" << 2;
+}
+
 void tst_SetupTab::pageOutlivesItsModel()
 {
-    SetupPage page("discrete-fov");
+    QFETCH(const QString, profile);
+    QFETCH(const int, mode);
+    SetupPage page(profile);
+    page.general()->setProperty("sequencingMode", mode);
+    page.settle();
     page.click("Focus");
     page.deleteModel();
     page.settle();

@@ -31,6 +31,7 @@ private slots:
     void distanceOutOfRangeIsMarked();
     void distanceThatIsNoNumberIsNotStored_data();
     void distanceThatIsNoNumberIsNotStored();
+    void halfTypedDistanceSurvivesALock();
     void distanceLimitsAreRounded();
 };
 
@@ -251,15 +252,17 @@ void tst_SetupTabPositions::lockedRowsAreDimmedAsAWhole()
             product *= item->opacity();
         return product;
     };
-    const QStringList texts{"Lens Cover:", "Lens States:", "Optical Zoom:",    "500 /",
-                            "500",         "Wide",         "Focus:",           "Near Focus",
-                            "Auto Focus",  "Distance:",    "Focus To Distance"};
+    const QStringList texts{"Lens Cover:", "Lens States:", "Optical Zoom:", "500",       "Wide",
+                            "Focus:",      "Near Focus",   "Auto Focus",    "Distance:", "Focus To Distance"};
     for (const QString &text : texts)
         QCOMPARE(opacity(text), 1.0);
     page.tab()->setProperty("lensBasedControlsEnabled", false);
     for (const QString &text : texts)
         QVERIFY2(qFuzzyCompare(opacity(text), 0.6), qPrintable(text));
     QCOMPARE(opacity("Lens Control"), 1.0);
+    // Limits and units are as faint as a text may be.
+    QCOMPARE(opacity("500 /"), 1.0);
+    QCOMPARE(opacity("m"), 1.0);
     page.tab()->setProperty("lensBasedControlsEnabled", true);
     // The row of a position that is being typed is not locked.
     page.click("Focus");
@@ -395,6 +398,21 @@ void tst_SetupTabPositions::distanceThatIsNoNumberIsNotStored()
     QCOMPARE(page.text("Distance"), text);
     QVERIFY(!page.enabled("Focus To Distance"));
     QCOMPARE(page.tab()->property("distanceToFocus").toFloat(), 0.5f);
+}
+
+// A move by another client locks the lens.
+void tst_SetupTabPositions::halfTypedDistanceSurvivesALock()
+{
+    SetupPage page;
+    page.type("Distance", "12");
+    page.tab()->setProperty("lensBasedControlsEnabled", false);
+    page.settle();
+    QVERIFY(!page.enabled("Distance"));
+    QCOMPARE(page.tab()->property("distanceToFocus").toFloat(), 0.5f);
+    page.tab()->setProperty("lensBasedControlsEnabled", true);
+    page.settle();
+    page.PageDriver::type("5");
+    QCOMPARE(page.text("Distance"), "125");
 }
 
 void tst_SetupTabPositions::distanceLimitsAreRounded()

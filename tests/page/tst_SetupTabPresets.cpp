@@ -22,6 +22,8 @@ private slots:
     void integrationTimeIsTyped();
     void integrationTimeThatIsNoNumberIsKeptAndMarked();
     void halfTypedTimeSurvivesARead();
+    void halfTypedNumberIsNotTakenWhenItIsDisabled_data();
+    void halfTypedNumberIsNotTakenWhenItIsDisabled();
     void refusedRateGivesWayToTheCameras_data();
     void refusedRateGivesWayToTheCameras();
     void valuesThatWereNeverReadAreEmpty();
@@ -212,7 +214,7 @@ void tst_SetupTabPresets::integrationTimeIsTyped()
 void tst_SetupTabPresets::integrationTimeThatIsNoNumberIsKeptAndMarked()
 {
     SetupPage page;
-    for (const QString text : {"fast", "", "1.2.3"})
+    for (const QString text : {"fast", "", "inf", "1.2.3"})
         QCOMPARE(page.commandsOf([&] {
             page.type("Integration Time 0", text.isEmpty() ? QStringLiteral(" ") : text);
             page.press(Qt::Key_Return);
@@ -243,6 +245,37 @@ void tst_SetupTabPresets::halfTypedTimeSurvivesARead()
              QStringList{"controller.SetPresetIntegrationTime 0, 1, 152"});
 }
 
+void tst_SetupTabPresets::halfTypedNumberIsNotTakenWhenItIsDisabled_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<bool>("connected");
+    for (const QString field : {"Integration Time 0", "Frame Rate 0", "Dwell Count 0"})
+        for (const bool connected : {false, true})
+            QTest::addRow("%s, %s", qPrintable(field), connected ? "refresh hotkey" : "disconnected")
+                << field << connected;
+}
+
+void tst_SetupTabPresets::halfTypedNumberIsNotTakenWhenItIsDisabled()
+{
+    QFETCH(const QString, field);
+    QFETCH(const bool, connected);
+    SetupPage page;
+    setMode(page, Sequencing);
+    page.type(field, "12");
+    QCOMPARE(page.commandsOf([&] {
+        if (connected)
+            page.object("pages")->setProperty("enabled", false);
+        else
+            page.rig().camera().disconnect();
+    }),
+             QStringList());
+    QVERIFY(!page.enabled(field));
+    page.object("pages")->setProperty("enabled", true);
+    page.rig().camera().connect();
+    page.settle();
+    QVERIFY(page.findText("12"));
+}
+
 void tst_SetupTabPresets::refusedRateGivesWayToTheCameras_data()
 {
     QTest::addColumn<QString>("rate");
@@ -261,6 +294,14 @@ void tst_SetupTabPresets::refusedRateGivesWayToTheCameras()
     QVERIFY(page.rig().controller()->GetPresetFrameRate(0, &hertz));
     QCOMPARE(page.item("Frame Rate 0").property("editText").toString(), QString::number(hertz, 'f', 2));
     QVERIFY(page.find("The camera kept another value than the one typed."));
+
+    setMode(page, Superframing);
+    const QString kept = page.item("Superframe Rate").property("editText").toString();
+    page.type("Superframe Rate", rate);
+    page.press(Qt::Key_Return);
+    page.settle();
+    QCOMPARE(page.item("Superframe Rate").property("editText").toString(), kept);
+    QVERIFY(page.item("Superframe Rate").findChild<QQuickItem *>("updateMark")->isVisible());
 }
 
 void tst_SetupTabPresets::valuesThatWereNeverReadAreEmpty()

@@ -31,8 +31,8 @@ private:
     static QRect placeOf(const QQuickItem &item) { return item.mapRectToScene(item.boundingRect()).toAlignedRect(); }
     /// The highest contrast of a pixel of this part of the picture to its most frequent colour.
     static double contrastWithin(const QImage &picture, const QRect &place);
-    /// The highest contrast to the page's back of a pixel near the left edge of this part.
-    static double contrastOfEdge(const QImage &picture, const QRect &place);
+    /// The highest contrast to the page's back of a pixel from `first` to `last` right of the left edge of this part.
+    static double contrastOfEdge(const QImage &picture, const QRect &place, int first, int last);
 };
 
 double tst_contrast::luminance(QRgb color)
@@ -79,11 +79,11 @@ double tst_contrast::contrastWithin(const QImage &picture, const QRect &place)
     return highest;
 }
 
-double tst_contrast::contrastOfEdge(const QImage &picture, const QRect &place)
+double tst_contrast::contrastOfEdge(const QImage &picture, const QRect &place, int first, int last)
 {
     const QRgb back = picture.pixel(place.left() - 20, place.center().y());
     double highest = 1;
-    for (int x = place.left() - 8; x <= place.left() + 1; ++x)
+    for (int x = place.left() + first; x <= place.left() + last; ++x)
         highest = std::max(highest, contrast(picture.pixel(x, place.center().y()), back));
     return highest;
 }
@@ -163,8 +163,8 @@ void tst_contrast::framesStandOut()
     const QRect place = placeOf(*subject);
     const QImage picture = driver.grab();
     // Sliders have no frame of their own: their parts stand out from the page.
-    const double reached
-        = std::max(contrastOfEdge(picture, place), qml.contains("width:") ? contrastWithin(picture, place) : 1.0);
+    const double reached = std::max(contrastOfEdge(picture, place, -8, 1),
+                                    qml.contains("width:") ? contrastWithin(picture, place) : 1.0);
     QVERIFY2(reached >= leastOfFrame, qPrintable(QString::number(reached)));
 }
 
@@ -186,14 +186,7 @@ void tst_contrast::theFocusRingStandsOut()
     PageDriver driver;
     QQuickItem *subject = create(driver, qml);
     const QRect place = placeOf(*subject);
-    const auto ring = [&] {
-        const QImage picture = driver.grab();
-        const QRgb back = picture.pixel(place.left() - 20, place.center().y());
-        double highest = 1;
-        for (int x = place.left() - 5; x < place.left() - 1; ++x)
-            highest = std::max(highest, contrast(picture.pixel(x, place.center().y()), back));
-        return highest;
-    };
+    const auto ring = [&] { return contrastOfEdge(driver.grab(), place, -5, -2); };
     QCOMPARE(ring(), 1.0);
     subject->forceActiveFocus(Qt::TabFocusReason);
     driver.awaitFrame();

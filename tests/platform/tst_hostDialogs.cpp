@@ -44,7 +44,7 @@ private:
     /// Shows a page with a file dialog of these settings and returns the dialog.
     QObject *showFileDialog(const QString &settings);
     QFileDialog *openDialog() const;
-    /// A picture, kept for whoever looks at it.
+    /// A picture of the widget, which is also saved for inspection.
     static QImage shot(QWidget &widget, const char *name);
 
     ControlPage m_page;

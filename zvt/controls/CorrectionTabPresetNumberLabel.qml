@@ -1,7 +1,7 @@
 import QtQuick
 import zvt.look
 
-// The number of a preset on the Correction tab: tells whether the preset is in use. A press does nothing.
+// The number of a preset on the Correction tab: shows whether the preset is in use. A press does nothing.
 SetupTabPresetNumberButton {
     id: label
 

@@ -15,18 +15,20 @@ FocusScope {
     property string editText
     property string currentText
     property bool editable
-    // Row 0 is the highest frame rate and bears its sign.
+    // Row 0 is the highest frame rate and shows its sign.
     property bool showMaxOnFirstIndexText
     property string toolTip
+    // The text that was typed last was refused. It stays until Esc or another text.
+    property bool refused
 
     readonly property bool listOpen: _popup !== null && _popup.visible
 
-    // A list that is replaced by an equal one is the same list: nothing moves below the pointer.
+    // Replacing the list by an equal one changes nothing, so that no row moves below the pointer.
     readonly property string _joinedRows: (model ?? []).join("\n")
     readonly property var _rows: _joinedRows === "" ? [] : _joinedRows.split("\n")
     readonly property string _shownText: editable ? editText : currentText
     readonly property bool _differs: field.text !== currentText || field.text !== editText
-    // A text that is longer than the box stands in the tool tip in full.
+    // The tool tip shows a text in full that is longer than the box.
     readonly property bool _cutOff: field.contentWidth > field.width - field.leftPadding - field.rightPadding
     readonly property string _hint: refused ? Numbers.faultText
                                             : (_cutOff ? field.text + (toolTip && "\n") : "") + toolTip
@@ -37,14 +39,11 @@ FocusScope {
     property RowsPopup _popup: null
     readonly property AnswerMark _mark: mark.item as AnswerMark
 
-    // The text that was typed last was refused. It stays until Esc or another text.
-    property bool refused
-
-    // What was typed stands in currentText.
+    // currentText holds what was typed.
     signal accepted
     signal activated(index: int)
 
-    // Tells that the camera has answered, maybe with another value than the one typed.
+    // Shows that the camera has answered, maybe with another value than the one typed.
     function showFadingIntWidthUpdatedIndicator() {
         _makeMark()
         _mark.showUpdated()
@@ -153,10 +152,11 @@ FocusScope {
         if (_rows.length === 0)
             _closePopup()
     }
+    on_HintChanged: Hint.show(control, false, "")
     onEditableChanged: _revert()
     onActiveFocusChanged: {
         // A box that is only disabled for the length of a read keeps its list open and what was typed.
-        if (activeFocus || !enabled)
+        if (activeFocus || Fields.isDisabled(control))
             return
         if (_edited && _differs && !refused)
             _commit()
@@ -200,6 +200,7 @@ FocusScope {
         Accessible.ignored: true
         onPressed: control._openPopup()
         onTextEdited: {
+            Hint.show(control, false, "")
             control._typed = text
             control._edited = true
             control.refused = false

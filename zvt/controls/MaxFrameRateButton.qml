@@ -16,10 +16,7 @@ WrappingButton {
     contentItem: MaxFrameRateIcon {
         color: button.textColor
     }
-    background: Rectangle {
-        radius: Look.controlRadius
-        color: button.highlighted ? Look.onColor : button.hovered || button.down ? Look.buttonHoverColor : "transparent"
-        border.width: button.highlighted ? 1 : 0
-        border.color: Look.kestrinAccentBlue
+    background: FlatFace {
+        control: button
     }
 }

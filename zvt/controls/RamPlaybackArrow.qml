@@ -1,7 +1,7 @@
 import QtQuick
 
-// The way of a recording that is played back: it leaves the memory at the left, passes over what lies between, and
-// comes down on the computer at the right.
+// The path of a recording during playback: from the memory at the left, above what lies between, to the computer at the
+// right.
 Canvas {
     property color color: "gray"
 

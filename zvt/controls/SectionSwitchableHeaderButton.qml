@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import zvt.look
 
-// The header of a section that can be collapsed. A click is the page's to answer: it reads first and expands then.
+// The header of a section that can be collapsed. The page handles a click: it reads first and then expands.
 T.AbstractButton {
     id: header
 
@@ -53,20 +53,16 @@ T.AbstractButton {
             }
         }
 
-        T.Button {
+        WrappingButton {
             id: refreshButton
 
-            //: Tool tip; %1 is the title of a section
-            readonly property string toolTip: qsTr("Refresh %1").arg(header.sectionTitle)
-
             implicitWidth: Look.rowHeight
-            implicitHeight: Look.rowHeight
-            Accessible.name: toolTip
-            onHoveredChanged: Hint.show(refreshButton, hovered || visualFocus, toolTip)
-            onVisualFocusChanged: Hint.show(refreshButton, hovered || visualFocus, toolTip)
-            // Else the header around it would take the key for its own.
-            Keys.onReturnPressed: clicked()
-            Keys.onEnterPressed: clicked()
+            leftPadding: 0
+            rightPadding: 0
+            // The header dims it.
+            opacity: 1
+            //: Tool tip; %1 is the title of a section
+            toolTip: qsTr("Refresh %1").arg(header.sectionTitle)
             onClicked: header.refreshSection()
 
             contentItem: GlyphLabel {

@@ -1,7 +1,7 @@
 import QtQuick
 import zvt.look
 
-// The number of a preset on the Setup tab: tells whether the preset is in use, and puts it to use unless it only tells.
+// The number of a preset on the Setup tab: shows whether the preset is in use. A press changes that, unless `tellsOnly`.
 WrappingButton {
     id: button
 

@@ -7,10 +7,10 @@ T.Button {
     id: button
 
     property string toolTip
-    // What a dialog or a form is there for.
+    // The main action of a dialog or a form.
     property bool primary
     property bool destructive
-    // Black upon a bright colour could not be read at half the light, so a disabled button has no role.
+    // Black on a dimmed bright colour could not be read, so a disabled button does not show its role.
     readonly property bool _loud: enabled && (primary || destructive)
     property color textColor: _loud ? Look.inverseTextColor : Look.textColor
 

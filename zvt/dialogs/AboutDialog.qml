@@ -6,7 +6,7 @@ import zvt.dialogs
 import zvt.look
 import zvt.rows
 
-// What the camera says about itself, to be read or saved as a text file.
+// Information about the camera, which can be saved as a text file.
 InformationDialog {
     id: dialog
 

@@ -48,7 +48,7 @@ InformationDialog {
                    ? ""
                    //: Tool tip of a field: which names can be taken
                    : qsTr("At most 31 characters, the first one no blank")
-            // Not onEditingFinished: that comes of a press on the cancelling button too.
+            // Not onEditingFinished: a press on the cancelling button causes that too.
             onAccepted: {
                 if (acceptable)
                     dialog.accept()

@@ -5,7 +5,7 @@ import zvt.dialogs
 import zvt.rows
 
 // Shows the camera's clock and sets it, by hand or from the computer's clock. "Set" takes what was typed as it is: the
-// camera judges. Enter passes over what makes no time.
+// camera judges. Enter ignores an invalid time.
 InformationDialog {
     id: dialog
 
@@ -66,8 +66,8 @@ InformationDialog {
 
     Connections {
         target: dialog.timeModel
-        // "Get" shows the camera's time over what was typed even if it is the same time. What was typed and makes no
-        // time stays, to be mended.
+        // "Get" shows the camera's time over what was typed even if it is the same time. An invalid
+        // time that was typed stays, to be corrected.
         function onCameraTimeChanged() {
             const time = dialog.timeModel.cameraTime
             if (!isNaN(time.getTime()))

@@ -133,7 +133,7 @@ InformationDialog {
         }
     ]
 
-    // A transfer may outlive the dialog: a failure is told then too.
+    // A transfer may outlive the dialog: a failure is reported then too.
     Connections {
         target: dialog.stateModel
         function onTransferringChanged() {
@@ -274,7 +274,7 @@ InformationDialog {
         GenericMessageDialog {
             readonly property bool _uploading: dialog.stateModel ? dialog.stateModel.transferUpload : false
 
-            // Its place in the content of a closed dialog would be in no window.
+            // In the content of a closed dialog it would be in no window.
             parent: dialog.parent
             //: Title of a message
             title: qsTr("Error")

@@ -13,7 +13,7 @@ InformationDialog {
     property bool destructive
 
     fullWidth: 400
-    // Enter does no harm.
+    // So that Enter confirms nothing that cannot be undone.
     initialFocus: destructive ? denyButton : confirmButton
     buttons: [
         DialogButton {

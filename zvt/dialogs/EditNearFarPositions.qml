@@ -80,7 +80,7 @@ InformationDialog {
             fieldOfView: qsTr("Wide Field Of View")
         }
 
-        // Keeps its place while there is nothing to tell.
+        // Keeps its height while there is no fault.
         PlainLabel {
             Layout.fillWidth: true
             Layout.preferredHeight: implicitHeight

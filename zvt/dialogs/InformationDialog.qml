@@ -5,9 +5,9 @@ import zvt.dialogs
 import zvt.look
 import zvt.rows
 
-// The frame of all dialogs: modal, in the middle of the window, no larger than it, and not going away by itself. Esc
-// rejects it. As it stands it shows a text with one button, which accepts it; other dialogs bring a content and buttons
-// of their own. A content that is longer than the window scrolls, by the arrow keys too. Once the dialog closes, the
+// The frame of all dialogs: modal, in the middle of the window, no larger than it, and closed only by its buttons and by
+// Esc, which rejects it. By default it shows a text with one button, which accepts it; other dialogs have a content and
+// buttons of their own. A content that is longer than the window scrolls, by the arrow keys too. Once the dialog closes, the
 // keyboard focus is where it was before.
 T.Dialog {
     id: dialog
@@ -15,7 +15,7 @@ T.Dialog {
     property string text
     //: Closes a dialog
     property string buttonText: qsTr("Close")
-    // Whether the one button is what the dialog is there for.
+    // Whether the one button is the main action of the dialog.
     property bool primary
     // In place of the one button.
     property alias buttons: buttonRow.data
@@ -53,7 +53,7 @@ T.Dialog {
     }
 
     T.Overlay.modal: Rectangle {
-        // Of dialogs over each other the lowest one alone darkens what is below it.
+        // Of several open dialogs only the lowest one darkens what is below it.
         readonly property bool lowest: parent ? Array.from(parent.children).find(item => item.objectName === objectName)
                                                 === this : true
 

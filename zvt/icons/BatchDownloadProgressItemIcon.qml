@@ -1,7 +1,7 @@
 import QtQuick
 import zvt.look
 
-// How one movie of a batch stands: waiting, at work, failed or done.
+// The state of one movie of a batch: waiting, in progress, failed or done.
 Item {
     id: icon
 

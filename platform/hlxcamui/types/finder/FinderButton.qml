@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 T.Button {
     id: button
 
-    // What the dialog is there for.
+    // The main action of the dialog.
     property bool primary
 
     readonly property color _plainColor: down ? FinderLook.buttonDownColor

@@ -21,7 +21,7 @@ QtObject {
     readonly property color textColor: "#d8d8d8"
     readonly property color dimTextColor: "#8d9196"
     readonly property color strongTextColor: "#ffffff"
-    // Upon the accent.
+    // On the accent colour.
     readonly property color inverseTextColor: "#000000"
     readonly property color knobColor: "#a9aeb4"
 

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The scroll bar of a list, on show for as long as there is something to scroll.
+// The scroll bar of a list, visible while there is something to scroll.
 T.ScrollBar {
     id: bar
 
@@ -9,7 +9,7 @@ T.ScrollBar {
     padding: 3
     minimumSize: 0.08
     visible: size < 1
-    // The wheel is for the list below the bar.
+    // The wheel scrolls the list below the bar.
     wheelEnabled: false
 
     contentItem: Rectangle {

@@ -1,6 +1,6 @@
 import QtQuick
 
-// A text in one line. What does not fit is told by a tool tip.
+// A text in one line. A tool tip shows a text that does not fit.
 Text {
     id: fitted
 
