@@ -51,7 +51,8 @@ Card {
             const start = selectionStart
             const end = selectionEnd
             text = value
-            select(start, end)
+            if (start !== end)
+                select(start, end)
         }
     }
 
