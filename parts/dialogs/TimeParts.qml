@@ -21,7 +21,7 @@ GridLayout {
         second.show(known ? time.getSeconds() : "")
     }
 
-    // The time in the fields; invalid if one of them holds no number or there is no month.
+    // The time in the fields; invalid if a field does not hold a number or no month is chosen.
     function time(): date {
         return new Date(year.number, month.currentIndex < 0 ? NaN : month.currentIndex, day.number, hour.number,
                         minute.number, second.number)

@@ -1,7 +1,7 @@
 import QtQuick
 
 // Turns for as long as it exists. It belongs into a Loader that is active only while something is busy, since an
-// animation that nobody sees wakes the process sixty times a second.
+// invisible animation wakes the process sixty times a second.
 GlyphLabel {
     id: spinner
 
