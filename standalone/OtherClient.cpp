@@ -36,9 +36,12 @@ QString OtherClient::apply(emulator::Camera &camera, const QString &line)
     const QString text = line.section(u' ', 1).trimmed();
     if (text.isEmpty())
         return QStringLiteral("a line holds a setting and its value, such as \"focus.position 3000\"");
-    const bool done = name.startsWith(capabilities) ? camera.changeMakeUp(name.mid(capabilities.size()), valueOf(text))
-                                                    : camera.otherClient().set(name, valueOf(text));
-    return done ? QString() : QStringLiteral("the camera has no setting \"%1\", or does not take %2").arg(name, text);
+    QString why;
+    if (name.startsWith(capabilities))
+        camera.changeMakeUp(name.mid(capabilities.size()), valueOf(text), &why);
+    else
+        camera.otherClient().set(name, valueOf(text), &why);
+    return why;
 }
 
 void OtherClient::read()

@@ -2,6 +2,8 @@
 
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/DeviceKind.h"
+#include "platform/emulator/Section.h"
+#include "platform/emulator/SetupError.h"
 #include "platform/emulator/Storage.h"
 #include "platform/emulator/devices/EventQueue.h"
 #include "platform/emulator/devices/Identity.h"
@@ -44,34 +46,48 @@ struct Camera::State {
     std::atomic<bool> connected{false};
     uint64_t handle = 0;
     QJsonObject capabilities;
-    struct Fitted {
+    struct DeviceEntry {
         Device *device;
         bool remembers;
         bool inSnapshots;
     };
-    std::map<QString, Fitted> byKey;
+    std::map<QString, DeviceEntry> byKey;
     QJsonObject written; ///< The values in the memory file.
     bool complete = false; ///< All devices are there and have their values.
     std::recursive_mutex listenerMutex;
     std::map<int, std::function<void()>> listeners;
     int lastListener = 0;
 
-    /// What the devices save for which `wanted` is set.
-    QJsonObject save(bool Fitted::*wanted) const
+    Refusal changeCapability(const QString &name, const QJsonValue &value)
+    {
+        const QJsonValue old = capabilities.value(name);
+        if (old.isUndefined())
+            return noSuchSetting();
+        bool flag = false;
+        int count = 0;
+        Refusal refusal = old.isBool() ? parse(value, flag) : parse(value, count, {0, 255});
+        if (refusal.isEmpty())
+            capabilities[name] = value;
+        return refusal;
+    }
+
+    /// The saved values of the devices for which `wanted` is set.
+    QJsonObject save(bool DeviceEntry::*wanted) const
     {
         QJsonObject values;
-        for (const auto &[key, fitted] : byKey)
-            if (fitted.*wanted)
-                values[key] = fitted.device->save();
+        for (const auto &[key, entry] : byKey)
+            if (entry.*wanted)
+                values[key] = entry.device->save();
         return values;
     }
 
-    /// Gives it back to them. A device that the values do not tell of is left alone.
-    void restore(bool Fitted::*wanted, const QJsonObject &values)
+    /// Restores the devices for which `wanted` is set from their values of save(). Reports refused values.
+    void restore(bool DeviceEntry::*wanted, const QJsonObject &values, const QString &source)
     {
-        for (const auto &[key, fitted] : byKey)
-            if (fitted.*wanted && values.contains(key))
-                fitted.device->restore(values.value(key).toObject());
+        for (const auto &[key, entry] : byKey)
+            if (entry.*wanted && values.contains(key))
+                for (const QString &refusal : entry.device->restore(values.value(key).toObject()))
+                    qInfo("%s: %s.%s", qUtf8Printable(source), qUtf8Printable(key), qUtf8Printable(refusal));
     }
 };
 
@@ -114,12 +130,14 @@ Camera::Camera(Profile profile, QString folder)
     }
     m_newSettings = snapshot();
     const QJsonObject values = readMemory();
-    // It wakes up in the state that it was in. What devices remember by themselves is newer than that.
-    const QJsonObject states = values.value(QStringLiteral("states")).toObject();
-    m_state->restore(&State::Fitted::inSnapshots, device<StateStore>()->settingsAtStart(states));
-    m_state->restore(&State::Fitted::remembers, values);
+    // It starts in its last state. The values that devices remember by themselves are newer than that.
+    const auto *const states = device<StateStore>();
+    const std::string state = states->stateAtStart(values.value(QStringLiteral("states")).toObject());
+    m_state->restore(&State::DeviceEntry::inSnapshots, states->settingsOf(state).value_or(QJsonObject()),
+                     QStringLiteral("state ") + QString::fromStdString(state));
+    m_state->restore(&State::DeviceEntry::remembers, values, memorySource());
     // A camera that is as its profile made it needs no file.
-    m_state->written = values.isEmpty() ? m_state->save(&State::Fitted::remembers) : values;
+    m_state->written = values.isEmpty() ? m_state->save(&State::DeviceEntry::remembers) : values;
     m_state->complete = true;
 }
 
@@ -132,14 +150,16 @@ Camera::~Camera()
     remember();
 }
 
-/// Reads what is saved in the camera's folder. Throws a SetupError about a value of a kind that no device writes.
+QString Camera::memorySource() const { return QStringLiteral("storage %1/%2").arg(m_folder, memoryFile); }
+
+/// Reads the values that the camera's folder keeps. Throws a SetupError about a value of a kind that no device writes.
 QJsonObject Camera::readMemory() const
 {
-    QJsonObject model = m_state->save(&State::Fitted::remembers);
+    QJsonObject model = m_state->save(&State::DeviceEntry::remembers);
     // Its device saves only what differs from the profile.
     model[identityKey] = m_profile.identity();
     const QJsonObject values = m_state->storage.read(memoryFile);
-    Section(values, QStringLiteral("storage %1/%2").arg(m_folder, memoryFile)).requireKindsOf(model);
+    Section(values, memorySource()).requireKindsOf(model);
     return values;
 }
 
@@ -184,26 +204,31 @@ Device *Camera::deviceOf(const QString &key) const
     return found == m_state->byKey.end() ? nullptr : found->second.device;
 }
 
-bool Camera::OtherClient::set(const QString &name, const QVariant &value)
+bool Camera::OtherClient::set(const QString &name, const QVariant &value, QString *why)
 {
     const std::lock_guard lock(m_camera.m_mutex);
     const auto dot = name.indexOf(QLatin1Char('.'));
-    auto *const addressed = m_camera.deviceOf(name.left(dot));
-    if (dot < 0 || !addressed || !addressed->set(name.mid(dot + 1), value))
+    auto *const addressed = dot < 0 ? nullptr : m_camera.deviceOf(name.left(dot));
+    const Refusal refusal
+        = addressed ? addressed->change(name.mid(dot + 1), QJsonValue::fromVariant(value)) : noSuchSetting();
+    if (!refusal.isEmpty()) {
+        if (why)
+            *why = QStringLiteral("other client: %1: %2").arg(name, refusal);
         return false;
+    }
     m_camera.device<EventQueue>()->push(ZVT_EVENT_SETTINGS_CHANGED);
     return true;
 }
 
-bool Camera::changeMakeUp(const QString &capability, const QVariant &value)
+bool Camera::changeMakeUp(const QString &capability, const QVariant &value, QString *why)
 {
     const std::lock_guard lock(m_mutex);
-    const QJsonValue old = m_state->capabilities.value(capability);
-    const auto wanted = QJsonValue::fromVariant(value);
-    const bool isCount = wanted.isDouble() && wanted.toInt(-1) >= 0;
-    if (old.type() != wanted.type() || !(wanted.isBool() || isCount))
+    const Refusal refusal = m_state->changeCapability(capability, QJsonValue::fromVariant(value));
+    if (!refusal.isEmpty()) {
+        if (why)
+            *why = QStringLiteral("other client: capabilities.%1: %2").arg(capability, refusal);
         return false;
-    m_state->capabilities[capability] = wanted;
+    }
     device<EventQueue>()->push(ZVT_EVENT_MAKE_UP_CHANGED);
     return true;
 }
@@ -227,7 +252,7 @@ void Camera::removeListener(int number)
     m_state->listeners.erase(number);
 }
 
-Status Camera::takeTime(int64_t milliseconds)
+Status Camera::letTimePass(int64_t milliseconds)
 {
     {
         const Unlocked unlocked(*this);
@@ -239,13 +264,13 @@ Status Camera::takeTime(int64_t milliseconds)
 QJsonObject Camera::snapshot() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_state->save(&State::Fitted::inSnapshots);
+    return m_state->save(&State::DeviceEntry::inSnapshots);
 }
 
-void Camera::restore(const QJsonObject &snapshot)
+void Camera::restore(const QJsonObject &snapshot, const QString &source)
 {
     const std::lock_guard lock(m_mutex);
-    m_state->restore(&State::Fitted::inSnapshots, snapshot);
+    m_state->restore(&State::DeviceEntry::inSnapshots, snapshot, source);
     remember();
 }
 
@@ -254,7 +279,7 @@ void Camera::remember()
     const std::lock_guard lock(m_mutex);
     if (!m_state->complete)
         return;
-    const QJsonObject values = m_state->save(&State::Fitted::remembers);
+    const QJsonObject values = m_state->save(&State::DeviceEntry::remembers);
     // A folder that somebody has removed is not made again behind their back.
     if (values == m_state->written || !QDir(m_folder).exists())
         return;

@@ -74,17 +74,18 @@ public:
         std::recursive_mutex &m_mutex;
     };
 
-    /// How an operation takes its time: the Clock goes on by so many milliseconds, with the lock given back meanwhile.
-    /// Any other operation may have come in between, so look again at what was known before. NotConnected if the camera
-    /// is no longer connected: the operation ends with that.
-    Status takeTime(int64_t milliseconds);
+    /// Lets the time of a slow operation pass: advances the Clock by so many milliseconds, with the lock released.
+    /// Other operations may run meanwhile, so read again afterwards what was read before. Returns NotConnected if the
+    /// camera is no longer connected; the operation then ends with that status.
+    Status letTimePass(int64_t milliseconds);
 
-    /// Changes a setting behind the operator's back, as "device.setting", and raises the event for it. False if there
-    /// is no such setting or it refuses the value.
+    /// Another client of the camera, which changes settings and so raises the event for changed settings.
     class OtherClient
     {
     public:
-        bool set(const QString &name, const QVariant &value);
+        /// Changes a setting, named as "device.setting". False if it is refused; `why` is then one line for the user,
+        /// as "other client: cooler.setpoint: must lie between 60 and 120".
+        bool set(const QString &name, const QVariant &value, QString *why = nullptr);
 
     private:
         friend class Camera;
@@ -93,8 +94,9 @@ public:
     };
     OtherClient otherClient() { return OtherClient(*this); }
 
-    /// Sets one capability by the name of its property and raises the event for a changed make-up.
-    bool changeMakeUp(const QString &capability, const QVariant &value);
+    /// Changes one capability by the name of its property and raises the event for a changed make-up. False if it is
+    /// refused, with `why` as for OtherClient::set().
+    bool changeMakeUp(const QString &capability, const QVariant &value, QString *why = nullptr);
 
     /// The capabilities by the names of their properties, as they are now.
     QJsonObject capabilities() const;
@@ -106,9 +108,9 @@ public:
 
     /// The camera's settings, as a named snapshot holds them: the devices by their keys, and what each of them saves.
     QJsonObject snapshot() const;
-    /// Takes over what snapshot() gave. Devices that it does not tell of stay as they are; so do values that a device
-    /// would refuse.
-    void restore(const QJsonObject &snapshot);
+    /// Takes a snapshot() back. Devices that it does not contain stay as they are, and so do values that a device
+    /// refuses: each of those is reported as "source: path of the key: why".
+    void restore(const QJsonObject &snapshot, const QString &source = QStringLiteral("snapshot"));
 
     /// The settings of a new camera of this profile.
     const QJsonObject &newSettings() const { return m_newSettings; }
@@ -118,6 +120,7 @@ public:
 
 private:
     Camera(Profile profile, QString folder);
+    QString memorySource() const;
     QJsonObject readMemory() const;
     void setConnected(bool connected);
     Device *deviceOf(const QString &key) const;

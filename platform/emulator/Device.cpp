@@ -7,13 +7,15 @@ namespace emulator
 
 Device::~Device() = default;
 
-QJsonObject Device::save() const { return {}; }
+QJsonObject Device::save() const { return m_table.save(); }
 
-void Device::restore(const QJsonObject &) { }
+QStringList Device::restore(const QJsonObject &values) { return m_table.restore(values); }
 
 void Device::connectionChanged(bool) { }
 
-bool Device::set(const QString &, const QVariant &) { return false; }
+Refusal Device::change(const QString &name, const QJsonValue &value) { return m_table.change(name, value); }
+
+std::vector<SettingInfo> Device::settings() const { return m_table.list(); }
 
 void Device::remember() const { m_camera.remember(); }
 

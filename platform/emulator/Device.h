@@ -1,18 +1,40 @@
 #pragma once
 
+#include "platform/emulator/Section.h"
+#include "platform/emulator/SettingTable.h"
+
 #include <QJsonObject>
 #include <QString>
-#include <QVariant>
+#include <QStringList>
+
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 namespace emulator
 {
 
 class Camera;
 
-/// A piece of equipment inside an emulated camera: its cooler, its sensor, its clock. A device answers for itself,
-/// keeps its own values and takes its time from the Clock. Its operations return a Status, and leave their outputs
-/// alone unless it is Ok. They are called with the camera's lock held, from any thread; one that is slow lets the time
-/// pass by Camera::takeTime(), so that the rest of the camera goes on answering.
+/// A piece of equipment inside an emulated camera: its cooler, its sensor, its clock. A device keeps its own values and
+/// takes its time from the Clock. Its operations return a Status and leave their outputs alone unless it is Ok. They
+/// are called with the camera's lock held, from any thread; a slow one lets the time pass by Camera::letTimePass(), so
+/// that the rest of the camera continues to answer.
+///
+/// The constructor of a device states its settings once, as a table, after its members have their defaults:
+///
+///     DetectorGain::DetectorGain(Camera &camera, Section &section)
+///         : Device(camera), m_levels(section.integer(u"levels"_s, 3, 1, UINT8_MAX))
+///     {
+///         addSettings(section, {
+///             {u"level"_s, m_level, Between{0, m_levels - 1.0}, Everywhere},
+///             {u"named"_s, m_named, Profile | OtherClient},
+///         });
+///     }
+///
+///     Status DetectorGain::setLevel(uint8_t level) { return assign(m_level, level); }
+///
+/// Values that no row can describe are saved, restored and changed by overrides, which leave the rest to the table.
 class Device
 {
 public:
@@ -21,26 +43,50 @@ public:
     Device &operator=(const Device &) = delete;
     virtual ~Device();
 
-    /// What the camera's memory and its snapshots hold of this device. Empty: nothing.
+    /// The values of this device in the camera's memory and in its snapshots. Empty: it has none.
     virtual QJsonObject save() const;
 
-    /// Takes over what save() gave. Values that the device does not know or would refuse are passed over.
-    virtual void restore(const QJsonObject &values);
+    /// Takes the values of save() back, as SettingTable::restore() does.
+    virtual QStringList restore(const QJsonObject &values);
 
     /// The camera has been connected or disconnected. It is switched on by its first connection.
     virtual void connectionChanged(bool connected);
 
-    /// Another client changes the setting `name`. False: there is no such setting, or it refuses the value.
-    virtual bool set(const QString &name, const QVariant &value);
+    /// Another client changes the setting `name`. Returns why it is refused, empty if it has been changed.
+    virtual Refusal change(const QString &name, const QJsonValue &value);
+
+    /// The settings that other clients may change, in the order of the table.
+    virtual std::vector<SettingInfo> settings() const;
 
 protected:
+    using enum Setting::Use;
+
     Camera &camera() const { return m_camera; }
+
+    /// See SettingTable::add(). Only in constructors.
+    void addSettings(Section &section, std::vector<Setting> rows) { m_table.add(section, std::move(rows)); }
+
+    /// Changes the setting that `member` is, by the rule of its row. Refused if the row refuses the value.
+    template <class T> Status assign(T &member, const std::type_identity_t<T> &value)
+    {
+        return m_table.of(&member).change(toJson(value)).isEmpty() ? Ok : Refused;
+    }
+
+    /// Reads the setting that `member` is. Refused while it cannot be changed.
+    template <class T> Status fetch(const T &member, T &value) const
+    {
+        if (!m_table.of(&member).changeable())
+            return Refused;
+        value = member;
+        return Ok;
+    }
 
     /// Something that outlives the process has changed: the camera writes it to its folder.
     void remember() const;
 
 private:
     Camera &m_camera;
+    SettingTable m_table;
 };
 
 } // namespace emulator

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/emulator/Status.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -12,18 +14,6 @@
 
 namespace emulator
 {
-
-/// What the gate answers. The plug-in knows only zero and not zero; the values are for whoever reads a call log.
-enum Status : int {
-    Ok = 0,
-    InvalidHandle = -1,
-    NotConnected = -2,
-    Absent = -3, ///< The camera lacks the equipment.
-    Refused = -4, ///< The camera does not take the value.
-    Injected = -5, ///< A test asked for the failure.
-    Stopped = -6, ///< The caller has ended the transfer.
-    Pending = -999 ///< The call has not ended yet.
-};
 
 /// One call that reached the camera, written down when it arrived.
 struct Call {

@@ -1,20 +1,13 @@
 #pragma once
 
+#include "platform/emulator/SetupError.h"
+
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
-#include <stdexcept>
-
 namespace emulator
 {
-
-/// Something is wrong with a profile or a storage folder; what() is one line for the user.
-class SetupError : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// A kind of camera, as data: who it is, what it can do, and what its devices start with. Profiles inherit by
 /// "extends"; unknown keys are errors.

@@ -1,10 +1,6 @@
 #include "platform/emulator/Section.h"
 
-#include "platform/emulator/Profile.h"
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
+#include "platform/emulator/SetupError.h"
 
 namespace emulator
 {
@@ -14,70 +10,14 @@ Section::Section(QJsonObject values, QString source, QString path)
 {
 }
 
-bool Section::isNull(const QString &key) { return take(key).isNull(); }
-
-bool Section::flag(const QString &key, bool fallback)
-{
-    const auto value = take(key);
-    if (!value.isUndefined() && !value.isBool())
-        refuse(key, QStringLiteral("must be true or false"));
-    return value.toBool(fallback);
-}
-
-int Section::integer(const QString &key, int fallback, int minimum, int maximum)
-{
-    const double value = number(key, fallback, minimum, maximum);
-    if (std::trunc(value) != value)
-        refuse(key, QStringLiteral("must be a whole number"));
-    return static_cast<int>(value);
-}
-
-double Section::number(const QString &key, double fallback, double minimum, double maximum)
-{
-    const auto value = take(key);
-    if (value.isUndefined())
-        return fallback;
-    if (!value.isDouble())
-        refuse(key, QStringLiteral("must be a number"));
-    if (value.toDouble() < minimum || value.toDouble() > maximum)
-        refuse(key, QStringLiteral("must lie between %1 and %2").arg(minimum).arg(maximum));
-    return value.toDouble();
-}
-
-QString Section::text(const QString &key, const QString &fallback)
-{
-    const auto value = take(key);
-    if (!value.isUndefined() && !value.isString())
-        refuse(key, QStringLiteral("must be a text"));
-    return value.toString(fallback);
-}
-
-QStringList Section::texts(const QString &key, const QStringList &fallback)
-{
-    if (!contains(key))
-        return fallback;
-    QStringList result;
-    for (const auto &entry : list(key, QJsonValue::String, "must be a list of texts"))
-        result.append(entry.toString());
-    return result;
-}
-
-QList<double> Section::numbers(const QString &key, const QList<double> &fallback)
-{
-    if (!contains(key))
-        return fallback;
-    QList<double> result;
-    for (const auto &entry : list(key, QJsonValue::Double, "must be a list of numbers"))
-        result.append(entry.toDouble());
-    return result;
-}
+bool Section::isNull(const QString &key) { return value(key).isNull(); }
 
 QJsonObject Section::object(const QString &key)
 {
-    const auto value = take(key);
-    if (!value.isUndefined() && !value.isObject())
+    const QJsonValue json = value(key);
+    if (!json.isUndefined() && !json.isObject())
         refuse(key, QStringLiteral("must be an object"));
-    return value.toObject();
+    return json.toObject();
 }
 
 Section Section::section(const QString &key) { return {object(key), m_source, pathOf(key)}; }
@@ -93,7 +33,7 @@ void Section::requireKindsOf(const QJsonObject &model)
             flag(key, false);
             break;
         case QJsonValue::Double:
-            number(key, 0, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max());
+            read<double>(key, 0);
             break;
         case QJsonValue::String:
             text(key, {});
@@ -122,17 +62,7 @@ void Section::refuse(const QString &key, const QString &why) const
 
 QString Section::pathOf(const QString &key) const { return m_path.isEmpty() ? key : m_path + QLatin1Char('.') + key; }
 
-QJsonArray Section::list(const QString &key, QJsonValue::Type kind, const char *whyNot)
-{
-    const auto value = take(key);
-    const auto isKind = [kind](const QJsonValue &entry) { return entry.type() == kind; };
-    const QJsonArray entries = value.toArray();
-    if (!value.isArray() || !std::all_of(entries.begin(), entries.end(), isKind))
-        refuse(key, QLatin1String(whyNot));
-    return entries;
-}
-
-QJsonValue Section::take(const QString &key)
+QJsonValue Section::value(const QString &key)
 {
     m_known.insert(key);
     return m_values.value(key);

@@ -1,6 +1,6 @@
 #include "platform/emulator/Storage.h"
 
-#include "platform/emulator/Profile.h"
+#include "platform/emulator/SetupError.h"
 
 #include <QDir>
 #include <QFileInfo>

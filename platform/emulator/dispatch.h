@@ -12,34 +12,86 @@
 namespace emulator
 {
 
-// How the functions of the SDK and the operations of the controller reach an emulated camera. Each of them is a line or
-// two through one of the templates at the end of this file, with its arguments (but the handle) in their order behind
-// the body:
+// The ways in which the functions of the SDK and the operations of the controller reach an emulated camera. Each of
+// them is one line through a template of this file, with its arguments (but the handle) in their order: they are
+// logged, checked and passed on.
 //
-//     int zvtGetFPATemperature(uint64_t handle, float *kelvin)
+// A function that is one function of a device names it. Outputs are pointers here and references there:
+//
+//     int zvtSetFocusPos(uint64_t handle, uint32_t position)
 //     {
-//         return onDevice<Cooler>(__func__, handle, [&](Cooler &c) { return c.fpaTemperature(*kelvin); }, kelvin);
+//         return call<&Focus::goTo>(__func__, handle, position);
 //     }
+//
+// A function that reads values which a device returns names their getters, one for each output:
+//
+//     int zvtGetFocusRange(uint64_t handle, uint32_t *minimum, uint32_t *maximum)
+//     {
+//         return get<&Focus::minimum, &Focus::maximum>(__func__, handle, minimum, maximum);
+//     }
+//
+// A text output is a Text:
 //
 //     int zvtGetCameraSN(uint64_t handle, char *buffer, uint32_t size)
 //     {
-//         Text text(buffer, size);
-//         return onDevice<Identity>(__func__, handle, [&](Identity &i) { return i.serial(text.value); }, text);
+//         return get<&Identity::serial>(__func__, handle, Text(buffer, size));
 //     }
 //
-// A body runs with the camera's lock held and with outputs and texts that are not null. It returns a status, true or
-// false, or nothing. A slow operation gives the lock back while it takes its time, and ends when the camera is
-// disconnected meanwhile; around a call of its caller's delegate it gives it back by a Camera::Unlocked:
+// All others have a body, which takes the device (onDevice) or the camera (dispatch).
+//
+// Bodies and functions of devices run with the camera's lock held and with outputs and texts that are not null. They
+// return a status, true or false, or nothing. A slow operation releases the lock while it takes its time, and ends when
+// the camera is disconnected meanwhile; it calls a delegate of its caller within a Camera::Unlocked:
 //
 //     Status Wheel::turnTo(uint8_t slot)
 //     {
-//         if (const Status status = camera().takeTime(turnMilliseconds); status != Ok)
+//         if (const Status status = camera().letTimePass(turnMilliseconds); status != Ok)
 //             return status;
 //         m_slot = slot;
 //         return Ok;
 //     }
 
-/// The status of what a body returns: a status itself, true or false, or nothing.
+/// A function of a device: its class, and how it is called with the arguments of a call.
+template <class Function> struct DeviceFunction;
+template <class D, class Result, class... Parameters> struct DeviceFunction<Result (D::*)(Parameters...)> {
+    using Device = D;
+
+    template <class Function, class... Args> static Result invoke(Function function, D &device, Args &...arguments)
+    {
+        static_assert(sizeof...(Parameters) == sizeof...(Args));
+        return (device.*function)(pass<Parameters>(arguments)...);
+    }
+
+private:
+    /// An output of a call is a reference to the device.
+    template <class Parameter, class Argument> static decltype(auto) pass(Argument &argument)
+    {
+        constexpr bool isOutput
+            = std::is_lvalue_reference_v<Parameter> && !std::is_const_v<std::remove_reference_t<Parameter>>;
+        if constexpr (isOutput && isTextOutput<Argument>)
+            return (argument.value);
+        else if constexpr (isOutput)
+            return *argument;
+        else
+            return (argument);
+    }
+};
+template <class D, class Result, class... Parameters>
+struct DeviceFunction<Result (D::*)(Parameters...) const> : DeviceFunction<Result (D::*)(Parameters...)> {
+};
+
+template <auto Function> using DeviceOf = typename DeviceFunction<decltype(Function)>::Device;
+
+/// Writes a value that a device returns into an output of a call.
+template <class Output, class Value> void writeOutput(Output &output, const Value &value)
+{
+    if constexpr (isTextOutput<Output>)
+        output.value = value;
+    else
+        *output = static_cast<std::remove_pointer_t<Output>>(value);
+}
+
+/// The status for the result of a body: the status that it returns, Ok or Refused for true or false, Ok for nothing.
 template <class Body, class Subject> int statusOf(Body &body, Subject &subject)
 {
     using Result = std::invoke_result_t<Body &, Subject &>;
@@ -53,8 +105,7 @@ template <class Body, class Subject> int statusOf(Body &body, Subject &subject)
     }
 }
 
-/// A call to a camera that may be null, with a body that takes a Camera&. The camera is not kept alive while the call
-/// is held: it may go.
+/// A call to a camera that may be null, with a body that takes a Camera&. A held call does not keep the camera alive.
 template <class Body, class... Args>
 int callCamera(std::shared_ptr<Camera> camera, const char *name, bool resultIsScripted, Body &&body, Args &...arguments)
 {
@@ -85,6 +136,13 @@ template <class D, class Body> auto withDevice(Body &body)
     };
 }
 
+/// Reads a value for each output by its getter.
+template <auto... Getters, class D, class... Outputs> void readValues(D &device, Outputs &...outputs)
+{
+    static_assert(sizeof...(Getters) == sizeof...(Outputs));
+    (writeOutput(outputs, (device.*Getters)()), ...);
+}
+
 /// A function of the SDK whose body takes a Camera&.
 template <class Body, class... Args> int dispatch(const char *name, uint64_t handle, Body body, Args &&...arguments)
 {
@@ -96,6 +154,22 @@ template <class D, class Body, class... Args>
 int onDevice(const char *name, uint64_t handle, Body body, Args &&...arguments)
 {
     return callCamera(Camera::find(handle), name, false, withDevice<D>(body), arguments...);
+}
+
+/// A function of the SDK that is this function of a device.
+template <auto Function, class... Args> int call(const char *name, uint64_t handle, Args... arguments)
+{
+    const auto body = [&](DeviceOf<Function> &device) {
+        return DeviceFunction<decltype(Function)>::invoke(Function, device, arguments...);
+    };
+    return onDevice<DeviceOf<Function>>(name, handle, body, arguments...);
+}
+
+/// A function of the SDK that reads these values of a device, one for each output.
+template <auto Getter, auto... Getters, class... Outputs> int get(const char *name, uint64_t handle, Outputs... outputs)
+{
+    const auto body = [&](DeviceOf<Getter> &device) { readValues<Getter, Getters...>(device, outputs...); };
+    return onDevice<DeviceOf<Getter>>(name, handle, body, outputs...);
 }
 
 /// A function of the SDK for equipment that no emulated camera has: it fails as on a camera that lacks it.
@@ -143,6 +217,40 @@ template <class D, class Body, class... Args>
 bool controllerOnDevice(const std::shared_ptr<Camera> &camera, const char *name, Body body, Args &&...arguments)
 {
     return callCamera(camera, name, true, withDevice<D>(body), arguments...) == Ok;
+}
+
+/// An operation of the controller that is this function of a device.
+template <auto Function, class... Args>
+bool controllerCall(const std::shared_ptr<Camera> &camera, const char *name, Args... arguments)
+{
+    const auto body = [&](DeviceOf<Function> &device) {
+        return DeviceFunction<decltype(Function)>::invoke(Function, device, arguments...);
+    };
+    return controllerOnDevice<DeviceOf<Function>>(camera, name, body, arguments...);
+}
+
+/// An operation of the controller that reads these values of a device, one for each output.
+template <auto Getter, auto... Getters, class... Outputs>
+bool controllerGet(const std::shared_ptr<Camera> &camera, const char *name, Outputs... outputs)
+{
+    const auto body = [&](DeviceOf<Getter> &device) { readValues<Getter, Getters...>(device, outputs...); };
+    return controllerOnDevice<DeviceOf<Getter>>(camera, name, body, outputs...);
+}
+
+/// A call that the framework answers itself, whether or not the camera is connected; a null camera fails. `answer`
+/// takes nothing, runs with the camera's lock held and returns a status. True on success.
+template <class Answer, class... Args>
+bool passGate(const std::shared_ptr<Camera> &camera, const char *name, Answer answer, Args &&...arguments)
+{
+    GatePass pass(camera ? camera->gate() : Sdk::gate(), name, describe(arguments...), AnsweredBy::Framework);
+    pass.wait();
+    const auto locked = [&]() -> int {
+        if (!camera)
+            return InvalidHandle;
+        const std::lock_guard lock(camera->mutex());
+        return answer();
+    };
+    return pass.answer(true, locked, arguments...) == Ok;
 }
 
 } // namespace emulator

@@ -27,7 +27,7 @@ std::optional<BadPixelFile> BadPixelFile::load(IFileSystem *files, const CString
     list.width = reader.number<uint16_t>();
     list.height = reader.number<uint16_t>();
     const auto count = reader.number<uint32_t>();
-    // The count is believed only if all the pixels are there.
+    // Checked against the remaining bytes before the pixels are read.
     if (!reader.ok() || reader.left() != std::size_t{count} * 4)
         return std::nullopt;
     list.pixels.resize(count);

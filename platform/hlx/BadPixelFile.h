@@ -9,8 +9,8 @@
 namespace hlx
 {
 
-/// The content of a bad pixel list file. It stands on the ground floor, since the emulated camera writes these files
-/// and the list class of the floor above reads them.
+/// The content of a bad pixel list file. It is in the lowest library, because the emulated camera writes these files
+/// and the list class of a higher library reads them.
 struct BadPixelFile {
     struct Pixel {
         uint16_t x = 0;
@@ -21,15 +21,15 @@ struct BadPixelFile {
 
     uint16_t width = 0;
     uint16_t height = 0;
-    std::vector<Pixel> pixels; ///< All inside the image.
+    std::vector<Pixel> pixels; ///< All are inside the image.
 
-    /// Nothing if there is no such file, or if it is foreign, cut short or corrupt.
+    /// Reads a file. Returns nothing if the file does not exist, has another format, or is truncated or corrupt.
     static std::optional<BadPixelFile> load(IFileSystem *files, const CString &path);
 
-    /// The bytes of the file, for a camera that keeps its files in another way.
+    /// The bytes of the file, for a camera that stores its files in another way.
     std::vector<uint8_t> bytes() const;
 
-    /// False if the file could not be written as a whole.
+    /// Writes the file. Returns false if it could not be written completely.
     bool save(IFileSystem *files, const CString &path) const;
 };
 

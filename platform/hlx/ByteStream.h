@@ -15,7 +15,7 @@
 namespace hlx
 {
 
-/// Builds the bytes of a file: numbers begin with their lowest byte, floats are numbers of the same bits.
+/// Builds the bytes of a file. Numbers are little-endian; a float is stored as the integer with the same bits.
 class ByteWriter
 {
 public:
@@ -28,10 +28,10 @@ public:
     void real(float value) { number(std::bit_cast<uint32_t>(value)); }
     void raw(const void *data, std::size_t size)
     {
-        // Not insert(): g++ 12 warns of an overflow in there where it knows the size and optimises.
+        // Not insert(): g++ 12 wrongly warns of an overflow in it if it optimises a known size.
         std::copy_n(static_cast<const uint8_t *>(data), size, std::back_inserter(m_bytes));
     }
-    /// The number of bytes in 32 bits, then the bytes.
+    /// Writes the number of bytes as 32 bits, then the bytes.
     void text(const CString &value)
     {
         number(static_cast<uint32_t>(value.length()));
@@ -44,8 +44,8 @@ private:
     std::vector<uint8_t> m_bytes;
 };
 
-/// Takes apart what a ByteWriter built. The first read beyond the end, or a call of fail(), spoils the rest: every
-/// further read gives 0, so that a reader tests ok() once, before it believes what it read.
+/// Reads the bytes that a ByteWriter built. After a read beyond the end, or after fail(), ok() is false and every
+/// further read returns 0, so it is enough to check ok() once, before the values are used.
 class ByteReader
 {
 public:
@@ -63,7 +63,7 @@ public:
 
     float real() { return std::bit_cast<float>(number<uint32_t>()); }
 
-    /// The next bytes, in place; null, spoiling the rest, if there are fewer.
+    /// Returns a pointer to the next `size` bytes and skips them. If there are fewer, fails and returns null.
     const uint8_t *take(std::size_t size)
     {
         if (!m_ok || size > m_left) {
@@ -83,7 +83,7 @@ public:
         return bytes == nullptr ? CString() : CString(bytes, static_cast<int>(length));
     }
 
-    /// Nothing is allocated unless all of the values are there.
+    /// Reads `count` floats. Allocates no memory unless all of them are there.
     TArray<float> reals(std::size_t count)
     {
         TArray<float> values;
@@ -94,7 +94,7 @@ public:
         return values;
     }
 
-    /// Spoils the rest unless exactly these bytes come next: a magic.
+    /// Skips the magic bytes of a file. Fails if the next bytes are different.
     void expect(std::string_view magic)
     {
         const auto *bytes = reinterpret_cast<const char *>(take(magic.size()));
@@ -109,7 +109,7 @@ public:
     }
 
     bool ok() const { return m_ok; }
-    /// All went well and nothing is left over.
+    /// Whether no read has failed and no bytes are left.
     bool complete() const { return m_ok && m_left == 0; }
     std::size_t left() const { return m_left; }
 

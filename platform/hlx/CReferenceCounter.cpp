@@ -7,7 +7,7 @@ void CReferenceCounter::AddRef() { m_count.fetch_add(1, std::memory_order_relaxe
 
 void CReferenceCounter::Release()
 {
-    // The last one must see all that the others did to the object before they let go of it.
+    // The owner that releases last must see all changes that other owners made before they released the object.
     if (m_count.fetch_sub(1, std::memory_order_acq_rel) != 1)
         return;
     m_destroy(m_object);

@@ -17,7 +17,7 @@ CString::CString(const char *text, int length)
 
 CString &CString::operator=(const char *text)
 {
-    // A copy first: the text may be this one's own.
+    // Copies first, since `text` may point into this string.
     return *this = CString(text);
 }
 

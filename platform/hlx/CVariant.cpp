@@ -39,7 +39,8 @@ double textToNumber(const CString &text)
     return parse(text, number) ? number : 0.0;
 }
 
-// What each conversion to a number begins with: every kind as a double, which holds all ints and floats exactly.
+// The first step of each conversion to a number: converts every kind to a double, which holds all ints and floats
+// exactly.
 struct ToNumber {
     double operator()(std::monostate) const { return 0.0; }
     double operator()(bool value) const { return value ? 1.0 : 0.0; }

@@ -11,7 +11,7 @@ namespace hlx
 namespace
 {
 
-// The system may move fewer bytes than asked for, or none because a signal came in between.
+// The system may transfer fewer bytes than requested, or none if a signal interrupts the call.
 template <class Transfer> bool transferAll(uint64_t offset, std::size_t size, Transfer transfer)
 {
     std::size_t done = 0;

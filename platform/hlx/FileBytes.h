@@ -16,28 +16,29 @@ struct FileCloser {
     void operator()(std::FILE *file) const { std::fclose(file); }
 };
 
-/// An open file that closes itself.
+/// An open file; its destructor closes it.
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
-/// More than any file that is read as a whole can hold in earnest.
+/// The largest file that is read as a whole, in bytes; real files are far smaller.
 constexpr std::size_t largestWholeFile = std::size_t{1} << 30;
 
-/// Opens a file; null if it can not, or if there is no file system.
+/// Opens a file. Returns null if it cannot be opened or `files` is null.
 FileHandle openFile(IFileSystem *files, const CString &path, const char *mode);
 
-/// The present size of an open file in bytes; 0 if it can not be told.
+/// The current size of an open file in bytes; 0 if it cannot be determined.
 uint64_t sizeOf(const FileHandle &file);
 
-/// Reads exactly `size` bytes from an offset; false if they are not all there.
+/// Reads exactly `size` bytes from an offset. Returns false if there are fewer.
 bool readAt(const FileHandle &file, uint64_t offset, void *data, std::size_t size);
 
-/// Writes all of the bytes at an offset, past any buffer of the stream; false if not all of them went there.
+/// Writes bytes at an offset, bypassing the buffer of the stream. Returns false if not all of them were written.
 bool writeAt(const FileHandle &file, uint64_t offset, const void *data, std::size_t size);
 
-/// A whole file of at most largestWholeFile bytes.
+/// Reads a whole file. Returns nothing if it cannot be read or has more than largestWholeFile bytes.
 std::optional<std::vector<uint8_t>> readFile(IFileSystem *files, const CString &path);
 
-/// Replaces a file. False if not all of it could be written; a cut file may be left then.
+/// Writes a file; replaces an existing one. Returns false if it could not be written completely; a truncated file may
+/// remain then.
 bool writeFile(IFileSystem *files, const CString &path, const std::vector<uint8_t> &bytes);
 
 } // namespace hlx

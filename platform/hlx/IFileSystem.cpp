@@ -13,7 +13,7 @@ class ComputerFileSystem : public IFileSystem
 public:
     std::FILE *OpenFile(const CString &path, const char *mode) override
     {
-        // A folder would open and then fail on every read; a pipe would keep its reader waiting for ever.
+        // A folder would open but fail on every read; a pipe would block its reader forever.
         std::error_code error;
         const std::filesystem::file_status status = std::filesystem::status(path.c_str(), error);
         if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))

@@ -7,7 +7,7 @@
 namespace hlx
 {
 
-/// A text in the manner of vprintf, of any length; empty if it can not be formatted. The arguments are used up.
+/// Formats a text of any length like vprintf. Returns an empty text if the format is invalid. Consumes `arguments`.
 inline std::string formatted(const char *format, va_list arguments)
 {
     va_list again;

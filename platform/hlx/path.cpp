@@ -5,7 +5,7 @@
 namespace hlx::path
 {
 
-// Texts come by value, as in the framework.
+// The texts are passed by value, as the framework declares it.
 // NOLINTBEGIN(performance-unnecessary-value-param)
 CString MakeFilename(CString name, CString extension)
 {
@@ -36,7 +36,7 @@ bool WildcardMatch(CString pattern, CString text)
     const std::string_view t = text.c_str();
     std::size_t inPattern = 0;
     std::size_t inText = 0;
-    // Where to go on after a mismatch: behind the last star, which then takes one character more.
+    // The position to continue at after a mismatch: after the last star, which then matches one character more.
     std::size_t behindStar = std::string_view::npos;
     std::size_t starEnd = 0;
     while (inText < t.size()) {

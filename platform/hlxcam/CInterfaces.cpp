@@ -9,7 +9,7 @@ namespace hlx::cam
 namespace
 {
 
-/// The interfaces of this installation. The emulator is the only one.
+/// The interfaces of this installation: only the emulator.
 class BundledInterfaces final : public CInterfaces
 {
 public:
@@ -28,7 +28,7 @@ private:
 
 CInterfaces &interfaces()
 {
-    // Never destroyed, since a late call may come while the process ends.
+    // Never destroyed, since other static objects may still call it while the process ends.
     static auto *const registry = new BundledInterfaces;
     return *registry;
 }

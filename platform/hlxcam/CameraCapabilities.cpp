@@ -11,7 +11,7 @@ namespace hlx::cam
 
 void CameraCapabilities::configure(IZVTController *controller)
 {
-    // The table makes this function long; it stands in here because the fields are private.
+    // The table makes this function long. It is inside the function because the fields are private.
     struct Flag {
         const char *name;
         std::atomic<bool> CameraCapabilities::*value;

@@ -1,7 +1,7 @@
 #include "platform/hlxcam/EmulatedDevice.h"
 
 #include "platform/emulator/devices/EmulatorProperties.h"
-#include "platform/hlxcam/passGate.h"
+#include "platform/emulator/dispatch.h"
 
 #include <charconv>
 #include <string_view>
@@ -14,7 +14,7 @@ namespace
 
 constexpr std::string_view keyPrefix = "emulator:";
 
-/// A number in the kind that the property has already.
+/// The value, converted to the type that the property has already.
 QVariant inKindOf(const QVariant &present, const hlx::CVariant &value)
 {
     switch (present.typeId()) {
@@ -53,7 +53,7 @@ bool withProperties(const std::shared_ptr<emulator::Camera> &camera, const char 
             return emulator::Absent;
         return body(*properties, QString::fromUtf8(key.c_str())) ? emulator::Ok : emulator::Refused;
     };
-    return passGate(camera, name, answer, key);
+    return emulator::passGate(camera, name, answer, key);
 }
 
 } // namespace

@@ -13,7 +13,7 @@ class Camera;
 namespace hlx::cam
 {
 
-/// What the framework finds on the emulator: a camera, known by its handle. It does not keep the camera alive.
+/// An emulated camera as the framework finds it. Does not keep the camera alive.
 class EmulatedDevice final : public IDevice
 {
 public:
@@ -22,14 +22,14 @@ public:
     hlx::CString key() const override { return m_key; }
     CProperties &properties() override { return m_properties; }
 
-    /// Null if the camera has gone.
+    /// The camera; null if it no longer exists.
     std::shared_ptr<emulator::Camera> camera() const { return m_properties.camera.lock(); }
 
-    /// The living emulated camera whose device has this key; null if there is none.
+    /// The existing emulated camera whose device has this key; null if there is none.
     static std::shared_ptr<emulator::Camera> cameraOf(const hlx::CString &key);
 
 private:
-    /// The emulator's own properties. They can be read and written while the camera is not connected too.
+    /// The emulator's own properties. They can be read and written even while the camera is not connected.
     struct Properties final : CProperties {
         bool get(const hlx::CString &key, hlx::CVariant &value) const override;
         bool set(const hlx::CString &key, hlx::CVariant value) override;

@@ -16,7 +16,7 @@ bool contains(const hlx::TArray<IController::ValueChanged> &list, const IControl
 
 } // namespace
 
-/// Recursive, since a delegate may add, remove and fire while it is being called.
+/// The mutex is recursive, since a delegate may add and remove delegates and fire while it is being called.
 struct IController::Listeners {
     mutable std::recursive_mutex mutex;
     hlx::TArray<ValueChanged> delegates;
@@ -31,7 +31,7 @@ void IController::FireValueChanged(const hlx::CString &name)
     const auto listeners = m_listeners;
     const std::lock_guard lock(listeners->mutex);
     const auto delegates = listeners->delegates;
-    // One delegate may have removed another.
+    // An earlier delegate may have removed this one.
     for (const ValueChanged &listener : delegates)
         if (contains(listeners->delegates, listener))
             listener(name);

@@ -1,5 +1,5 @@
-// The destructors and constructors of the interfaces stand here, so that their type information lives in this library
-// and a dynamic cast finds it from every other one.
+// Defines the destructors and constructors of the interfaces, so that their type information is in this library only
+// and a dynamic_cast works across libraries.
 #include "hlx/CZVTController.h"
 #include "hlx/IInterface.h"
 

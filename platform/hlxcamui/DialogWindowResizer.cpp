@@ -11,13 +11,13 @@
 namespace hlx::cam::ui
 {
 
-/// The requests for one window, of which it is a child.
+/// The requests for one window; a child object of the window.
 class WindowSizeStack : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The window's stack, made on the first call.
+    /// The window's stack; created by the first call.
     static WindowSizeStack *of(QWindow *window)
     {
         auto *stack = window->findChild<WindowSizeStack *>({}, Qt::FindDirectChildrenOnly);
@@ -64,11 +64,11 @@ private:
         for (const auto &request : m_requests)
             minimum = minimum.expandedTo(request.size);
         const bool free = m_window->windowStates() == Qt::WindowNoState;
-        // Someone else's resize is the window's own size from then on.
+        // The window was resized by the operator or by other code: this is its own size from now on.
         if (free && m_window->size() != m_grownSize)
             m_ownSize = m_window->size();
         m_window->setMinimumSize(minimum);
-        // A window that fills its screen is as large as it can be.
+        // A maximized or full-screen window cannot grow.
         if (!free)
             return;
         m_grownSize = m_ownSize.expandedTo(minimum);

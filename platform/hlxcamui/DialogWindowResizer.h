@@ -10,12 +10,12 @@ namespace hlx::cam::ui
 
 class WindowSizeStack;
 
-/// Keeps a window large enough for the dialogs that are open in it: attached to a dialog, to any item or to the window
-/// itself, and called when the dialog opens and closes. GUI thread only.
+/// Keeps a window large enough for its open dialogs. Attach it to a dialog, an item or the window, push a size when the
+/// dialog opens and pop it when the dialog closes. GUI thread only.
 ///
-/// The requests of a window form one stack, from which each attached object takes its own latest; the window's minimum
-/// size is what suits its own minimum and all requests. A window that had to grow shrinks back, unless it was resized
-/// meanwhile. A request whose object dies is withdrawn.
+/// All requests of a window are in one stack; pop removes the latest request of the same attached object. The minimum
+/// size of the window is the smallest that satisfies its own minimum and all requests. A window that was enlarged
+/// shrinks back, unless it was resized meanwhile. The requests of a destroyed object are removed.
 class DialogWindowResizer : public QObject
 {
     Q_OBJECT
@@ -26,9 +26,9 @@ public:
 
     static DialogWindowResizer *qmlAttachedProperties(QObject *object);
 
-    /// Requests a minimum size in device-independent pixels. Without a window nothing happens.
+    /// Requests a minimum size in device-independent pixels. Does nothing while the object is in no window.
     Q_INVOKABLE void pushMinSize(const QSizeF &size);
-    /// Withdraws this object's latest request, if there is one.
+    /// Removes this object's latest request, if there is one.
     Q_INVOKABLE void popMinSize();
 
 private:

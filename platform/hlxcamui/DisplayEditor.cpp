@@ -14,10 +14,11 @@ namespace hlx::cam::ui
 namespace
 {
 
-/// Around the raster, as a part of the control's size: an image larger than the raster shows its edges there.
+/// The margin around the raster as a part of the control's size. The edges of an image larger than the raster are
+/// visible there.
 constexpr qreal marginShare = 0.08;
 
-/// The offsets of one direction with which the image lies on the raster or covers it.
+/// In one direction, the limits of the offsets with which the image is inside the raster or covers it.
 struct Limits {
     Limits(int display, qreal image, int step)
     {
@@ -99,7 +100,7 @@ QPointF DisplayEditor::imagePosition() const
         return m_offset;
     if (m_offsetType == Centered || m_window.isEmpty())
         return {(m_displaySize.width() - size.width()) / 2, (m_displaySize.height() - size.height()) / 2};
-    // The raster shows the array as mirrored by the flips.
+    // The image on the raster is mirrored by the flips.
     const int left = m_hFlip ? m_fpaSize.width() - m_window.x() - m_window.width() : m_window.x();
     const int top = m_vFlip ? m_fpaSize.height() - m_window.y() - m_window.height() : m_window.y();
     return QPointF(left, top) * (size.width() / m_window.width());
@@ -124,7 +125,7 @@ void DisplayEditor::mousePressEvent(QMouseEvent *event)
     if (!canMoveAt(event->position()))
         return;
     m_drag = Drag{view().toPixels(event->position()), m_offset};
-    // The page scrolls by dragging too.
+    // Otherwise the page would take the drag and scroll.
     setKeepMouseGrab(true);
 }
 

@@ -12,39 +12,40 @@ namespace hlx::cam::ui
 
 class RasterView;
 
-/// Shows where the camera's image lies on the raster of its video output, and lets the operator move it while the
-/// position is free; the QML file of the same name draws it. GUI thread only.
+/// Shows the position of the camera's image on the raster of its video output. The operator can move the image if the
+/// position is free. The QML file of the same name draws it. GUI thread only.
 ///
-/// Mouse: drag the image, Esc takes a drag back. Keys: arrows move it by one increment, with Ctrl by ten. What the
-/// operator does always meets the limits; what a page assigns to `offset` is shown as it is, and `isValid` judges it.
+/// Mouse: dragging moves the image, Esc cancels a drag. Keys: arrows move it by one increment, with Ctrl by ten. Moves
+/// by the operator always keep to the limits. An `offset` that a page assigns is shown unchanged, and `isValid` checks
+/// it.
 class DisplayEditor : public QQuickItem
 {
     Q_OBJECT
-    /// The image window on the detector array and the array's size, both in its pixels.
+    /// The image window on the detector array, and the size of the array; both in pixels of the array.
     Q_PROPERTY(QRect window MEMBER m_window NOTIFY layoutChanged)
     Q_PROPERTY(QSize fpaSize MEMBER m_fpaSize NOTIFY layoutChanged)
     Q_PROPERTY(bool hFlip MEMBER m_hFlip NOTIFY layoutChanged)
     Q_PROPERTY(bool vFlip MEMBER m_vFlip NOTIFY layoutChanged)
 
-    /// The video raster, in its pixels.
+    /// The size of the video raster in its pixels.
     Q_PROPERTY(QSize displaySize MEMBER m_displaySize NOTIFY layoutChanged)
-    /// Raster pixels for each pixel of the image; 0 makes the image as large as fits.
+    /// Raster pixels for each pixel of the image. 0 scales the image to the largest size that fits.
     Q_PROPERTY(qreal zoom MEMBER m_zoom NOTIFY layoutChanged)
     /// One of OffsetType.
     Q_PROPERTY(int offsetType MEMBER m_offsetType NOTIFY layoutChanged)
-    /// The image's top left corner on the raster, while the position is free.
+    /// The image's top left corner in raster pixels. Used only if the position is free.
     Q_PROPERTY(QPoint offset READ offset WRITE setOffset NOTIFY offsetChanged)
-    /// Steps of the offset; below 1 counts as 1.
+    /// Increments of the offset in raster pixels; values below 1 mean 1.
     Q_PROPERTY(QPoint increment MEMBER m_increment NOTIFY layoutChanged)
-    /// Marks what a television may hide at the upper and lower edge.
+    /// Whether lines mark the upper and lower strips that a television may cut off.
     Q_PROPERTY(bool showNtscLines MEMBER m_showNtscLines NOTIFY layoutChanged)
 
-    /// The offsets with which the image lies on the raster, or, where it is larger, fills it.
+    /// The range of offsets with which the image is inside the raster, or covers it if the image is larger.
     Q_PROPERTY(QPoint offsetMin READ offsetMin NOTIFY layoutChanged)
     Q_PROPERTY(QPoint offsetMax READ offsetMax NOTIFY layoutChanged)
-    /// False while a free position is outside its limits or between two increments.
+    /// False if a free position is out of range or not a multiple of the increment.
     Q_PROPERTY(bool isValid READ isValid NOTIFY layoutChanged)
-    /// Where things are drawn, in the control's coordinates: raster and image.
+    /// The drawn rectangles of raster and image, in the control's coordinates.
     Q_PROPERTY(QRectF displayFrame READ displayFrame NOTIFY layoutChanged)
     Q_PROPERTY(QRectF imageFrame READ imageFrame NOTIFY layoutChanged)
 

@@ -7,7 +7,7 @@ namespace hlx::cam::ui
 
 QString IconFont::name() const
 {
-    // Once for all pages of the process: each addition would keep a copy of the file in memory.
+    // Added once for all pages of the process, since each addition keeps a copy of the file in memory.
     static const QString family
         = QFontDatabase::applicationFontFamilies(
               QFontDatabase::addApplicationFont(QStringLiteral(":/hlxcamui/fonts/fontawesome-webfont.ttf")))

@@ -6,7 +6,7 @@
 namespace hlx::cam::ui
 {
 
-/// What a page sees as `fontAwesome`: the family name of the font that all icon labels are set in. GUI thread only.
+/// The context property `fontAwesome` of a page: the font family for all icon labels. GUI thread only.
 class IconFont : public QObject
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ class IconFont : public QObject
 public:
     using QObject::QObject;
 
-    /// Empty if the font could not be read.
+    /// The family name; empty if the font could not be loaded.
     QString name() const;
 };
 

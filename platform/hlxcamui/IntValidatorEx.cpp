@@ -7,7 +7,7 @@ namespace hlx::cam::ui
 
 IntValidatorEx::IntValidatorEx(QObject *parent) : QIntValidator(parent)
 {
-    // A thousands separator is no part of a camera's number, and neither is a local digit.
+    // Numbers for the camera have neither thousands separators nor digits of the locale.
     QLocale plain = QLocale::c();
     plain.setNumberOptions(QLocale::RejectGroupSeparator | QLocale::OmitGroupSeparator);
     setLocale(plain);

@@ -5,11 +5,11 @@
 namespace hlx::cam::ui
 {
 
-/// Accepts the whole numbers from `bottom` to `top`, both included, that are multiples of `increment`. GUI thread only.
+/// Accepts the integers from `bottom` to `top`, both included, that are multiples of `increment`. GUI thread only.
 class IntValidatorEx : public QIntValidator
 {
     Q_OBJECT
-    /// Below 2 every number of the range is accepted.
+    /// With a value below 2 every number in the range is accepted.
     Q_PROPERTY(int increment READ increment WRITE setIncrement NOTIFY incrementChanged)
 
 public:
@@ -19,7 +19,7 @@ public:
     void setIncrement(int increment);
 
     State validate(QString &input, int &position) const override;
-    /// Turns a number into the nearest one that is accepted, where there is any.
+    /// Replaces a number by the nearest accepted one, if there is any.
     void fixup(QString &input) const override;
 
 signals:

@@ -27,7 +27,7 @@ PageHost::PageHost(QQmlEngine &engine, QObject *model, const PageOptions &option
     context->setContextProperty(QStringLiteral("fontAwesome"), new IconFont(context));
     const QString cameraModel = QStringLiteral("cameraModel");
     context->setContextProperty(cameraModel, model);
-    // A context does not notice the death of what it names.
+    // A context does not reset a property when its object is destroyed.
     if (model)
         QObject::connect(model, &QObject::destroyed, context, [context, cameraModel] {
             context->setContextProperty(cameraModel, static_cast<QObject *>(nullptr));

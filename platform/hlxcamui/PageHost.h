@@ -14,45 +14,45 @@ class QQuickItem;
 namespace hlx::cam::ui
 {
 
-/// What a page may be told besides its camera. What is left out is undefined in the page's context.
+/// Optional context properties of a page. Those that are not set are undefined in the page's context.
 struct PageOptions {
-    /// Only in the standalone controller. Outlives the page.
+    /// Set only by the standalone controller. Must outlive the page.
     QObject *standaloneModel = nullptr;
-    /// Modifiers and key in one number, as in QKeyCombination::toCombined().
+    /// The key that refreshes the page: modifiers and key in one number, as from QKeyCombination::toCombined().
     std::optional<int> refreshCameraControllerHotkey = std::nullopt;
 };
 
-/// One loaded page, with a context of its own, so that the pages of any number of cameras fit into one engine. GUI
-/// thread only.
+/// One loaded page with its own context, so that one engine can hold the pages of several cameras. GUI thread only.
 ///
-/// Destroying it destroys the item first and then the context, so that no binding runs against a context that is half
-/// gone. The engine outlives it. A camera model that dies earlier turns null in the page.
+/// The destructor destroys the item before the context, so that no binding runs in a destroyed context. The engine must
+/// outlive this object. If the camera model is destroyed earlier, the page sees null.
 class PageHost
 {
 public:
-    /// Loads the page that a model creator named, such as "zvt/zvtmain.qml". Never null; see item() and errorText().
+    /// Loads the page with the path that a model creator returned, such as "zvt/zvtmain.qml". Never null; see item()
+    /// and errorText().
     static std::unique_ptr<PageHost> load(QQmlEngine &engine, QObject *model, const QString &qml,
                                           const PageOptions &options = {});
     ~PageHost();
     PageHost(const PageHost &) = delete;
     PageHost &operator=(const PageHost &) = delete;
 
-    /// The page's root item, which belongs to this object; null if the page could not be built. The host gives it a
-    /// parent item.
+    /// The page's root item, owned by this object; null if the page could not be created. The host must set its parent
+    /// item.
     QQuickItem *item() const { return m_item.get(); }
 
-    /// Why there is no item: one line for each error, with file and line. Empty if there is one.
+    /// Why the page could not be created: one line for each error, with file and line number. Empty on success.
     QString errorText() const { return m_errorText; }
 
-    /// The resource of a page's path: "qrc:/zvt/zvtmain.qml" for "zvt/zvtmain.qml". A path with a scheme stays as it
-    /// is.
+    /// The URL of a page's path: "qrc:/zvt/zvtmain.qml" for "zvt/zvtmain.qml". A URL with a scheme is returned
+    /// unchanged.
     static QUrl resourceUrl(const QString &qml);
 
 private:
     PageHost(QQmlEngine &engine, QObject *model, const PageOptions &options);
     void create(const QUrl &url);
 
-    // In this order: the item is destroyed before the context.
+    // The order matters: the item must be destroyed before the context.
     std::unique_ptr<QQmlContext> m_context;
     std::unique_ptr<QQuickItem> m_item;
     QString m_errorText;

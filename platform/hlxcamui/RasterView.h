@@ -9,7 +9,7 @@
 namespace hlx::cam::ui
 {
 
-/// How a raster of pixels lies in a control: as large as fits, in the middle, mirrored where the camera mirrors.
+/// Maps a raster of pixels into a control: scaled to fit, centred, and mirrored by the flips.
 class RasterView
 {
 public:
@@ -23,10 +23,10 @@ public:
         m_frame.moveCenter(space.center());
     }
 
-    /// The whole raster in the control's coordinates, empty if there is none.
+    /// The whole raster in the control's coordinates; empty if the raster or the control is empty.
     QRectF frame() const { return m_frame; }
 
-    /// The control's units for each pixel, 0 if there is no raster.
+    /// Units of the control for each pixel; 0 if the raster or the control is empty.
     qreal scale() const { return m_scale; }
 
     QRectF toControl(const QRectF &pixels) const

@@ -26,7 +26,7 @@ WidgetFileDialog::Answer &nextAnswer()
     return answer;
 }
 
-/// "txt" for "Text files (*.txt)"; empty for a filter of no or several suffixes.
+/// "txt" for "Text files (*.txt)"; empty for a filter without a suffix or with several.
 QString suffixOf(const QString &nameFilter)
 {
     static const QRegularExpression oneSuffix(QStringLiteral(R"(\(\s*\*\.(\w+)\s*\)\s*$)"));
@@ -58,10 +58,10 @@ QPalette darkPalette()
     return palette;
 }
 
-/// Gives the dialog and all that is in it the look of the pages.
+/// Sets the colours of the pages in the dialog and all its widgets.
 void darken(QFileDialog &dialog)
 {
-    // The lists of the boxes are windows, which are made when they are first asked for and inherit nothing.
+    // The lists of the combo boxes are windows, which are created by the first access and inherit no palette.
     for (const QComboBox *box : dialog.findChildren<QComboBox *>())
         box->view();
     QStyle *const style = QStyleFactory::create(QStringLiteral("Fusion"));
@@ -98,7 +98,7 @@ void WidgetFileDialog::open()
     if (m_dialog)
         return;
     if (const Answer answer = std::exchange(nextAnswer(), nullptr)) {
-        // Later, like a dialog: a page must not rely on an answer from inside open().
+        // Answers after open() has returned, as a real dialog does.
         const auto deliver = [this, file = answer(*this)] { file.isEmpty() ? emit rejected() : accept(file); };
         QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
         return;
@@ -127,7 +127,7 @@ bool WidgetFileDialog::hasNextAnswer() { return nextAnswer() != nullptr; }
 void WidgetFileDialog::configure(QFileDialog &dialog) const
 {
     dialog.setWindowTitle(m_title);
-    // The desktop's own dialog would have the desktop's colours.
+    // The native dialog would have the colours of the desktop.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     darken(dialog);
     const bool writes = !m_selectExisting && !m_selectFolder;
@@ -153,7 +153,7 @@ void WidgetFileDialog::configure(QFileDialog &dialog) const
     QWindow *window = windowOf(parent());
     dialog.setWindowModality(window ? Qt::WindowModal : Qt::ApplicationModal);
     if (window) {
-        // The widget's own window must exist before it can be told whose dialog it is.
+        // Creates the native window of the dialog, which must exist before its transient parent can be set.
         dialog.winId();
         dialog.windowHandle()->setTransientParent(window);
     }
@@ -161,7 +161,7 @@ void WidgetFileDialog::configure(QFileDialog &dialog) const
 
 void WidgetFileDialog::finished(bool isAccepted)
 {
-    // The dialog is in the middle of closing itself.
+    // The dialog is still executing its own close, so it is deleted later.
     QFileDialog *dialog = m_dialog.release();
     dialog->deleteLater();
     if (!isAccepted || dialog->selectedUrls().isEmpty()) {

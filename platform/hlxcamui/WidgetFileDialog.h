@@ -13,35 +13,34 @@ class QFileDialog;
 namespace hlx::cam::ui
 {
 
-/// A file or folder dialog for pages: the QML type `WidgetFileDialog` of the shared controls. It does not block; one of
-/// its two signals comes later. GUI thread only, needs a QApplication.
+/// A file or folder dialog for pages: the QML type `WidgetFileDialog` of the shared controls. It does not block: it
+/// emits `accepted` or `rejected` after the operator has answered. GUI thread only, needs a QApplication.
 ///
-/// Tests answer it without a dialog: WidgetFileDialog::setNextAnswer() takes the place of the operator for the next
-/// dialog that any page of the process opens.
+/// Tests call WidgetFileDialog::setNextAnswer() to answer the next dialog of the process without showing it.
 class WidgetFileDialog : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QString title MEMBER m_title NOTIFY titleChanged)
-    /// Where the dialog starts; after accepting, where the operator went.
+    /// The folder in which the dialog starts; after accepting, the folder of the operator's choice.
     Q_PROPERTY(QUrl folder MEMBER m_folder NOTIFY folderChanged)
-    /// True to choose a file that exists, false to name one that is to be written.
+    /// True to choose an existing file, false to name a file that will be written.
     Q_PROPERTY(bool selectExisting MEMBER m_selectExisting NOTIFY selectExistingChanged)
     /// True to choose a folder.
     Q_PROPERTY(bool selectFolder MEMBER m_selectFolder NOTIFY selectFolderChanged)
-    /// Such as "Text files (*.txt)".
+    /// Filters such as "Text files (*.txt)".
     Q_PROPERTY(QStringList nameFilters MEMBER m_nameFilters NOTIFY nameFiltersChanged)
-    /// The filter shown first; after accepting, the one the operator chose. Empty for the first of the list.
+    /// The initial filter; empty for the first one. After accepting, the filter that the operator chose.
     Q_PROPERTY(QString selectedNameFilter MEMBER m_selectedNameFilter NOTIFY selectedNameFilterChanged)
-    /// The name that stands in the dialog at first.
+    /// The file name that the dialog shows initially.
     Q_PROPERTY(QString defaultName MEMBER m_defaultName NOTIFY defaultNameChanged)
-    /// What was chosen last. A name that is to be written has the suffix of its filter, if the operator gave none and
-    /// the filter has just one.
+    /// The file or folder chosen last. If the file will be written and its name has no suffix, it gets that of the
+    /// filter, provided that the filter has exactly one.
     Q_PROPERTY(QUrl fileUrl READ fileUrl NOTIFY fileUrlChanged)
     /// The user's folders, as URLs: `desktop`, `documents`, `downloads`, `home`, `movies`, `music`, `pictures`.
     Q_PROPERTY(QVariantMap shortcuts READ shortcuts CONSTANT)
 
 public:
-    /// Gives the answer to a dialog, of which it may read all properties; an empty URL cancels it.
+    /// Returns the answer to a dialog; may read the properties of the dialog. An empty URL cancels the dialog.
     using Answer = std::function<QUrl(const WidgetFileDialog &dialog)>;
 
     explicit WidgetFileDialog(QObject *parent = nullptr);
@@ -50,16 +49,16 @@ public:
     QUrl fileUrl() const { return m_fileUrl; }
     QVariantMap shortcuts() const;
 
-    /// Shows the dialog; nothing if it is open already.
+    /// Shows the dialog. Does nothing if it is open already.
     Q_INVOKABLE void open();
-    /// Closes an open dialog as if cancelled.
+    /// Closes an open dialog in the same way as a cancel by the operator.
     Q_INVOKABLE void close();
 
-    /// The next open() of any dialog shows nothing and is answered by this, once the event loop runs. Null takes an
-    /// answer that was not used back.
+    /// The next open() of any dialog shows no dialog; it is answered by `answer` when the event loop runs. Null
+    /// discards an unused answer.
     static void setNextAnswer(Answer answer);
     static void setNextAnswer(const QUrl &answer);
-    /// True until a dialog has taken the answer.
+    /// True until a dialog has used the answer.
     static bool hasNextAnswer();
 
 signals:

@@ -14,9 +14,9 @@ namespace hlx::cam::ui
 namespace
 {
 
-/// How far from an edge the pointer still takes hold of it, in the control's units.
+/// The largest distance from which the pointer can drag an edge, in the control's units.
 constexpr qreal gripReach = 7;
-/// Between the array and the control's edge, so that the grips of a full window are within reach.
+/// The margin between the array and the control's edge, so that the edges of a full window can be dragged.
 constexpr qreal margin = 4;
 
 Qt::CursorShape sizingCursor(bool horizontal, bool vertical, bool falling)
@@ -65,11 +65,11 @@ struct WindowEditor::Span {
             start = (length - size) / 2 / step * step;
     }
 
-    /// The result of pulling at the grip by so many pixels.
+    /// Applies a drag of a grip by `distance` pixels.
     void pull(Grip grip, double distance)
     {
         if (centered && grip != Grip::Inside) {
-            // Both edges move, so that the one under the pointer stays there.
+            // Both edges move by the distance, so that the dragged one stays under the pointer.
             start = 0;
             sizeFromLow(size + (grip == Grip::High ? 2 : -2) * distance);
         } else if (grip == Grip::Low) {
@@ -83,7 +83,7 @@ struct WindowEditor::Span {
 
     Grip gripAt(double position, double reach) const
     {
-        // Of a small window, enough of the inside remains to move it.
+        // Half of a small window stays free of grips, so that it can be moved.
         const double inner = std::min(reach, size / 4.0);
         if (position < start - reach || position > end() + reach)
             return Grip::None;
@@ -155,7 +155,7 @@ void WindowEditor::mousePressEvent(QMouseEvent *event)
     if (!grips.any())
         return;
     m_drag = Drag{grips, view().toPixels(event->position()), m_window};
-    // The page scrolls by dragging too.
+    // Otherwise the page would take the drag and scroll.
     setKeepMouseGrab(true);
 }
 
@@ -180,7 +180,7 @@ void WindowEditor::dragTo(const QPointF &position)
     const QPointF distance = view().toPixels(position) - m_drag->from;
     Span x = horizontal(m_drag->window);
     Span y = vertical(m_drag->window);
-    // An edge is pulled straight, whatever the pointer does along it.
+    // A dragged edge moves only across its direction; movement of the pointer along the edge is ignored.
     if (m_drag->grips.inside() || m_drag->grips.x != Grip::Inside)
         x.pull(m_drag->grips.x, distance.x());
     if (m_drag->grips.inside() || m_drag->grips.y != Grip::Inside)
@@ -229,7 +229,8 @@ void WindowEditor::step(int dx, int dy, bool sizing)
 {
     Span x = horizontal(m_window);
     Span y = vertical(m_window);
-    // The arrows are meant as seen, so that a mirrored window goes where its key points; larger is larger either way.
+    // Arrow keys move in the direction seen on the screen, so a flip reverses the step. Sizes are not affected by
+    // flips.
     const int moveX = (m_hFlip ? -dx : dx) * x.step;
     const int moveY = (m_vFlip ? -dy : dy) * y.step;
     if (dx != 0)

@@ -12,34 +12,34 @@ namespace hlx::cam::ui
 
 class RasterView;
 
-/// Shows an image window on its pixel array and lets the operator move and size it; the QML file of the same name draws
-/// it. All rectangles and sizes are in pixels of the array, as the camera counts them; what is seen is mirrored by the
+/// Shows an image window on its pixel array; the operator can move and resize it. The QML file of the same name draws
+/// it. All rectangles and sizes are in pixels of the array in the camera's orientation; the drawing is mirrored by the
 /// flips. GUI thread only.
 ///
-/// Mouse: the inside moves, edges and corners size, Esc takes a drag back. Keys: arrows move, Shift and arrows size, by
-/// one increment, with Ctrl by ten. What the operator does always meets limits and increments; what a page assigns to
-/// `window` is shown as it is.
+/// Mouse: dragging the inside moves, dragging an edge or corner resizes, Esc cancels a drag. Keys: arrows move, Shift
+/// and arrows resize, by one increment, with Ctrl by ten. Changes by the operator always keep to limits and increments.
+/// A `window` that a page assigns is shown unchanged.
 class WindowEditor : public QQuickItem
 {
     Q_OBJECT
     Q_PROPERTY(QRect window READ window WRITE setWindow NOTIFY windowChanged)
     Q_PROPERTY(QSize minSize MEMBER m_minSize NOTIFY viewChanged)
-    /// Also the size of the array, or, for a part of it, of the area in which the window lies.
+    /// The largest window. Also the size of the array, or, with `isSubWindow`, of the area that contains the window.
     Q_PROPERTY(QSize maxSize MEMBER m_maxSize NOTIFY viewChanged)
-    /// Steps of size and offset; below 1 counts as 1.
+    /// Increments of size and offset; values below 1 mean 1.
     Q_PROPERTY(QPoint increment MEMBER m_increment NOTIFY viewChanged)
-    /// The window stays in the middle: it can be sized, not moved.
+    /// Whether the window stays centred, so that it can be resized but not moved.
     Q_PROPERTY(bool centeredOnly MEMBER m_centeredOnly NOTIFY viewChanged)
     Q_PROPERTY(bool hFlip MEMBER m_hFlip NOTIFY viewChanged)
     Q_PROPERTY(bool vFlip MEMBER m_vFlip NOTIFY viewChanged)
 
-    /// The window lies in an area that is itself a part of the array: `fullSize` is the array, `subWindowPosition` the
-    /// area's place on it, and `window` counts from the area's corner.
+    /// Whether the window is in an area that is only a part of the array: `fullSize` is the size of the array,
+    /// `subWindowPosition` the position of the area in it, and `window` is relative to the area's corner.
     Q_PROPERTY(bool isSubWindow MEMBER m_isSubWindow NOTIFY viewChanged)
     Q_PROPERTY(QSize fullSize MEMBER m_fullSize NOTIFY viewChanged)
     Q_PROPERTY(QPoint subWindowPosition MEMBER m_subWindowPosition NOTIFY viewChanged)
 
-    /// Where things are drawn, in the control's coordinates: array, area, window.
+    /// The drawn rectangles of array, area and window, in the control's coordinates.
     Q_PROPERTY(QRectF arrayFrame READ arrayFrame NOTIFY viewChanged)
     Q_PROPERTY(QRectF areaFrame READ areaFrame NOTIFY viewChanged)
     Q_PROPERTY(QRectF windowFrame READ windowFrame NOTIFY viewChanged)
@@ -67,7 +67,7 @@ protected:
     void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
 
 private:
-    /// What the pointer has hold of, in one direction.
+    /// The part of the window that the pointer drags, in one direction.
     enum class Grip { None, Low, Inside, High };
     struct Grips {
         Grip x = Grip::None;
@@ -76,7 +76,7 @@ private:
         bool any() const { return x != Grip::None && y != Grip::None; }
         bool inside() const { return x == Grip::Inside && y == Grip::Inside; }
     };
-    /// A window and its limits in one direction.
+    /// Position, size and limits of a window in one direction.
     struct Span;
     struct Drag {
         Grips grips;

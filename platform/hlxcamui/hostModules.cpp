@@ -22,13 +22,14 @@ void registerHostModules()
     if (std::exchange(registered, true))
         return;
 
-    // Now, since a font that is added while there is a window makes Qt lay out every text again. The system's fonts are
-    // read first, so that an installed font of the same family does not take the place of ours.
+    // Before there is a window, since adding a font then makes Qt lay out all texts again. The system's fonts are
+    // loaded first, so that an installed font of the same family does not replace ours.
     static_cast<void>(QFontDatabase::hasFamily(QString()));
     IconFont().name();
 
-    // What the controls' own QML builds upon; not for pages. The version is that of the Qt Quick whose properties the
-    // types inherit: under 1.0 the engine would hide the newer ones, and a page's own `palette` group with them.
+    // Base types for the controls' QML files; not for pages. The version is that of the Qt Quick types they derive
+    // from: with version 1.0 the engine would hide newer inherited properties, including the `palette` group that pages
+    // use.
     constexpr auto templates = "com.kestrin.hlxcamui.templates";
     qmlRegisterType<DisplayEditor>(templates, 6, 4, "DisplayEditor");
     qmlRegisterType<WidgetFileDialog>(templates, 6, 4, "WidgetFileDialog");

@@ -3,10 +3,10 @@
 namespace hlx::cam::ui
 {
 
-/// Makes the host's QML known to every engine of the process: the modules "com.kestrin.hlxcamui" 1.0
+/// Registers the host's QML for all engines of the process: the modules "com.kestrin.hlxcamui" 1.0
 /// (`CameraFinderPopup`, `DialogWindowResizer`, `WindowEditor`) and "com.kestrin.hlxui" 1.0 (`DisplayEditor`,
-/// `IntValidatorEx`), and the folder "qrc:/hlxcamui/controls"; adds the font of the icons. Call it once the application
-/// object exists, before the first window is made; further calls change nothing. GUI thread only.
+/// `IntValidatorEx`), and the folder "qrc:/hlxcamui/controls". Adds the icon font. Call it after the application object
+/// and before the first window is created; further calls do nothing. GUI thread only.
 void registerHostModules();
 
 } // namespace hlx::cam::ui

@@ -6,8 +6,8 @@
 namespace hlx::cam::ui
 {
 
-/// The multiple of `step` that lies nearest to `value` among those from `least` to `most`. A step below 1 counts as 1.
-/// If the range holds no multiple at all, the value is only kept inside the range.
+/// The multiple of `step` from `least` to `most` that is nearest to `value`. A step below 1 means 1. If the range
+/// contains no multiple, returns a value inside the range.
 inline int snapped(double value, int least, int most, int step)
 {
     step = std::max(step, 1);

@@ -12,7 +12,8 @@ QWindow *windowOf(QObject *object)
         if (auto *window = qobject_cast<QWindow *>(object))
             return window;
         auto *item = qobject_cast<QQuickItem *>(object);
-        // A popup is no item, but names the one it is shown in; its parent object may be anything.
+        // A popup is not an item. Its property `parent` is the item it is shown in; its parent object may be another
+        // one.
         if (!item)
             item = object->property("parent").value<QQuickItem *>();
         if (item && item->window())

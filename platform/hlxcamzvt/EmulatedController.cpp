@@ -2,8 +2,8 @@
 
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
+#include "platform/emulator/dispatch.h"
 #include "platform/hlxcam/EmulatedDevice.h"
-#include "platform/hlxcam/passGate.h"
 #include "platform/hlxcamzvt/EmulatedVideoSource.h"
 
 #include <utility>
@@ -11,7 +11,7 @@
 namespace hlx::cam
 {
 
-using emulator::controllerOnDevice;
+using emulator::controllerCall;
 using emulator::dispatchController;
 using emulator::Sensor;
 using emulator::StateStore;
@@ -108,7 +108,7 @@ bool EmulatedController::IsConnected()
 {
     bool connected = false;
     const auto subject = camera();
-    passGate(
+    emulator::passGate(
         subject, "controller.IsConnected",
         [&] {
             connected = subject->connected();
@@ -122,7 +122,7 @@ uint64_t EmulatedController::GetHandle()
 {
     uint64_t handle = 0;
     const auto subject = camera();
-    passGate(
+    emulator::passGate(
         subject, "controller.GetHandle",
         [&] {
             handle = subject->handle();
@@ -147,7 +147,7 @@ bool EmulatedController::HasRealTimeClock()
 {
     bool has = false;
     const auto subject = camera();
-    passGate(
+    emulator::passGate(
         subject, "controller.HasRealTimeClock",
         [&] {
             if (!subject->connected())
@@ -161,20 +161,17 @@ bool EmulatedController::HasRealTimeClock()
 
 bool EmulatedController::LoadFactoryDefaults()
 {
-    return upToDateAfter(controllerOnDevice<StateStore>(camera(), "controller.LoadFactoryDefaults",
-                                                        [](StateStore &store) { return store.loadFactoryDefaults(); }));
+    return upToDateAfter(controllerCall<&StateStore::loadFactoryDefaults>(camera(), "controller.LoadFactoryDefaults"));
 }
 
 bool EmulatedController::LoadHardDefaults()
 {
-    return upToDateAfter(controllerOnDevice<StateStore>(camera(), "controller.LoadHardDefaults",
-                                                        [](StateStore &store) { return store.loadHardDefaults(); }));
+    return upToDateAfter(controllerCall<&StateStore::loadHardDefaults>(camera(), "controller.LoadHardDefaults"));
 }
 
 bool EmulatedController::LoadState(const char *name)
 {
-    return upToDateAfter(controllerOnDevice<StateStore>(
-        camera(), "controller.LoadState", [&](StateStore &store) { return store.load(name); }, name));
+    return upToDateAfter(controllerCall<&StateStore::load>(camera(), "controller.LoadState", name));
 }
 
 bool EmulatedController::upToDateAfter(bool loaded)

@@ -11,6 +11,8 @@
 namespace hlx::cam
 {
 
+using emulator::controllerCall;
+using emulator::controllerGet;
 using emulator::controllerOnDevice;
 using emulator::FactoryCalibrations;
 using emulator::Sensor;
@@ -53,9 +55,8 @@ bool EmulatedController::GetFactoryCalibrations(hlx::TArray<SFactoryCalibration>
 
 bool EmulatedController::GetPresetCalibrationIndex(int preset, int *index)
 {
-    return controllerOnDevice<FactoryCalibrations>(
-        camera(), "controller.GetPresetCalibrationIndex",
-        [&](FactoryCalibrations &f) { return f.selected(preset, *index); }, preset, index);
+    return controllerCall<&FactoryCalibrations::selected>(camera(), "controller.GetPresetCalibrationIndex", preset,
+                                                          index);
 }
 
 void EmulatedController::SetPresetCalibrationIndex(int preset, int index, int flag)
@@ -79,8 +80,7 @@ bool EmulatedController::GetWindowSizes(hlx::TArray<SWindowSize> *sizes)
 
 void EmulatedController::SetWindowSizeIndex(int index)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetWindowSizeIndex", [&](Sensor &s) { return s.setWindowSizeIndex(index); }, index);
+    controllerCall<&Sensor::setWindowSizeIndex>(camera(), "controller.SetWindowSizeIndex", index);
 }
 
 bool EmulatedController::GetWindowSizeIndex(int *index)
@@ -160,23 +160,17 @@ void EmulatedController::GetPresetFrameRates(int preset, hlx::TArray<double> *ra
 
 void EmulatedController::SetPresetFrameRateIndex(int preset, int index)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetPresetFrameRateIndex", [&](Sensor &s) { return s.setFrameRateIndex(preset, index); },
-        preset, index);
+    controllerCall<&Sensor::setFrameRateIndex>(camera(), "controller.SetPresetFrameRateIndex", preset, index);
 }
 
 void EmulatedController::GetPresetFrameRateIndex(int preset, int *index)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.GetPresetFrameRateIndex", [&](Sensor &s) { return s.frameRateIndex(preset, *index); },
-        preset, index);
+    controllerCall<&Sensor::frameRateIndex>(camera(), "controller.GetPresetFrameRateIndex", preset, index);
 }
 
 bool EmulatedController::GetPresetFrameRate(int preset, double *hertz)
 {
-    return controllerOnDevice<Sensor>(
-        camera(), "controller.GetPresetFrameRate", [&](Sensor &s) { return s.frameRate(preset, *hertz); }, preset,
-        hertz);
+    return controllerCall<&Sensor::frameRate>(camera(), "controller.GetPresetFrameRate", preset, hertz);
 }
 
 void EmulatedController::SetPresetFrameRate(int preset, int flag, double hertz)
@@ -200,15 +194,12 @@ bool EmulatedController::GetSequencingModes(hlx::TArray<uint32_t> *modes)
 
 bool EmulatedController::GetPresetSequencingMode(int *mode)
 {
-    return controllerOnDevice<Sensor>(
-        camera(), "controller.GetPresetSequencingMode",
-        [&](Sensor &s) { *mode = static_cast<int>(s.sequencingMode()); }, mode);
+    return controllerGet<&Sensor::sequencingMode>(camera(), "controller.GetPresetSequencingMode", mode);
 }
 
 void EmulatedController::SetPresetSequencingMode(uint32_t mode)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetPresetSequencingMode", [&](Sensor &s) { return s.setSequencingMode(mode); }, mode);
+    controllerCall<&Sensor::setSequencingMode>(camera(), "controller.SetPresetSequencingMode", mode);
 }
 
 bool EmulatedController::GetPresetSequence(void *buffer, int count)
@@ -226,28 +217,22 @@ bool EmulatedController::GetPresetSequence(void *buffer, int count)
 
 void EmulatedController::GetSubframeEnabled(int preset, bool *enabled)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.GetSubframeEnabled", [&](Sensor &s) { return s.subframeEnabled(preset, *enabled); },
-        preset, enabled);
+    controllerCall<&Sensor::subframeEnabled>(camera(), "controller.GetSubframeEnabled", preset, enabled);
 }
 
 void EmulatedController::SetSubframeEnabled(int preset, bool enabled)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetSubframeEnabled", [&](Sensor &s) { return s.setSubframeEnabled(preset, enabled); },
-        preset, enabled);
+    controllerCall<&Sensor::setSubframeEnabled>(camera(), "controller.SetSubframeEnabled", preset, enabled);
 }
 
 void EmulatedController::GetDwellCount(int preset, unsigned int *count)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.GetDwellCount", [&](Sensor &s) { return s.dwellCount(preset, *count); }, preset, count);
+    controllerCall<&Sensor::dwellCount>(camera(), "controller.GetDwellCount", preset, count);
 }
 
 void EmulatedController::SetDwellCount(int preset, unsigned int count)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetDwellCount", [&](Sensor &s) { return s.setDwellCount(preset, count); }, preset, count);
+    controllerCall<&Sensor::setDwellCount>(camera(), "controller.SetDwellCount", preset, count);
 }
 
 void EmulatedController::GetSuperframeRates(hlx::TArray<double> *rates)
@@ -259,21 +244,17 @@ void EmulatedController::GetSuperframeRates(hlx::TArray<double> *rates)
 
 void EmulatedController::SetSuperframeRateIndex(int index)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetSuperframeRateIndex", [&](Sensor &s) { return s.setSuperframeRateIndex(index); },
-        index);
+    controllerCall<&Sensor::setSuperframeRateIndex>(camera(), "controller.SetSuperframeRateIndex", index);
 }
 
 bool EmulatedController::GetSuperframeRateIndex(int *index)
 {
-    return controllerOnDevice<Sensor>(
-        camera(), "controller.GetSuperframeRateIndex", [&](Sensor &s) { *index = s.superframeRateIndex(); }, index);
+    return controllerGet<&Sensor::superframeRateIndex>(camera(), "controller.GetSuperframeRateIndex", index);
 }
 
 bool EmulatedController::GetSuperframeRate(double *hertz)
 {
-    return controllerOnDevice<Sensor>(
-        camera(), "controller.GetSuperframeRate", [&](Sensor &s) { *hertz = s.superframeRate(); }, hertz);
+    return controllerGet<&Sensor::superframeRate>(camera(), "controller.GetSuperframeRate", hertz);
 }
 
 void EmulatedController::SetSuperframeRate(int flag, double hertz)
@@ -284,9 +265,8 @@ void EmulatedController::SetSuperframeRate(int flag, double hertz)
 
 bool EmulatedController::GetPresetIntegrationTime(int preset, double *milliseconds)
 {
-    return controllerOnDevice<Sensor>(
-        camera(), "controller.GetPresetIntegrationTime",
-        [&](Sensor &s) { return s.integrationTime(preset, *milliseconds); }, preset, milliseconds);
+    return controllerCall<&Sensor::integrationTime>(camera(), "controller.GetPresetIntegrationTime", preset,
+                                                    milliseconds);
 }
 
 void EmulatedController::SetPresetIntegrationTime(int preset, int flag, double milliseconds)
@@ -298,49 +278,41 @@ void EmulatedController::SetPresetIntegrationTime(int preset, int flag, double m
 
 void EmulatedController::SetVideoPreset(int16_t preset)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetVideoPreset", [&](Sensor &s) { return s.setVideoPreset(preset); }, preset);
+    controllerCall<&Sensor::setVideoPreset>(camera(), "controller.SetVideoPreset", preset);
 }
 
 bool EmulatedController::GetActivePreset(uint8_t *preset)
 {
-    return controllerOnDevice<Sensor>(
-        camera(), "controller.GetActivePreset", [&](Sensor &s) { *preset = static_cast<uint8_t>(s.activePreset()); },
-        preset);
+    return controllerGet<&Sensor::activePreset>(camera(), "controller.GetActivePreset", preset);
 }
 
 void EmulatedController::SetActivePreset(int16_t preset)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetActivePreset", [&](Sensor &s) { return s.setActivePreset(preset); }, preset);
+    controllerCall<&Sensor::setActivePreset>(camera(), "controller.SetActivePreset", preset);
 }
 
 bool EmulatedController::GetAverageFrameRate(double *hertz)
 {
-    return controllerOnDevice<Sensor>(
-        camera(), "controller.GetAverageFrameRate", [&](Sensor &s) { *hertz = s.averageFrameRate(); }, hertz);
+    return controllerGet<&Sensor::averageFrameRate>(camera(), "controller.GetAverageFrameRate", hertz);
 }
 
 bool EmulatedController::GetIsLowCost()
 {
     bool lowCost = false;
-    controllerOnDevice<Sensor>(
-        camera(), "controller.GetIsLowCost", [&](Sensor &s) { lowCost = s.lowCost(); }, &lowCost);
+    controllerGet<&Sensor::lowCost>(camera(), "controller.GetIsLowCost", &lowCost);
     return lowCost;
 }
 
 bool EmulatedController::GetReduceNoise()
 {
     bool reduce = false;
-    controllerOnDevice<Sensor>(
-        camera(), "controller.GetReduceNoise", [&](Sensor &s) { reduce = s.reduceNoise(); }, &reduce);
+    controllerGet<&Sensor::reduceNoise>(camera(), "controller.GetReduceNoise", &reduce);
     return reduce;
 }
 
 void EmulatedController::SetReduceNoise(bool reduce)
 {
-    controllerOnDevice<Sensor>(
-        camera(), "controller.SetReduceNoise", [&](Sensor &s) { s.setReduceNoise(reduce); }, reduce);
+    controllerCall<&Sensor::setReduceNoise>(camera(), "controller.SetReduceNoise", reduce);
 }
 
 } // namespace hlx::cam

@@ -12,7 +12,7 @@ bool CQDSEQImagerFile::Create(IFileSystem *files, const CString &path, reduce::C
                               unsigned int)
 {
     Close();
-    // What is abated is not converted.
+    // Abated frames are not converted, so this is false.
     m_writer = MovieWriter::create(qdseqFormat, files, path, objects, false);
     return m_writer != nullptr;
 }

@@ -10,8 +10,7 @@ namespace hlx::file
 
 class MovieWriter;
 
-/// Writes the raw movies that CRQSImagerFile reads: what a camera does when it transfers a recording. One thread at a
-/// time.
+/// Writes the raw movies that CRQSImagerFile reads, as a camera does when it transfers a recording. Not thread-safe.
 class CRQSWriter
 {
 public:
@@ -20,14 +19,15 @@ public:
     CRQSWriter &operator=(const CRQSWriter &) = delete;
     ~CRQSWriter();
 
-    /// Begins a movie with these reduce objects and with frames of their format, in place of a file of that name.
+    /// Starts a movie with these reduce objects and frames of their format; replaces an existing file. False if the
+    /// file cannot be written.
     bool Create(IFileSystem *files, const CString &path, const reduce::CReduceObjectArray &objects, bool abated);
 
-    /// False, with the movie as it was, if the frame can not be written, no file is open, or `buffer` is null though
-    /// the frame has pixels.
+    /// Appends a frame. Returns false and leaves the movie unchanged if the frame cannot be written, if no file is
+    /// open, or if `buffer` is null although the frame has pixels.
     bool PutFrame(const void *buffer, unsigned char preset);
 
-    /// Ends the movie, which is not readable before.
+    /// Completes the movie. Before this it is not readable.
     void Close();
 
 private:

@@ -6,7 +6,7 @@
 namespace hlx
 {
 
-/// What a cal pack file begins with.
+/// The first bytes of a cal pack file.
 constexpr std::string_view calPackMagic = "HLX-CAL\n";
 constexpr uint32_t calPackVersion = 1;
 

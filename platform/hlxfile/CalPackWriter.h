@@ -5,8 +5,8 @@
 namespace hlx
 {
 
-/// Writes a pack so that CCalPack::Load() reads it, in place of a file of that name. False if it can not be written as
-/// a whole. Reading such files is the framework's business, writing them that of whoever calibrates the camera.
+/// Writes a pack in the format that CCalPack::Load() reads; replaces an existing file. Returns false if it could not be
+/// written completely. The framework itself only reads these files.
 bool saveCalPack(CCalPack &pack, IFileSystem *files, const CString &path);
 
 } // namespace hlx

@@ -6,16 +6,16 @@
 namespace hlx::file
 {
 
-/// A movie file: a head of fixed size, a description of the length told there, the frames. docs/file-formats.md shows
-/// it byte by byte.
+/// The format of a movie file: a header of fixed size, a description whose length is in the header, and the frames.
+/// docs/file-formats.md describes every byte.
 struct MovieFormat {
-    std::string_view magic; ///< 8 bytes; what tells the kinds apart.
+    std::string_view magic; ///< 8 bytes that identify the kind of movie.
 
     static constexpr uint32_t version = 1;
     static constexpr std::size_t frameCountOffset = 12;
     static constexpr std::size_t headSize = 20;
 
-    /// Before the pixels of each frame: a mark, so that a damaged frame is seen, and the preset.
+    /// Before the pixels of each frame: a mark, by which a damaged frame is detected, and the preset.
     static constexpr uint32_t frameMark = 0x4D415246; // "FRAM"
     static constexpr std::size_t frameHeadSize = 5;
 };

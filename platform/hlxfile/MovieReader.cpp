@@ -25,7 +25,7 @@ std::optional<Head> readHead(const MovieFormat &format, const FileHandle &file)
     Head head;
     head.frames = reader.number<uint32_t>();
     head.descriptionSize = reader.number<uint32_t>();
-    // Believed only if the bytes are there: nothing is allocated for a corrupt length.
+    // Checked against the file size first, so that no memory is allocated for a corrupt length.
     if (head.descriptionSize > largestWholeFile || sizeof bytes + head.descriptionSize > sizeOf(file))
         return std::nullopt;
     return head;
@@ -54,7 +54,7 @@ std::unique_ptr<MovieReader> MovieReader::open(const MovieFormat &format, IFileS
     reduce::CReduceObjectArray found = reduce::readObjects(reader);
     if (!reader.complete())
         return nullptr;
-    // A movie that was never closed has more bytes than its frames, one that was cut has fewer.
+    // A movie that was never closed has more bytes than its counted frames need; a truncated one has fewer.
     const uint64_t firstFrame = MovieFormat::headSize + description.size();
     const uint64_t frameSize = MovieFormat::frameHeadSize + found.format.frameBytes();
     if (sizeOf(file) != firstFrame + frameSize * head->frames)
@@ -70,7 +70,7 @@ bool MovieReader::readFrame(unsigned int frame, void *buffer, unsigned char &pre
     if (frame >= m_frames || (buffer == nullptr && size > 0))
         return false;
     const uint64_t offset = m_firstFrame + uint64_t{frame} * (MovieFormat::frameHeadSize + size);
-    // The buffer is the caller's, so the frame must be known to be there before the first byte is read into it.
+    // Checks that the frame is complete before anything is written into the caller's buffer.
     if (sizeOf(m_file) < offset + MovieFormat::frameHeadSize + size)
         return false;
     uint8_t head[MovieFormat::frameHeadSize];

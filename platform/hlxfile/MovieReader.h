@@ -9,12 +9,12 @@
 namespace hlx::file
 {
 
-/// Reads a movie of either kind. One thread at a time.
+/// Reads a movie of either kind. Not thread-safe.
 class MovieReader
 {
 public:
-    /// Opens a movie and fills `objects` with its reduce objects. Null, with `objects` left alone, if there is no such
-    /// file, or if it is foreign, cut short or corrupt.
+    /// Opens a movie and fills `objects` with its reduce objects. Returns null and leaves `objects` unchanged if the
+    /// file does not exist, has another format, or is truncated or corrupt.
     static std::unique_ptr<MovieReader> open(const MovieFormat &format, IFileSystem *files, const CString &path,
                                              reduce::CReduceObjectArray &objects);
 
@@ -22,7 +22,8 @@ public:
     const reduce::SImageFormat &imageFormat() const { return m_imageFormat; }
     bool abated() const { return m_abated; }
 
-    /// False, with both left alone, if the frame can not be read or `buffer` is null though the frame has pixels.
+    /// Reads frame number `frame`, from 0. Returns false and leaves both outputs unchanged if the frame cannot be read
+    /// or if `buffer` is null although the frame has pixels.
     bool readFrame(unsigned int frame, void *buffer, unsigned char &preset) const;
 
 private:

@@ -22,7 +22,7 @@ std::unique_ptr<MovieWriter> MovieWriter::create(const MovieFormat &format, IFil
     ByteWriter start;
     start.raw(format.magic.data(), format.magic.size());
     start.number(MovieFormat::version);
-    start.number(uint32_t{0}); // The number of frames, known at the end.
+    start.number(uint32_t{0}); // The number of frames, written by close().
     start.number(static_cast<uint32_t>(description.bytes().size()));
     start.raw(description.bytes().data(), description.bytes().size());
 
@@ -37,8 +37,8 @@ MovieWriter::~MovieWriter()
 {
     ByteWriter count;
     count.number(m_frames);
-    // What a failed write left behind the last whole frame must go, else the file has bytes that no frame accounts for.
-    // There is no one to tell of a failure here; the file then does not open as a movie.
+    // Removes the rest of a failed write after the last complete frame; otherwise the file would be too long for its
+    // number of frames. A failure here cannot be reported; the file then does not open as a movie.
     if (ftruncate(fileno(m_file.get()), static_cast<off_t>(m_end)) == 0)
         writeAt(m_file, MovieFormat::frameCountOffset, count.bytes().data(), count.bytes().size());
 }

@@ -9,12 +9,13 @@
 namespace hlx::file
 {
 
-/// Writes a movie of either kind. Its destructor closes it: only then the file tells its number of frames and is a
-/// movie. One thread at a time.
+/// Writes a movie of either kind. The destructor writes the number of frames and closes the file; before that it is not
+/// readable as a movie. Not thread-safe.
 class MovieWriter
 {
 public:
-    /// Begins a movie in place of a file of that name. Null if it can not be written; a cut file may be left then.
+    /// Starts a movie; replaces an existing file. Returns null if it cannot be written; a truncated file may remain
+    /// then.
     static std::unique_ptr<MovieWriter> create(const MovieFormat &format, IFileSystem *files, const CString &path,
                                                const reduce::CReduceObjectArray &objects, bool abated);
 
@@ -22,15 +23,15 @@ public:
     MovieWriter &operator=(const MovieWriter &) = delete;
     ~MovieWriter();
 
-    /// False, with the movie as it was, if the frame can not be written or `buffer` is null though the frame has
-    /// pixels.
+    /// Appends a frame. Returns false and leaves the movie unchanged if the frame cannot be written or if `buffer` is
+    /// null although the frame has pixels.
     bool writeFrame(const void *buffer, unsigned char preset);
 
 private:
     MovieWriter(FileHandle file, uint64_t end, std::size_t frameBytes);
 
     FileHandle m_file;
-    uint64_t m_end; ///< Behind the last whole frame.
+    uint64_t m_end; ///< The offset after the last complete frame.
     std::size_t m_frameBytes;
     uint32_t m_frames = 0;
 };

@@ -8,7 +8,7 @@ namespace hlx::reduce
 namespace
 {
 
-// The camera's windows count in 16 bits, and no frame of a camera comes near this size.
+// The largest accepted width and height. The camera stores window sizes in 16 bits, and its frames are far smaller.
 constexpr unsigned int largestSide = UINT16_MAX;
 constexpr std::size_t largestFrame = std::size_t{1} << 28;
 
@@ -26,7 +26,8 @@ void writeObject(ByteWriter &writer, const IReduceObject &object)
     }
 }
 
-// As many values as the image has pixels, whatever the array holds: a file must be readable again.
+// Writes exactly one value for each pixel of the image, so that the file can be read again even if the array has
+// another size.
 void writePixels(ByteWriter &writer, const CNucFile &file, const TArray<float> &values, float neutral)
 {
     const std::size_t pixels = std::size_t{file.width} * file.height;

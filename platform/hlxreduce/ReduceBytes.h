@@ -8,11 +8,11 @@
 namespace hlx::reduce
 {
 
-/// The bytes of calibrations, corrections and reduce objects, as they stand inside movies and packs. What is read from
-/// foreign or corrupt bytes spoils the reader.
+/// Write and read calibrations, corrections and reduce objects as they are stored in movies and packs. Corrupt bytes
+/// put the reader into its error state, see ByteReader::ok().
 void write(ByteWriter &writer, const CRCalFile &file);
 void write(ByteWriter &writer, const CNucFile &file);
-/// The format of the frames, then the objects.
+/// Writes the format of the frames, then the objects.
 void write(ByteWriter &writer, const CReduceObjectArray &objects);
 
 CRCalFile readCalibration(ByteReader &reader);

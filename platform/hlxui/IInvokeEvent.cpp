@@ -2,6 +2,6 @@
 
 IInvokeEvent::IInvokeEvent(QEvent::Type type) : QEvent(type) { }
 
-// Here and not in the header: a receiver recognises these events by dynamic_cast across libraries, which takes one
-// place for the class's type information.
+// Defined here, so that the type information of the class is in one library only: receivers recognise these events by
+// dynamic_cast across libraries.
 IInvokeEvent::~IInvokeEvent() = default;

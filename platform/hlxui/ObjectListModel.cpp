@@ -6,7 +6,7 @@
 
 ObjectListModel::ObjectListModel(bool ownsItems, QObject *parent) : QAbstractListModel(parent), m_ownsItems(ownsItems)
 {
-    // A list that is a member of a model has no parent, and the engine must not take it for garbage.
+    // A list that is a member of a model has no parent object, so the engine would delete it as garbage.
     QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
 }
 
@@ -43,7 +43,7 @@ void ObjectListModel::remove(QObject *item)
         return;
     disconnect(item, nullptr, this, nullptr);
     takeRow(item);
-    // Not at once: the item's own handler may be what asked for the removal.
+    // Deleted later, since the removal may have been requested by a handler of the item itself.
     if (m_ownsItems)
         item->deleteLater();
 }

@@ -4,7 +4,7 @@
 
 StringListModel::StringListModel(QObject *parent) : QAbstractListModel(parent)
 {
-    // A list that is a member of a model has no parent, and the engine must not take it for garbage.
+    // A list that is a member of a model has no parent object, so the engine would delete it as garbage.
     QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
 }
 

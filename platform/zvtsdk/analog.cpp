@@ -13,27 +13,17 @@ int zvtSetColor(uint64_t handle, uint8_t preset, uint8_t color) { return absent(
 
 int zvtGetGainLevelsAreNamed(uint64_t handle, bool *named)
 {
-    return onDevice<DetectorGain>(
-        __func__, handle, [&](DetectorGain &d) { *named = d.named(); }, named);
+    return get<&DetectorGain::named>(__func__, handle, named);
 }
 
-int zvtGetGainLevel(uint64_t handle, uint8_t *level)
-{
-    return onDevice<DetectorGain>(
-        __func__, handle, [&](DetectorGain &d) { *level = d.level(); }, level);
-}
+int zvtGetGainLevel(uint64_t handle, uint8_t *level) { return get<&DetectorGain::level>(__func__, handle, level); }
 
-int zvtSetGainLevel(uint64_t handle, uint8_t level)
-{
-    return onDevice<DetectorGain>(
-        __func__, handle, [&](DetectorGain &d) { return d.setLevel(level); }, level);
-}
+int zvtSetGainLevel(uint64_t handle, uint8_t level) { return call<&DetectorGain::setLevel>(__func__, handle, level); }
 
 int zvtGetGainLevelName(uint64_t handle, uint8_t level, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
-    return onDevice<DetectorGain>(
-        __func__, handle, [&](DetectorGain &d) { return d.name(level, text.value); }, level, text);
+    return call<&DetectorGain::name>(__func__, handle, level, text);
 }
 
 int zvtGetGlobalOffsetVoltage(uint64_t handle, float *out) { return absent(__func__, handle, out); }
@@ -76,44 +66,28 @@ int zvtSetDigitalOffset(uint64_t handle, uint8_t preset, float value)
     return absent(__func__, handle, preset, value);
 }
 
-int zvtGetRevertEnabled(uint64_t handle, bool *enabled)
-{
-    return onDevice<ImageMode>(
-        __func__, handle, [&](ImageMode &d) { *enabled = d.reverted(); }, enabled);
-}
+int zvtGetRevertEnabled(uint64_t handle, bool *enabled) { return get<&ImageMode::reverted>(__func__, handle, enabled); }
 
 int zvtSetRevertEnabled(uint64_t handle, bool enabled)
 {
-    return onDevice<ImageMode>(
-        __func__, handle, [&](ImageMode &d) { d.setReverted(enabled); }, enabled);
+    return call<&ImageMode::setReverted>(__func__, handle, enabled);
 }
 
-int zvtGetInvertEnabled(uint64_t handle, bool *enabled)
-{
-    return onDevice<ImageMode>(
-        __func__, handle, [&](ImageMode &d) { *enabled = d.inverted(); }, enabled);
-}
+int zvtGetInvertEnabled(uint64_t handle, bool *enabled) { return get<&ImageMode::inverted>(__func__, handle, enabled); }
 
 int zvtSetInvertEnabled(uint64_t handle, bool enabled)
 {
-    return onDevice<ImageMode>(
-        __func__, handle, [&](ImageMode &d) { d.setInverted(enabled); }, enabled);
+    return call<&ImageMode::setInverted>(__func__, handle, enabled);
 }
 
 int zvtGetHSMAvailable(uint64_t handle, bool *available)
 {
-    return onDevice<ImageMode>(
-        __func__, handle, [&](ImageMode &d) { *available = d.hsmAvailable(); }, available);
+    return get<&ImageMode::hsmAvailable>(__func__, handle, available);
 }
 
-int zvtGetHSMEnabled(uint64_t handle, bool *enabled)
-{
-    return onDevice<ImageMode>(
-        __func__, handle, [&](ImageMode &d) { return d.hsmEnabled(*enabled); }, enabled);
-}
+int zvtGetHSMEnabled(uint64_t handle, bool *enabled) { return call<&ImageMode::hsmEnabled>(__func__, handle, enabled); }
 
 int zvtSetHSMEnabled(uint64_t handle, bool enabled)
 {
-    return onDevice<ImageMode>(
-        __func__, handle, [&](ImageMode &d) { return d.setHsmEnabled(enabled); }, enabled);
+    return call<&ImageMode::setHsmEnabled>(__func__, handle, enabled);
 }

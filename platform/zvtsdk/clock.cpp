@@ -5,9 +5,7 @@
 #include "platform/emulator/devices/HourMeter.h"
 #include "platform/emulator/dispatch.h"
 
-using emulator::CameraClock;
-using emulator::HourMeter;
-using emulator::onDevice;
+using namespace emulator;
 
 int zvtGetRealTimeClock(uint64_t handle, uint8_t *year, uint8_t *month, uint8_t *day, uint8_t *hour, uint8_t *minute,
                         uint8_t *second)
@@ -59,12 +57,10 @@ int zvtSetIRIGTime(uint64_t handle, uint16_t year, uint16_t dayOfYear, uint8_t h
 
 int zvtGetIRIGLocked(uint64_t handle, uint8_t *locked)
 {
-    return onDevice<CameraClock>(
-        __func__, handle, [&](CameraClock &clock) { *locked = clock.irigLocked(); }, locked);
+    return get<&CameraClock::irigLocked>(__func__, handle, locked);
 }
 
 int zvtGetOperatingTime(uint64_t handle, uint32_t *minutes)
 {
-    return onDevice<HourMeter>(
-        __func__, handle, [&](HourMeter &meter) { *minutes = meter.minutes(); }, minutes);
+    return get<&HourMeter::minutes>(__func__, handle, minutes);
 }

@@ -4,10 +4,6 @@
 #include "platform/emulator/devices/EventQueue.h"
 #include "platform/emulator/dispatch.h"
 
-using emulator::EventQueue;
+using namespace emulator;
 
-int zvtReadEventQueue(uint64_t handle, zvtEEventType *type)
-{
-    return emulator::onDevice<EventQueue>(
-        __func__, handle, [&](EventQueue &queue) { *type = queue.take(); }, type);
-}
+int zvtReadEventQueue(uint64_t handle, zvtEEventType *type) { return get<&EventQueue::take>(__func__, handle, type); }

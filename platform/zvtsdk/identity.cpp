@@ -5,11 +5,7 @@
 #include "platform/emulator/dispatch.h"
 #include "platform/zvtsdk/names.h"
 
-using emulator::Identity;
-using emulator::onDevice;
-using emulator::Status;
-using emulator::Text;
-using emulator::withoutHandle;
+using namespace emulator;
 
 namespace
 {
@@ -17,9 +13,9 @@ namespace
 Status give(Text &text, const char *name)
 {
     if (!name)
-        return emulator::Refused;
+        return Refused;
     text.value = name;
-    return emulator::Ok;
+    return Ok;
 }
 
 } // namespace
@@ -27,87 +23,49 @@ Status give(Text &text, const char *name)
 int zvtGetCameraModel(uint64_t handle, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { text.value = i.model(); }, text);
+    return get<&Identity::model>(__func__, handle, text);
 }
 
-int zvtSetCameraModel(uint64_t handle, const char *model)
-{
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { return i.setModel(model); }, model);
-}
+int zvtSetCameraModel(uint64_t handle, const char *model) { return call<&Identity::setModel>(__func__, handle, model); }
 
 int zvtGetCameraSN(uint64_t handle, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { text.value = i.serial(); }, text);
+    return get<&Identity::serial>(__func__, handle, text);
 }
 
-int zvtSetCameraSN(uint64_t handle, const char *serial)
-{
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { return i.setSerial(serial); }, serial);
-}
+int zvtSetCameraSN(uint64_t handle, const char *serial) { return call<&Identity::setSerial>(__func__, handle, serial); }
 
-int zvtGetCameraType(uint64_t handle, uint8_t *type)
-{
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { *type = i.type(); }, type);
-}
+int zvtGetCameraType(uint64_t handle, uint8_t *type) { return get<&Identity::type>(__func__, handle, type); }
 
-int zvtSetCameraType(uint64_t handle, uint8_t type)
-{
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { i.setType(type); }, type);
-}
+int zvtSetCameraType(uint64_t handle, uint8_t type) { return call<&Identity::setType>(__func__, handle, type); }
 
 int zvtGetCameraSubtype(uint64_t handle, uint8_t *subtype)
 {
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { *subtype = i.subtype(); }, subtype);
+    return get<&Identity::subtype>(__func__, handle, subtype);
 }
 
 int zvtSetCameraSubtype(uint64_t handle, uint8_t subtype)
 {
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { i.setSubtype(subtype); }, subtype);
+    return call<&Identity::setSubtype>(__func__, handle, subtype);
 }
 
-int zvtGetReadout(uint64_t handle, uint8_t *readout)
-{
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { *readout = i.readout(); }, readout);
-}
+int zvtGetReadout(uint64_t handle, uint8_t *readout) { return get<&Identity::readout>(__func__, handle, readout); }
 
 int zvtGetDetectorType(uint64_t handle, uint8_t *detector)
 {
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { *detector = i.detector(); }, detector);
+    return get<&Identity::detector>(__func__, handle, detector);
 }
 
-int zvtGetVariant(uint64_t handle, uint8_t *out)
-{
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { *out = i.variant(); }, out);
-}
+int zvtGetVariant(uint64_t handle, uint8_t *out) { return get<&Identity::variant>(__func__, handle, out); }
 
-int zvtGetBoardType(uint64_t handle, uint8_t *board)
-{
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { *board = i.board(); }, board);
-}
+int zvtGetBoardType(uint64_t handle, uint8_t *board) { return get<&Identity::board>(__func__, handle, board); }
 
-int zvtGetPleoraBoardType(uint64_t handle, uint8_t *out)
-{
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { *out = i.pleoraBoard(); }, out);
-}
+int zvtGetPleoraBoardType(uint64_t handle, uint8_t *out) { return get<&Identity::pleoraBoard>(__func__, handle, out); }
 
 int zvtSetPleoraBoardType(uint64_t handle, uint8_t board)
 {
-    return onDevice<Identity>(
-        __func__, handle, [&](Identity &i) { i.setPleoraBoard(board); }, board);
+    return call<&Identity::setPleoraBoard>(__func__, handle, board);
 }
 
 int zvtGetCameraTypeName(uint8_t type, char *buffer, uint32_t size)

@@ -4,7 +4,7 @@
 #include "platform/emulator/devices/Information.h"
 #include "platform/emulator/dispatch.h"
 
-using emulator::Information;
+using namespace emulator;
 
 int zvtGetCameraExtraInfo(uint64_t handle, hlx::TArray<zvtSInfoEntry> *entries)
 {
@@ -12,5 +12,5 @@ int zvtGetCameraExtraInfo(uint64_t handle, hlx::TArray<zvtSInfoEntry> *entries)
         for (const auto &[name, value] : information.rows())
             entries->add({name.c_str(), value.c_str()});
     };
-    return emulator::onDevice<Information>(__func__, handle, body, entries);
+    return onDevice<Information>(__func__, handle, body, entries);
 }

@@ -19,19 +19,12 @@ using namespace emulator;
 
 int zvtGetFocusCurrentPos(uint64_t handle, uint32_t *position)
 {
-    return onDevice<Focus>(
-        __func__, handle, [&](Focus &d) { *position = d.position(); }, position);
+    return get<&Focus::position>(__func__, handle, position);
 }
 
 int zvtGetFocusRange(uint64_t handle, uint32_t *minimum, uint32_t *maximum)
 {
-    return onDevice<Focus>(
-        __func__, handle,
-        [&](Focus &d) {
-            *minimum = d.minimum();
-            *maximum = d.maximum();
-        },
-        minimum, maximum);
+    return get<&Focus::minimum, &Focus::maximum>(__func__, handle, minimum, maximum);
 }
 
 int zvtGetFocusNearPos(uint64_t handle, uint8_t fov, uint32_t *position)
@@ -58,29 +51,13 @@ int zvtSetFocusFarPos(uint64_t handle, uint8_t fov, uint32_t position)
         __func__, handle, [&](Focus &d) { return d.setLimit(Focus::Far, fov, position); }, fov, position);
 }
 
-int zvtSetFocusPos(uint64_t handle, uint32_t position)
-{
-    return onDevice<Focus>(
-        __func__, handle, [&](Focus &d) { return d.goTo(position); }, position);
-}
+int zvtSetFocusPos(uint64_t handle, uint32_t position) { return call<&Focus::goTo>(__func__, handle, position); }
 
-int zvtFocusMoveTo(uint64_t handle, uint32_t position)
-{
-    return onDevice<Focus>(
-        __func__, handle, [&](Focus &d) { return d.moveTo(position); }, position);
-}
+int zvtFocusMoveTo(uint64_t handle, uint32_t position) { return call<&Focus::moveTo>(__func__, handle, position); }
 
-int zvtFocusMove(uint64_t handle, int32_t speed)
-{
-    return onDevice<Focus>(
-        __func__, handle, [&](Focus &d) { return d.move(speed); }, speed);
-}
+int zvtFocusMove(uint64_t handle, int32_t speed) { return call<&Focus::move>(__func__, handle, speed); }
 
-int zvtFocusMovePercent(uint64_t handle, float percent)
-{
-    return onDevice<Focus>(
-        __func__, handle, [&](Focus &d) { return d.movePercent(percent); }, percent);
-}
+int zvtFocusMovePercent(uint64_t handle, float percent) { return call<&Focus::movePercent>(__func__, handle, percent); }
 
 int zvtFocusNear(uint64_t handle)
 {
@@ -92,46 +69,36 @@ int zvtFocusFar(uint64_t handle)
     return onDevice<Focus>(__func__, handle, [&](Focus &d) { return d.goToEnd(Focus::Far); });
 }
 
-int zvtGetFocusManualMode(uint64_t handle, bool *manual)
-{
-    return onDevice<Focus>(
-        __func__, handle, [&](Focus &d) { *manual = d.manual(); }, manual);
-}
+int zvtGetFocusManualMode(uint64_t handle, bool *manual) { return get<&Focus::manual>(__func__, handle, manual); }
 
 int zvtMfgGetFocusSlowControl(uint64_t handle, uint8_t fov, uint8_t *control)
 {
-    return onDevice<Focus>(
-        __func__, handle, [&](Focus &d) { return d.slowControl(fov, *control); }, fov, control);
+    return call<&Focus::slowControl>(__func__, handle, fov, control);
 }
 
 int zvtMfgGetFocusPositionIncrement(uint64_t handle, uint8_t fov, uint32_t *increment)
 {
-    return onDevice<Focus>(
-        __func__, handle, [&](Focus &d) { return d.increment(fov, *increment); }, fov, increment);
+    return call<&Focus::increment>(__func__, handle, fov, increment);
 }
 
 int zvtGetFocusToDistanceAvailable(uint64_t handle, bool *available)
 {
-    return onDevice<FocusToDistance>(
-        __func__, handle, [&](FocusToDistance &d) { *available = d.available(); }, available);
+    return get<&FocusToDistance::available>(__func__, handle, available);
 }
 
 int zvtGetFocusToDistanceMin(uint64_t handle, float *metres)
 {
-    return onDevice<FocusToDistance>(
-        __func__, handle, [&](FocusToDistance &d) { return d.minimum(*metres); }, metres);
+    return call<&FocusToDistance::minimum>(__func__, handle, metres);
 }
 
 int zvtGetFocusToDistanceMax(uint64_t handle, float *metres)
 {
-    return onDevice<FocusToDistance>(
-        __func__, handle, [&](FocusToDistance &d) { return d.maximum(*metres); }, metres);
+    return call<&FocusToDistance::maximum>(__func__, handle, metres);
 }
 
 int zvtFocusToDistance(uint64_t handle, float metres)
 {
-    return onDevice<FocusToDistance>(
-        __func__, handle, [&](FocusToDistance &d) { return d.focusTo(metres); }, metres);
+    return call<&FocusToDistance::focusTo>(__func__, handle, metres);
 }
 
 // Automatic focus.
@@ -150,100 +117,62 @@ int zvtAutoFocusFull(uint64_t handle, int flag)
 
 int zvtGetAutoFocusROISize(uint64_t handle, uint16_t *size)
 {
-    return onDevice<AutoFocus>(
-        __func__, handle, [&](AutoFocus &d) { *size = d.regionSize(); }, size);
+    return get<&AutoFocus::regionSize>(__func__, handle, size);
 }
 
 int zvtSetAutoFocusROISize(uint64_t handle, uint16_t size)
 {
-    return onDevice<AutoFocus>(
-        __func__, handle, [&](AutoFocus &d) { return d.setRegionSize(size); }, size);
+    return call<&AutoFocus::setRegionSize>(__func__, handle, size);
 }
 
 int zvtGetAutoFocusROIPosition(uint64_t handle, uint8_t *position)
 {
-    return onDevice<AutoFocus>(
-        __func__, handle, [&](AutoFocus &d) { *position = d.regionPosition(); }, position);
+    return get<&AutoFocus::regionPosition>(__func__, handle, position);
 }
 
 int zvtSetAutoFocusROIPosition(uint64_t handle, uint8_t position)
 {
-    return onDevice<AutoFocus>(
-        __func__, handle, [&](AutoFocus &d) { return d.setRegionPosition(position); }, position);
+    return call<&AutoFocus::setRegionPosition>(__func__, handle, position);
 }
 
 int zvtGetAutoFocusROIShowWhenFocusing(uint64_t handle, bool *show)
 {
-    return onDevice<AutoFocus>(
-        __func__, handle, [&](AutoFocus &d) { *show = d.showWhenFocusing(); }, show);
+    return get<&AutoFocus::showWhenFocusing>(__func__, handle, show);
 }
 
 int zvtSetAutoFocusROIShowWhenFocusing(uint64_t handle, bool show)
 {
-    return onDevice<AutoFocus>(
-        __func__, handle, [&](AutoFocus &d) { d.setShowWhenFocusing(show); }, show);
+    return call<&AutoFocus::setShowWhenFocusing>(__func__, handle, show);
 }
 
 // Zoom and field of view.
 
-int zvtGetFOV(uint64_t handle, uint8_t *fov)
-{
-    return onDevice<FieldOfView>(
-        __func__, handle, [&](FieldOfView &d) { *fov = d.selected(); }, fov);
-}
+int zvtGetFOV(uint64_t handle, uint8_t *fov) { return get<&FieldOfView::selected>(__func__, handle, fov); }
 
-int zvtSetFOV(uint64_t handle, uint8_t fov)
-{
-    return onDevice<FieldOfView>(
-        __func__, handle, [&](FieldOfView &d) { return d.select(fov); }, fov);
-}
+int zvtSetFOV(uint64_t handle, uint8_t fov) { return call<&FieldOfView::select>(__func__, handle, fov); }
 
 int zvtGetFOVPos(uint64_t handle, uint32_t *position)
 {
-    return onDevice<Zoom>(
-        __func__, handle, [&](Zoom &d) { *position = d.commandedPosition(); }, position);
+    return get<&Zoom::commandedPosition>(__func__, handle, position);
 }
 
-int zvtSetFOVPos(uint64_t handle, uint32_t position)
-{
-    return onDevice<Zoom>(
-        __func__, handle, [&](Zoom &d) { return d.goTo(position); }, position);
-}
+int zvtSetFOVPos(uint64_t handle, uint32_t position) { return call<&Zoom::goTo>(__func__, handle, position); }
 
 int zvtGetFOVCurrentPos(uint64_t handle, uint32_t *position)
 {
-    return onDevice<Zoom>(
-        __func__, handle, [&](Zoom &d) { *position = d.position(); }, position);
+    return get<&Zoom::position>(__func__, handle, position);
 }
 
 int zvtGetFOVRange(uint64_t handle, uint32_t *minimum, uint32_t *maximum)
 {
-    return onDevice<Zoom>(
-        __func__, handle,
-        [&](Zoom &d) {
-            *minimum = d.minimum();
-            *maximum = d.maximum();
-        },
-        minimum, maximum);
+    return get<&Zoom::minimum, &Zoom::maximum>(__func__, handle, minimum, maximum);
 }
 
-int zvtFOVMoveTo(uint64_t handle, uint32_t position)
-{
-    return onDevice<Zoom>(
-        __func__, handle, [&](Zoom &d) { return d.moveTo(position); }, position);
-}
+int zvtFOVMoveTo(uint64_t handle, uint32_t position) { return call<&Zoom::moveTo>(__func__, handle, position); }
 
-int zvtFOVMove(uint64_t handle, int32_t speed)
-{
-    return onDevice<Zoom>(
-        __func__, handle, [&](Zoom &d) { return d.move(speed); }, speed);
-}
+int zvtFOVMove(uint64_t handle, int32_t speed) { return call<&Zoom::move>(__func__, handle, speed); }
 
-int zvtFOVMovePercent(uint64_t handle, float percent)
-{
-    return onDevice<Zoom>(
-        __func__, handle, [&](Zoom &d) { return d.movePercent(percent); }, percent);
-}
+int zvtFOVMovePercent(uint64_t handle, float percent) { return call<&Zoom::movePercent>(__func__, handle, percent); }
 
 int zvtFOVMin(uint64_t handle)
 {
@@ -257,34 +186,23 @@ int zvtFOVMax(uint64_t handle)
 
 // Lens cover, athermalization and lens states.
 
-int zvtGetLensCoverState(uint64_t handle, uint8_t *state)
-{
-    return onDevice<LensCover>(
-        __func__, handle, [&](LensCover &d) { *state = d.state(); }, state);
-}
+int zvtGetLensCoverState(uint64_t handle, uint8_t *state) { return get<&LensCover::state>(__func__, handle, state); }
 
-int zvtSetLensCoverState(uint64_t handle, uint8_t state)
-{
-    return onDevice<LensCover>(
-        __func__, handle, [&](LensCover &d) { return d.moveTo(state); }, state);
-}
+int zvtSetLensCoverState(uint64_t handle, uint8_t state) { return call<&LensCover::moveTo>(__func__, handle, state); }
 
 int zvtGetLensAthermalizationEnabledAvailable(uint64_t handle, bool *available)
 {
-    return onDevice<Athermalization>(
-        __func__, handle, [&](Athermalization &d) { *available = d.available(); }, available);
+    return get<&Athermalization::available>(__func__, handle, available);
 }
 
 int zvtGetLensAthermalizationEnabled(uint64_t handle, bool *enabled)
 {
-    return onDevice<Athermalization>(
-        __func__, handle, [&](Athermalization &d) { return d.enabled(*enabled); }, enabled);
+    return call<&Athermalization::enabled>(__func__, handle, enabled);
 }
 
 int zvtSetLensAthermalizationEnabled(uint64_t handle, bool enabled)
 {
-    return onDevice<Athermalization>(
-        __func__, handle, [&](Athermalization &d) { return d.setEnabled(enabled); }, enabled);
+    return call<&Athermalization::setEnabled>(__func__, handle, enabled);
 }
 
 int zvtListLensStates(uint64_t handle, hlx::TArray<zvtSDirEntry> *entries)
@@ -297,26 +215,13 @@ int zvtListLensStates(uint64_t handle, hlx::TArray<zvtSDirEntry> *entries)
     return onDevice<LensStates>(__func__, handle, body, entries);
 }
 
-int zvtLoadLensState(uint64_t handle, const char *name)
-{
-    return onDevice<LensStates>(
-        __func__, handle, [&](LensStates &d) { return d.load(name); }, name);
-}
+int zvtLoadLensState(uint64_t handle, const char *name) { return call<&LensStates::load>(__func__, handle, name); }
 
-int zvtSaveLensStateAs(uint64_t handle, const char *name)
-{
-    return onDevice<LensStates>(
-        __func__, handle, [&](LensStates &d) { return d.saveAs(name); }, name);
-}
+int zvtSaveLensStateAs(uint64_t handle, const char *name) { return call<&LensStates::saveAs>(__func__, handle, name); }
 
 int zvtRenameLensState(uint64_t handle, const char *oldName, const char *newName)
 {
-    return onDevice<LensStates>(
-        __func__, handle, [&](LensStates &d) { return d.rename(oldName, newName); }, oldName, newName);
+    return call<&LensStates::rename>(__func__, handle, oldName, newName);
 }
 
-int zvtDeleteLensState(uint64_t handle, const char *name)
-{
-    return onDevice<LensStates>(
-        __func__, handle, [&](LensStates &d) { return d.remove(name); }, name);
-}
+int zvtDeleteLensState(uint64_t handle, const char *name) { return call<&LensStates::remove>(__func__, handle, name); }

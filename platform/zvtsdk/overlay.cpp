@@ -36,14 +36,12 @@ int zvtSetVideoOverlayShowAGCROI(uint64_t handle, bool value) { return absent(__
 
 int zvtGetVideoOverlayShowFocusROI(uint64_t handle, bool *show)
 {
-    return onDevice<AutoFocus>(
-        __func__, handle, [&](AutoFocus &d) { *show = d.showAlways(); }, show);
+    return get<&AutoFocus::showAlways>(__func__, handle, show);
 }
 
 int zvtSetVideoOverlayShowFocusROI(uint64_t handle, bool show)
 {
-    return onDevice<AutoFocus>(
-        __func__, handle, [&](AutoFocus &d) { d.setShowAlways(show); }, show);
+    return call<&AutoFocus::setShowAlways>(__func__, handle, show);
 }
 
 int zvtGetVideoOverlayShowMessage(uint64_t handle, bool *out) { return absent(__func__, handle, out); }

@@ -4,89 +4,63 @@
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/dispatch.h"
 
-using emulator::onDevice;
-using emulator::Sensor;
-using emulator::Status;
+using namespace emulator;
 
 int zvtClocksToHertz(uint64_t handle, uint32_t clocks, double *hertz)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.clocksToHertz(clocks, *hertz); }, clocks, hertz);
+    return call<&Sensor::clocksToHertz>(__func__, handle, clocks, hertz);
 }
 
 int zvtClocksToMilliseconds(uint64_t handle, uint32_t clocks, double *milliseconds)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.clocksToMilliseconds(clocks, *milliseconds); }, clocks,
-        milliseconds);
+    return call<&Sensor::clocksToMilliseconds>(__func__, handle, clocks, milliseconds);
 }
 
 int zvtGetActivePreset(uint64_t handle, uint8_t *preset)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { *preset = static_cast<uint8_t>(s.activePreset()); }, preset);
+    return get<&Sensor::activePreset>(__func__, handle, preset);
 }
 
-int zvtGetClockFrequency(uint64_t handle, uint32_t *hz)
-{
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { *hz = s.clockFrequency(); }, hz);
-}
+int zvtGetClockFrequency(uint64_t handle, uint32_t *hz) { return get<&Sensor::clockFrequency>(__func__, handle, hz); }
 
 int zvtGetFrameWidth(uint64_t handle, uint8_t preset, uint32_t *out)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.frameWidth(preset, *out); }, preset, out);
+    return call<&Sensor::frameWidth>(__func__, handle, preset, out);
 }
 
-int zvtGetGigEPreset(uint64_t handle, uint8_t *preset)
-{
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.gigEPreset(*preset); }, preset);
-}
+int zvtGetGigEPreset(uint64_t handle, uint8_t *preset) { return call<&Sensor::gigEPreset>(__func__, handle, preset); }
 
 int zvtGetIntegrationWidth(uint64_t handle, uint8_t preset, uint32_t *out)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.integrationWidth(preset, *out); }, preset, out);
+    return call<&Sensor::integrationWidth>(__func__, handle, preset, out);
 }
 
-int zvtGetNumPresets(uint64_t handle, uint8_t *count)
-{
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { *count = static_cast<uint8_t>(s.numPresets()); }, count);
-}
+int zvtGetNumPresets(uint64_t handle, uint8_t *count) { return get<&Sensor::numPresets>(__func__, handle, count); }
 
 int zvtGetPresetSequencingMode(uint64_t handle, uint8_t *mode)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { *mode = static_cast<uint8_t>(s.sequencingMode()); }, mode);
+    return get<&Sensor::sequencingMode>(__func__, handle, mode);
 }
 
 int zvtGetSaturatedFlag(uint64_t handle, uint8_t *saturated)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { *saturated = s.saturated(); }, saturated);
+    return get<&Sensor::saturated>(__func__, handle, saturated);
 }
 
-int zvtGetVideoPreset(uint64_t handle, uint8_t *preset)
-{
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { *preset = static_cast<uint8_t>(s.videoPreset()); }, preset);
-}
+int zvtGetVideoPreset(uint64_t handle, uint8_t *preset) { return get<&Sensor::videoPreset>(__func__, handle, preset); }
 
 int zvtGetWindow(uint64_t handle, uint8_t preset, uint16_t *x, uint16_t *y, uint16_t *width, uint16_t *height)
 {
     const auto body = [&](Sensor &s) -> Status {
         // All presets look through the one window of the sensor.
         if (preset >= s.numPresets())
-            return emulator::Refused;
+            return Refused;
         const Sensor::Window &window = s.geometry().window();
         *x = window.x;
         *y = window.y;
         *width = window.width;
         *height = window.height;
-        return emulator::Ok;
+        return Ok;
     };
     return onDevice<Sensor>(__func__, handle, body, preset, x, y, width, height);
 }
@@ -108,18 +82,12 @@ int zvtGetWindowLimits(uint64_t handle, uint16_t *minW, uint16_t *maxW, uint16_t
 
 int zvtSetFrameWidth(uint64_t handle, uint8_t preset, uint32_t value)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.setFrameWidth(preset, value); }, preset, value);
+    return call<&Sensor::setFrameWidth>(__func__, handle, preset, value);
 }
 
-int zvtSetGigEPreset(uint64_t handle, uint8_t preset)
-{
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.setGigEPreset(preset); }, preset);
-}
+int zvtSetGigEPreset(uint64_t handle, uint8_t preset) { return call<&Sensor::setGigEPreset>(__func__, handle, preset); }
 
 int zvtSetIntegrationWidth(uint64_t handle, uint8_t preset, uint32_t value)
 {
-    return onDevice<Sensor>(
-        __func__, handle, [&](Sensor &s) { return s.setIntegrationWidth(preset, value); }, preset, value);
+    return call<&Sensor::setIntegrationWidth>(__func__, handle, preset, value);
 }

@@ -5,10 +5,7 @@
 #include "platform/emulator/dispatch.h"
 #include "platform/zvtsdk/dirEntry.h"
 
-using emulator::FileTransfer;
-using emulator::onDevice;
-using emulator::StateStore;
-using emulator::Text;
+using namespace emulator;
 
 using Progress = FileTransfer::Progress;
 
@@ -31,51 +28,30 @@ int zvtListStates(uint64_t handle, hlx::TArray<zvtSDirEntry> *entries)
     return onDevice<StateStore>(__func__, handle, body, entries);
 }
 
-int zvtStateExists(uint64_t handle, const char *name)
-{
-    return onDevice<StateStore>(
-        __func__, handle, [&](StateStore &store) { return store.exists(name); }, name);
-}
+int zvtStateExists(uint64_t handle, const char *name) { return call<&StateStore::exists>(__func__, handle, name); }
 
 int zvtGetStateName(uint64_t handle, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
-    return onDevice<StateStore>(
-        __func__, handle, [&](StateStore &store) { text.value = store.current(); }, text);
+    return get<&StateStore::current>(__func__, handle, text);
 }
 
 int zvtIsFactoryDefaultState(uint64_t handle, uint8_t *isFactory)
 {
-    return onDevice<StateStore>(
-        __func__, handle, [&](StateStore &store) { *isFactory = store.isFactoryDefault(); }, isFactory);
+    return get<&StateStore::isFactoryDefault>(__func__, handle, isFactory);
 }
 
-int zvtSaveState(uint64_t handle)
-{
-    return onDevice<StateStore>(__func__, handle, [](StateStore &store) { return store.saveCurrent(); });
-}
+int zvtSaveState(uint64_t handle) { return call<&StateStore::saveCurrent>(__func__, handle); }
 
-int zvtSaveStateAs(uint64_t handle, const char *name)
-{
-    return onDevice<StateStore>(
-        __func__, handle, [&](StateStore &store) { return store.saveAs(name); }, name);
-}
+int zvtSaveStateAs(uint64_t handle, const char *name) { return call<&StateStore::saveAs>(__func__, handle, name); }
 
-int zvtSaveFactoryDefaults(uint64_t handle)
-{
-    return onDevice<StateStore>(__func__, handle, [](StateStore &store) { return store.saveFactoryDefaults(); });
-}
+int zvtSaveFactoryDefaults(uint64_t handle) { return call<&StateStore::saveFactoryDefaults>(__func__, handle); }
 
-int zvtDeleteState(uint64_t handle, const char *name)
-{
-    return onDevice<StateStore>(
-        __func__, handle, [&](StateStore &store) { return store.remove(name); }, name);
-}
+int zvtDeleteState(uint64_t handle, const char *name) { return call<&StateStore::remove>(__func__, handle, name); }
 
 int zvtRenameState(uint64_t handle, const char *oldName, const char *newName)
 {
-    return onDevice<StateStore>(
-        __func__, handle, [&](StateStore &store) { return store.rename(oldName, newName); }, oldName, newName);
+    return call<&StateStore::rename>(__func__, handle, oldName, newName);
 }
 
 int zvtUploadStateStd(uint64_t handle, const char *file, Progress *progress)

@@ -10,14 +10,12 @@ using namespace emulator;
 
 int zvtGetFrameSyncSource(uint64_t handle, uint8_t *source)
 {
-    return onDevice<FrameSync>(
-        __func__, handle, [&](FrameSync &d) { *source = d.source(); }, source);
+    return get<&FrameSync::source>(__func__, handle, source);
 }
 
 int zvtSetFrameSyncSource(uint64_t handle, uint8_t source)
 {
-    return onDevice<FrameSync>(
-        __func__, handle, [&](FrameSync &d) { return d.setSource(source); }, source);
+    return call<&FrameSync::setSource>(__func__, handle, source);
 }
 
 int zvtGetFrameSyncMode(uint64_t handle, uint8_t *mode) { return absent(__func__, handle, mode); }
@@ -34,8 +32,7 @@ int zvtSetFrameSyncPolarity(uint64_t handle, uint8_t polarity) { return absent(_
 
 int zvtGetTriLevelSyncSourceAvailable(uint64_t handle, bool *available)
 {
-    return onDevice<FrameSync>(
-        __func__, handle, [&](FrameSync &d) { *available = d.hasTriLevel(); }, available);
+    return get<&FrameSync::hasTriLevel>(__func__, handle, available);
 }
 
 int zvtGetSyncOutSource(uint64_t handle, uint8_t *source) { return absent(__func__, handle, source); }

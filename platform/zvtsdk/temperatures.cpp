@@ -5,39 +5,28 @@
 #include "platform/emulator/devices/Temperatures.h"
 #include "platform/emulator/dispatch.h"
 
-using emulator::Cooler;
-using emulator::onDevice;
-using emulator::Status;
-using emulator::Temperatures;
+using namespace emulator;
 
 int zvtGetFPATemperature(uint64_t handle, float *temperature)
 {
-    return onDevice<Cooler>(
-        __func__, handle, [&](Cooler &c) { *temperature = c.temperature(); }, temperature);
+    return get<&Cooler::temperature>(__func__, handle, temperature);
 }
 
 int zvtGetFPAColdTemperature(uint64_t handle, float *temperature)
 {
-    return onDevice<Cooler>(
-        __func__, handle, [&](Cooler &c) { return c.coldTemperature(*temperature); }, temperature);
+    return call<&Cooler::coldTemperature>(__func__, handle, temperature);
 }
 
-int zvtMfgGetCoolerType(uint64_t handle, uint8_t *type)
-{
-    return onDevice<Cooler>(
-        __func__, handle, [&](Cooler &c) { *type = c.type(); }, type);
-}
+int zvtMfgGetCoolerType(uint64_t handle, uint8_t *type) { return get<&Cooler::type>(__func__, handle, type); }
 
 int zvtMfgGetCoolerSetpoint(uint64_t handle, float *setpoint)
 {
-    return onDevice<Cooler>(
-        __func__, handle, [&](Cooler &c) { return c.setpoint(*setpoint); }, setpoint);
+    return call<&Cooler::setpoint>(__func__, handle, setpoint);
 }
 
 int zvtMfgSetCoolerSetpoint(uint64_t handle, float setpoint)
 {
-    return onDevice<Cooler>(
-        __func__, handle, [&](Cooler &c) { return c.setSetpoint(setpoint); }, setpoint);
+    return call<&Cooler::setSetpoint>(__func__, handle, setpoint);
 }
 
 int zvtMfgGetCoolerPowerEnabled(uint64_t handle, uint8_t *enabled)
@@ -45,7 +34,7 @@ int zvtMfgGetCoolerPowerEnabled(uint64_t handle, uint8_t *enabled)
     const auto body = [&](Cooler &cooler) -> Status {
         bool on = false;
         const Status status = cooler.power(on);
-        if (status == emulator::Ok)
+        if (status == Ok)
             *enabled = on;
         return status;
     };
@@ -54,8 +43,7 @@ int zvtMfgGetCoolerPowerEnabled(uint64_t handle, uint8_t *enabled)
 
 int zvtMfgSetCoolerPowerEnabled(uint64_t handle, bool enabled)
 {
-    return onDevice<Cooler>(
-        __func__, handle, [&](Cooler &c) { return c.setPower(enabled); }, enabled);
+    return call<&Cooler::setPower>(__func__, handle, enabled);
 }
 
 int zvtMfgGetCoolerSetup(uint64_t handle, float *kP, float *kI, float *kD, float *kOff)
@@ -63,7 +51,7 @@ int zvtMfgGetCoolerSetup(uint64_t handle, float *kP, float *kI, float *kD, float
     const auto body = [&](Cooler &cooler) -> Status {
         Cooler::Control control{};
         const Status status = cooler.control(control);
-        if (status == emulator::Ok) {
+        if (status == Ok) {
             *kP = control.kP;
             *kI = control.kI;
             *kD = control.kD;
@@ -86,31 +74,26 @@ int zvtMfgSetCoolerSetup(uint64_t handle, float kP, float kI, float kD, float kO
 
 const char *zvtCoolerTypeText(uint8_t type)
 {
-    return emulator::lookUp(
+    return lookUp(
         __func__, [&] { return Cooler::typeName(type); }, type);
 }
 
 int zvtGetSCTemperatures(uint64_t handle, float *frontPanel, float *airGap, float *internal)
 {
-    return onDevice<Temperatures>(
-        __func__, handle, [&](Temperatures &t) { return t.sc(*frontPanel, *airGap, *internal); }, frontPanel, airGap,
-        internal);
+    return call<&Temperatures::sc>(__func__, handle, frontPanel, airGap, internal);
 }
 
 int zvtGetRSTemperatures(uint64_t handle, float *internal)
 {
-    return onDevice<Temperatures>(
-        __func__, handle, [&](Temperatures &t) { return t.rs(*internal); }, internal);
+    return call<&Temperatures::rs>(__func__, handle, internal);
 }
 
 int zvtGetHasLensTemperature(uint64_t handle, uint8_t *has)
 {
-    return onDevice<Temperatures>(
-        __func__, handle, [&](Temperatures &t) { *has = t.hasLens(); }, has);
+    return get<&Temperatures::hasLens>(__func__, handle, has);
 }
 
 int zvtGetLensTemperature(uint64_t handle, float *temperature)
 {
-    return onDevice<Temperatures>(
-        __func__, handle, [&](Temperatures &t) { return t.lens(*temperature); }, temperature);
+    return call<&Temperatures::lens>(__func__, handle, temperature);
 }

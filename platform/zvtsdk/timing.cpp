@@ -4,8 +4,7 @@
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/dispatch.h"
 
-using emulator::onDevice;
-using emulator::Sensor;
+using namespace emulator;
 
 int zvtCalcMinFrameWidth(uint64_t handle, uint32_t *clocks, uint16_t width, uint16_t height)
 {

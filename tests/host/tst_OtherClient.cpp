@@ -85,15 +85,15 @@ void tst_OtherClient::badLinesAreTold_data()
     QTest::newRow("no value") << "focus.position"
                               << "a line holds a setting and its value";
     QTest::newRow("unknown device") << "engine.power 3"
-                                    << "no setting \"engine.power\"";
+                                    << "engine.power: there is no such setting";
     QTest::newRow("unknown setting") << "focus.colour 3"
-                                     << "no setting \"focus.colour\"";
+                                     << "focus.colour: there is no such setting";
     QTest::newRow("unknown capability") << "capabilities.flies true"
-                                        << "no setting \"capabilities.flies\"";
+                                        << "capabilities.flies: there is no such setting";
     QTest::newRow("refused value") << "sensor.activePreset 9"
-                                   << "does not take 9";
+                                   << "sensor.activePreset: must lie between 0 and 3";
     QTest::newRow("value of another kind") << "sensor.activePreset [1"
-                                           << "does not take [1";
+                                           << "sensor.activePreset: must be a number";
 }
 
 void tst_OtherClient::badLinesAreTold()
@@ -105,7 +105,7 @@ void tst_OtherClient::badLinesAreTold()
     QCOMPARE(nextEvent(), ZVT_EVENT_NONE);
 }
 
-// Whatever pieces they come in, until their writer goes.
+// Lines may arrive in pieces of any size, until the writer closes its end.
 void tst_OtherClient::linesAreTakenAsTheyCome()
 {
     std::array<int, 2> ends{};
@@ -128,7 +128,7 @@ void tst_OtherClient::linesAreTakenAsTheyCome()
     bool reverted = false;
     zvtGetRevertEnabled(camera().handle(), &reverted);
     QVERIFY(reverted);
-    // A last line without an end is none.
+    // A last line without a line end is ignored.
     QVERIFY(write("sensor.activePreset 1"));
     ::close(ends[1]);
     const auto *notifier = client.findChild<QSocketNotifier *>();

@@ -320,7 +320,7 @@ private slots:
         std::atomic<bool> end{false};
         auto slow = inBackground([&](Camera &camera) {
             while (!end)
-                if (const Status status = camera.takeTime(1); status != Ok)
+                if (const Status status = camera.letTimePass(1); status != Ok)
                     return status;
             return Ok;
         });
@@ -340,7 +340,7 @@ private slots:
         auto slow = inBackground([](Camera &camera) {
             Status status = Ok;
             for (int turn = 0; turn < 10'000 && status == Ok; ++turn)
-                status = camera.takeTime(1);
+                status = camera.letTimePass(1);
             return status;
         });
         m_camera->disconnect();
@@ -351,7 +351,8 @@ private slots:
     {
         Clock::manual();
         const int64_t before = Clock::now();
-        QCOMPARE(dispatch("test", m_camera->handle(), [](Camera &camera) { return camera.takeTime(1500); }), int(Ok));
+        QCOMPARE(dispatch("test", m_camera->handle(), [](Camera &camera) { return camera.letTimePass(1500); }),
+                 int(Ok));
         QCOMPARE(Clock::now() - before, int64_t(1500));
         Clock::automatic();
     }

@@ -1,32 +1,25 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 namespace emulator
 {
 
-/// The lens keeps its focus over temperature, where it can.
+/// Keeps the lens in focus over temperature, while it is available.
 class Athermalization : public Device
 {
 public:
-    /// Knows in the profile: "available", "enabled".
+    /// Profile keys and settings: "available", "enabled".
     Athermalization(Camera &camera, Section &section);
 
     bool available() const { return m_available; }
-    /// Refused while it is not available, as is setting it.
-    Status enabled(bool &enabled) const;
-    Status setEnabled(bool enabled);
-
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
-    /// "available", "enabled".
-    bool set(const QString &name, const QVariant &value) override;
+    /// Reading and setting it are refused while it is not available.
+    Status enabled(bool &enabled) const { return fetch(m_enabled, enabled); }
+    Status setEnabled(bool enabled) { return assign(m_enabled, enabled); }
 
 private:
-    bool m_available;
-    bool m_enabled;
+    bool m_available = true;
+    bool m_enabled = false;
 };
 
 } // namespace emulator

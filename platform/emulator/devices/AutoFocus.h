@@ -1,50 +1,44 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 #include <cstdint>
 
 namespace emulator
 {
 
-/// The automatic focus with the region of the image that it looks at. It swings around the place where the scene is
-/// sharp, less and less, and ends there.
+/// The automatic focus with the region of the image that it evaluates. It swings around the position in which the scene
+/// is sharp, with smaller and smaller amplitude, and ends there.
 class AutoFocus : public Device
 {
 public:
-    /// Knows in the profile: "regionSize" (pixels, any, also one that cannot be set), "regionPosition",
-    /// "showWhenFocusing", "showAlways", and "sceneDistance" (where the scene is, in metres).
+    /// Profile keys and settings: "regionSize" (pixels; a profile may have any size, also one that cannot be set),
+    /// "regionPosition", "showWhenFocusing", "showAlways", and "sceneDistance" (metres from the camera to the scene).
     AutoFocus(Camera &camera, Section &section);
 
-    /// Looks around from where the focus is. Refused if another command takes the focus over.
+    /// Searches around the present position. Refused if another command moves the focus meanwhile.
     Status focusFast();
-    /// Runs from near to far first.
+    /// The same after a run from near to far.
     Status focusFull();
 
     uint16_t regionSize() const { return m_regionSize; }
-    /// 16, 32, 64, 128, 256 or 512.
-    Status setRegionSize(uint16_t pixels);
+    /// 16, 32, 64, 128, 256 or 512 pixels.
+    Status setRegionSize(uint16_t pixels) { return assign(m_regionSize, pixels); }
+    /// A zvtEAutoFocusRoiPosition.
     uint8_t regionPosition() const { return m_regionPosition; }
-    Status setRegionPosition(uint8_t position);
+    Status setRegionPosition(uint8_t position) { return assign(m_regionPosition, position); }
     /// The overlay shows the region while focusing, and at all times.
     bool showWhenFocusing() const { return m_showWhenFocusing; }
-    void setShowWhenFocusing(bool show);
+    Status setShowWhenFocusing(bool show) { return assign(m_showWhenFocusing, show); }
     bool showAlways() const { return m_showAlways; }
-    void setShowAlways(bool show);
-
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
-    /// As in the profile.
-    bool set(const QString &name, const QVariant &value) override;
+    Status setShowAlways(bool show) { return assign(m_showAlways, show); }
 
 private:
-    uint16_t m_regionSize;
-    uint8_t m_regionPosition;
-    bool m_showWhenFocusing;
-    bool m_showAlways;
-    double m_sceneDistance;
+    uint16_t m_regionSize = 128;
+    uint8_t m_regionPosition = 0;
+    bool m_showWhenFocusing = true;
+    bool m_showAlways = false;
+    double m_sceneDistance = 25;
 };
 
 } // namespace emulator

@@ -4,16 +4,16 @@
 
 #include <QDateTime>
 
-#include <algorithm>
-
 namespace emulator
 {
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
 
 constexpr int firstYear = 2000;
-// Some 65 000 years, all that 16 bits of year can tell.
+// Some 65 000 years: all that the 16 bits of the year can express.
 constexpr int64_t largestOffset = 2'100'000'000'000'000;
 
 QDateTime ahead(int64_t offset) { return QDateTime::fromMSecsSinceEpoch(Clock::now() + offset, Qt::UTC); }
@@ -23,17 +23,19 @@ int64_t offsetOf(const QDate &date, const QTime &time)
     return QDateTime(date, time, Qt::UTC).toMSecsSinceEpoch() - Clock::now();
 }
 
-int64_t restoredOffset(const QJsonObject &values, const QString &key)
-{
-    return std::clamp<int64_t>(values.value(key).toInteger(0), -largestOffset, largestOffset);
-}
-
 } // namespace
 
 CameraClock::CameraClock(Camera &camera, Section &section)
-    : Device(camera), m_irigYear(section.flag(QStringLiteral("irigYear"), true)),
-      m_irigLocked(section.flag(QStringLiteral("irigLocked"), false))
+    : Device(camera), m_irigYear(section.flag(u"irigYear"_s, true))
 {
+    const double limit = largestOffset;
+    addSettings(section,
+                {
+                    {u"irigLocked"_s, m_irigLocked, Profile | OtherClient},
+                    {u"realTimeOffset"_s, m_realTimeOffset, Between{-limit, limit}, Snapshot},
+                    {u"irigOffset"_s, m_irigOffset, Between{-limit, limit}, Snapshot},
+                    {u"irigMicrosecond"_s, m_irigMicrosecond, Between{0, 999}, Snapshot},
+                });
 }
 
 CameraClock::RealTime CameraClock::realTime() const
@@ -84,29 +86,6 @@ Status CameraClock::setIrigTime(const IrigTime &time)
     m_irigMicrosecond = time.microsecond;
     remember();
     return Ok;
-}
-
-QJsonObject CameraClock::save() const
-{
-    return {{QStringLiteral("realTimeOffset"), static_cast<qint64>(m_realTimeOffset)},
-            {QStringLiteral("irigOffset"), static_cast<qint64>(m_irigOffset)},
-            {QStringLiteral("irigMicrosecond"), m_irigMicrosecond}};
-}
-
-void CameraClock::restore(const QJsonObject &values)
-{
-    m_realTimeOffset = restoredOffset(values, QStringLiteral("realTimeOffset"));
-    m_irigOffset = restoredOffset(values, QStringLiteral("irigOffset"));
-    m_irigMicrosecond
-        = static_cast<uint16_t>(std::clamp(values.value(QStringLiteral("irigMicrosecond")).toInt(), 0, 999));
-}
-
-bool CameraClock::set(const QString &name, const QVariant &value)
-{
-    if (name != QLatin1String("irigLocked") || value.typeId() != QMetaType::Bool)
-        return false;
-    m_irigLocked = value.toBool();
-    return true;
 }
 
 } // namespace emulator

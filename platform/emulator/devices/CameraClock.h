@@ -1,17 +1,14 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 #include <cstdint>
 
 namespace emulator
 {
 
-/// The two clocks of a camera, which run on from what they were set to, also while the camera is off: a real-time
-/// clock, and the IRIG time. A camera has both, whichever of them its images carry. Neither knows a time zone. A time
-/// that does not exist is refused and leaves the clock as it was.
+/// The two clocks of a camera: a real-time clock and the IRIG time. Both run on while the camera is off, and every
+/// camera has both, whichever of them its images carry. They have no time zone. A time that does not exist is refused.
 class CameraClock : public Device
 {
 public:
@@ -25,7 +22,7 @@ public:
     };
 
     struct IrigTime {
-        uint16_t year; ///< In full; 0: not told.
+        uint16_t year; ///< In full; 0: unknown.
         uint16_t day; ///< Of the year, from 1.
         uint8_t hour;
         uint8_t minute;
@@ -34,7 +31,7 @@ public:
         uint16_t microsecond;
     };
 
-    /// Knows in the profile: "irigYear" (the signal tells the year), "irigLocked".
+    /// Profile keys: "irigYear" (the signal contains the year), "irigLocked". Setting: "irigLocked".
     CameraClock(Camera &camera, Section &section);
 
     RealTime realTime() const;
@@ -47,15 +44,10 @@ public:
     /// The IRIG time follows a signal from outside.
     bool irigLocked() const { return m_irigLocked; }
 
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
-    /// "irigLocked", a bool.
-    bool set(const QString &name, const QVariant &value) override;
-
 private:
     bool m_irigYear;
-    bool m_irigLocked;
-    // Milliseconds by which the clocks are ahead of the emulated world's.
+    bool m_irigLocked = false;
+    // Milliseconds by which the clocks are ahead of the Clock.
     int64_t m_realTimeOffset = 0;
     int64_t m_irigOffset = 0;
     uint16_t m_irigMicrosecond = 0;

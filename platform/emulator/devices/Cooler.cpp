@@ -10,6 +10,8 @@
 namespace emulator
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -17,6 +19,13 @@ constexpr double zeroCelsius = 273.15;
 constexpr double hottest = 1e6;
 constexpr std::array typeNames{"None", "Thermoelectric", "Rotary Stirling", "Linear Stirling"};
 constexpr uint64_t noiseSeed = 1;
+
+Between readRange(Section &section, Cooler::Type type)
+{
+    const bool celsius = type == Cooler::Thermoelectric;
+    const double minimum = section.number(u"minimum"_s, celsius ? -40 : 60, -zeroCelsius, hottest);
+    return {minimum, section.number(u"maximum"_s, celsius ? 40 : 120, minimum, hottest)};
+}
 
 Cooler::Control readControl(Section section)
 {
@@ -33,21 +42,34 @@ Cooler::Control readControl(Section section)
 const char *Cooler::typeName(uint8_t type) { return type < typeNames.size() ? typeNames[type] : nullptr; }
 
 Cooler::Cooler(Camera &camera, Section &section)
-    : Device(camera),
-      m_type(static_cast<Type>(section.integer(QStringLiteral("type"), LinearStirling, None, LinearStirling))),
-      m_ambient(section.number(QStringLiteral("ambient"), 296.15, 0, hottest)),
-      m_cold(section.number(QStringLiteral("cold"), 0, 0, hottest)),
-      m_minimum(section.number(QStringLiteral("minimum"), m_type == Thermoelectric ? -40 : 60, -zeroCelsius, hottest)),
-      m_maximum(section.number(QStringLiteral("maximum"), m_type == Thermoelectric ? 40 : 120, m_minimum, hottest)),
-      m_setpoint(static_cast<float>(section.number(
-          QStringLiteral("setpoint"), std::clamp(m_type == Thermoelectric ? 10.0 : 77.0, m_minimum, m_maximum),
-          m_minimum, m_maximum))),
-      m_coolSeconds(section.number(QStringLiteral("coolSeconds"), 30, 0.001, hottest)),
-      m_warmSeconds(section.number(QStringLiteral("warmSeconds"), 120, 0.001, hottest)),
-      m_noise(section.number(QStringLiteral("noise"), 0.02, 0, hottest)),
-      m_power(section.flag(QStringLiteral("power"), true)),
-      m_control(readControl(section.section(QStringLiteral("control")))), m_from(m_ambient)
+    : Device(camera), m_type(static_cast<Type>(section.integer(u"type"_s, LinearStirling, None, LinearStirling))),
+      m_ambient(section.number(u"ambient"_s, 296.15, 0, hottest)), m_cold(section.number(u"cold"_s, 0, 0, hottest)),
+      m_range(readRange(section, m_type)),
+      m_setpoint(
+          static_cast<float>(std::clamp(m_type == Thermoelectric ? 10.0 : 77.0, m_range.minimum, m_range.maximum))),
+      m_coolSeconds(section.number(u"coolSeconds"_s, 30, 0.001, hottest)),
+      m_warmSeconds(section.number(u"warmSeconds"_s, 120, 0.001, hottest)),
+      m_noise(section.number(u"noise"_s, 0.02, 0, hottest)), m_control(readControl(section.section(u"control"_s))),
+      m_from(m_ambient)
 {
+    const auto isThere = [this] { return m_type != None; };
+    addSettings(section,
+                {
+                    Setting(u"kP"_s, m_control.kP, Snapshot).onlyIf(isThere),
+                    Setting(u"kI"_s, m_control.kI, Snapshot).onlyIf(isThere),
+                    Setting(u"kD"_s, m_control.kD, Snapshot).onlyIf(isThere),
+                    Setting(u"kOff"_s, m_control.kOff, Snapshot).onlyIf(isThere),
+                    {u"setpoint"_s, m_setpoint, m_range, Profile},
+                    Setting(
+                        u"setpoint"_s, [this] { return m_setpoint; },
+                        [this](float value) { return setSetpoint(value); }, m_range, Snapshot | OtherClient)
+                        .onlyIf(isThere),
+                    {u"power"_s, m_power, Profile},
+                    Setting(
+                        u"power"_s, [this] { return m_power; }, [this](bool on) { return setPower(on); },
+                        Snapshot | OtherClient)
+                        .onlyIf(isThere),
+                });
 }
 
 float Cooler::temperature() const
@@ -75,8 +97,7 @@ Status Cooler::setSetpoint(float value)
 {
     if (m_type == None)
         return Absent;
-    // Written so that a NaN is refused too.
-    if (!(value >= m_minimum && value <= m_maximum))
+    if (!m_range.holds(value))
         return Refused;
     rebase();
     m_setpoint = value;
@@ -122,39 +143,12 @@ Status Cooler::setControl(const Control &values)
     return Ok;
 }
 
-QJsonObject Cooler::save() const
-{
-    return {{QStringLiteral("power"), m_power},   {QStringLiteral("setpoint"), m_setpoint},
-            {QStringLiteral("kP"), m_control.kP}, {QStringLiteral("kI"), m_control.kI},
-            {QStringLiteral("kD"), m_control.kD}, {QStringLiteral("kOff"), m_control.kOff}};
-}
-
-void Cooler::restore(const QJsonObject &values)
-{
-    const auto number = [&values](const char *key, float fallback) {
-        return static_cast<float>(values.value(QLatin1String(key)).toDouble(fallback));
-    };
-    setControl({number("kP", m_control.kP), number("kI", m_control.kI), number("kD", m_control.kD),
-                number("kOff", m_control.kOff)});
-    setSetpoint(number("setpoint", m_setpoint));
-    setPower(values.value(QLatin1String("power")).toBool(m_power));
-}
-
 void Cooler::connectionChanged(bool connected)
 {
     if (connected && !m_switchedOn) {
         m_switchedOn = true;
         m_since = Clock::now();
     }
-}
-
-bool Cooler::set(const QString &name, const QVariant &value)
-{
-    if (name == QLatin1String("power"))
-        return value.typeId() == QMetaType::Bool && setPower(value.toBool()) == Ok;
-    bool isNumber = false;
-    const float number = value.toFloat(&isNumber);
-    return name == QLatin1String("setpoint") && isNumber && setSetpoint(number) == Ok;
 }
 
 double Cooler::setpointKelvin() const { return m_type == Thermoelectric ? m_setpoint + zeroCelsius : m_setpoint; }

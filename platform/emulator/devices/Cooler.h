@@ -1,26 +1,24 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 #include <cstdint>
 
 namespace emulator
 {
 
-/// The detector's temperature, and the cooler that holds it. From the camera's switching on, the detector cools down
-/// from ambient towards the setpoint, and warms up again while the cooler's power is off. Setpoint, power and control
-/// values outlive the process; the detector's temperature does not.
+/// The temperature of the detector, and the cooler that controls it. After the camera is switched on, the detector
+/// cools down from ambient towards the setpoint; it warms up again while the cooler's power is off. Setpoint, power and
+/// control values outlive the process; the temperature does not.
 class Cooler : public Device
 {
 public:
     enum Type : uint8_t { None = 0, Thermoelectric = 1, RotaryStirling = 2, LinearStirling = 3 };
 
-    /// The name of a type, null for a type that there is not. Static text.
+    /// The name of a type, null for an unknown type. Static text.
     static const char *typeName(uint8_t type);
 
-    /// What a cooler's regulator works with.
+    /// The parameters of the control loop.
     struct Control {
         float kP;
         float kI;
@@ -28,18 +26,18 @@ public:
         float kOff;
     };
 
-    /// Knows in the profile: "type"; "ambient", "cold" (the working temperature, not told without it) in Kelvin;
-    /// "setpoint", "minimum", "maximum" in the setpoint's unit; "coolSeconds", "warmSeconds" (time constants); "noise"
-    /// (Kelvin); "power"; "control" (kP, kI, kD, kOff).
+    /// Profile keys: "type"; "ambient", "cold" (the working temperature, unknown without it) in Kelvin; "setpoint",
+    /// "minimum", "maximum" in the unit of the setpoint; "coolSeconds", "warmSeconds" (time constants); "noise"
+    /// (Kelvin); "power"; "control" (kP, kI, kD, kOff). Settings: "setpoint", "power".
     Cooler(Camera &camera, Section &section);
 
     Type type() const { return m_type; }
-    /// Kelvin, whatever the cooler.
+    /// The temperature of the detector, Kelvin.
     float temperature() const;
-    /// The detector works at this temperature, Kelvin, and below.
+    /// The temperature, Kelvin, at and below which the detector works. Absent if it is unknown.
     Status coldTemperature(float &kelvin) const;
 
-    /// Celsius for a thermoelectric cooler, Kelvin for any other. Refuses what the cooler cannot reach.
+    /// Celsius for a thermoelectric cooler, Kelvin for any other. Refused outside "minimum" to "maximum".
     Status setpoint(float &value) const;
     Status setSetpoint(float value);
 
@@ -49,11 +47,7 @@ public:
     Status control(Control &values) const;
     Status setControl(const Control &values);
 
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
     void connectionChanged(bool connected) override;
-    /// "setpoint" or "power".
-    bool set(const QString &name, const QVariant &value) override;
 
 private:
     double setpointKelvin() const;
@@ -62,18 +56,17 @@ private:
 
     Type m_type;
     double m_ambient;
-    double m_cold; ///< 0: the camera does not tell.
-    double m_minimum;
-    double m_maximum;
+    double m_cold; ///< 0: unknown.
+    Between m_range; ///< Of the setpoint.
     float m_setpoint;
     double m_coolSeconds;
     double m_warmSeconds;
     double m_noise;
-    bool m_power;
+    bool m_power = true;
     Control m_control;
 
-    // The temperature moves exponentially from here; the power or the setpoint was changed, or the camera switched on,
-    // then.
+    // The temperature changes exponentially from m_from since m_since, when the power or the setpoint was changed or
+    // the camera was switched on.
     double m_from;
     int64_t m_since = 0;
     bool m_switchedOn = false;

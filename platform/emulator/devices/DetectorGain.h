@@ -1,8 +1,6 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 #include <QStringList>
 
@@ -16,27 +14,22 @@ namespace emulator
 class DetectorGain : public Device
 {
 public:
-    /// Knows in the profile: "levels" (how many), "level", "named", and "names", which may tell of fewer levels.
+    /// Profile keys: "levels" (how many), "names" (may be fewer), "level", "named". Settings: "level", "named".
     DetectorGain(Camera &camera, Section &section);
 
     int levels() const { return m_levels; }
     uint8_t level() const { return m_level; }
-    Status setLevel(uint8_t level);
+    Status setLevel(uint8_t level) { return assign(m_level, level); }
 
     bool named() const { return m_named; }
     /// UTF-8. Refused for a level without a name.
     Status name(uint8_t level, std::string &text) const;
 
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
-    /// "level", "named".
-    bool set(const QString &name, const QVariant &value) override;
-
 private:
     int m_levels;
-    uint8_t m_level;
-    bool m_named;
     QStringList m_names;
+    uint8_t m_level = 0;
+    bool m_named = true;
 };
 
 } // namespace emulator

@@ -1,6 +1,5 @@
 #include "platform/emulator/devices/EmulatorProperties.h"
 
-#include <cmath>
 #include <limits>
 
 namespace emulator
@@ -11,23 +10,14 @@ namespace
 
 constexpr double largestFloat = std::numeric_limits<float>::max();
 
-bool isNumber(const QVariant &value)
+/// Takes a value over into a property that is a T.
+template <class T> Refusal takeAs(QVariant &property, const QJsonValue &value)
 {
-    const int kind = value.typeId();
-    return kind == QMetaType::Int || kind == QMetaType::Float || kind == QMetaType::Double;
-}
-
-/// The value as the kind that the property has, invalid if it is none.
-QVariant asKind(int kind, const QVariant &value)
-{
-    if (value.typeId() == kind)
-        return value;
-    const double number = isNumber(value) ? value.toDouble() : std::nan("");
-    if (kind == QMetaType::Float && std::abs(number) <= largestFloat)
-        return static_cast<float>(number);
-    if (kind == QMetaType::Int && std::trunc(number) == number && std::abs(number) <= std::numeric_limits<int>::max())
-        return static_cast<int>(number);
-    return {};
+    T taken{};
+    Refusal refusal = parse(value, taken);
+    if (refusal.isEmpty())
+        property = taken;
+    return refusal;
 }
 
 } // namespace
@@ -58,12 +48,24 @@ bool EmulatorProperties::get(const QString &path, QVariant &value) const
 
 bool EmulatorProperties::set(const QString &path, const QVariant &value)
 {
-    const auto found = m_values.find(path);
-    const QVariant taken = found == m_values.end() ? QVariant() : asKind(found->typeId(), value);
-    if (!taken.isValid())
-        return false;
-    *found = taken;
-    return true;
+    return change(path, QJsonValue::fromVariant(value)).isEmpty();
+}
+
+Refusal EmulatorProperties::change(const QString &name, const QJsonValue &value)
+{
+    const auto found = m_values.find(name);
+    if (found == m_values.end())
+        return noSuchSetting();
+    switch (found->typeId()) {
+    case QMetaType::Bool:
+        return takeAs<bool>(*found, value);
+    case QMetaType::Int:
+        return takeAs<int>(*found, value);
+    case QMetaType::Float:
+        return takeAs<float>(*found, value);
+    default:
+        return takeAs<QString>(*found, value);
+    }
 }
 
 } // namespace emulator

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Section.h"
 
 #include <QString>
 #include <QVariantMap>
@@ -14,14 +13,16 @@ namespace emulator
 class EmulatorProperties : public Device
 {
 public:
-    /// Knows in the profile: the names without the slash.
+    /// Profile keys: the names without the slash. Settings: the paths.
     EmulatorProperties(Camera &camera, Section &section);
 
     /// False and `value` untouched: there is no such property.
     bool get(const QString &path, QVariant &value) const;
 
     /// False: there is no such property, or the value is not of its kind. A number of another kind is taken if it fits.
-    bool set(const QString &path, const QVariant &value) override;
+    bool set(const QString &path, const QVariant &value);
+
+    Refusal change(const QString &name, const QJsonValue &value) override;
 
 private:
     QVariantMap m_values;

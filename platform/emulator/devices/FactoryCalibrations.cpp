@@ -2,14 +2,22 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/Corrections.h"
-#include "platform/emulator/devices/settings.h"
 
 #include <QJsonArray>
+
+#include <algorithm>
 
 namespace emulator
 {
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+const QString selectedKey = u"selected"_s;
+
+} // namespace
 
 FactoryCalibrations::FactoryCalibrations(Camera &camera, Section &section)
     : Device(camera), m_names(section.texts(u"names"_s, {}))
@@ -19,6 +27,17 @@ FactoryCalibrations::FactoryCalibrations(Camera &camera, Section &section)
         section.refuse(u"integrationTimes"_s, u"must be a list of times in milliseconds, one for each name"_s);
     m_integrationTimes.assign(times.begin(), times.end());
     m_selected.fill(none);
+    m_rows = {none, m_names.size() - 1.0};
+    const auto ofActivePreset = [this] {
+        int row = none;
+        selected(this->camera().device<Sensor>()->activePreset(), row);
+        return row;
+    };
+    const auto selectForActivePreset = [this](int row) {
+        const int rowOfNone = static_cast<int>(m_names.size());
+        return select(this->camera().device<Sensor>()->activePreset(), row == none ? rowOfNone : row);
+    };
+    addSettings(section, {{selectedKey, ofActivePreset, selectForActivePreset, m_rows, OtherClient}});
 }
 
 QJsonObject FactoryCalibrations::save() const
@@ -26,28 +45,19 @@ QJsonObject FactoryCalibrations::save() const
     QJsonArray rows;
     for (const int row : m_selected)
         rows.append(row);
-    return {{u"selected"_s, rows}};
+    return {{selectedKey, rows}};
 }
 
-void FactoryCalibrations::restore(const QJsonObject &values)
+QStringList FactoryCalibrations::restore(const QJsonObject &values)
 {
-    // The times and the corrections that belong to them are kept by their own devices.
-    const QJsonArray rows = values.value(u"selected"_s).toArray();
-    for (size_t preset = 0; preset < m_selected.size(); ++preset) {
-        constexpr int unknown = none - 1;
-        const int row = rows.at(static_cast<qsizetype>(preset)).toInt(unknown);
-        if (row >= none && row < m_names.size())
-            m_selected.at(preset) = row;
-    }
-}
-
-bool FactoryCalibrations::set(const QString &name, const QVariant &value)
-{
-    const auto row = settingAs<int>(value);
-    if (name != u"selected"_s || !row)
-        return false;
-    const int rowOfNone = static_cast<int>(m_names.size());
-    return select(camera().device<Sensor>()->activePreset(), *row == none ? rowOfNone : *row) == Ok;
+    // The times and the corrections that belong to them are restored by their own devices.
+    QStringList refused;
+    const QJsonArray saved = values.value(selectedKey).toArray();
+    for (qsizetype preset = 0; preset < std::min<qsizetype>(saved.size(), m_selected.size()); ++preset)
+        if (const Refusal refusal = parse(saved.at(preset), m_selected.at(static_cast<size_t>(preset)), m_rows);
+            !refusal.isEmpty())
+            refused.append(u"%1.%2: %3"_s.arg(selectedKey).arg(preset).arg(refusal));
+    return refused;
 }
 
 bool FactoryCalibrations::hasPreset(int preset) const

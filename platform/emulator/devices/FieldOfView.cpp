@@ -2,22 +2,23 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/Focus.h"
-#include "platform/emulator/devices/settings.h"
 
 namespace emulator
 {
 
-namespace
-{
-
-const auto selectedKey = QStringLiteral("selected");
-
-} // namespace
+using namespace Qt::StringLiterals;
 
 FieldOfView::FieldOfView(Camera &camera, Section &section)
-    : Device(camera), m_selected(static_cast<Field>(section.integer(selectedKey, Narrow, Narrow, Wide))),
-      m_switchSeconds(section.number(QStringLiteral("switchSeconds"), 0.6, 0, 60))
+    : Device(camera), m_switchSeconds(section.number(u"switchSeconds"_s, 0.6, 0, 60))
 {
+    const Between fields{Narrow, Wide};
+    addSettings(section,
+                {
+                    // A snapshot holds the position of the focus too.
+                    {u"selected"_s, m_selected, fields, Profile | Snapshot},
+                    {u"selected"_s, [this] { return m_selected; }, [this](Field field) { return select(field); },
+                     fields, OtherClient},
+                });
 }
 
 Status FieldOfView::select(uint8_t field)
@@ -32,26 +33,6 @@ Status FieldOfView::select(uint8_t field)
     return status;
 }
 
-Status FieldOfView::selectAlone(uint8_t field)
-{
-    if (field > Wide)
-        return Refused;
-    m_selected = static_cast<Field>(field);
-    return Ok;
-}
-
-QJsonObject FieldOfView::save() const { return {{selectedKey, m_selected}}; }
-
-void FieldOfView::restore(const QJsonObject &values)
-{
-    if (const auto field = settingAs<uint8_t>(values.value(selectedKey).toVariant()))
-        selectAlone(*field);
-}
-
-bool FieldOfView::set(const QString &name, const QVariant &value)
-{
-    const auto field = settingAs<uint8_t>(value);
-    return name == selectedKey && field && select(*field) == Ok;
-}
+Status FieldOfView::selectAlone(uint8_t field) { return assign(m_selected, static_cast<Field>(field)); }
 
 } // namespace emulator

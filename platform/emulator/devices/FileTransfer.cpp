@@ -19,20 +19,19 @@ namespace
 constexpr qint64 usualBlocks = 50;
 constexpr qint64 smallestBlock = 64;
 constexpr qint64 largestBlock = 65536;
-constexpr int slowest = 1000;
-constexpr int fastest = 1'000'000'000;
 constexpr qint64 largestTransfer = std::numeric_limits<unsigned int>::max();
 
 } // namespace
 
-FileTransfer::FileTransfer(Camera &camera, Section &section)
-    : Device(camera), m_bytesPerSecond(section.integer(QStringLiteral("bytesPerSecond"), 1'000'000, slowest, fastest))
+FileTransfer::FileTransfer(Camera &camera, Section &section) : Device(camera)
 {
+    addSettings(section,
+                {{QStringLiteral("bytesPerSecond"), m_bytesPerSecond, Between{1000, 1e9}, Profile | OtherClient}});
 }
 
 Status FileTransfer::upload(const QString &localPath, qint64 largest, QByteArray &content, const Progress &progress)
 {
-    // Whatever is no plain file might keep its reader waiting for ever.
+    // A read of anything but a plain file might never end.
     if (const QFileInfo info(localPath); !info.isFile() || info.size() > largest)
         return Refused;
     QFile file(localPath);
@@ -63,16 +62,6 @@ Status FileTransfer::downloadFile(const QString &cameraPath, const QString &loca
     return copyInto(localPath, file, progress);
 }
 
-bool FileTransfer::set(const QString &name, const QVariant &value)
-{
-    bool isNumber = false;
-    const int wanted = value.toInt(&isNumber);
-    if (name != QLatin1String("bytesPerSecond") || !isNumber || wanted < slowest || wanted > fastest)
-        return false;
-    m_bytesPerSecond = wanted;
-    return true;
-}
-
 Status FileTransfer::copy(QIODevice &from, QIODevice &to, const Progress &progress)
 {
     const qint64 total = from.size();
@@ -84,12 +73,12 @@ Status FileTransfer::copy(QIODevice &from, QIODevice &to, const Progress &progre
         const QByteArray bytes = from.read(std::min(block, total - done));
         if (bytes.isEmpty() || to.write(bytes) != bytes.size())
             return Refused;
-        // Counted from the start of the file, so that what is rounded off a short block is not lost.
+        // The time is computed from the start of the file, so that the rounding of short blocks does not add up.
         const qint64 before = done;
         done += bytes.size();
-        if (const Status status = camera().takeTime(timeFor(done) - timeFor(before)); status != Ok)
+        if (const Status status = camera().letTimePass(timeFor(done) - timeFor(before)); status != Ok)
             return status;
-        if (const Status status = tell(progress, done, total); status != Ok)
+        if (const Status status = report(progress, done, total); status != Ok)
             return status;
     }
     return Ok;
@@ -98,7 +87,7 @@ Status FileTransfer::copy(QIODevice &from, QIODevice &to, const Progress &progre
 Status FileTransfer::copyInto(const QString &localPath, QIODevice &from, const Progress &progress)
 {
     QSaveFile file(localPath);
-    // Without a name it would find out at the end only.
+    // Without a name the file would be refused at the end of the transfer only.
     if (localPath.isEmpty() || !from.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly))
         return Refused;
     if (const Status status = copy(from, file, progress); status != Ok)
@@ -106,7 +95,7 @@ Status FileTransfer::copyInto(const QString &localPath, QIODevice &from, const P
     return file.commit() ? Ok : Refused;
 }
 
-Status FileTransfer::tell(const Progress &progress, qint64 done, qint64 total)
+Status FileTransfer::report(const Progress &progress, qint64 done, qint64 total)
 {
     int answer = 0;
     {

@@ -2,46 +2,39 @@
 
 #include "hlx/delegate.h"
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 class QIODevice;
 
 namespace emulator
 {
 
-/// The road on which files travel between a camera and the computer. A file goes in some fifty blocks, which take their
-/// time. A transfer ends by itself; it ends early if its progress asks for it and when the camera is disconnected, and
-/// leaves nothing behind then.
+/// Transfers files between a camera and the computer, in some fifty blocks that take their time. A transfer ends early
+/// if its progress delegate asks for it and when the camera is disconnected; nothing of the file is kept then.
 class FileTransfer : public Device
 {
 public:
-    /// Told (done, total) in bytes after every block, with the camera's lock given back. The total is above 0: a file
-    /// without content needs no block. Any answer but 0 ends the transfer with Stopped. May be empty.
+    /// Called as (done, total) in bytes after every block, with the camera's lock released. The total is above 0: an
+    /// empty file needs no block. Any result but 0 ends the transfer with Stopped. May be empty.
     using Progress = hlx::delegate<int(unsigned int, unsigned int)>;
 
-    /// Knows in the profile: "bytesPerSecond".
+    /// Profile key and setting: "bytesPerSecond", from 1000. A transfer under way keeps the old speed.
     FileTransfer(Camera &camera, Section &section);
 
-    /// Brings what a local file holds, at most `largest` bytes, to the camera.
+    /// Reads a local file of at most `largest` bytes into `content`, as a transfer to the camera.
     Status upload(const QString &localPath, qint64 largest, QByteArray &content, const Progress &progress);
 
-    /// Brings the content into a local file, which is written or replaced when all of it has come.
+    /// Transfers `content` to a local file, which is written or replaced at the end of the transfer.
     Status download(const QByteArray &content, const QString &localPath, const Progress &progress);
 
-    /// The same with a file below the camera's folder, "/" being the folder itself. Refuses a path that leads out of
-    /// it.
+    /// The same with a file in the camera's folder; the path is relative to it. Refuses a path that leads out of it.
     Status downloadFile(const QString &cameraPath, const QString &localPath, const Progress &progress);
-
-    /// "bytesPerSecond", from 1000 up; a transfer under way keeps the old speed.
-    bool set(const QString &name, const QVariant &value) override;
 
 private:
     Status copy(QIODevice &from, QIODevice &to, const Progress &progress);
     Status copyInto(const QString &localPath, QIODevice &from, const Progress &progress);
-    Status tell(const Progress &progress, qint64 done, qint64 total);
+    Status report(const Progress &progress, qint64 done, qint64 total);
 
-    qint64 m_bytesPerSecond;
+    qint64 m_bytesPerSecond = 1'000'000;
 };
 
 } // namespace emulator

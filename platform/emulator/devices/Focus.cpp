@@ -3,9 +3,6 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/FieldOfView.h"
 #include "platform/emulator/devices/Zoom.h"
-#include "platform/emulator/devices/settings.h"
-
-#include <QJsonArray>
 
 #include <algorithm>
 #include <cmath>
@@ -13,29 +10,12 @@
 namespace emulator
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
 constexpr uint8_t onlyField = 2;
-const auto nearKey = QStringLiteral("near");
-const auto farKey = QStringLiteral("far");
-const auto incrementsKey = QStringLiteral("increments");
-const auto positionKey = QStringLiteral("position");
-const auto manualKey = QStringLiteral("manual");
-const auto slowByStepsKey = QStringLiteral("slowBySteps");
-const auto restKey = QStringLiteral("withoutZoom");
-
-std::vector<uint32_t> countList(Section &section, const QString &key, const QList<double> &fallback, size_t size,
-                                Motor::Range range)
-{
-    const QList<double> numbers = section.numbers(key, fallback);
-    if (static_cast<size_t>(numbers.size()) != size && (size != 0 || numbers.isEmpty() || numbers.size() > 2))
-        section.refuse(key, QStringLiteral("must have one entry, or one for each field of view"));
-    for (const double number : numbers)
-        if (number < range.minimum || number > range.maximum || std::trunc(number) != number)
-            section.refuse(key, QStringLiteral("must hold whole numbers in the range"));
-    return {numbers.begin(), numbers.end()};
-}
 
 std::vector<double> distances(Section &section, const QString &key, const QList<double> &fallback)
 {
@@ -43,14 +23,6 @@ std::vector<double> distances(Section &section, const QString &key, const QList<
     if (metres.size() != 2 || metres[0] <= 0 || metres[1] <= 0)
         section.refuse(key, QStringLiteral("must hold two distances"));
     return {metres.begin(), metres.end()};
-}
-
-QJsonArray toJson(const std::vector<uint32_t> &list)
-{
-    QJsonArray array;
-    for (const uint32_t number : list)
-        array.append(double(number));
-    return array;
 }
 
 Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum, double zoomShare)
@@ -64,21 +36,43 @@ Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum, double zoo
 } // namespace
 
 Focus::Focus(Camera &camera, Section &section)
-    : Device(camera), m_minimum(Motor::counts(section, QStringLiteral("minimum"), 0, 0)),
-      m_maximum(Motor::counts(section, QStringLiteral("maximum"), std::max(m_minimum, 10'000U), m_minimum)),
-      m_descending(section.flag(QStringLiteral("descending"), false)),
-      m_near(countList(section, nearKey, {double(m_descending ? m_maximum : m_minimum)}, 0,
-                       {double(m_minimum), double(m_maximum)})),
-      m_far(countList(section, farKey, QList<double>(m_near.size(), m_descending ? m_minimum : m_maximum),
-                      m_near.size(), {double(m_minimum), double(m_maximum)})),
-      m_increments(countList(section, incrementsKey, QList<double>(m_near.size(), 90), m_near.size(),
-                             {0, double(Motor::mostCounts)})),
-      m_percent(section.flag(QStringLiteral("percent"), false)), m_slowBySteps(section.flag(slowByStepsKey, false)),
-      m_manual(section.flag(manualKey, false)), m_nearest(distances(section, QStringLiteral("nearest"), {5.0, 0.5})),
-      m_farthest(distances(section, QStringLiteral("farthest"), {5000.0, 500.0})),
-      m_zoomShare(section.integer(QStringLiteral("zoomShare"), 0, 0, Motor::mostCounts)),
+    : Device(camera), m_minimum(Motor::counts(section, u"minimum"_s, 0, 0)),
+      m_maximum(Motor::counts(section, u"maximum"_s, std::max(m_minimum, 10'000U), m_minimum)),
+      m_descending(section.flag(u"descending"_s, false)), m_near{m_descending ? m_maximum : m_minimum},
+      m_percent(section.flag(u"percent"_s, false)), m_nearest(distances(section, u"nearest"_s, {5.0, 0.5})),
+      m_farthest(distances(section, u"farthest"_s, {5000.0, 500.0})),
+      m_zoomShare(section.integer(u"zoomShare"_s, 0, 0, Motor::mostCounts)),
       m_motor(makeMotor(section, m_minimum, m_maximum, m_zoomShare))
 {
+    readSettings(section);
+}
+
+void Focus::readSettings(Section &section)
+{
+    const Between range{double(m_minimum), double(m_maximum)};
+    const auto sized
+        = [](bool right) { return right ? Refusal() : u"must have one entry, or one for each field of view"_s; };
+    const auto oneOrTwo = [sized](const Counts &list) { return sized(list.size() == 1 || list.size() == 2); };
+    const auto asNear = [this, sized](const Counts &list) { return sized(list.size() == m_near.size()); };
+
+    // The near limits of the profile decide how many fields the lens has.
+    addSettings(section, {{u"near"_s, m_near, {range, oneOrTwo}, Profile}});
+    m_far.assign(m_near.size(), m_descending ? m_minimum : m_maximum);
+    m_increments.assign(m_near.size(), 90);
+    addSettings(section,
+                {
+                    {u"near"_s, m_near, {range, asNear}, Snapshot | OtherClient},
+                    {u"far"_s, m_far, {range, asNear}, Everywhere},
+                    {u"increments"_s, m_increments, {Between{0, Motor::mostCounts}, asNear}, Everywhere},
+                    {u"slowBySteps"_s, m_slowBySteps, Everywhere},
+                    {u"manual"_s, [this] { return m_manual; }, [this](bool manual) { return setManual(manual); },
+                     Profile | OtherClient},
+                    {u"position"_s, [this] { return position(); }, [this](uint32_t place) { return takeTo(place); },
+                     range, OtherClient},
+                    {u"withoutZoom"_s, [this] { return m_motor.restingPosition(); },
+                     [this](double rest) { return restoreRest(rest); }, Between{m_minimum - m_zoomShare, range.maximum},
+                     Snapshot},
+                });
 }
 
 uint32_t Focus::position() const
@@ -106,11 +100,15 @@ Status Focus::limit(End end, uint8_t field, uint32_t &position) const
 
 Status Focus::setLimit(End end, uint8_t field, uint32_t position)
 {
-    if (!hasField(field) || position < m_minimum || position > m_maximum)
+    if (!hasField(field))
         return Refused;
-    (end == Near ? m_near : m_far)[indexOf(field)] = position;
-    remember();
-    return Ok;
+    Counts &limits = end == Near ? m_near : m_far;
+    Counts wanted = limits;
+    wanted[indexOf(field)] = position;
+    const Status status = assign(limits, wanted);
+    if (status == Ok)
+        remember();
+    return status;
 }
 
 Status Focus::slowControl(uint8_t field, uint8_t &control) const
@@ -129,9 +127,12 @@ Status Focus::increment(uint8_t field, uint32_t &counts) const
     return Ok;
 }
 
-Status Focus::move(int32_t speed) { return movePart(Motor::partOfStep(speed)); }
+Status Focus::move(int32_t speed) { return movePart(Motor::speedFractionOfStep(speed)); }
 
-Status Focus::movePercent(float percent) { return m_percent ? movePart(Motor::partOfPercent(percent)) : Absent; }
+Status Focus::movePercent(float percent)
+{
+    return m_percent ? movePart(Motor::speedFractionOfPercent(percent)) : Absent;
+}
 
 Status Focus::moveTo(uint32_t position)
 {
@@ -155,7 +156,7 @@ double Focus::farthest() const { return std::max(nearest(), std::lerp(m_farthest
 
 uint32_t Focus::positionFor(double metres) const
 {
-    // A lens moves as the reciprocal of the distance.
+    // The position follows the reciprocal of the distance.
     const double closest = 1 / nearest();
     const double range = closest - 1 / farthest();
     const double place = range > 0 ? (closest - 1 / std::clamp(metres, nearest(), farthest())) / range : 0;
@@ -177,58 +178,10 @@ void Focus::carryBetweenLimits(double place, double seconds)
     m_motor.travelTo(position - restingZoomShare(), seconds);
 }
 
-QJsonObject Focus::save() const
-{
-    return {{restKey, m_motor.restingPosition()},
-            {nearKey, toJson(m_near)},
-            {farKey, toJson(m_far)},
-            {incrementsKey, toJson(m_increments)},
-            {slowByStepsKey, m_slowBySteps}};
-}
-
-void Focus::restore(const QJsonObject &values)
-{
-    for (const QString &key : {nearKey, farKey, incrementsKey, slowByStepsKey})
-        if (values.contains(key))
-            set(key, values.value(key).toVariant());
-    const double rest = values.value(restKey).toDouble(-1.0 - Motor::mostCounts);
-    if (rest < m_minimum - m_zoomShare || rest > m_maximum)
-        return;
-    // While the camera is off, the lens is where it was left.
-    if (!camera().connected())
-        m_motor.place(rest);
-    else if (!m_manual)
-        m_motor.travelTo(rest);
-}
-
 void Focus::connectionChanged(bool connected)
 {
     if (!connected)
         m_motor.halt();
-}
-
-bool Focus::set(const QString &name, const QVariant &value)
-{
-    if (name == nearKey)
-        return setList(m_near, value);
-    if (name == farKey)
-        return setList(m_far, value);
-    if (name == incrementsKey)
-        return setList(m_increments, value);
-    if (name == slowByStepsKey)
-        return takeSetting(m_slowBySteps, value);
-    if (name == manualKey) {
-        const auto manual = settingAs<bool>(value);
-        if (manual)
-            setManual(*manual);
-        return manual.has_value();
-    }
-    const auto position = settingAs<uint32_t>(value);
-    if (name != positionKey || !position || *position < m_minimum || *position > m_maximum)
-        return false;
-    if (m_manual)
-        m_motor.place(*position - restingZoomShare());
-    return m_manual || moveTo(*position) == Ok;
 }
 
 uint32_t Focus::presentLimit(End end) const { return (end == Near ? m_near : m_far)[indexOf(presentField())]; }
@@ -242,28 +195,31 @@ Status Focus::movePart(std::optional<double> part)
     return Ok;
 }
 
-void Focus::setManual(bool manual)
+Status Focus::setManual(bool manual)
 {
     if (manual && !m_manual)
         m_motor.move(0, 0);
     m_manual = manual;
+    return Ok;
 }
 
-bool Focus::setList(std::vector<uint32_t> &list, const QVariant &value)
+/// Another client moves the focus, or the operator's hand does.
+Status Focus::takeTo(uint32_t position)
 {
-    const QVariantList entries = value.toList();
-    if (static_cast<size_t>(entries.size()) != list.size())
-        return false;
-    const bool isLimit = &list != &m_increments;
-    std::vector<uint32_t> taken;
-    for (const QVariant &entry : entries) {
-        const auto number = settingAs<uint32_t>(entry);
-        if (!number || (isLimit && (*number < m_minimum || *number > m_maximum)))
-            return false;
-        taken.push_back(*number);
-    }
-    list = taken;
-    return true;
+    if (!m_manual)
+        return moveTo(position);
+    m_motor.setPosition(position - restingZoomShare());
+    return Ok;
+}
+
+Status Focus::restoreRest(double position)
+{
+    // While the camera is off, the lens does not move.
+    if (!camera().connected())
+        m_motor.setPosition(position);
+    else if (!m_manual)
+        m_motor.travelTo(position);
+    return Ok;
 }
 
 double Focus::narrowness() const

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Section.h"
 #include "platform/emulator/devices/Motor.h"
 
 #include <cstdint>
@@ -10,20 +9,23 @@
 namespace emulator
 {
 
-/// The focus of the lens. Its encoder grows from near to far, or the other way about. A lens with discrete fields of
+/// The focus of the lens. Its encoder counts up from near to far, or from far to near. A lens with discrete fields of
 /// view has limits for each of them, 0 narrow and 1 wide; any other lens has one pair of limits, as field 2. A move by
-/// speed ends at the limits of the present field and runs on a little, but never out of the range. The zoom drags the
-/// focus along by some counts, since no lens holds it perfectly.
+/// speed ends at a limit of the present field and coasts a little, but never out of the range. The zoom changes the
+/// position by some counts, because no real lens holds its focus perfectly.
 class Focus : public Device
 {
 public:
     enum End { Near, Far };
 
-    /// Knows in the profile: "minimum", "maximum" (the range), "descending" (far is at the minimum), "near", "far" (the
-    /// limits: lists with one entry, or with those of both fields), "position", "zoomShare" (what the whole zoom adds)
-    /// and "increments" (the positional step of each field) in encoder counts; "countsPerSecond", "slowingSeconds";
-    /// "percent" (takes percentages of its speed), "slowBySteps", "manual"; "nearest", "farthest" (what it can focus
-    /// on, in metres: lists for the narrow and the wide view).
+    /// Profile keys: "minimum", "maximum" (the range), "descending" (far is at the minimum), "near", "far" (the limits:
+    /// lists with one entry, or with those of both fields), "position", "zoomShare" (counts that the whole zoom adds)
+    /// and "increments" (the step of a slow move, for each field) in encoder counts; "countsPerSecond",
+    /// "slowingSeconds"; "percent" (takes percentages of its speed), "slowBySteps", "manual"; "nearest", "farthest"
+    /// (limits of the distance in metres: lists for the narrow and the wide view).
+    ///
+    /// Settings: "position" (starts a move, or is set by hand), "manual", "slowBySteps", and as lists like in the
+    /// profile "near", "far", "increments".
     Focus(Camera &camera, Section &section);
 
     uint32_t minimum() const { return m_minimum; }
@@ -34,13 +36,14 @@ public:
     uint8_t presentField() const;
     bool hasField(uint8_t field) const;
     Status limit(End end, uint8_t field, uint32_t &position) const;
-    /// Near may come to lie behind far, as it does when somebody sets one limit after the other.
+    /// Refused outside the range. Near may be beyond far, as it is between two calls that set one limit after the
+    /// other.
     Status setLimit(End end, uint8_t field, uint32_t position);
 
-    /// Turned by hand at the lens: the motor takes no commands.
+    /// The focus is turned by hand at the lens: the motor refuses commands.
     bool manual() const { return m_manual; }
     bool movesByPercent() const { return m_percent; }
-    /// 0: the slow speed is made of steps of position.
+    /// 0: slow moves are made of steps of position.
     Status slowControl(uint8_t field, uint8_t &control) const;
     Status increment(uint8_t field, uint32_t &counts) const;
 
@@ -48,39 +51,39 @@ public:
     Status move(int32_t speed);
     /// Starts a move with -100 to 100 percent of the speed; 0 stops.
     Status movePercent(float percent);
-    /// Starts to travel to a position in the range.
+    /// Starts a move to a position in the range.
     Status moveTo(uint32_t position);
-    /// Travels to a position, and ends there.
+    /// Moves to a position, and returns when it is reached.
     Status goTo(uint32_t position);
-    /// Travels to a limit of the present field, and ends there.
+    /// Moves to a limit of the present field, and returns when it is reached.
     Status goToEnd(End end);
-    /// Ends when the focus stands.
+    /// Returns when the focus is at rest.
     Status awaitRest() const { return m_motor.awaitRest(camera()); }
 
-    /// What it can focus on with the present zoom, in metres.
+    /// The nearest and the farthest distance that it can focus to with the present zoom, metres.
     double nearest() const;
     double farthest() const;
-    /// Where things at a distance are sharp; for one out of reach, the nearest that can be done.
+    /// The position in which objects at a distance are sharp; for a distance out of reach, that of the nearest limit.
     uint32_t positionFor(double metres) const;
 
-    /// Where it will stand between the limits of the present field, 0 near to 1 far.
+    /// Its relative place between the limits of the present field when it is at rest, 0 near to 1 far.
     double placeBetweenLimits() const;
-    /// A turning turret takes the focus there, whoever turns it.
+    /// Starts a move to a relative place, as a turning turret does, also while the focus is turned by hand.
     void carryBetweenLimits(double place, double seconds);
 
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
     void connectionChanged(bool connected) override;
-    /// "position" (travels there, or is turned there by hand), "manual", "slowBySteps", and as lists like in the
-    /// profile "near", "far", "increments".
-    bool set(const QString &name, const QVariant &value) override;
 
 private:
+    /// Encoder counts: one entry, or one for each field of view.
+    using Counts = std::vector<uint32_t>;
+
     size_t indexOf(uint8_t field) const { return m_near.size() == 1 ? 0 : field; }
     uint32_t presentLimit(End end) const;
     Status movePart(std::optional<double> part);
-    void setManual(bool manual);
-    bool setList(std::vector<uint32_t> &list, const QVariant &value);
+    Status setManual(bool manual);
+    Status takeTo(uint32_t position);
+    Status restoreRest(double position);
+    void readSettings(Section &section);
     double narrowness() const;
     double zoomShare() const;
     double restingZoomShare() const;
@@ -89,16 +92,16 @@ private:
     uint32_t m_minimum;
     uint32_t m_maximum;
     bool m_descending;
-    std::vector<uint32_t> m_near;
-    std::vector<uint32_t> m_far;
-    std::vector<uint32_t> m_increments;
+    Counts m_near;
+    Counts m_far;
+    Counts m_increments;
     bool m_percent;
-    bool m_slowBySteps;
-    bool m_manual;
+    bool m_slowBySteps = false;
+    bool m_manual = false;
     std::vector<double> m_nearest;
     std::vector<double> m_farthest;
     double m_zoomShare;
-    Motor m_motor; ///< Where the encoder would be without the zoom's share.
+    Motor m_motor; ///< Its encoder has the position without the zoom's share.
 };
 
 } // namespace emulator

@@ -2,14 +2,13 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/Focus.h"
-#include "platform/emulator/devices/settings.h"
 
 namespace emulator
 {
 
-FocusToDistance::FocusToDistance(Camera &camera, Section &section)
-    : Device(camera), m_available(section.flag(QStringLiteral("available"), true))
+FocusToDistance::FocusToDistance(Camera &camera, Section &section) : Device(camera)
 {
+    addSettings(section, {{QStringLiteral("available"), m_available, Profile | OtherClient}});
 }
 
 Status FocusToDistance::minimum(float &metres) const
@@ -36,11 +35,6 @@ Status FocusToDistance::focusTo(float metres)
     if (!focus || !m_available || !(metres > 0))
         return Refused;
     return focus->moveTo(focus->positionFor(metres));
-}
-
-bool FocusToDistance::set(const QString &name, const QVariant &value)
-{
-    return name == QLatin1String("available") && takeSetting(m_available, value);
 }
 
 } // namespace emulator

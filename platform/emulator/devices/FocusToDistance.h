@@ -1,34 +1,30 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 namespace emulator
 {
 
-/// Sends the focus to where things at a distance are sharp. What can be reached changes with the zoom.
+/// Moves the focus to the position in which objects at a distance are sharp. The limits change with the zoom.
 class FocusToDistance : public Device
 {
 public:
-    /// Knows in the profile: "available".
+    /// Profile key and setting: "available".
     FocusToDistance(Camera &camera, Section &section);
 
-    /// The lens knows its distances now.
+    /// The lens can focus to a distance now.
     bool available() const { return m_available; }
 
-    /// Metres. Refused while they are not known.
+    /// The nearest and the farthest distance, metres. Refused while it is not available.
     Status minimum(float &metres) const;
     Status maximum(float &metres) const;
 
-    /// Starts to travel. A distance out of reach gives the nearest that can be done, since a limit comes back rounded.
+    /// Starts to move. A distance (metres) out of reach moves to the nearest limit, because the limits that the caller
+    /// has read may have been rounded.
     Status focusTo(float metres);
 
-    /// "available".
-    bool set(const QString &name, const QVariant &value) override;
-
 private:
-    bool m_available;
+    bool m_available = true;
 };
 
 } // namespace emulator

@@ -1,36 +1,29 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 #include <cstdint>
 
 namespace emulator
 {
 
-/// What starts a frame.
+/// The source that starts each frame.
 class FrameSync : public Device
 {
 public:
     enum Source : uint8_t { Internal = 0, External = 1, Video = 2, TriLevel = 3 };
 
-    /// Knows in the profile: "source", "triLevel" (the camera has such an input).
+    /// Profile keys: "triLevel" (the camera has such an input), "source". Setting: "source".
     FrameSync(Camera &camera, Section &section);
 
     uint8_t source() const { return m_source; }
     /// Refuses an input that the camera lacks.
-    Status setSource(uint8_t source);
+    Status setSource(uint8_t source) { return assign(m_source, source); }
     bool hasTriLevel() const { return m_triLevel; }
-
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
-    /// "source".
-    bool set(const QString &name, const QVariant &value) override;
 
 private:
     bool m_triLevel;
-    uint8_t m_source;
+    uint8_t m_source = Internal;
 };
 
 } // namespace emulator

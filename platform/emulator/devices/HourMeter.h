@@ -1,24 +1,23 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Section.h"
 
 #include <cstdint>
 
 namespace emulator
 {
 
-/// Counts the time that the camera has been in use, which is while it is connected. Outlives the process.
+/// Counts the time in use: the time during which the camera is connected. Outlives the process.
 class HourMeter : public Device
 {
 public:
-    /// Knows in the profile: "minutes", what a new camera has behind it.
+    /// Profile key: "minutes", the time in use of a new camera.
     HourMeter(Camera &camera, Section &section);
 
     uint32_t minutes() const;
 
     QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
+    QStringList restore(const QJsonObject &values) override;
     void connectionChanged(bool connected) override;
 
 private:

@@ -28,24 +28,33 @@ QJsonObject Identity::save() const
     return changed;
 }
 
-void Identity::restore(const QJsonObject &values)
+QStringList Identity::restore(const QJsonObject &values)
 {
+    QStringList refused;
     m_values = camera().profile().identity();
-    for (auto value = values.begin(); value != values.end(); ++value)
-        set(value.key(), value.value().toVariant());
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        const Refusal refusal = change(value.key(), value.value());
+        if (!refusal.isEmpty() && m_values.contains(value.key()))
+            refused.append(value.key() + QStringLiteral(": ") + refusal);
+    }
+    return refused;
 }
 
-bool Identity::set(const QString &name, const QVariant &value)
+Refusal Identity::change(const QString &name, const QJsonValue &value)
 {
     const QByteArray key = name.toLatin1();
-    if (key == "model" || key == "serial")
-        return value.typeId() == QMetaType::QString && storeText(key, value.toString().toStdString()) == Ok;
-    bool isNumber = false;
-    const int wanted = value.toInt(&isNumber);
-    if ((key != "type" && key != "subtype" && key != "pleora") || !isNumber || wanted < 0 || wanted > 255)
-        return false;
-    store(key, wanted);
-    return true;
+    if (key == "model" || key == "serial") {
+        QString text;
+        const Refusal refusal = parse(value, text);
+        return refusal.isEmpty() && storeText(key, text.toStdString()) != Ok ? refusedByTheCamera() : refusal;
+    }
+    if (key != "type" && key != "subtype" && key != "pleora")
+        return noSuchSetting();
+    uint8_t number = 0;
+    const Refusal refusal = parse(value, number);
+    if (refusal.isEmpty())
+        store(key, number);
+    return refusal;
 }
 
 uint8_t Identity::number(const char *key) const

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
 
 #include <cstdint>
 #include <string>
@@ -9,12 +8,12 @@
 namespace emulator
 {
 
-/// Who the camera is. The numbers are indices into tables that the SDK knows; the camera takes any of them, since new
-/// boards and cameras come out before the tables know them. Texts are UTF-8. What was changed outlives the process.
+/// The identity of the camera. The numbers are indices into tables of the SDK; the camera takes all of them, since new
+/// boards and cameras are released before the tables contain them. Texts are UTF-8. Changes outlive the process.
 class Identity : public Device
 {
 public:
-    /// Takes the values of the camera's profile.
+    /// Starts with the values of the camera's profile.
     explicit Identity(Camera &camera);
 
     uint8_t board() const { return number("boardSet"); }
@@ -30,15 +29,15 @@ public:
     void setType(uint8_t value) { store("type", value); }
     void setSubtype(uint8_t value) { store("subtype", value); }
     void setPleoraBoard(uint8_t value) { store("pleora", value); }
-    /// Refuses a text that is longer than 255 bytes or no UTF-8; so does setSerial().
+    /// Refuses a text that is longer than 255 bytes or is not UTF-8, as setSerial() does.
     Status setModel(const std::string &text) { return storeText("model", text); }
     Status setSerial(const std::string &text) { return storeText("serial", text); }
 
-    /// Only what differs from the profile.
+    /// Only the values that differ from the profile.
     QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
-    /// Any of "model", "serial", "type", "subtype", "pleora".
-    bool set(const QString &name, const QVariant &value) override;
+    QStringList restore(const QJsonObject &values) override;
+    /// Settings: "model", "serial", "type", "subtype", "pleora".
+    Refusal change(const QString &name, const QJsonValue &value) override;
 
 private:
     uint8_t number(const char *key) const;

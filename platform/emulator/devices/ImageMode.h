@@ -1,39 +1,32 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 namespace emulator
 {
 
-/// How the detector is read: mirrored or not, and with a high sensitivity where the camera can.
+/// How the detector is read: mirrored or not, and with high sensitivity if the camera has that mode.
 class ImageMode : public Device
 {
 public:
-    /// Knows in the profile: "reverted" (left to right), "inverted" (top to bottom), "hsmAvailable", "hsmEnabled".
+    /// Profile keys and settings: "reverted" (left to right), "inverted" (top to bottom), "hsmAvailable", "hsmEnabled".
     ImageMode(Camera &camera, Section &section);
 
     bool reverted() const { return m_reverted; }
-    void setReverted(bool reverted);
+    Status setReverted(bool reverted) { return assign(m_reverted, reverted); }
     bool inverted() const { return m_inverted; }
-    void setInverted(bool inverted);
+    Status setInverted(bool inverted) { return assign(m_inverted, inverted); }
 
     bool hsmAvailable() const { return m_hsmAvailable; }
-    /// Refused while there is no high sensitivity mode, as is setting it.
-    Status hsmEnabled(bool &enabled) const;
-    Status setHsmEnabled(bool enabled);
-
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
-    /// As in the profile.
-    bool set(const QString &name, const QVariant &value) override;
+    /// Reading and setting it are refused while the high sensitivity mode is not available.
+    Status hsmEnabled(bool &enabled) const { return fetch(m_hsmEnabled, enabled); }
+    Status setHsmEnabled(bool enabled) { return assign(m_hsmEnabled, enabled); }
 
 private:
-    bool m_reverted;
-    bool m_inverted;
-    bool m_hsmAvailable;
-    bool m_hsmEnabled;
+    bool m_reverted = false;
+    bool m_inverted = false;
+    bool m_hsmAvailable = false;
+    bool m_hsmEnabled = false;
 };
 
 } // namespace emulator

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Section.h"
 
 #include <string>
 #include <utility>

@@ -2,26 +2,32 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
-#include "platform/emulator/devices/settings.h"
 
 #include <algorithm>
 
 namespace emulator
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
-// A move looks this often whether its camera has gone.
+// How often a move checks whether the camera is still connected.
 constexpr int64_t lookMilliseconds = 50;
-const auto stateKey = QStringLiteral("state");
 
 } // namespace
 
 LensCover::LensCover(Camera &camera, Section &section)
-    : Device(camera), m_target(static_cast<State>(section.integer(stateKey, Open, Open, Unknown))),
-      m_moveMilliseconds(static_cast<int64_t>(section.number(QStringLiteral("moveSeconds"), 1, 0, 60) * 1000))
+    : Device(camera), m_moveMilliseconds(static_cast<int64_t>(section.number(u"moveSeconds"_s, 1, 0, 60) * 1000))
 {
+    const QString key = u"state"_s;
+    addSettings(section,
+                {
+                    {key, m_target, Between{Open, Unknown}, Profile},
+                    {key, [this] { return m_target; }, [this](State state) { return start(state); },
+                     Between{Open, Unknown}, Snapshot | OtherClient},
+                });
 }
 
 LensCover::State LensCover::state() const { return Clock::now() < m_arrival ? Unknown : m_target; }
@@ -30,11 +36,10 @@ Status LensCover::moveTo(uint8_t state)
 {
     if (state >= Unknown)
         return Refused;
-    if (state != m_target)
-        start(static_cast<State>(state));
+    start(static_cast<State>(state));
     const int64_t arrival = m_arrival;
     while (Clock::now() < arrival) {
-        const Status status = camera().takeTime(std::min(arrival - Clock::now(), lookMilliseconds));
+        const Status status = camera().letTimePass(std::min(arrival - Clock::now(), lookMilliseconds));
         if (status != Ok)
             return status;
         if (m_target != state)
@@ -43,14 +48,13 @@ Status LensCover::moveTo(uint8_t state)
     return Ok;
 }
 
-QJsonObject LensCover::save() const { return {{stateKey, m_target}}; }
-
-void LensCover::restore(const QJsonObject &values)
+QStringList LensCover::restore(const QJsonObject &values)
 {
-    set(stateKey, values.value(stateKey).toVariant());
-    // While the camera is off, the cover is where it was left.
+    const QStringList refused = Device::restore(values);
+    // While the camera is off, the cover does not move.
     if (!camera().connected())
         m_arrival = 0;
+    return refused;
 }
 
 void LensCover::connectionChanged(bool connected)
@@ -59,20 +63,13 @@ void LensCover::connectionChanged(bool connected)
         m_target = Unknown;
 }
 
-bool LensCover::set(const QString &name, const QVariant &value)
+Status LensCover::start(State state)
 {
-    const auto state = settingAs<uint8_t>(value);
-    if (name != stateKey || !state || *state > Unknown)
-        return false;
-    if (*state != m_target)
-        start(static_cast<State>(*state));
-    return true;
-}
-
-void LensCover::start(State state)
-{
-    m_target = state;
-    m_arrival = Clock::now() + m_moveMilliseconds;
+    if (state != m_target) {
+        m_target = state;
+        m_arrival = Clock::now() + m_moveMilliseconds;
+    }
+    return Ok;
 }
 
 } // namespace emulator

@@ -1,42 +1,36 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
-#include "platform/emulator/Section.h"
 
 #include <cstdint>
 
 namespace emulator
 {
 
-/// The cover in front of the lens. Where it is, is known once it has moved: not while it moves, nor after a move that
-/// was cut off.
+/// The cover in front of the lens. The state is Unknown while the cover moves and after an interrupted move.
 class LensCover : public Device
 {
 public:
     enum State : uint8_t { Open = 0, Closed = 1, Unknown = 2 };
 
-    /// Knows in the profile: "state", "moveSeconds".
+    /// Profile keys: "state", "moveSeconds". Setting: "state", which starts a move or makes the state Unknown.
     LensCover(Camera &camera, Section &section);
 
     State state() const;
 
-    /// Opens or closes it, and ends when that is done; at once where it is so already. Refused if it is sent elsewhere
-    /// meanwhile.
+    /// Opens or closes it, and returns when that is done; at once if it is in that state. Refused if another command
+    /// moves it meanwhile.
     Status moveTo(uint8_t state);
 
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
+    QStringList restore(const QJsonObject &values) override;
     void connectionChanged(bool connected) override;
-    /// "state": starts to move there, or makes it unknown.
-    bool set(const QString &name, const QVariant &value) override;
 
 private:
-    void start(State state);
+    Status start(State state);
 
-    State m_target;
+    State m_target = Open;
     int64_t m_moveMilliseconds;
-    int64_t m_arrival = 0; ///< When it will be, or has come, where it was sent.
+    int64_t m_arrival = 0; ///< The time at which the last move ends or ended.
 };
 
 } // namespace emulator

@@ -1,11 +1,11 @@
 #include "platform/emulator/devices/LensStates.h"
 
 #include "platform/emulator/Camera.h"
+#include "platform/emulator/SetupError.h"
 #include "platform/emulator/Storage.h"
 #include "platform/emulator/devices/FieldOfView.h"
 #include "platform/emulator/devices/Focus.h"
 #include "platform/emulator/devices/Zoom.h"
-#include "platform/emulator/devices/settings.h"
 #include "platform/emulator/fileNames.h"
 
 #include <QDateTime>
@@ -26,12 +26,10 @@ const auto focusKey = QStringLiteral("focus");
 const auto zoomKey = QStringLiteral("zoom");
 const auto fieldOfViewKey = QStringLiteral("fieldOfView");
 
-/// Gives the value of a part of the lens in a state; false if it tells none in the part's range.
+/// Reads the position of a part of the lens in a state. Returns false if there is none in the range of the part.
 bool findPlace(const QJsonObject &state, const QString &key, uint32_t minimum, uint32_t maximum, uint32_t &place)
 {
-    const auto value = settingAs<uint32_t>(state.value(key).toVariant());
-    place = value.value_or(0);
-    return value && place >= minimum && place <= maximum;
+    return parse(state.value(key), place, {double(minimum), double(maximum)}).isEmpty();
 }
 
 } // namespace

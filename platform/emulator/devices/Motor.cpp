@@ -13,11 +13,11 @@ namespace emulator
 namespace
 {
 
-// A move looks this often whether it has been taken over or its camera has gone.
+// How often a move checks whether another command has replaced it and whether the camera is still connected.
 constexpr int64_t lookMilliseconds = 50;
 
-// The speeds of an operator's buttons, as parts of the fastest one.
-constexpr std::array stepParts{0.0, 0.1, 0.4, 1.0};
+// The speeds of an operator's buttons, as fractions of the full speed.
+constexpr std::array stepFractions{0.0, 0.1, 0.4, 1.0};
 
 } // namespace
 
@@ -37,15 +37,15 @@ Motor Motor::fromProfile(Section &section, Range stops, double usualSpeed, Range
     return {stops, fastest, slowing, position};
 }
 
-std::optional<double> Motor::partOfStep(int32_t step)
+std::optional<double> Motor::speedFractionOfStep(int32_t step)
 {
     const auto size = static_cast<uint32_t>(step < 0 ? -int64_t(step) : step);
-    if (size >= stepParts.size())
+    if (size >= stepFractions.size())
         return std::nullopt;
-    return step < 0 ? -stepParts[size] : stepParts[size];
+    return step < 0 ? -stepFractions[size] : stepFractions[size];
 }
 
-std::optional<double> Motor::partOfPercent(float percent)
+std::optional<double> Motor::speedFractionOfPercent(float percent)
 {
     if (!(std::abs(percent) <= 100))
         return std::nullopt;
@@ -53,7 +53,7 @@ std::optional<double> Motor::partOfPercent(float percent)
 }
 
 Motor::Motor(Range stops, double fastest, double slowingSeconds, double position)
-    : m_stops(stops), m_fastest(fastest), m_slowingSeconds(slowingSeconds), m_from(within(position)),
+    : m_stops(stops), m_fastest(fastest), m_slowingSeconds(slowingSeconds), m_from(clampedToStops(position)),
       m_since(Clock::now())
 {
 }
@@ -65,26 +65,26 @@ double Motor::position() const
     const double run = std::min(elapsed(), m_runSeconds);
     const double slowed = std::clamp(elapsed() - m_runSeconds, 0.0, slowing());
     const double coasted = slowed > 0 ? m_velocity * slowed * (1 - slowed / (2 * slowing())) : 0;
-    return within(m_from + m_velocity * run + coasted);
+    return clampedToStops(m_from + m_velocity * run + coasted);
 }
 
 double Motor::restingPosition() const
 {
-    return m_goal ? *m_goal : within(m_from + m_velocity * (m_runSeconds + slowing() / 2));
+    return m_goal ? *m_goal : clampedToStops(m_from + m_velocity * (m_runSeconds + slowing() / 2));
 }
 
 void Motor::travelTo(double position) { travelTo(position, std::abs(position - this->position()) / m_fastest); }
 
 void Motor::travelTo(double position, double seconds)
 {
-    const double goal = within(position);
+    const double goal = clampedToStops(position);
     start(seconds > 0 ? (goal - this->position()) / seconds : 0, seconds, false, goal);
 }
 
-void Motor::move(double part, double limit)
+void Motor::move(double fraction, double limit)
 {
     const double here = position();
-    const double wanted = part * m_fastest;
+    const double wanted = fraction * m_fastest;
     const double way = limit - here;
     if (wanted != 0 && way * wanted > 0)
         start(wanted, way / wanted, true, std::nullopt);
@@ -92,17 +92,17 @@ void Motor::move(double part, double limit)
         start(std::clamp(velocity(), -m_fastest, m_fastest), 0, true, std::nullopt);
 }
 
-void Motor::place(double position)
+void Motor::setPosition(double position)
 {
     start(0, 0, false, std::nullopt);
-    m_from = within(position);
+    m_from = clampedToStops(position);
 }
 
 Status Motor::awaitRest(Camera &camera) const
 {
     const auto command = m_commands;
     while (const int64_t remaining = remainingMilliseconds()) {
-        if (const Status status = camera.takeTime(std::min(remaining, lookMilliseconds)); status != Ok)
+        if (const Status status = camera.letTimePass(std::min(remaining, lookMilliseconds)); status != Ok)
             return status;
         if (m_commands != command)
             return Refused;
@@ -128,7 +128,7 @@ int64_t Motor::remainingMilliseconds() const
     return std::clamp<int64_t>(m_since + whole - Clock::now(), 0, whole);
 }
 
-double Motor::within(double position) const { return std::clamp(position, m_stops.minimum, m_stops.maximum); }
+double Motor::clampedToStops(double position) const { return std::clamp(position, m_stops.minimum, m_stops.maximum); }
 
 void Motor::start(double velocity, double runSeconds, bool slowsDown, std::optional<double> goal)
 {

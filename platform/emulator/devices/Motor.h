@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/emulator/Gate.h"
 #include "platform/emulator/Section.h"
+#include "platform/emulator/Status.h"
 
 #include <cstdint>
 #include <limits>
@@ -12,9 +12,9 @@ namespace emulator
 
 class Camera;
 
-/// A motor of the lens with its encoder, in encoder counts. It moves with the Clock, at a speed and by that much to a
-/// position, where it stands exactly; or on until it is stopped or comes to a limit, and then runs on a little while it
-/// slows down. Its encoder ends at two hard stops. Every command takes over from the one before it.
+/// A motor of the lens with its encoder, in encoder counts. It moves with the Clock: to a position, which it reaches
+/// exactly; or by speed until it is stopped or reaches a limit, after which it coasts a little while it slows down. Two
+/// hard stops limit its encoder. Every command replaces the one before it.
 class Motor
 {
 public:
@@ -28,38 +28,38 @@ public:
     /// Encoder counts of a profile, from `minimum` up.
     static uint32_t counts(Section &section, const QString &key, uint32_t fallback, uint32_t minimum);
 
-    /// The motor of a profile, which tells its "countsPerSecond", "slowingSeconds" and, within the counts of `range`,
-    /// its "position".
+    /// The motor of a profile. Its keys are "countsPerSecond", "slowingSeconds" and "position", which is in `range`.
     static Motor fromProfile(Section &section, Range stops, double usualSpeed, Range range, double usualPosition);
 
-    /// `stops` are the hard ones, `fastest` is in counts in a second, and `slowingSeconds` is what it takes to come to
-    /// a standstill from there.
+    /// `stops` are the hard stops, `fastest` is in counts per second, and `slowingSeconds` is the time from there to
+    /// rest.
     Motor(Range stops, double fastest, double slowingSeconds, double position);
 
-    /// The part of its speed for one of an operator's steps, -3 to 3; nothing for others.
-    static std::optional<double> partOfStep(int32_t step);
-    /// The part of its speed for -100 to 100 percent; nothing for others.
-    static std::optional<double> partOfPercent(float percent);
+    /// The fraction of the full speed, -1 to 1, for a speed step of an operator, -3 to 3. Empty for other steps.
+    static std::optional<double> speedFractionOfStep(int32_t step);
+    /// The fraction of the full speed, -1 to 1, for -100 to 100 percent. Empty for other values.
+    static std::optional<double> speedFractionOfPercent(float percent);
 
     double position() const;
-    /// Where it will stand if no other command comes.
+    /// The position in which it will be at rest if no other command follows.
     double restingPosition() const;
-    /// Where it was sent to, nothing after a move without a goal.
+    /// The target of the last move to a position. Empty after another command.
     std::optional<double> goal() const { return m_goal; }
     bool moving() const { return remainingMilliseconds() > 0; }
 
-    /// Travels to a position within the stops, as fast as it can or in a time.
+    /// Starts a move to a position within the stops, at full speed or in a given time.
     void travelTo(double position);
     void travelTo(double position, double seconds);
-    /// Moves with a part of its speed, -1 to 1, up to a limit, past which it does not start. 0 stops it.
-    void move(double part, double limit);
-    /// Stands at once: its power is gone.
-    void halt() { place(position()); }
-    /// Puts it somewhere, as only a hand can.
-    void place(double position);
+    /// Starts a move with a fraction of the full speed, -1 to 1, up to a limit. Beyond the limit it does not start. 0
+    /// stops it.
+    void move(double fraction, double limit);
+    /// Stops at once, as without power.
+    void halt() { setPosition(position()); }
+    /// Sets the position without a move, as when it is turned by hand.
+    void setPosition(double position);
 
-    /// Lets the time pass until the motor stands. Refused if another command has taken it over meanwhile, NotConnected
-    /// if the camera has been disconnected.
+    /// Lets the time pass until the motor is at rest. Refused if another command replaces the present one meanwhile,
+    /// NotConnected if the camera is disconnected meanwhile.
     Status awaitRest(Camera &camera) const;
 
 private:
@@ -67,14 +67,14 @@ private:
     double slowing() const;
     double velocity() const;
     int64_t remainingMilliseconds() const;
-    double within(double position) const;
+    double clampedToStops(double position) const;
     void start(double velocity, double runSeconds, bool slowsDown, std::optional<double> goal);
 
     Range m_stops;
     double m_fastest;
     double m_slowingSeconds;
 
-    // From here it runs with a velocity for a time, and slows down evenly behind that unless it has a goal.
+    // It runs from this position with a velocity for a time, and then slows down evenly unless it has a goal.
     double m_from;
     int64_t m_since;
     double m_velocity = 0;

@@ -1,7 +1,6 @@
 #include "platform/emulator/devices/Sensor.h"
 
 #include "platform/emulator/Camera.h"
-#include "platform/emulator/Section.h"
 #include "platform/emulator/devices/EmulatorProperties.h"
 
 #include <algorithm>
@@ -24,7 +23,6 @@ constexpr uint32_t deadClocksPerFrame = 500;
 // Changing over to another preset's settings.
 constexpr uint32_t presetSwitchClocks = 400;
 constexpr uint32_t minimumIntegrationWidth = 20;
-constexpr uint32_t maximumDwellCount = 0x7FFFFFFF;
 constexpr double minimumRate = 0.1;
 // The saturating integration time holds for a blackbody of this temperature; its light doubles with so many degrees.
 constexpr double saturatingCelsius = 35.0;
@@ -55,7 +53,7 @@ Sensor::Sensor(Camera &camera, Section &section)
           toClocks(section.number(u"saturatingIntegrationTime"_s, 20.0, 0.0, 10'000.0) / 1000.0, m_clockFrequency)),
       m_numPresets(section.integer(u"numPresets"_s, maxPresets, 1, maxPresets)),
       m_lowCost(section.flag(u"lowCost"_s, false)), m_hasVideoStream(section.flag(u"videoStream"_s, true)),
-      m_geometry(section), m_saturationFlag(section.flag(u"saturated"_s, false))
+      m_geometry(section)
 {
     for (const double mode : section.numbers(u"sequencingModes"_s, {SinglePreset, Superframing, PresetSequencing}))
         if (mode >= 0.0 && mode <= 255.0)
@@ -70,6 +68,7 @@ Sensor::Sensor(Camera &camera, Section &section)
             section.refuse(u"integrationTimes"_s, u"must be a list of times in milliseconds"_s);
         setFrameRate(preset, rate);
     }
+    readSettings(section);
 }
 
 Status Sensor::clocksToHertz(uint32_t clocks, double &hertz) const
@@ -268,15 +267,6 @@ double Sensor::averageFrameRate() const
     return clocks > 0.0 ? m_clockFrequency * frames / clocks : 0.0;
 }
 
-Status Sensor::setSequencingMode(uint32_t mode)
-{
-    if (rowOf(m_sequencingModes, mode) < 0)
-        return Refused;
-    m_sequencingMode = mode;
-    stretchFrames();
-    return Ok;
-}
-
 uint32_t Sensor::repeats(int preset) const
 {
     if (!hasPreset(preset))
@@ -361,22 +351,6 @@ Status Sensor::setSuperframeRate(double hertz)
     return Ok;
 }
 
-Status Sensor::setActivePreset(int preset)
-{
-    if (!hasPreset(preset))
-        return Refused;
-    m_activePreset = preset;
-    return Ok;
-}
-
-Status Sensor::setVideoPreset(int preset)
-{
-    if (!hasPreset(preset))
-        return Refused;
-    m_videoPreset = preset;
-    return Ok;
-}
-
 Status Sensor::gigEPreset(uint8_t &preset) const
 {
     if (!hasGigEPreset())
@@ -385,23 +359,9 @@ Status Sensor::gigEPreset(uint8_t &preset) const
     return Ok;
 }
 
-Status Sensor::setGigEPreset(int preset)
-{
-    if (!hasGigEPreset())
-        return Absent;
-    if (!hasPreset(preset) && preset != allPresets)
-        return Refused;
-    m_gigEPreset = preset;
-    return Ok;
-}
+Status Sensor::setGigEPreset(int preset) { return hasGigEPreset() ? assign(m_gigEPreset, preset) : Absent; }
 
 bool Sensor::hasGigEPreset() const { return camera().capabilities().value(u"hasGigEPreset"_s).toBool(); }
-
-void Sensor::setReduceNoise(bool reduce)
-{
-    m_reduceNoise = reduce;
-    stretchFrames();
-}
 
 bool Sensor::saturated() const
 {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Gate.h"
 #include "platform/emulator/devices/SensorGeometry.h"
 
 #include <array>
@@ -13,29 +12,32 @@ namespace emulator
 
 /// The detector with its timing: the window that is read out, the presets with their integration times and frame rates,
 /// and the order in which the presets follow one another. Times and rates are kept in clocks, as the hardware keeps
-/// them; whoever gives milliseconds or hertz gets the nearest value that clocks can express. Presets count from 0.
+/// them; milliseconds and hertz are set to the nearest value that clocks can express. Presets count from 0.
 class Sensor : public Device
 {
 public:
     static constexpr int maxPresets = 4;
     static constexpr int allPresets = 4;
+    static constexpr uint32_t maximumDwellCount = 0x7FFFFFFF;
 
     enum Sequencing : uint32_t { SinglePreset = 0, Superframing = 1, PresetSequencing = 2 };
 
     using Size = SensorGeometry::Size;
     using Window = SensorGeometry::Window;
 
-    /// Knows in the profile what SensorGeometry knows, and clockFrequency (Hz), maximumIntegrationTime,
-    /// saturatingIntegrationTime and the list integrationTimes (ms), frameRate (Hz), numPresets, sequencingModes,
-    /// lowCost, videoStream and saturated.
+    /// Profile keys: those of SensorGeometry, and "clockFrequency" (Hz), "maximumIntegrationTime",
+    /// "saturatingIntegrationTime" and the list "integrationTimes" (ms), "frameRate" (Hz), "numPresets",
+    /// "sequencingModes", "lowCost", "videoStream" and "saturated".
+    ///
+    /// Settings: "window" (a list x, y, width, height), "sequencingMode", "activePreset", "videoPreset", "gigEPreset",
+    /// "reduceNoise", "saturated", "superframeRate" (Hz), and of the active preset "integrationTime" (ms), "frameRate"
+    /// (Hz), "dwellCount" and "subframeEnabled".
     Sensor(Camera &camera, Section &section);
 
     QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
-    /// "window" (a list x, y, width, height), "sequencingMode", "activePreset", "videoPreset", "gigEPreset",
-    /// "reduceNoise", "saturated", "superframeRate" (Hz), and of the active preset "integrationTime" (ms), "frameRate"
-    /// (Hz), "dwellCount" and "subframeEnabled".
-    bool set(const QString &name, const QVariant &value) override;
+    QStringList restore(const QJsonObject &values) override;
+    Refusal change(const QString &name, const QJsonValue &value) override;
+    std::vector<SettingInfo> settings() const override;
 
     uint32_t clockFrequency() const { return m_clockFrequency; }
     Status clocksToHertz(uint32_t clocks, double &hertz) const;
@@ -74,8 +76,8 @@ public:
 
     const std::vector<uint32_t> &sequencingModes() const { return m_sequencingModes; }
     uint32_t sequencingMode() const { return m_sequencingMode; }
-    Status setSequencingMode(uint32_t mode);
-    /// Frames that the preset gives in one turn of the present mode; 0 for a preset that is not in use.
+    Status setSequencingMode(uint32_t mode) { return assign(m_sequencingMode, mode); }
+    /// Frames of the preset in one cycle of the present mode; 0 for a preset that is not in use.
     uint32_t repeats(int preset) const;
     Status subframeEnabled(int preset, bool &enabled) const;
     Status setSubframeEnabled(int preset, bool enabled);
@@ -90,17 +92,17 @@ public:
     Status setSuperframeRate(double hertz);
 
     int activePreset() const { return m_activePreset; }
-    Status setActivePreset(int preset);
+    Status setActivePreset(int preset) { return assign(m_activePreset, preset); }
     int videoPreset() const { return m_videoPreset; }
-    Status setVideoPreset(int preset);
+    Status setVideoPreset(int preset) { return assign(m_videoPreset, preset); }
     /// The preset streamed over GigE; allPresets for every one as it comes. Absent without that equipment.
     Status gigEPreset(uint8_t &preset) const;
     Status setGigEPreset(int preset);
     bool reduceNoise() const { return m_reduceNoise; }
-    void setReduceNoise(bool reduce);
+    Status setReduceNoise(bool reduce) { return assign(m_reduceNoise, reduce); }
 
-    /// The scene drives pixels of a preset in use into saturation, or somebody has set the flag. The hotter of the
-    /// emulator's two blackbodies is what saturates first.
+    /// The scene drives pixels of a preset in use into saturation, or the flag is set. The hotter of the emulator's two
+    /// blackbodies saturates first.
     bool saturated() const;
 
     bool streaming() const { return m_streaming; }
@@ -112,8 +114,13 @@ private:
         uint32_t frameWidth = 0;
         uint32_t dwellCount = 1;
         bool subframeEnabled = true;
+        SettingTable settings; ///< Those of this preset alone.
     };
 
+    void readSettings(Section &section);
+    void addPresetSettings(int preset);
+    Status restoreIntegrationWidth(int preset, uint32_t clocks);
+    Status restoreFrameWidth(int preset, uint32_t clocks);
     Size windowSize() const { return {m_geometry.window().width, m_geometry.window().height}; }
     bool hasPreset(int preset) const { return preset >= 0 && preset < m_numPresets; }
     bool hasGigEPreset() const;
@@ -143,7 +150,7 @@ private:
     int m_videoPreset = 0;
     int m_gigEPreset = allPresets;
     bool m_reduceNoise = false;
-    bool m_saturationFlag;
+    bool m_saturationFlag = false;
     bool m_streaming = true;
 };
 

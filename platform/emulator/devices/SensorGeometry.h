@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/emulator/Gate.h"
+#include "platform/emulator/Status.h"
 
 #include <cstdint>
 #include <vector>

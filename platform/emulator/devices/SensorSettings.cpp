@@ -1,145 +1,142 @@
-// What other clients of the camera may change in its sensor, and what a snapshot of the camera holds of it.
+// The settings of the sensor: those that other clients of the camera may change, and those that a snapshot holds.
 #include "platform/emulator/devices/Sensor.h"
 
 #include <QJsonArray>
-#include <QVariantList>
 
 #include <algorithm>
-#include <functional>
-#include <limits>
-#include <map>
-#include <optional>
+#include <iterator>
 
 namespace emulator
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
-const QString windowKey = QStringLiteral("window");
-const QString sequencingModeKey = QStringLiteral("sequencingMode");
-const QString activePresetKey = QStringLiteral("activePreset");
-const QString videoPresetKey = QStringLiteral("videoPreset");
-const QString gigEPresetKey = QStringLiteral("gigEPreset");
-const QString reduceNoiseKey = QStringLiteral("reduceNoise");
-const QString superframeWidthKey = QStringLiteral("superframeWidth");
-const QString presetsKey = QStringLiteral("presets");
-const QString integrationWidthKey = QStringLiteral("integrationWidth");
-const QString frameWidthKey = QStringLiteral("frameWidth");
-const QString dwellCountKey = QStringLiteral("dwellCount");
-const QString subframeEnabledKey = QStringLiteral("subframeEnabled");
+const QString superframeWidthKey = u"superframeWidth"_s;
+const QString presetsKey = u"presets"_s;
 
-std::optional<uint32_t> unsignedOf(const QVariant &value)
-{
-    bool ok = false;
-    const double number = value.toDouble(&ok);
-    if (!ok || !(number >= 0.0 && number <= std::numeric_limits<uint32_t>::max()))
-        return std::nullopt;
-    return static_cast<uint32_t>(number);
-}
-
-/// The value of a preset in a snapshot, if it is there and of the right kind.
-std::optional<uint32_t> unsignedIn(const QJsonObject &values, const QString &key)
-{
-    return unsignedOf(values.value(key).toVariant());
-}
-
-double numberOf(const QVariant &value)
-{
-    bool ok = false;
-    const double number = value.toDouble(&ok);
-    return ok ? number : std::numeric_limits<double>::quiet_NaN();
-}
-
-int presetOf(const QVariant &value)
-{
-    bool ok = false;
-    const int preset = value.toInt(&ok);
-    return ok ? preset : -1;
-}
+Refusal aboveZero(double hertz) { return hertz > 0 ? Refusal() : u"must be above 0"_s; }
 
 } // namespace
 
+void Sensor::readSettings(Section &section)
+{
+    using WindowList = std::array<uint16_t, 4>;
+    const auto window = [this] {
+        const Window &now = m_geometry.window();
+        return WindowList{now.x, now.y, now.width, now.height};
+    };
+    const auto setWindowList = [this](const WindowList &list) {
+        return setWindow({list[0], list[1], list[2], list[3]});
+    };
+    const auto stretch = [this] { stretchFrames(); };
+    const Between presets{0, m_numPresets - 1.0};
+    OneOf streamed;
+    for (int preset = 0; preset < m_numPresets; ++preset)
+        streamed.numbers.append(preset);
+    streamed.numbers.append(allPresets);
+    const OneOf modes{{m_sequencingModes.begin(), m_sequencingModes.end()}};
+
+    addSettings(section,
+                {
+                    {u"window"_s, window, setWindowList, Snapshot | OtherClient},
+                    Setting(u"sequencingMode"_s, m_sequencingMode, modes, Snapshot | OtherClient).then(stretch),
+                    {u"activePreset"_s, m_activePreset, presets, Snapshot | OtherClient},
+                    {u"videoPreset"_s, m_videoPreset, presets, Snapshot | OtherClient},
+                    Setting(u"gigEPreset"_s, m_gigEPreset, streamed, Snapshot | OtherClient).onlyIf([this] {
+                        return hasGigEPreset();
+                    }),
+                    Setting(u"reduceNoise"_s, m_reduceNoise, Snapshot | OtherClient).then(stretch),
+                    {u"saturated"_s, m_saturationFlag, Profile | OtherClient},
+                    {u"superframeRate"_s, [this] { return superframeRate(); },
+                     [this](double hertz) { return setSuperframeRate(hertz); }, aboveZero, OtherClient},
+                    {superframeWidthKey, m_superframeWidth, Snapshot},
+                });
+    for (int preset = 0; preset < m_numPresets; ++preset)
+        addPresetSettings(preset);
+}
+
+void Sensor::addPresetSettings(int preset)
+{
+    Preset &values = m_presets[static_cast<size_t>(preset)];
+    // The outputs of the getters are those of a preset that is there.
+    const auto time = [this, preset] {
+        double milliseconds = 0;
+        integrationTime(preset, milliseconds);
+        return milliseconds;
+    };
+    const auto rate = [this, preset] {
+        double hertz = 0;
+        frameRate(preset, hertz);
+        return hertz;
+    };
+    values.settings.add({
+        {u"integrationWidth"_s, [&values] { return values.integrationWidth; },
+         [this, preset](uint32_t clocks) { return restoreIntegrationWidth(preset, clocks); }, Snapshot},
+        {u"frameWidth"_s, [&values] { return values.frameWidth; },
+         [this, preset](uint32_t clocks) { return restoreFrameWidth(preset, clocks); }, Snapshot},
+        {u"integrationTime"_s, time, [this, preset](double ms) { return setIntegrationTime(preset, ms); }, OtherClient},
+        {u"frameRate"_s, rate, [this, preset](double hertz) { return setFrameRate(preset, hertz); }, aboveZero,
+         OtherClient},
+        {u"dwellCount"_s, values.dwellCount, Between{0, maximumDwellCount}, Snapshot | OtherClient},
+        Setting(u"subframeEnabled"_s, values.subframeEnabled, Snapshot | OtherClient).then([this] { stretchFrames(); }),
+    });
+}
+
 QJsonObject Sensor::save() const
 {
-    const Window &window = m_geometry.window();
     QJsonArray presets;
-    for (int preset = 0; preset < m_numPresets; ++preset) {
-        const Preset &values = m_presets[static_cast<size_t>(preset)];
-        presets.append(QJsonObject{{integrationWidthKey, double(values.integrationWidth)},
-                                   {frameWidthKey, double(values.frameWidth)},
-                                   {dwellCountKey, double(values.dwellCount)},
-                                   {subframeEnabledKey, values.subframeEnabled}});
-    }
-    return {{windowKey, QJsonArray{window.x, window.y, window.width, window.height}},
-            {sequencingModeKey, double(m_sequencingMode)},
-            {activePresetKey, m_activePreset},
-            {videoPresetKey, m_videoPreset},
-            {gigEPresetKey, m_gigEPreset},
-            {reduceNoiseKey, m_reduceNoise},
-            {superframeWidthKey, double(m_superframeWidth)},
-            {presetsKey, presets}};
+    for (int preset = 0; preset < m_numPresets; ++preset)
+        presets.append(m_presets[static_cast<size_t>(preset)].settings.save());
+    QJsonObject saved = Device::save();
+    saved[presetsKey] = presets;
+    return saved;
 }
 
-void Sensor::restore(const QJsonObject &values)
+QStringList Sensor::restore(const QJsonObject &values)
 {
-    // The presets come last, since their shortest frames depend on all the others.
-    for (const QString &key :
-         {windowKey, sequencingModeKey, activePresetKey, videoPresetKey, gigEPresetKey, reduceNoiseKey})
-        if (values.contains(key))
-            set(key, values.value(key).toVariant());
+    QStringList refused = Device::restore(values);
+    // The presets follow, since their shortest frames depend on all the others.
     const QJsonArray presets = values.value(presetsKey).toArray();
-    for (int preset = 0; preset < presets.size(); ++preset) {
-        const QJsonObject saved = presets.at(preset).toObject();
-        const auto integration = unsignedIn(saved, integrationWidthKey);
-        const bool taken = integration && setIntegrationWidth(preset, *integration) == Ok;
-        // A write of the integration register alone leaves a frame that is too short for it, which then takes as long
-        // as it must.
-        if (const auto clocks = unsignedIn(saved, frameWidthKey);
-            clocks && setFrameWidth(preset, *clocks) != Ok && taken)
-            m_presets[static_cast<size_t>(preset)].frameWidth = minimumFrameWidth(preset);
-        if (const auto count = unsignedIn(saved, dwellCountKey))
-            setDwellCount(preset, *count);
-        if (const QJsonValue enabled = saved.value(subframeEnabledKey); enabled.isBool())
-            setSubframeEnabled(preset, enabled.toBool());
-    }
-    m_superframeWidth = unsignedIn(values, superframeWidthKey).value_or(m_superframeWidth);
+    for (int preset = 0; preset < std::min<qsizetype>(presets.size(), m_numPresets); ++preset)
+        for (const QString &refusal :
+             m_presets[static_cast<size_t>(preset)].settings.restore(presets.at(preset).toObject()))
+            refused.append(u"%1.%2.%3"_s.arg(presetsKey).arg(preset).arg(refusal));
+    // A superframe may have grown with a preset that has since got a shorter frame.
+    parse(values.value(superframeWidthKey), m_superframeWidth);
     stretchFrames();
+    return refused;
 }
 
-bool Sensor::set(const QString &name, const QVariant &value)
+Status Sensor::restoreIntegrationWidth(int preset, uint32_t clocks)
 {
-    const auto setFlag = [&](bool &flag) {
-        if (!value.canConvert<bool>())
-            return Refused;
-        flag = value.toBool();
-        stretchFrames();
-        return Ok;
-    };
-    const std::map<QString, std::function<Status()>> settings{
-        {windowKey,
-         [&] {
-             const QVariantList list = value.toList();
-             const auto at = [&](qsizetype index) {
-                 return static_cast<uint16_t>(
-                     std::min(unsignedOf(list.value(index)).value_or(UINT16_MAX), uint32_t(UINT16_MAX)));
-             };
-             return list.size() == 4 ? setWindow({at(0), at(1), at(2), at(3)}) : Refused;
-         }},
-        {sequencingModeKey, [&] { return setSequencingMode(unsignedOf(value).value_or(UINT32_MAX)); }},
-        {activePresetKey, [&] { return setActivePreset(presetOf(value)); }},
-        {videoPresetKey, [&] { return setVideoPreset(presetOf(value)); }},
-        {gigEPresetKey, [&] { return setGigEPreset(presetOf(value)); }},
-        {reduceNoiseKey, [&] { return setFlag(m_reduceNoise); }},
-        {QStringLiteral("saturated"), [&] { return setFlag(m_saturationFlag); }},
-        {QStringLiteral("integrationTime"), [&] { return setIntegrationTime(m_activePreset, numberOf(value)); }},
-        {QStringLiteral("frameRate"), [&] { return setFrameRate(m_activePreset, numberOf(value)); }},
-        {dwellCountKey, [&] { return setDwellCount(m_activePreset, unsignedOf(value).value_or(UINT32_MAX)); }},
-        {subframeEnabledKey, [&] { return setFlag(m_presets[static_cast<size_t>(m_activePreset)].subframeEnabled); }},
-        {QStringLiteral("superframeRate"), [&] { return setSuperframeRate(numberOf(value)); }},
-    };
-    const auto found = settings.find(name);
-    return found != settings.end() && found->second() == Ok;
+    const Status status = setIntegrationWidth(preset, clocks);
+    // The frame width that follows is longer, or is refused because the saved one was too short for its integration:
+    // a write of the register alone leaves such frames, which then take as long as they must.
+    if (status == Ok)
+        m_presets[static_cast<size_t>(preset)].frameWidth = minimumFrameWidth(preset);
+    return status;
+}
+
+Status Sensor::restoreFrameWidth(int preset, uint32_t clocks)
+{
+    const bool isShortest = m_presets[static_cast<size_t>(preset)].frameWidth == minimumFrameWidth(preset);
+    return setFrameWidth(preset, clocks) == Ok || isShortest ? Ok : Refused;
+}
+
+Refusal Sensor::change(const QString &name, const QJsonValue &value)
+{
+    const SettingTable &ofPreset = m_presets[static_cast<size_t>(m_activePreset)].settings;
+    return ofPreset.has(name) ? ofPreset.change(name, value) : Device::change(name, value);
+}
+
+std::vector<SettingInfo> Sensor::settings() const
+{
+    auto list = Device::settings();
+    std::ranges::move(m_presets[static_cast<size_t>(m_activePreset)].settings.list(), std::back_inserter(list));
+    return list;
 }
 
 } // namespace emulator

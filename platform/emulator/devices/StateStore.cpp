@@ -76,7 +76,7 @@ Status StateStore::saveAs(const std::string &name) { return isOwnName(name) ? st
 
 Status StateStore::saveFactoryDefaults() { return store(factoryDefaults); }
 
-Status StateStore::load(const std::string &name) { return exists(name) ? change(name) : Refused; }
+Status StateStore::load(const std::string &name) { return exists(name) ? loadSlowly(name) : Refused; }
 
 Status StateStore::remove(const std::string &name)
 {
@@ -109,19 +109,30 @@ Status StateStore::downloadFactoryDefaults(const QString &localPath, const FileT
     return send(factoryDefaults, localPath, progress);
 }
 
-QJsonObject StateStore::settingsAtStart(const QJsonObject &memory) const
+std::string StateStore::stateAtStart(const QJsonObject &memory) const
 {
-    return settingsOf(nameIn(memory)).value_or(QJsonObject());
+    const std::string name = memory.value(currentKey).toString().toStdString();
+    return knows(name) && settingsOf(name) ? name : factoryDefaults;
 }
 
 QJsonObject StateStore::save() const { return {{currentKey, QString::fromStdString(m_current)}}; }
 
-void StateStore::restore(const QJsonObject &values) { m_current = nameIn(values); }
-
-bool StateStore::set(const QString &name, const QVariant &value)
+QStringList StateStore::restore(const QJsonObject &values)
 {
-    const std::string wanted = value.toString().toStdString();
-    return name == currentKey && knows(wanted) && enter(wanted) == Ok;
+    m_current = stateAtStart(values);
+    const bool found = values.value(currentKey).toString().toStdString() == m_current;
+    return found ? QStringList() : QStringList{currentKey + QStringLiteral(": names a state that cannot be loaded")};
+}
+
+Refusal StateStore::change(const QString &name, const QJsonValue &value)
+{
+    if (name != currentKey)
+        return noSuchSetting();
+    QString wanted;
+    if (const Refusal refusal = parse(value, wanted); !refusal.isEmpty())
+        return refusal;
+    const std::string state = wanted.toStdString();
+    return knows(state) && enter(state) == Ok ? Refusal() : QStringLiteral("names a state that cannot be loaded");
 }
 
 QString StateStore::pathOf(const std::string &name) const
@@ -147,16 +158,9 @@ std::optional<QJsonObject> StateStore::settingsIn(const QByteArray &content) con
     return fromStateFile(content, camera().profile().name());
 }
 
-/// The state that the memory tells of, if it can still be loaded.
-std::string StateStore::nameIn(const QJsonObject &memory) const
-{
-    const std::string name = memory.value(currentKey).toString().toStdString();
-    return knows(name) && settingsOf(name) ? name : factoryDefaults;
-}
-
 Status StateStore::store(std::string name)
 {
-    if (const Status status = camera().takeTime(m_saveMilliseconds); status != Ok)
+    if (const Status status = camera().letTimePass(m_saveMilliseconds); status != Ok)
         return status;
     if (!write(pathOf(name), toStateFile(camera().profile().name(), camera().snapshot())))
         return Refused;
@@ -165,12 +169,12 @@ Status StateStore::store(std::string name)
     return Ok;
 }
 
-Status StateStore::change(const std::string &name)
+Status StateStore::loadSlowly(const std::string &name)
 {
     // What can not be loaded is refused at once, and not only after the time that a load takes.
     if (!settingsOf(name))
         return Refused;
-    if (const Status status = camera().takeTime(m_loadMilliseconds); status != Ok)
+    if (const Status status = camera().letTimePass(m_loadMilliseconds); status != Ok)
         return status;
     return enter(name);
 }
@@ -181,7 +185,7 @@ Status StateStore::enter(const std::string &name)
     if (!settings)
         return Refused;
     m_current = name;
-    camera().restore(*settings);
+    camera().restore(*settings, QStringLiteral("state ") + QString::fromStdString(name));
     return Ok;
 }
 

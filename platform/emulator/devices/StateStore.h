@@ -49,8 +49,8 @@ public:
     Status saveFactoryDefaults();
 
     Status load(const std::string &name);
-    Status loadFactoryDefaults() { return change(factoryDefaults); }
-    Status loadHardDefaults() { return change(hardDefaults); }
+    Status loadFactoryDefaults() { return loadSlowly(factoryDefaults); }
+    Status loadHardDefaults() { return loadSlowly(hardDefaults); }
 
     Status remove(const std::string &name);
     /// Refuses a name that is taken.
@@ -64,23 +64,23 @@ public:
     Status download(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress);
     Status downloadFactoryDefaults(const QString &localPath, const FileTransfer::Progress &progress);
 
-    /// The settings with which a camera of this memory wakes up.
-    QJsonObject settingsAtStart(const QJsonObject &memory) const;
+    /// The name of the state in which a camera with this memory starts: the last one, if it can still be loaded.
+    std::string stateAtStart(const QJsonObject &memory) const;
+    /// The settings in a state. Empty if it cannot be loaded.
+    std::optional<QJsonObject> settingsOf(const std::string &name) const { return settingsIn(contentOf(name)); }
 
     QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
+    QStringList restore(const QJsonObject &values) override;
     /// "current": loads the state of this name at once, also one of the two special ones.
-    bool set(const QString &name, const QVariant &value) override;
+    Refusal change(const QString &name, const QJsonValue &value) override;
 
 private:
     QString pathOf(const std::string &name) const;
     bool knows(const std::string &name) const;
     QByteArray contentOf(const std::string &name) const;
     std::optional<QJsonObject> settingsIn(const QByteArray &content) const;
-    std::optional<QJsonObject> settingsOf(const std::string &name) const { return settingsIn(contentOf(name)); }
-    std::string nameIn(const QJsonObject &memory) const;
     Status store(std::string name);
-    Status change(const std::string &name);
+    Status loadSlowly(const std::string &name);
     Status enter(const std::string &name);
     Status receive(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress);
     Status send(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress);

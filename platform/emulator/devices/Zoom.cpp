@@ -1,7 +1,6 @@
 #include "platform/emulator/devices/Zoom.h"
 
 #include "platform/emulator/Camera.h"
-#include "platform/emulator/devices/settings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,16 +8,16 @@
 namespace emulator
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
-
-const auto positionKey = QStringLiteral("position");
 
 Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum)
 {
     constexpr double usualSpeed = 4000;
-    // The encoder knows no negative counts.
-    const double overtravel = section.integer(QStringLiteral("overtravel"), 0, 0, static_cast<int>(minimum));
+    // The encoder has no negative counts.
+    const double overtravel = section.integer(u"overtravel"_s, 0, 0, static_cast<int>(minimum));
     return Motor::fromProfile(section, {minimum - overtravel, maximum + overtravel}, usualSpeed,
                               {double(minimum), double(maximum)}, minimum);
 }
@@ -26,10 +25,19 @@ Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum)
 } // namespace
 
 Zoom::Zoom(Camera &camera, Section &section)
-    : Device(camera), m_minimum(Motor::counts(section, QStringLiteral("minimum"), 500, 0)),
-      m_maximum(Motor::counts(section, QStringLiteral("maximum"), std::max(m_minimum, 10'000U), m_minimum)),
-      m_percent(section.flag(QStringLiteral("percent"), false)), m_motor(makeMotor(section, m_minimum, m_maximum))
+    : Device(camera), m_minimum(Motor::counts(section, u"minimum"_s, 500, 0)),
+      m_maximum(Motor::counts(section, u"maximum"_s, std::max(m_minimum, 10'000U), m_minimum)),
+      m_percent(section.flag(u"percent"_s, false)), m_motor(makeMotor(section, m_minimum, m_maximum))
 {
+    const QString key = u"position"_s;
+    const Between range{double(m_minimum), double(m_maximum)};
+    addSettings(section,
+                {
+                    {key, [this] { return static_cast<uint32_t>(std::llround(m_motor.restingPosition())); },
+                     [this](uint32_t position) { return restorePosition(position); }, range, Snapshot},
+                    {key, [this] { return position(); }, [this](uint32_t position) { return moveTo(position); }, range,
+                     OtherClient},
+                });
 }
 
 uint32_t Zoom::position() const { return static_cast<uint32_t>(std::llround(m_motor.position())); }
@@ -43,9 +51,12 @@ double Zoom::narrowness() const { return narrownessAt(m_motor.position()); }
 
 double Zoom::restingNarrowness() const { return narrownessAt(m_motor.restingPosition()); }
 
-Status Zoom::move(int32_t speed) { return movePart(Motor::partOfStep(speed)); }
+Status Zoom::move(int32_t speed) { return movePart(Motor::speedFractionOfStep(speed)); }
 
-Status Zoom::movePercent(float percent) { return m_percent ? movePart(Motor::partOfPercent(percent)) : Absent; }
+Status Zoom::movePercent(float percent)
+{
+    return m_percent ? movePart(Motor::speedFractionOfPercent(percent)) : Absent;
+}
 
 Status Zoom::moveTo(uint32_t position)
 {
@@ -61,26 +72,19 @@ Status Zoom::goTo(uint32_t position)
     return status == Ok ? awaitRest() : status;
 }
 
-QJsonObject Zoom::save() const { return {{positionKey, std::round(m_motor.restingPosition())}}; }
-
-void Zoom::restore(const QJsonObject &values)
-{
-    const auto position = settingAs<uint32_t>(values.value(positionKey).toVariant());
-    // While the camera is off, the lens is where it was left.
-    if (position && moveTo(*position) == Ok && !camera().connected())
-        m_motor.place(*position);
-}
-
 void Zoom::connectionChanged(bool connected)
 {
     if (!connected)
         m_motor.halt();
 }
 
-bool Zoom::set(const QString &name, const QVariant &value)
+Status Zoom::restorePosition(uint32_t position)
 {
-    const auto position = settingAs<uint32_t>(value);
-    return name == positionKey && position && moveTo(*position) == Ok;
+    const Status status = moveTo(position);
+    // While the camera is off, the lens does not move.
+    if (status == Ok && !camera().connected())
+        m_motor.setPosition(position);
+    return status;
 }
 
 Status Zoom::movePart(std::optional<double> part)

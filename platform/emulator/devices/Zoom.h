@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Section.h"
 #include "platform/emulator/devices/Motor.h"
 
 #include <cstdint>
@@ -9,21 +8,22 @@
 namespace emulator
 {
 
-/// A continuous optical zoom. Its encoder grows from the widest to the narrowest field of view. A move by speed ends at
-/// the range's end and coasts past it a little; positions to go to lie in the range.
+/// A continuous optical zoom. Its encoder counts up from the widest to the narrowest field of view. A move by speed
+/// ends at the limit of the range and coasts past it a little; targets are within the range.
 class Zoom : public Device
 {
 public:
-    /// Knows in the profile: "minimum", "maximum" (the range), "overtravel" (how far behind it the hard stops are) and
+    /// Profile keys: "minimum", "maximum" (the range), "overtravel" (distance of the hard stops from the range) and
     /// "position" in encoder counts; "countsPerSecond", "slowingSeconds"; "percent" (takes percentages of its speed).
+    /// Setting: "position", which starts a move.
     Zoom(Camera &camera, Section &section);
 
     uint32_t minimum() const { return m_minimum; }
     uint32_t maximum() const { return m_maximum; }
     uint32_t position() const;
-    /// Where it was sent to; where it is after a move by speed.
+    /// The target of the last move to a position; after a move by speed the present position.
     uint32_t commandedPosition() const;
-    /// How narrow the view is, 0 to 1; now, and once the zoom stands.
+    /// How narrow the view is, from 0 (widest) to 1: now, and after the present move.
     double narrowness() const;
     double restingNarrowness() const;
 
@@ -32,20 +32,17 @@ public:
     Status move(int32_t speed);
     /// Starts a move with -100 to 100 percent of the speed; 0 stops.
     Status movePercent(float percent);
-    /// Starts to travel to a position.
+    /// Starts a move to a position, encoder counts. Refused outside the range.
     Status moveTo(uint32_t position);
-    /// Travels to a position, and ends there.
+    /// Moves to a position, and returns when it is reached.
     Status goTo(uint32_t position);
-    /// Ends when the zoom stands.
+    /// Returns when the zoom is at rest.
     Status awaitRest() const { return m_motor.awaitRest(camera()); }
 
-    QJsonObject save() const override;
-    void restore(const QJsonObject &values) override;
     void connectionChanged(bool connected) override;
-    /// "position": travels there.
-    bool set(const QString &name, const QVariant &value) override;
 
 private:
+    Status restorePosition(uint32_t position);
     Status movePart(std::optional<double> part);
     double narrownessAt(double position) const;
 

@@ -2,21 +2,21 @@ import QtQuick
 import QtQuick.Templates as T
 import "finder"
 
-// The cameras that can be connected. Its contents are made when it opens, and are gone when it has closed.
+// Lists the cameras that can be connected. Its contents are created when it opens and destroyed when it has closed.
 T.Popup {
     id: popup
 
-    // An object with `cameras`, an ObjectListModel of objects with `key`, `name` and `profile`; with `folder` too, if it
-    // is known where the camera keeps its files.
+    // An object with the property `cameras`, an ObjectListModel of objects with `key`, `name` and `profile`, and
+    // optionally `folder`, the folder of the camera's files.
     property var cameraFinder: null
-    // The folder that is shown for a camera without one of its own.
+    // The folder that is shown for a camera without `folder`.
     property string configDir
 
-    // Comes after the popup has closed, so that nothing of the connection runs while it is open.
+    // Emitted after the popup has closed, so that the connection starts only then.
     signal connect(var camera)
 
-    // The key of the camera that is to be connected.
-    property var _chosen: null
+    // The key of the camera to connect.
+    property var _keyToConnect: null
 
     readonly property Loader _view: Loader {
         focus: true
@@ -25,7 +25,7 @@ T.Popup {
         target: popup._view.item
 
         function onChosen(key) {
-            popup._chosen = key
+            popup._keyToConnect = key
             popup.close()
         }
 
@@ -42,12 +42,12 @@ T.Popup {
     modal: true
     focus: true
 
-    // By its address, so that its types are not loaded together with the page.
+    // By URL, so that its types are not loaded together with the page.
     onAboutToShow: _view.setSource("finder/FinderView.qml", { cameraFinder: cameraFinder, configDir: configDir })
     onClosed: {
         _view.setSource("")
-        const key = _chosen
-        _chosen = null
+        const key = _keyToConnect
+        _keyToConnect = null
         if (key !== null)
             connect(key)
     }

@@ -1,14 +1,14 @@
 import QtQuick
 import com.kestrin.hlxcamui.templates 6.4 as T
 
-// The image's place on the raster of the video output, moved by mouse and arrow keys while it is free.
+// Draws the image on the raster of the video output. If its position is free, mouse and arrow keys move it.
 T.DisplayEditor {
     id: editor
 
     readonly property bool _movable: enabled && offsetType === T.DisplayEditor.Free
     readonly property color _lineColor: !isValid ? _invalidColor : !_movable ? palette.mid
                                                  : activeFocus ? palette.highlight : palette.windowText
-    // No palette has a colour for errors; this one is readable on dark and on light.
+    // A palette has no colour for errors. This one is readable on dark and light backgrounds.
     readonly property color _invalidColor: "#ff5555"
 
     implicitWidth: 192
@@ -20,7 +20,7 @@ T.DisplayEditor {
     Accessible.description: qsTr("Image at %1, %2").arg(offset.x).arg(offset.y)
     Accessible.focusable: true
 
-    // On whole units, so that lines are sharp.
+    // Rounded to whole units, so that lines are sharp.
     component Frame: Rectangle {
         property rect frame
 
@@ -30,7 +30,7 @@ T.DisplayEditor {
         height: Math.round(frame.bottom) - y
     }
 
-    // The raster; its frame tells the focus.
+    // The raster; the colour of its frame shows the focus.
     Frame {
         frame: editor.displayFrame
         visible: editor.displayFrame.width > 0
@@ -40,7 +40,7 @@ T.DisplayEditor {
         radius: 2
     }
 
-    // The edge of what a television may hide.
+    // The edge of a strip that a television may cut off.
     component NtscLine: Rectangle {
         required property rect raster
         required property real part

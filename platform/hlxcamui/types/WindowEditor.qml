@@ -1,7 +1,7 @@
 import QtQuick
 import com.kestrin.hlxcamui.templates 6.4 as T
 
-// An image window on its pixel array, moved and sized by mouse and arrow keys.
+// Draws an image window on its pixel array. Mouse and arrow keys move and resize it.
 T.WindowEditor {
     id: editor
 
@@ -9,7 +9,7 @@ T.WindowEditor {
 
     implicitWidth: 160
     implicitHeight: 128
-    // A page may assign a window that reaches beyond the array.
+    // A page may assign a window that is larger than the array.
     clip: true
 
     Accessible.role: Accessible.Graphic
@@ -17,7 +17,7 @@ T.WindowEditor {
     Accessible.description: qsTr("%1 by %2 at %3, %4").arg(window.width).arg(window.height).arg(window.x).arg(window.y)
     Accessible.focusable: true
 
-    // On whole units, so that lines are sharp.
+    // Rounded to whole units, so that lines are sharp.
     component Frame: Rectangle {
         property rect frame
 
@@ -27,7 +27,7 @@ T.WindowEditor {
         height: Math.round(frame.bottom) - y
     }
 
-    // The array; its frame tells the focus.
+    // The array; the colour of its frame shows the focus.
     Frame {
         frame: Qt.rect(editor.arrayFrame.x - 2, editor.arrayFrame.y - 2,
                        editor.arrayFrame.width + 4, editor.arrayFrame.height + 4)
@@ -38,7 +38,7 @@ T.WindowEditor {
         radius: 2
     }
 
-    // The part of the array that the window may lie in.
+    // The part of the array that may contain the window.
     Frame {
         frame: editor.areaFrame
         visible: editor.isSubWindow
@@ -46,7 +46,7 @@ T.WindowEditor {
         border.color: editor.palette.mid
     }
 
-    // A corner of the window, as a place to take hold of.
+    // A handle at a corner or edge of the window.
     component Corner: Rectangle {
         required property Rectangle owner
 
@@ -57,7 +57,7 @@ T.WindowEditor {
     }
 
     Frame {
-        id: shown
+        id: windowItem
 
         frame: editor.windowFrame
         visible: editor.window.width > 0 && editor.window.height > 0
@@ -73,9 +73,9 @@ T.WindowEditor {
             font.pixelSize: 12
         }
 
-        Corner { owner: shown; anchors { horizontalCenter: parent.left; verticalCenter: parent.top } }
-        Corner { owner: shown; anchors { horizontalCenter: parent.right; verticalCenter: parent.top } }
-        Corner { owner: shown; anchors { horizontalCenter: parent.left; verticalCenter: parent.bottom } }
-        Corner { owner: shown; anchors { horizontalCenter: parent.right; verticalCenter: parent.bottom } }
+        Corner { owner: windowItem; anchors { horizontalCenter: parent.left; verticalCenter: parent.top } }
+        Corner { owner: windowItem; anchors { horizontalCenter: parent.right; verticalCenter: parent.top } }
+        Corner { owner: windowItem; anchors { horizontalCenter: parent.left; verticalCenter: parent.bottom } }
+        Corner { owner: windowItem; anchors { horizontalCenter: parent.right; verticalCenter: parent.bottom } }
     }
 }

@@ -1,13 +1,13 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The list of the cameras.
+// The list of cameras.
 ListView {
     id: list
 
     readonly property int _rowsOfAPage: Math.max(1, Math.floor(height / FinderLook.rowHeight) - 1)
 
-    // The current camera is the one to connect.
+    // The operator wants to connect the current camera.
     signal chosen()
 
     function _goTo(index) {
@@ -34,14 +34,14 @@ ListView {
         if (event.accepted)
             _goTo(targets.get(event.key))
     }
-    // A camera that turns up while nothing is selected can be connected at once.
+    // A camera that appears while no camera is selected becomes the current one.
     onCountChanged: if (currentIndex < 0) _goTo(0)
 
     T.ScrollBar.vertical: FinderScrollBar { }
 
     delegate: CameraRow { }
 
-    // The first of the two clicks has made it the current one.
+    // On a double click; its first click has already made the camera the current one.
     Connections {
         target: list.currentItem
 

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A camera by its name and its profile. The current one is bold and has a bar at its left.
+// A row with the name and the profile of a camera. The current row is bold and has a bar at its left.
 T.AbstractButton {
     id: row
 

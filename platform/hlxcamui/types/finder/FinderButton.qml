@@ -1,11 +1,11 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A button of the camera finder. Enter presses it, like the space bar.
+// A button of the camera finder. Enter clicks it, like the space bar.
 T.Button {
     id: button
 
-    // The main action of the dialog.
+    // Whether this is the main action of the dialog.
     property bool primary
 
     readonly property color _plainColor: down ? FinderLook.buttonDownColor

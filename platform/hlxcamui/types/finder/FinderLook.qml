@@ -1,8 +1,8 @@
 pragma Singleton
 import QtQuick
 
-// Colours and sizes of the camera finder, in device-independent pixels: those of the dialogs of the pages, which the host
-// cannot import.
+// Colours and sizes of the camera finder, in device-independent pixels. They are equal to those of the page's dialogs,
+// which the host cannot import.
 QtObject {
     readonly property color shadeColor: "#a0000000"
     readonly property color panelColor: "#22222b"
@@ -21,7 +21,7 @@ QtObject {
     readonly property color textColor: "#d8d8d8"
     readonly property color dimTextColor: "#8d9196"
     readonly property color strongTextColor: "#ffffff"
-    // On the accent colour.
+    // For texts on the accent colour.
     readonly property color inverseTextColor: "#000000"
     readonly property color knobColor: "#a9aeb4"
 

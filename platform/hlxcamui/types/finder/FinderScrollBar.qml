@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The scroll bar of a list, visible while there is something to scroll.
+// The scroll bar of a list: visible while the contents do not fit.
 T.ScrollBar {
     id: bar
 
@@ -9,7 +9,7 @@ T.ScrollBar {
     padding: 3
     minimumSize: 0.08
     visible: size < 1
-    // The wheel scrolls the list below the bar.
+    // The list below the bar handles the wheel.
     wheelEnabled: false
 
     contentItem: Rectangle {

@@ -1,6 +1,6 @@
 import QtQuick
 
-// The contents of the camera finder: the list of the cameras, the folder of the selected one, and the buttons.
+// The contents of the camera finder: the list of cameras, the folder of the selected camera, and the buttons.
 Item {
     id: view
 

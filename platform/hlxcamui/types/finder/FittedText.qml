@@ -1,6 +1,6 @@
 import QtQuick
 
-// A text in one line. A tool tip shows a text that does not fit.
+// A text in one line. If it does not fit, a tool tip shows it in full.
 Text {
     id: fitted
 

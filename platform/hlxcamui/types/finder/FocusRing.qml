@@ -1,6 +1,6 @@
 import QtQuick
 
-// The ring around what has the keyboard focus.
+// The ring around the item with keyboard focus.
 Rectangle {
     anchors { fill: parent; margins: -4 }
     radius: 6

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A tool tip. It shows after a moment, within the window.
+// A tool tip, shown after a short delay inside the window.
 T.ToolTip {
     id: hint
 

@@ -1,0 +1,164 @@
+#pragma once
+
+#include "platform/emulator/Status.h"
+#include "platform/emulator/values.h"
+
+#include <QFlags>
+#include <QJsonArray>
+#include <QList>
+
+#include <concepts>
+#include <functional>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace emulator
+{
+
+/// The only numbers that a setting takes.
+struct OneOf {
+    QList<double> numbers;
+
+    bool holds(double number) const { return numbers.contains(number); }
+};
+
+/// Which values a setting takes beside those that its type can hold: a range (of a list: for each entry), a few
+/// numbers, or a check by the device, which returns why it refuses a value.
+template <class T> struct Rule {
+    Rule() = default;
+    Rule(Between numbers) : range(numbers) { }
+    Rule(OneOf numbers) : choices(std::move(numbers)) { }
+    template <class Check>
+    requires std::is_invocable_r_v<Refusal, Check, const T &> Rule(Check device) : check(std::move(device)) { }
+    template <class Check> Rule(Between numbers, Check device) : range(numbers), check(std::move(device)) { }
+
+    Between range = rangeOf<T>();
+    std::optional<OneOf> choices;
+    std::function<Refusal(const T &)> check;
+};
+
+/// What a list of settings shows of one.
+struct SettingInfo {
+    enum Kind { Flag, WholeNumber, Number, Text, Texts, Numbers };
+
+    QString name;
+    Kind kind;
+    Between range; ///< Of a number, and of each entry of a list of numbers.
+    QList<double> choices; ///< The only numbers that it takes; empty if all in the range are taken.
+    QJsonValue value; ///< The present one.
+    bool changeable; ///< The camera takes changes of it at present.
+};
+
+/// Why a value is refused that follows its rule.
+Refusal refusedByTheCamera();
+/// Why a change is refused that no row is for.
+Refusal noSuchSetting();
+
+/// One row of a device's table of settings. It is read from profiles, saved, restored, changed by other clients and by
+/// the device's own setters, all by the same rule.
+class Setting
+{
+public:
+    enum Use {
+        Profile = 1, ///< A profile may set its first value.
+        Snapshot = 2, ///< What the device saves has it, and restores it.
+        OtherClient = 4, ///< Another client may change it.
+        Everywhere = Profile | Snapshot | OtherClient,
+    };
+    Q_DECLARE_FLAGS(Uses, Use)
+
+    /// A setting whose value is a member of the device. Its value before a profile is read is the default.
+    template <class T>
+    requires(!std::invocable<T &>) Setting(QString key, T &member, std::type_identity_t<Rule<T>> rule, Uses uses)
+        : Setting(std::move(key), &member, std::function([&member] { return member; }),
+                  std::function([&member](const T &value) {
+                      member = value;
+                      return Ok;
+                  }),
+                  std::move(rule), uses)
+    {
+    }
+    template <class T> Setting(QString key, T &member, Uses uses) : Setting(std::move(key), member, Rule<T>(), uses) { }
+
+    /// A setting that the device computes or that takes more than to store it. `get` returns the present value; `set`
+    /// takes one that follows the rule and returns a Status.
+    template <std::invocable Get, class Set, class T = std::decay_t<std::invoke_result_t<Get>>>
+    Setting(QString key, Get get, Set set, std::type_identity_t<Rule<T>> rule, Uses uses)
+        : Setting(std::move(key), nullptr, std::function<T()>(std::move(get)),
+                  std::function<Status(const T &)>(std::move(set)), std::move(rule), uses)
+    {
+    }
+    template <std::invocable Get, class Set>
+    requires(!std::convertible_to<Set, Uses>) Setting(QString key, Get get, Set set, Uses uses)
+        : Setting(std::move(key), std::move(get), std::move(set), Rule<std::decay_t<std::invoke_result_t<Get>>>(), uses)
+    {
+    }
+
+    /// Restricts changes to times when the member `condition` is true, for instance while the mode is available. The
+    /// value of a profile is not restricted.
+    Setting onlyIf(const bool &condition) &&;
+    Setting onlyIf(std::function<bool()> condition) &&;
+    /// Does something after each change.
+    Setting then(std::function<void()> consequence) &&;
+
+    const QString &key() const { return m_info.name; }
+    bool isFor(Use use) const { return m_uses.testFlag(use); }
+    bool isMember(const void *member) const { return member == m_member; }
+    bool changeable() const { return !m_condition || m_condition(); }
+
+    QJsonValue value() const { return m_get(); }
+    /// Takes the first value, of a profile.
+    Refusal start(const QJsonValue &value) const { return m_set(value); }
+    /// Takes a change. Refused while the setting is not changeable.
+    Refusal change(const QJsonValue &value) const;
+
+    SettingInfo info() const;
+
+private:
+    template <class T>
+    Setting(QString key, const void *member, std::function<T()> get, std::function<Status(const T &)> set, Rule<T> rule,
+            Uses uses)
+        : m_info{std::move(key), kindOf<T>(), rule.range, rule.choices.value_or(OneOf{}).numbers, {}, false},
+          m_uses(uses), m_member(member), m_get([get = std::move(get)] { return toJson(get()); }),
+          m_set([set = std::move(set), rule = std::move(rule)](const QJsonValue &json) -> Refusal {
+              T value{};
+              Refusal refusal = parse(json, value, rule.range);
+              if (refusal.isEmpty() && rule.choices)
+                  refusal = checkChoice(*rule.choices, json);
+              if (refusal.isEmpty() && rule.check)
+                  refusal = rule.check(value);
+              if (refusal.isEmpty() && set(value) != Ok)
+                  refusal = refusedByTheCamera();
+              return refusal;
+          })
+    {
+    }
+
+    template <class T> static constexpr SettingInfo::Kind kindOf()
+    {
+        if constexpr (std::same_as<T, bool>)
+            return SettingInfo::Flag;
+        else if constexpr (std::floating_point<T>)
+            return SettingInfo::Number;
+        else if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>)
+            return SettingInfo::WholeNumber;
+        else if constexpr (std::same_as<T, QString>)
+            return SettingInfo::Text;
+        else
+            return std::same_as<T, QStringList> ? SettingInfo::Texts : SettingInfo::Numbers;
+    }
+
+    static Refusal checkChoice(const OneOf &choices, const QJsonValue &json);
+
+    SettingInfo m_info;
+    Uses m_uses;
+    const void *m_member;
+    std::function<QJsonValue()> m_get;
+    std::function<Refusal(const QJsonValue &)> m_set;
+    std::function<bool()> m_condition;
+    std::function<void()> m_consequence;
+};
+Q_DECLARE_OPERATORS_FOR_FLAGS(Setting::Uses)
+
+} // namespace emulator

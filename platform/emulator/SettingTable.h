@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/emulator/Setting.h"
+
+#include <QJsonObject>
+#include <QStringList>
+
+#include <vector>
+
+namespace emulator
+{
+
+class Section;
+
+/// The settings of a device, or of one of its presets. They are read, restored and listed in the order of the rows.
+/// Rows of the same key serve different uses.
+class SettingTable
+{
+public:
+    /// Adds rows and reads those from the profile that it has. Throws a SetupError about a value that its row refuses.
+    void add(Section &section, std::vector<Setting> rows);
+    /// Adds rows that no profile has.
+    void add(std::vector<Setting> rows);
+
+    /// The values of the rows for snapshots.
+    QJsonObject save() const;
+
+    /// Takes the values of save() back. Values that their rows refuse stay as they are; each is in the result, as
+    /// "key: why". Ignores keys without a row, and rows that cannot be changed now: their equipment is not available.
+    QStringList restore(const QJsonObject &values) const;
+
+    /// True for the name of a setting that other clients may change.
+    bool has(const QString &name) const { return find(name) != nullptr; }
+
+    /// Another client changes the setting `name`. Returns why it is refused, empty if it has been changed.
+    Refusal change(const QString &name, const QJsonValue &value) const;
+
+    /// The settings that other clients may change.
+    std::vector<SettingInfo> list() const;
+
+    /// The row whose value `member` is, and which takes changes.
+    const Setting &of(const void *member) const;
+
+private:
+    const Setting *find(const QString &name) const;
+
+    std::vector<Setting> m_rows;
+};
+
+} // namespace emulator
