@@ -8,19 +8,20 @@
 namespace hlx::cam::zvt
 {
 
-/// The pixels that a correction must replace, with the size of the image they belong to. Coordinates count from 0 at
-/// the top left. A value; one thread at a time.
+/// The pixels that a correction must replace, with the size of the image to which they belong. Coordinates count from 0
+/// at the top left. One thread at a time.
 class CBadPixelList
 {
 public:
-    /// Reads a list file. False, with the list left as it is, if there is no such file, or if it is foreign, cut short
-    /// or corrupt.
+    /// Replaces the list by that of a file. Returns false, and leaves the list as it is, if there is no such file or it
+    /// is not a list, truncated or corrupt.
     bool Load(const CString &path);
 
-    /// In pixels; 0 by 0 for an empty list.
+    /// The size of the image in pixels, 0 by 0 before a list was loaded.
     void GetSize(uint16_t &width, uint16_t &height) const;
+    /// The number of pixels in the list.
     unsigned GetCount() const;
-    /// One pixel, in the order of the list. An index beyond the end leaves both alone.
+    /// The pixel at `index`, from 0. An index out of range leaves both outputs as they are.
     void GetAt(unsigned index, uint16_t &x, uint16_t &y) const;
 
 private:

@@ -10,20 +10,22 @@
 namespace hlx
 {
 
-/// A pack of an optional calibration and of corrections for any of the presets 0 to 7, in a file with the extension
+/// A pack of an optional calibration and of optional corrections for presets 0 to 7, from a file with the extension
 /// .cal, .xcalpk or .xnucpk. One thread at a time.
 class CCalPack
 {
 public:
     static constexpr unsigned char presetCount = 8;
 
-    /// False, with the pack left as it is, if there is no such file, or if it is foreign, cut short or corrupt.
+    /// Replaces the pack by that of a file. Returns false, and leaves the pack as it is, if there is no such file or it
+    /// is not a pack, truncated or corrupt.
     bool Load(IFileSystem *files, CString path);
 
-    /// The pack's calibration. If there is none: a new, empty one if `create` is set, else null.
+    /// The pack's calibration. If there is none: a new, empty one with `create`, else null.
     reduce::CRCalFile *cal(bool create);
 
-    /// The pack's correction of a preset; in the same way. Null for a preset above 7.
+    /// The pack's correction of a preset. If there is none: a new, empty one with `create`, else null. Null for a
+    /// preset above 7.
     CNucFile *nuc(unsigned char preset, bool create);
 
 private:

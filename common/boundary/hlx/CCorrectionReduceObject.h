@@ -20,11 +20,11 @@ public:
     int index() const override { return m_preset; }
     std::unique_ptr<IReduceObject> clone() const override;
 
-    /// Takes a copy of the correction over.
+    /// Stores a copy of the correction.
     void CreateFromNucFile(const CNucFile &file) { m_correction = file; }
     const CNucFile &correction() const { return m_correction; }
 
-    uint8_t flag = 0; ///< 1: replaced after the recording. The first member behind the base.
+    uint8_t flag = 0; ///< 1 if replaced after the recording, else 0. Must stay the first member after the base.
 
 private:
     uint8_t m_preset;

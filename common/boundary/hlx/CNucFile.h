@@ -9,7 +9,7 @@ namespace hlx
 {
 
 /// A non-uniformity correction: a gain and an offset for each pixel, row by row from the top. Both arrays hold width
-/// times height values; a missing gain is 1, a missing offset 0. Callers hand it on and look at nothing inside.
+/// times height values; a missing gain is 1, a missing offset 0. Callers only pass it on.
 class CNucFile
 {
 public:
@@ -17,7 +17,7 @@ public:
     uint16_t width = 0;
     uint16_t height = 0;
     TArray<float> gains;
-    TArray<float> offsets; ///< In counts.
+    TArray<float> offsets; ///< A/D counts.
 };
 
 } // namespace hlx

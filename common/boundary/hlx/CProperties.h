@@ -6,7 +6,7 @@
 namespace hlx::cam
 {
 
-/// A tree of named values of a device. Keys are absolute paths ("/Pattern"). Any thread.
+/// A tree of named values of a device. Keys are absolute paths such as "/Pattern". Any thread.
 class CProperties
 {
 public:
@@ -15,10 +15,10 @@ public:
     CProperties &operator=(const CProperties &) = delete;
     virtual ~CProperties();
 
-    /// True if the key exists; fills `value` then, and leaves it alone otherwise.
+    /// Returns true and sets `value` if the key exists; otherwise leaves `value` as it is.
     virtual bool get(const hlx::CString &key, hlx::CVariant &value) const = 0;
 
-    /// True if the key exists and took the value.
+    /// Returns true if the key exists and the device accepted the value.
     virtual bool set(const hlx::CString &key, hlx::CVariant value) = 0;
 };
 

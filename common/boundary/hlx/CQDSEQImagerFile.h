@@ -10,8 +10,8 @@ namespace hlx::file
 
 class MovieWriter;
 
-/// A converted movie, for writing. It grows under its final name, and is a valid movie of as many frames as were put
-/// once it is closed. One thread at a time.
+/// A converted movie, for writing. It is written under its final name; after Close() it is a valid movie of the frames
+/// that were put. One thread at a time.
 class CQDSEQImagerFile
 {
 public:
@@ -20,13 +20,13 @@ public:
     CQDSEQImagerFile &operator=(const CQDSEQImagerFile &) = delete;
     ~CQDSEQImagerFile();
 
-    /// Begins a movie with these reduce objects and with frames of their format, in place of a file of that name.
-    /// Closes the one that was open. On failure an empty or cut file may be left. The last argument is always 0.
+    /// Closes the movie that was open, and begins one with these reduce objects and with frames of their format.
+    /// Replaces a file of that name. On failure an empty or truncated file may remain. `reserved` is always 0.
     bool Create(IFileSystem *files, const CString &path, reduce::CReduceObjectArray &objects, unsigned int reserved);
 
-    /// Adds a frame. False, with the movie as it was, if it can not be written, no file is open, or `buffer` is null; a
-    /// null buffer will do for frames of no pixels. The frame has the format given to Create(), whatever the array
-    /// says.
+    /// Adds a frame taken with `preset`. Returns false, and leaves the movie as it is, if the frame cannot be written,
+    /// no file is open, or `buffer` is null (allowed for frames without pixels). The frame has the format passed to
+    /// Create(); `objects` is not used.
     bool PutFrame(void *buffer, unsigned char preset, reduce::CReduceObjectArray &objects);
 
     void Close();

@@ -18,7 +18,7 @@ public:
     int index() const override { return 0; }
     std::unique_ptr<IReduceObject> clone() const override;
 
-    uint8_t flag = 0; ///< 1: replaced after the recording. The first member behind the base.
+    uint8_t flag = 0; ///< 1 if replaced after the recording, else 0. Must stay the first member after the base.
     CRCalFile calibration;
 };
 

@@ -10,8 +10,8 @@ namespace hlx::file
 
 class MovieReader;
 
-/// A raw movie as the camera transferred it, for reading. One thread at a time. All numbers are 0 while no file is
-/// open.
+/// A raw movie as the camera transferred it, for reading. All numbers are 0 while no file is open. One thread at a
+/// time.
 class CRQSImagerFile
 {
 public:
@@ -20,24 +20,27 @@ public:
     CRQSImagerFile &operator=(const CRQSImagerFile &) = delete;
     ~CRQSImagerFile();
 
-    /// Closes the file that was open. False if there is no such file, or if it is foreign, cut short or corrupt; none
-    /// is open then. The last argument is always 0. Throws std::bad_alloc if there is no memory for the reduce objects.
+    /// Closes the file that was open, and opens another. Returns false, and none is open, if there is no such file or
+    /// it is not a movie, truncated or corrupt. `reserved` is always 0. Throws std::bad_alloc if there is no memory for
+    /// the reduce objects.
     bool Open(IFileSystem *files, const CString &path, unsigned int reserved);
     void Close();
 
+    /// The number of frames.
     unsigned int nFrames() const;
+    /// The width and the height of a frame in pixels.
     unsigned int xPixels() const;
     unsigned int yPixels() const;
-    /// The number of the element type, see hlx::reduce::SImageFormat.
+    /// The number of the data type of a pixel, see hlx::reduce::SImageFormat::dataType.
     int GetDaType() const;
-    /// The pixels have been corrected already, so that the raw ones are lost.
+    /// True if the pixels have been corrected already: the raw values are lost.
     bool IsAbated() const;
-    /// The reduce objects of the open movie; edits stay in memory.
+    /// The reduce objects of the open movie. Changes stay in memory.
     reduce::CReduceObjectArray &reduceObjects() { return m_reduceObjects; }
 
-    /// Fills `buffer` with the pixels of a frame and `preset` with the preset it was taken with. False, with both left
-    /// alone, if the frame can not be read or the buffer is null; a null buffer will do for frames of no pixels. The
-    /// array stays as it is, since the frames of this format have no reduce objects of their own.
+    /// Fills `buffer` with the pixels of a frame, counted from 0, and `preset` with the preset with which it was taken.
+    /// Returns false, and leaves both as they are, if the frame cannot be read or `buffer` is null (allowed for frames
+    /// without pixels). `objects` stays as it is: frames of this format have no reduce objects of their own.
     bool GetFrame(void *buffer, unsigned int frame, unsigned char &preset, reduce::CReduceObjectArray &objects);
 
 private:

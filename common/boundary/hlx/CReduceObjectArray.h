@@ -11,11 +11,11 @@
 namespace hlx::reduce
 {
 
-/// What the frames of a movie look like.
+/// The format of the frames of a movie.
 struct SImageFormat {
     unsigned int width = 0; ///< Pixels in a row.
     unsigned int height = 0; ///< Rows.
-    int dataType = 0; ///< The number of the element type, see bytesPerPixel().
+    int dataType = 0; ///< The number of the data type of a pixel, which defines bytesPerPixel().
 
     unsigned int bytesPerPixel() const;
     std::size_t frameBytes() const { return std::size_t{width} * height * bytesPerPixel(); }
@@ -23,8 +23,8 @@ struct SImageFormat {
     friend bool operator==(const SImageFormat &, const SImageFormat &) = default;
 };
 
-/// The reduce objects of a movie and the format of the frames that they apply to. A value: copies are deep. It owns its
-/// objects; the pointers that it gives out stay valid until it is assigned to or dies.
+/// The reduce objects of a movie and the format of the frames to which they apply. Copies are deep. The array owns its
+/// objects; the pointers that it returns are valid until it is assigned to or destroyed. One thread at a time.
 class CReduceObjectArray
 {
 public:
@@ -34,11 +34,11 @@ public:
     CReduceObjectArray &operator=(CReduceObjectArray other) noexcept;
     ~CReduceObjectArray() = default;
 
-    /// The object of this type with this index, or the first of the type for -1. If there is none: a new one if
-    /// `create` is set and the type is known and can have that index, else null.
+    /// The object of this type with this index, or the first of the type for -1. If there is none: with `create` a new
+    /// one, provided that the type is known and can have that index, else null.
     IReduceObject *GetObjectOfType(SGuid type, int index, bool create);
 
-    /// The correction of a preset, or null if there is none and `create` is not set.
+    /// The correction of a preset. If there is none: with `create` a new one, else null.
     CCorrectionReduceObject *GetCorrection(unsigned char preset, bool create);
 
     std::size_t size() const { return m_objects.size(); }

@@ -5,8 +5,8 @@
 namespace hlx
 {
 
-/// Counts the references to one object and destroys the object, and itself, with the last of them. It begins with one
-/// reference. Any thread.
+/// Counts the references to one object, starting with one. The release of the last one destroys the object and the
+/// counter. Any thread.
 class CReferenceCounter
 {
 public:

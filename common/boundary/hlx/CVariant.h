@@ -8,8 +8,9 @@
 namespace hlx
 {
 
-/// A value of one of a few kinds: nothing, bool, int, float or text. Each conversion takes every kind; what has no
-/// meaning in the wanted kind gives its zero value. Numbers in texts are written with a point whatever the locale.
+/// A value of one of five kinds: none, bool, int, float or text. Each conversion accepts every kind, and returns false,
+/// 0 or the empty text if the value has no meaning in the wanted kind. Numbers in texts have a decimal point in every
+/// locale.
 class CVariant
 {
 public:
@@ -18,13 +19,13 @@ public:
     CVariant(int value) : m_value(value) { } // NOLINT(google-explicit-constructor)
     CVariant(float value) : m_value(value) { } // NOLINT(google-explicit-constructor)
     CVariant(CString value) : m_value(std::move(value)) { } // NOLINT(google-explicit-constructor)
-    /// A text; without this one a literal would become a bool.
+    /// A text. Without this constructor a literal would become a bool.
     CVariant(const char *value) : m_value(CString(value)) { } // NOLINT(google-explicit-constructor)
 
-    /// A number is true if it is not 0, a text if it reads "true" in small letters or as a number that is not 0.
+    /// A number is true if it is not 0, a text if it is "true" (small letters) or a number that is not 0.
     bool ToBool() const;
 
-    /// A fraction is cut towards 0; a number beyond the range gives the nearest end of it.
+    /// A fraction is cut towards 0; a number out of range becomes the nearest end of the range.
     int32_t ToInt32() const;
     float ToFlt32() const;
 

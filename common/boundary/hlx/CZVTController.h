@@ -7,14 +7,14 @@
 namespace hlx::cam
 {
 
-/// The concrete controller: an IZVTController that knows the device behind it.
+/// An IZVTController that also returns its device.
 class CZVTController : public IZVTController
 {
 public:
     CZVTController();
     ~CZVTController() override;
 
-    /// The device that the controller drives; null while it drives none. Any thread.
+    /// The device that the controller drives, null if it drives none. Any thread.
     virtual hlx::TSharedPtr<IDevice> device() = 0;
 };
 

@@ -8,13 +8,13 @@ namespace hlx::cam
 
 class IZVTController;
 
-/// What the camera of a controller can do. The values change only in configure(); all operations may be called from any
-/// thread, also while configure() runs on another one.
+/// The capabilities of a controller's camera. The values change only in configure(). Any thread may call any operation,
+/// also while configure() runs on another one.
 class CameraCapabilities
 {
 public:
-    /// Recomputes every value from the camera behind `controller`. A null controller, or one whose camera is not
-    /// connected, leaves all values as they are. A controller does this itself when its camera is connected.
+    /// Sets every value from the camera of `controller`. Does nothing if `controller` is null or its camera is not
+    /// connected. A controller calls it when its camera is connected.
     void configure(IZVTController *controller);
 
     bool hasFrontPanelTemperature() const { return m_hasFrontPanelTemperature; }

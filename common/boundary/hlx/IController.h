@@ -10,8 +10,8 @@
 namespace hlx::cam
 {
 
-/// A camera's controller of any family. What a family can do stands in its own interface (IZVTController); here is only
-/// what every host and plug-in may use without knowing the family.
+/// The controller of one camera of any family: the part that hosts and plug-ins use without knowing the family. The
+/// operations of a family are in its own interface (IZVTController).
 class IController
 {
 public:
@@ -21,7 +21,7 @@ public:
         uint16_t height = 0;
     };
 
-    /// One factory calibration. Only the name has a meaning to the view models.
+    /// One factory calibration. The view models use only the name.
     struct SFactoryCalibration {
         CString name;
         float low = 0.0F;
@@ -31,6 +31,7 @@ public:
         CString comment;
     };
 
+    /// Called with the name of the value that has changed.
     using ValueChanged = hlx::delegate<void(hlx::CString)>;
 
     IController();
@@ -38,16 +39,15 @@ public:
     IController &operator=(const IController &) = delete;
     virtual ~IController();
 
-    /// Calls every delegate of the list with `name` ("Connected" is the one that matters), on the calling thread. Any
-    /// thread. The list is locked for the time of the calls, so that a removal on another thread waits for them; a
-    /// delegate may itself add or remove.
+    /// Calls every delegate of the list with `name`, on the calling thread; "Connected" is the name when the connection
+    /// has changed. Any thread. The list is locked during the calls, so that a removal on another thread waits for
+    /// them. A delegate may add and remove delegates.
     void FireValueChanged(const hlx::CString &name);
 
-    /// Adds `listener` unless an equal one is in the list already. Any thread.
+    /// Adds `listener` unless the list holds an equal one. Any thread.
     void AddValueChanged(const ValueChanged &listener);
 
-    /// Removes the equal listener, if there is one. When it returns, no call of it is in flight on another thread. Any
-    /// thread.
+    /// Removes the equal listener, if there is one. After that no call of it runs on another thread. Any thread.
     void RemoveValueChanged(const ValueChanged &listener);
 
     /// A copy of the list of value-changed delegates. Any thread.
@@ -55,7 +55,7 @@ public:
 
 private:
     struct Listeners;
-    const std::shared_ptr<Listeners> m_listeners; ///< Shared with calls in flight: a delegate may end the controller.
+    const std::shared_ptr<Listeners> m_listeners; ///< Shared with running calls: a delegate may destroy the controller.
 };
 
 } // namespace hlx::cam

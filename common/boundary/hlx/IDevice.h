@@ -6,7 +6,7 @@
 namespace hlx::cam
 {
 
-/// The device behind a controller: what the framework found on one of its interfaces. Any thread.
+/// A device that the framework found on one of its interfaces; a controller drives it. Any thread.
 class IDevice
 {
 public:
@@ -15,7 +15,7 @@ public:
     IDevice &operator=(const IDevice &) = delete;
     virtual ~IDevice();
 
-    /// The name under which the registry of interfaces knows this device.
+    /// The name of this device in the registry of interfaces, see CInterfaces::GetInterfaceOfDevice().
     virtual hlx::CString key() const = 0;
 
     virtual CProperties &properties() = 0;

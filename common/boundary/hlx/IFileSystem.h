@@ -7,7 +7,7 @@
 namespace hlx
 {
 
-/// The files as the framework's file classes reach them. Any thread.
+/// The access to files that the framework's file classes use. Any thread.
 class IFileSystem
 {
 public:
@@ -16,14 +16,14 @@ public:
     IFileSystem &operator=(const IFileSystem &) = delete;
     virtual ~IFileSystem();
 
-    /// Opens a regular file in the manner of fopen; null if it can not. The caller closes it.
+    /// Opens a regular file; `mode` is that of fopen. Returns null if it fails. The caller closes the file.
     virtual std::FILE *OpenFile(const CString &path, const char *mode) = 0;
 
-    /// True if there was such a file and it is gone.
+    /// Deletes a file. Returns false if there is none or it cannot be deleted.
     virtual bool DeleteFile(const CString &path) = 0;
 };
 
-/// The computer's files.
+/// The files of this computer. Never null; lives as long as the process.
 IFileSystem *fileSystem();
 
 } // namespace hlx

@@ -6,14 +6,14 @@
 namespace hlx::cam
 {
 
-/// A way on which cameras are reached: a frame grabber, a network adapter, or the emulator.
+/// An interface through which cameras are reached: a frame grabber, a network adapter or the emulator.
 struct IInterface {
     IInterface() = default;
     IInterface(const IInterface &) = delete;
     IInterface &operator=(const IInterface &) = delete;
     virtual ~IInterface();
 
-    bool isEmulator = false; ///< A software emulator of a camera.
+    bool isEmulator = false; ///< The cameras of this interface are emulated in software.
 };
 
 /// The framework's registry of interfaces. Any thread.
@@ -25,7 +25,7 @@ public:
     CInterfaces &operator=(const CInterfaces &) = delete;
     virtual ~CInterfaces();
 
-    /// The interface on which the device with this key was found; null if no device has the key.
+    /// The interface on which the device with this key (IDevice::key()) was found; null if no device has the key.
     virtual hlx::TSharedPtr<IInterface> GetInterfaceOfDevice(const hlx::CString &deviceKey) = 0;
 };
 

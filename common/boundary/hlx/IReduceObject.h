@@ -7,14 +7,15 @@
 namespace hlx::reduce
 {
 
-/// One of the things that turn raw pixels into a picture or a measurement: a calibration, a correction.
+/// A calibration or a correction of a movie: it turns raw pixels into an image or a measurement.
 class IReduceObject
 {
 public:
     virtual ~IReduceObject();
 
+    /// The same for all objects of a class.
     virtual SGuid typeID() const = 0;
-    /// Which of several objects of one type this is: the preset of a correction, 0 where there is only one.
+    /// Distinguishes the objects of one type: the preset of a correction; 0 for a calibration.
     virtual int index() const = 0;
     virtual std::unique_ptr<IReduceObject> clone() const = 0;
 

@@ -3,7 +3,7 @@
 namespace hlx::cam
 {
 
-/// The streaming object of a controller. Both operations may be called from any thread.
+/// The streaming object of a controller. Any thread.
 class IVideoSource
 {
 public:

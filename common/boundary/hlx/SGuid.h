@@ -6,7 +6,7 @@
 namespace hlx
 {
 
-/// The number of a type, unique in the world.
+/// A globally unique number of a type.
 struct SGuid {
     std::array<uint8_t, 16> bytes{};
 

@@ -3,7 +3,7 @@
 namespace hlx
 {
 
-/// Width and height.
+/// A width and a height.
 struct SSize {
     SSize() = default;
     SSize(int w, int h) : width(w), height(h) { }

@@ -14,8 +14,8 @@
 namespace hlx
 {
 
-/// A growing array of three words: capacity, data, size. A value: copies are deep. The memory is the framework's; an
-/// allocation that fails throws std::bad_alloc and leaves the array as it was. Indices are checked.
+/// A growing array of three words: capacity, data, size. Copies are deep. An allocation (by Alloc()) that fails throws
+/// std::bad_alloc and leaves the array as it was. operator[] throws std::out_of_range. One thread at a time.
 template <class T> class TArray
 {
 public:
@@ -50,7 +50,7 @@ public:
     T &operator[](std::size_t index) { return m_data[checked(index)]; }
     const T &operator[](std::size_t index) const { return m_data[checked(index)]; }
 
-    /// Adds at the end. By value, so that an element of this very array may be added.
+    /// Adds at the end. Takes the item by value, so that an element of this array may be added.
     void add(T item)
     {
         fit(m_size + 1);
@@ -60,7 +60,7 @@ public:
     void Add(T item) { add(std::move(item)); }
     void push_back(T item) { add(std::move(item)); }
 
-    /// Takes one element out and shifts down the rest. Throws std::out_of_range for a bad index.
+    /// Removes one element and shifts down the rest. Throws std::out_of_range for an index out of range.
     void remove(std::size_t index)
     {
         if (index >= m_size)
@@ -70,14 +70,14 @@ public:
         --m_size;
     }
 
-    /// Takes all elements out and keeps the memory.
+    /// Removes all elements and keeps the memory.
     void clear()
     {
         std::destroy(begin(), end());
         m_size = 0;
     }
 
-    /// Takes all elements out and releases the memory.
+    /// Removes all elements and releases the memory.
     void Destroy()
     {
         clear();

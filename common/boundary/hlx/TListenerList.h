@@ -9,12 +9,12 @@
 namespace hlx
 {
 
-/// A list of plain functions with their contexts, called in the order in which they were added. Any thread. Whoever
-/// calls keeps the list's owner alive meanwhile.
+/// A list of plain functions with their contexts, called in the order in which they were added. Any thread. The caller
+/// of Call() must keep the list alive until it returns.
 template <class... Args> class TListenerList
 {
 public:
-    /// One listener: its function, and the context that it gets back as its first argument.
+    /// One listener: its function, and the context that is passed as its first argument.
     struct SListener {
         void (*call)(void *context, Args... args) = nullptr;
         void *context = nullptr;
@@ -22,7 +22,7 @@ public:
         bool operator==(const SListener &) const = default;
     };
 
-    /// Adds `listener` at the end unless an equal one is in the list already. Without a function it is no listener.
+    /// Adds `listener` at the end, unless it has no function or the list holds an equal one.
     void Add(const SListener &listener)
     {
         const std::lock_guard lock(m_mutex);
@@ -30,7 +30,7 @@ public:
             m_listeners.add(listener);
     }
 
-    /// Removes the equal listener, if there is one. When it returns, no call of it is in flight on another thread.
+    /// Removes the equal listener, if there is one. After that no call of it runs on another thread.
     void Remove(const SListener &listener)
     {
         const std::lock_guard lock(m_mutex);
@@ -39,8 +39,8 @@ public:
             m_listeners.remove(static_cast<std::size_t>(found - m_listeners.begin()));
     }
 
-    /// Calls every listener on the calling thread. The list is locked meanwhile, so that a removal on another thread
-    /// waits; a listener may itself add or remove.
+    /// Calls every listener on the calling thread. The list is locked during the calls, so that a removal on another
+    /// thread waits for them. A listener may add and remove listeners.
     void Call(Args... args) const
     {
         const std::lock_guard lock(m_mutex);

@@ -10,16 +10,16 @@
 namespace hlx
 {
 
-/// A pointer that shares its object with its copies: the last one destroys it, as the type it was made with. The counts
-/// are safe, so threads may copy and drop pointers to the same object; one pointer object belongs to one thread at a
-/// time.
+/// A pointer that shares its object with its copies. The last copy destroys the object, as the type with which the
+/// first pointer was made. The count is atomic: threads may copy and drop pointers to the same object. One pointer
+/// object may be used by one thread at a time.
 template <class T> class TSharedPtr
 {
 public:
     TSharedPtr() = default;
     TSharedPtr(std::nullptr_t) { } // NOLINT(google-explicit-constructor)
 
-    /// Takes the object over. Null gives an empty pointer.
+    /// Takes ownership of the object. Null makes an empty pointer.
     template <class U>
     requires std::is_convertible_v<U *, T *>
     explicit TSharedPtr(U *object) : m_object(object)
@@ -40,7 +40,7 @@ public:
     {
     }
 
-    /// Points to `object`, which lives as long as what `owner` points to.
+    /// Points to `object` and shares ownership with `owner`: `object` must live as long as the object of `owner`.
     template <class U>
     TSharedPtr(const TSharedPtr<U> &owner, T *object)
         : m_object(object), m_counter(owner.m_counter), m_context(owner.m_context)
@@ -82,7 +82,7 @@ public:
         std::swap(m_context, other.m_context);
     }
 
-    /// The same object as a U, sharing the count; empty if it is none.
+    /// The same object as a U, sharing ownership; empty if the object is not a U.
     template <class U> TSharedPtr<U> dynamicCast() const
     {
         U *object = dynamic_cast<U *>(m_object);
@@ -97,7 +97,7 @@ private:
 
     T *m_object = nullptr;
     CReferenceCounter *m_counter = nullptr;
-    void *m_context = nullptr; ///< The third word of the framework's layout, handed on with the other two.
+    void *m_context = nullptr; ///< The third word of the framework's layout, copied with the other two.
 };
 
 static_assert(sizeof(TSharedPtr<int>) == 3 * sizeof(void *));

@@ -12,8 +12,8 @@ namespace hlx
 template <class Signature> class delegate;
 
 /// A callable value of three words: a call stub, an object and a manager. Copies of a delegate made from a functor
-/// share the functor by an atomic count, so a delegate may travel through threads; the last copy frees it, called or
-/// not. A delegate made from a member function does not own its object.
+/// share the functor, and the last copy destroys it. The count is atomic: copies may be used and dropped on different
+/// threads. A delegate made from a member function does not own its object.
 template <class R, class... Args> class delegate<R(Args...)>
 {
 public:
@@ -35,7 +35,7 @@ public:
             m_manager(m_object, Operation::Release);
     }
 
-    /// FromMember<Class, &Class::method>(object): calls the method; the object must outlive the delegate's calls.
+    /// FromMember<Class, &Class::method>(object) calls the method of `object`, which must live during the calls.
     template <class Class, auto method> static delegate FromMember(Class *object)
     {
         delegate result;
@@ -46,6 +46,7 @@ public:
         return result;
     }
 
+    /// Calls a copy of the functor.
     template <class Functor> static delegate FromLamda(Functor &&functor)
     {
         using Shared = SharedFunctor<std::decay_t<Functor>>;
@@ -61,7 +62,7 @@ public:
     bool empty() const { return m_stub == nullptr; }
     explicit operator bool() const { return !empty(); }
 
-    /// An empty delegate does nothing and gives the zero value, so that an optional callback needs no test.
+    /// An empty delegate does nothing and returns R(), so that callers need not test an optional callback.
     R operator()(Args... args) const
     {
         if (empty())
@@ -69,7 +70,7 @@ public:
         return m_stub(m_object, std::forward<Args>(args)...);
     }
 
-    /// The same function on the same object. A functor is equal to its copies only.
+    /// True for the same function on the same object. A delegate made from a functor is equal only to its copies.
     friend bool operator==(const delegate &left, const delegate &right)
     {
         return left.m_stub == right.m_stub && left.m_object == right.m_object;

@@ -8,13 +8,14 @@
 class ControllerModel : public QObject
 {
     Q_OBJECT
-    /// Bit n set: preset n holds a non-uniformity correction.
+    /// Bit n is 1 if preset n has a non-uniformity correction loaded.
     Q_PROPERTY(uint8_t hasNucMask READ hasNucMask NOTIFY hasNucMaskChanged FINAL)
 
 public:
     explicit ControllerModel(QObject *parent = nullptr);
     ~ControllerModel() override;
 
+    /// 0 unless a family overrides it.
     virtual uint8_t hasNucMask();
 
 signals:

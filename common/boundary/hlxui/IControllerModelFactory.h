@@ -14,7 +14,7 @@ namespace hlx::cam::ui
 using ModelCreator
     = bool (*)(hlx::TSharedPtr<hlx::cam::IController> controller, QObject *parent, QObject *&model, QString &qml);
 
-/// Knows the camera families of all loaded plug-ins. GUI thread only.
+/// The registry of the model creators of all loaded plug-ins. GUI thread only.
 class IControllerModelFactory
 {
 public:
@@ -22,21 +22,23 @@ public:
     IControllerModelFactory(const IControllerModelFactory &) = delete;
     IControllerModelFactory &operator=(const IControllerModelFactory &) = delete;
 
-    /// Asks the creators in turn, in the order of their registration, until one takes the controller.
+    /// Calls the creators in the order of their registration until one returns true. Returns false, and leaves `model`
+    /// and `qml` as they are, if none does.
     virtual bool CreateModel(hlx::TSharedPtr<hlx::cam::IController> controller, QObject *parent, QObject *&model,
                              QString &qml)
         = 0;
+    /// The number of registered creators.
     virtual int CreatorCount() const = 0;
-    /// A plug-in's creators must be gone before its library is unloaded.
+    /// Removes a creator. A plug-in must remove its creators before its library is unloaded.
     virtual void UnregisterModelCreator(ModelCreator creator) = 0;
-    /// Keeps the creator. One that is known already is not kept twice.
+    /// Adds a creator at the end, unless it is registered already.
     virtual void RegisterModelCreator(ModelCreator creator) = 0;
 
-    // Stands behind the operations above: their places in the table of virtual functions are part of the interface.
+    // Declared last: the places of the operations above in the table of virtual functions are part of the interface.
     virtual ~IControllerModelFactory();
 };
 
-/// The one factory of the process.
+/// The only factory of the process; never null.
 IControllerModelFactory *controllerModelFactory();
 
 } // namespace hlx::cam::ui

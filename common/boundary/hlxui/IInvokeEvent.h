@@ -2,8 +2,8 @@
 
 #include <QEvent>
 
-/// An event that runs a piece of code on the thread of its receiver. Post it with QCoreApplication::postEvent from any
-/// thread; the receiver calls invoke() from its event().
+/// An event that runs code on the thread of its receiver. Post it with QCoreApplication::postEvent from any thread; the
+/// receiver calls invoke() from its event().
 class IInvokeEvent : public QEvent
 {
 public:

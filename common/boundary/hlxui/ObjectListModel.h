@@ -3,10 +3,10 @@
 #include <QAbstractListModel>
 #include <QList>
 
-/// A list of objects for QML; each row has the role `item`. GUI thread only.
+/// A list of objects for QML with the role `item`. GUI thread only.
 ///
-/// A list that owns its items (the constructor's `true`) becomes their parent. Items never belong to the QML engine. An
-/// object stands in a list at most once; one that is deleted elsewhere leaves the list by itself.
+/// With `ownsItems` the list becomes the parent of its items. The QML engine never owns the list or its items. An
+/// object may be in the list only once; an object that is deleted elsewhere is removed from the list.
 class ObjectListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -24,14 +24,14 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    /// The object of a row, null for a row that does not exist.
+    /// The object of a row; null if there is no such row.
     Q_INVOKABLE QObject *at(int row) const;
 
-    /// Adds a row at the end; null adds none.
+    /// Adds a row at the end. Does nothing for null.
     void append(QObject *item);
     void push_back(QObject *item) { append(item); }
 
-    /// Takes the item's row out; an owned item is deleted later. An object that is not in the list changes nothing.
+    /// Removes the item's row; an owned item is deleted later. Does nothing if the object is not in the list.
     void remove(QObject *item);
 
     /// The row of an object, -1 if it is not in the list.
@@ -40,7 +40,7 @@ public:
     /// Empties the list; owned items are deleted later.
     void removeAll();
 
-    /// Empties the list and leaves all objects alive.
+    /// Empties the list and keeps all objects alive; owned items then have no parent.
     void detachAll();
 
 signals:

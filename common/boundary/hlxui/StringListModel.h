@@ -3,7 +3,7 @@
 #include <QAbstractListModel>
 #include <QStringList>
 
-/// A list of strings for QML, with the role `display`. GUI thread only.
+/// A list of strings for QML with the role `display`. Never owned by the QML engine. GUI thread only.
 class StringListModel : public QAbstractListModel
 {
     Q_OBJECT
