@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-/// The base of the models behind the main page's tabs. GUI thread only.
+/// The base class of the models of the main page's tabs. GUI thread only.
 class BaseTabModel : public QObject
 {
     Q_OBJECT
@@ -10,7 +10,7 @@ class BaseTabModel : public QObject
 public:
     explicit BaseTabModel(QObject *parent = nullptr);
 
-    /// Reads the tab's own values from the camera. Each tab overrides it; the base only leaves a line in the debug log,
-    /// by which a forgotten one shows up.
+    /// Reads the tab's own values from the camera. Each tab overrides it. The base class only writes a line to the
+    /// debug log, which shows that an override is missing.
     Q_INVOKABLE virtual void refresh();
 };

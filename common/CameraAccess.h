@@ -9,14 +9,15 @@
 class CapabilityBlock;
 class QObject;
 
-/// All that a pool task needs to reach the camera. A task holds a copy and no model, so that every model may die while
-/// the task runs. The shared controller keeps the handle valid for the time of the task; the last copy may die on any
-/// thread.
+/// Everything that a pool task needs to reach the camera. A task holds a copy and no model, so a model may be deleted
+/// while the task runs. The shared controller keeps the handle valid until the task ends. The last copy may be
+/// destroyed on any thread.
 struct CameraAccess {
-    /// How `model` reaches its camera now. GUI thread only.
+    /// The present access to the camera of `model`, through its root. Without a root it has no camera and capabilities
+    /// that are all false or 0. GUI thread only.
     static CameraAccess of(const QObject *model);
 
-    hlx::TSharedPtr<hlx::cam::IZVTController> controller; ///< Null without a camera: its operations count as failed.
-    uint64_t handle = 0; ///< 0 without a camera: every SDK call fails then.
-    std::shared_ptr<const CapabilityBlock> capabilities; ///< Live values; never null.
+    hlx::TSharedPtr<hlx::cam::IZVTController> controller; ///< Null without a camera: its operations then fail.
+    uint64_t handle = 0; ///< 0 without a camera: every SDK call then fails.
+    std::shared_ptr<const CapabilityBlock> capabilities; ///< The live values; never null.
 };

@@ -13,17 +13,17 @@ namespace
 using Block = CapabilityBlock;
 using Source = hlx::cam::CameraCapabilities;
 
-// One capability: where the block keeps it and what the framework is asked for.
+// One capability: its field in the block and the framework's getter.
 template <class T> struct CapabilityRow {
     Capability<T> Block::*field;
-    T (Source::*ask)() const;
+    T (Source::*getter)() const;
 
-    void take(Block &block, const Source &source) const { (block.*field).set((source.*ask)()); }
+    void update(Block &block, const Source &source) const { (block.*field).set((source.*getter)()); }
 };
 
 template <class T> CapabilityRow(Capability<T> Block::*, T (Source::*)() const) -> CapabilityRow<T>;
 
-// All but the internal temperature, which is not asked for on every camera.
+// All but the internal temperature, which is read only from cameras without a chassis sensor.
 constexpr std::tuple rows{
     CapabilityRow{&Block::hasFrontPanelTemperature, &Source::hasFrontPanelTemperature},
     CapabilityRow{&Block::hasAirGapTemperature, &Source::hasAirGapTemperature},
@@ -76,10 +76,10 @@ void CameraCapabilitiesModel::configure()
     const CameraRoot *const root = CameraRoot::of(this);
     if (const auto controller = root ? root->controller() : hlx::TSharedPtr<hlx::cam::IZVTController>()) {
         const Source &source = controller->capabilities;
-        std::apply([&](const auto &...row) { (row.take(*m_block, source), ...); }, rows);
-        // A camera with a chassis sensor is not asked, and the last answer stays.
+        std::apply([&](const auto &...row) { (row.update(*m_block, source), ...); }, rows);
+        // Not read from a camera with a chassis sensor: the last value stays.
         if (!m_block->hasChassisTemperature())
-            internalTemperature.take(*m_block, source);
+            internalTemperature.update(*m_block, source);
     }
     emit cameraCapabilitiesChanged();
 }

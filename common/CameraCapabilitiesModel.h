@@ -7,8 +7,9 @@
 #include "common/CapabilityBlock.h"
 #include "hlx/CString.h"
 
-/// What this camera can do: the mirror of the framework's capabilities that pages and models ask. The values change in
-/// configure() only and stay after a disconnect. GUI thread only; pool tasks read block().
+/// The capabilities of this camera, copied from the framework for pages and models. Field comments in CapabilityBlock
+/// describe each one. The values change in configure() only and stay after a disconnect. GUI thread only; pool tasks
+/// read block().
 class CameraCapabilitiesModel : public QObject
 {
     Q_OBJECT
@@ -52,11 +53,10 @@ class CameraCapabilitiesModel : public QObject
 public:
     explicit CameraCapabilitiesModel(QObject *parent = nullptr);
 
-    /// Takes the values from the framework as it has them now, if the root has a controller, and announces them in any
-    /// case.
+    /// Copies the present values of the framework if the root has a controller. Emits the signal in any case.
     void configure();
 
-    /// The live values, to be shared with pool tasks.
+    /// The live values, which pool tasks share. Never null.
     std::shared_ptr<const CapabilityBlock> block() const { return m_block; }
 
     bool hasFrontPanelTemperature() const { return m_block->hasFrontPanelTemperature(); }
@@ -101,5 +101,5 @@ signals:
 private:
     static bool wildcardMatch(const hlx::CString &pattern, const QString &text);
 
-    std::shared_ptr<CapabilityBlock> m_block; ///< The root's, or its own below none.
+    std::shared_ptr<CapabilityBlock> m_block; ///< The root's block; the model's own block if it has no root.
 };

@@ -16,12 +16,12 @@ class QObject;
 class SetupGeneralModel;
 class ZvtCameraModel;
 
-/// What a model may ask of the root of its camera's tree. GUI thread only.
+/// The interface through which a model reaches the root of its camera's tree. GUI thread only.
 class CameraRoot
 {
 public:
-    /// The root above `model`: the first of its QObject parents, upward from its own, that is one. Null if none is,
-    /// which is so while the root itself is being destroyed.
+    /// The root of `model`: its nearest QObject ancestor that is a CameraRoot. Null if there is none, also while the
+    /// root is being destroyed.
     static CameraRoot *of(const QObject *model);
 
     CameraRoot() = default;
@@ -32,34 +32,38 @@ public:
     /// A copy of the shared pointer; null if the root was built without a controller.
     virtual hlx::TSharedPtr<hlx::cam::IZVTController> controller() const = 0;
 
-    /// The device behind the controller; null if there is none.
+    /// The device of the controller; null if it has none or there is no controller.
     virtual hlx::TSharedPtr<hlx::cam::IDevice> device() const = 0;
 
-    /// False without a controller.
+    /// Whether the camera is connected. False without a controller.
     virtual bool connected() const = 0;
 
-    /// Calls `listener` on each change of connected(), for as long as `context` lives.
+    /// Calls `listener` after each change of connected() until `context` is destroyed. It replaces a signal, which an
+    /// interface without QObject cannot have.
     virtual QMetaObject::Connection onConnectedChanged(const QObject *context, std::function<void()> listener) = 0;
 
-    /// The live values behind cameraCapabilitiesModel(); never null. They exist before any sub-model does, so that a
+    /// The live values that cameraCapabilitiesModel() shows; never null. They are built before any sub-model, so a
     /// model may start a read from its constructor.
     virtual std::shared_ptr<CapabilityBlock> capabilities() const = 0;
 
-    /// What this camera can do. Not to be called from the constructor of a sub-model: the root may build it later.
+    /// The capabilities of this camera; never null. Must not be called from the constructor of a sub-model: the root
+    /// may not have built this model yet.
     virtual CameraCapabilitiesModel *cameraCapabilitiesModel() = 0;
 
-    /// The general setup with the presets, as last read; never null. Not to be called from the constructor of a
-    /// sub-model either.
+    /// The general setup with the presets, as last read; never null. Must not be called from the constructor of a
+    /// sub-model.
     virtual SetupGeneralModel *setupGeneralModel() = 0;
 
-    /// Bit n set: preset n holds a non-uniformity correction.
+    /// The mask of presets: bit n is set if preset n, counted from 0, holds a non-uniformity correction.
     virtual uint8_t hasNucMask() = 0;
-    /// Sets the bits of `mask` to those of `values` in the mask of presets that hold a correction.
+    /// Clears the bits of `mask` in hasNucMask(), then sets all bits of `values`. Signals in any case; writes nothing
+    /// to the camera.
     virtual void modifyHasNucMask(uint8_t mask, uint8_t values) = 0;
+    /// Sets or clears the bit of one preset, counted from 0.
     virtual void setPresetHasNuc(uint8_t preset, bool hasNuc) = 0;
-    /// Reads the mask anew from the camera.
+    /// Reads the mask from the camera again and signals it. Blocks for one SDK call for each preset.
     virtual void updateHasNucMask() = 0;
 
-    /// The root itself, for models that hand it to their page.
+    /// The root itself, for models that have it as a property for their page; never null.
     virtual ZvtCameraModel *cameraModel() = 0;
 };

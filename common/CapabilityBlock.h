@@ -2,7 +2,8 @@
 
 #include <atomic>
 
-/// A number that pool tasks read while the GUI thread may write it. Each stands for itself: none orders another.
+/// A number that pool tasks read while the GUI thread may write it. Access is relaxed: a new value of one capability
+/// says nothing about the others.
 template <class T> class Capability
 {
 public:
@@ -13,21 +14,21 @@ private:
     std::atomic<T> m_value{};
 };
 
-/// What the camera can do, as CameraCapabilitiesModel last learned it: live values that a task reads at the moment when
-/// it needs them, without the model. Written on the GUI thread; read on any.
+/// The capabilities of the camera as last read by CameraCapabilitiesModel. A task reads the live values when it needs
+/// them, without the model. Written on the GUI thread only; read on any thread.
 class CapabilityBlock
 {
 public:
     Capability<bool> hasFrontPanelTemperature; ///< A sensor at the front panel.
     Capability<bool> hasAirGapTemperature; ///< A sensor in the air gap.
-    Capability<bool> hasInternalTemperature; ///< An internal sensor, as told by a camera without a chassis one.
+    Capability<bool> hasInternalTemperature; ///< An internal sensor; read only from a camera without a chassis sensor.
     Capability<bool> hasChassisTemperature; ///< A sensor at the chassis.
     Capability<bool> hasFPAGain; ///< A choice of detector gains.
-    Capability<int> numFPAGainLevels; ///< How many detector gains there are.
+    Capability<int> numFPAGainLevels; ///< The number of detector gains.
     Capability<bool> hasReplaceableFilters; ///< Filters that the user can change.
     Capability<bool> hasGigEPreset; ///< A video preset of its own for GigE.
     Capability<bool> hasVideoOutputSettings; ///< Settings of the video outputs.
-    Capability<bool> hasLensStatesFunctionality; ///< Lens positions kept under names.
+    Capability<bool> hasLensStatesFunctionality; ///< Lens positions stored in the camera under names.
     Capability<bool> hasContinuousOpticalZoom; ///< A zoom lens that stops anywhere.
     Capability<bool> hasDiscontinuousOpticalZoom; ///< A lens with a few fields of view.
     Capability<bool> hasFocus; ///< A focus motor.
@@ -48,8 +49,8 @@ public:
     Capability<bool> hasVideoAgcRoi; ///< A region of interest for the video's gain control.
     Capability<bool> hasCameraLinkMode; ///< A choice of Camera Link modes.
     Capability<bool> hasCoaXPressLinksToUse; ///< A choice of CoaXPress links.
-    Capability<bool> hasSkimming; ///< Skimming.
-    Capability<bool> hasLockin; ///< Lock-in.
+    Capability<bool> hasSkimming; ///< Skimming settings.
+    Capability<bool> hasLockin; ///< Lock-in settings.
     Capability<bool> hasAdvancedMiscSettings; ///< The miscellaneous settings of the advanced page.
     Capability<bool> hasSsd; ///< A solid-state drive.
     Capability<bool> hasTeCooler; ///< A thermoelectric cooler.

@@ -2,8 +2,8 @@
 
 #include <QValidator>
 
-/// Accepts a window's width or height in pixels: a decimal number between two limits that is a multiple of 4. GUI
-/// thread only.
+/// Validates the width or height of a window in pixels: a decimal multiple of 4 from minSize() to maxSize(). GUI thread
+/// only.
 class FPASizeIntValidator : public QValidator
 {
     Q_OBJECT
@@ -15,17 +15,20 @@ class FPASizeIntValidator : public QValidator
 public:
     explicit FPASizeIntValidator(QObject *parent = nullptr);
 
+    /// The smallest accepted number, in pixels. Starts at 0.
     int minSize() const { return m_minSize; }
     void setMinSize(int size);
 
+    /// The largest accepted number, in pixels. Starts at 0.
     int maxSize() const { return m_maxSize; }
     void setMaxSize(int size);
 
-    /// Kept for the page; the accepted numbers are multiples of 4 whatever it is.
+    /// Stored for the page only: validate() always asks for multiples of 4.
     int requiredIncrement() const { return m_requiredIncrement; }
     void setRequiredIncrement(int increment);
 
-    /// A number outside the limits is invalid on either side; one inside that is no multiple of 4 is intermediate.
+    /// Returns Invalid for a text that is not a number and for a number outside the limits, Intermediate for an empty
+    /// text and for a number within the limits that is not a multiple of 4, else Acceptable.
     State validate(QString &input, int &pos) const override;
 
 signals:

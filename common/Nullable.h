@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
-/// A value that may be missing: the usual field of a result record. It stays unset when the camera could not give the
-/// value, so that the model keeps the one it had.
+/// A value that may be missing: the usual field of a result record. It stays unset if the value could not be read from
+/// the camera, and the model then keeps its old value.
 template <class T> class Nullable
 {
 public:
@@ -19,9 +19,10 @@ public:
         return *this;
     }
 
+    /// Whether there is a value.
     bool set() const { return m_set; }
 
-    /// Takes the mark back, after a call that was given the address and failed.
+    /// Marks the value as missing, for use after a call that got its address and failed.
     void unset() { m_set = false; }
 
     /// The value. Throws std::runtime_error if there is none.
@@ -32,8 +33,8 @@ public:
         return m_value;
     }
 
-    /// The value's address, for a function that fills it, which marks it as set before it is filled. Throws
-    /// std::runtime_error if it is set already.
+    /// The value's address, for a function that fills it. Marks the value as set, before it is filled. Throws
+    /// std::runtime_error if it is already set.
     T *operator&() // NOLINT(google-runtime-operator)
     {
         if (m_set)

@@ -10,19 +10,20 @@
 #include <exception>
 #include <utility>
 
-/// How a model starts its reads. "Dropped" means: nothing is started, nothing is emitted, nothing is queued.
-enum class Form {
-    Standard, ///< A second read while one runs is dropped. `refreshing` true, then `hasRefreshed` false.
-    Swapped, ///< The same with the flags in the other order.
-    RefreshingOnly, ///< The same, but `hasRefreshed` rises once and stays: a section stays enabled in later reads.
-    FlagGuard, ///< Dropped by the `refreshing` flag itself. No `hasRefreshed`.
-    NoFlags, ///< Dropped while one runs; neither flag.
-    Unguarded, ///< Never dropped; the newest read is the one that is published. `refreshing` starts true.
-    NewestOnly ///< The same with neither flag, for a poll or a write beside a model's other reads.
+/// How a model starts its reads and sets its flags. A dropped read starts nothing, signals nothing and is not queued.
+enum class RefreshForm {
+    Standard, ///< Drops a read while one runs. Sets `refreshing` to true, then `hasRefreshed` to false.
+    Swapped, ///< As Standard, with the two flags in the other order.
+    RefreshingOnly, ///< As Standard, but `hasRefreshed` stays true after the first read, so a section stays enabled.
+    FlagGuard, ///< Drops a read while `refreshing` is true. No `hasRefreshed`.
+    NoFlags, ///< Drops a read while one runs. Neither flag.
+    Unguarded, ///< Drops nothing; publishes the newest read only. `refreshing` starts true.
+    NewestOnly ///< As Unguarded with neither flag, for a poll or a write beside the other reads of a model.
 };
 
-/// Reads a Result on a thread of the global pool, beside the caller, which may be a task itself. An exception would end
-/// the program when somebody asks for the result; it counts as a read in which all failed. Any thread.
+/// Runs `task`, a Result(const CameraAccess &), on a thread of the global pool. The caller may be a pool task itself.
+/// An exception of the task is logged as a warning, and the result is then a default Result, as if every read had
+/// failed: an exception in the future would end the program when its result is fetched. Any thread.
 template <class Result, class Task> QFuture<Result> launchRead(Task task, const CameraAccess &camera)
 {
     return QtConcurrent::run([task = std::move(task), camera]() -> Result {
@@ -35,17 +36,17 @@ template <class Result, class Task> QFuture<Result> launchRead(Task task, const 
     });
 }
 
-/// The refresh contract: reads a Result on a thread of the global pool and brings it to the model's finished slot on
-/// the GUI thread. Owns the watcher and the flags `refreshing` and `hasRefreshed`, and emits the model's signals
-/// `refreshingChanged` and `hasRefreshedChanged`, as far as it has them.
+/// The refresh contract: reads a Result on a thread of the global pool, then calls the model's finished slot on the GUI
+/// thread. Owns the watcher and the flags `refreshing` and `hasRefreshed`. Emits the model's signals
+/// `refreshingChanged` and `hasRefreshedChanged` if the model has them.
 ///
-/// It is the last member of its model, so that it dies first. Its death neither cancels nor waits: a task holds a
-/// CameraAccess and copies of its inputs, and never the model. GUI thread only.
+/// It is the last member of its model, so that it is destroyed first. Its destructor neither cancels a task nor waits
+/// for it: a task holds a CameraAccess and copies of its inputs, never the model. GUI thread only.
 template <class Model, class Result> class Refresh
 {
 public:
-    Refresh(Model *model, void (Model::*finished)(), Form form = Form::Standard)
-        : m_model(model), m_form(form), m_refreshing(form == Form::Unguarded)
+    Refresh(Model *model, void (Model::*finished)(), RefreshForm form = RefreshForm::Standard)
+        : m_model(model), m_form(form), m_refreshing(form == RefreshForm::Unguarded)
     {
         QObject::connect(&m_watcher, &QFutureWatcherBase::finished, model, finished);
     }
@@ -53,10 +54,10 @@ public:
     bool refreshing() const { return m_refreshing; }
     bool hasRefreshed() const { return m_hasRefreshed; }
 
-    /// A task runs, or its result waits for the finished slot.
+    /// Whether a task runs or its result waits for the finished slot.
     bool running() const { return m_inFlight; }
 
-    /// Starts `task`, called as Result(const CameraAccess &) on a pool thread; false if the form drops it.
+    /// Starts `task`, a Result(const CameraAccess &), on a pool thread. Returns false if the form drops it.
     template <class Task> bool start(Task task)
     {
         if (!begin())
@@ -65,71 +66,68 @@ public:
         return true;
     }
 
-    /// The first half of start(): false if the form drops the read, else the flags are set and signalled.
+    /// The first half of start(): sets and signals the flags. Returns false, without this, if the form drops the read.
     bool begin() { return begin(m_form); }
 
-    /// The same with the flags of another form, for a second kind of task behind the same finished slot.
-    bool begin(Form form)
+    /// As begin(), with the flags of another form, for a second kind of task with the same finished slot.
+    bool begin(RefreshForm form)
     {
         Q_ASSERT(QThread::currentThread() == m_watcher.thread());
         if (busy())
             return false;
-        if (form == Form::Swapped)
+        if (form == RefreshForm::Swapped)
             setHasRefreshed(false);
-        if (hasFlags(form) && form != Form::Unguarded)
+        if (hasFlags(form) && form != RefreshForm::Unguarded)
             setRefreshing(true);
-        if (form == Form::Standard)
+        if (form == RefreshForm::Standard)
             setHasRefreshed(false);
         return true;
     }
 
-    /// The second half of start(): the task itself.
-    template <class Task> void run(Task task)
-    {
-        follow(launchRead<Result>(std::move(task), CameraAccess::of(m_model)));
-    }
+    /// The second half of start(): starts the task.
+    template <class Task> void run(Task task) { watch(launchRead<Result>(std::move(task), CameraAccess::of(m_model))); }
 
-    /// In place of run(): the read runs already, since another task has launched it.
-    void follow(const QFuture<Result> &read)
+    /// In place of run(): calls the finished slot after a read that another task has launched already.
+    void watch(const QFuture<Result> &read)
     {
         Q_ASSERT(QThread::currentThread() == m_watcher.thread());
-        Q_ASSERT(!m_inFlight || m_form == Form::Unguarded || m_form == Form::NewestOnly);
+        Q_ASSERT(!m_inFlight || m_form == RefreshForm::Unguarded || m_form == RefreshForm::NewestOnly);
         m_inFlight = true;
         m_watcher.setFuture(read);
     }
 
-    /// The read that was started last, for a task that must know whether it still runs.
-    QFuture<Result> last() const { return m_watcher.future(); }
+    /// The read that was started last, by which a task sees whether it still runs. Not running if there was none.
+    QFuture<Result> lastRead() const { return m_watcher.future(); }
 
-    /// What the task read; the first act of the finished slot. From here on a new read may start.
+    /// The result of the task. The finished slot calls this first; afterwards a new read may start.
     Result result()
     {
         m_inFlight = false;
         return m_watcher.result();
     }
 
-    /// Sets and signals the flags; the last act of the finished slot.
+    /// Sets and signals the flags. The finished slot calls this last.
     void finish()
     {
         if (!hasFlags(m_form))
             return;
-        if (m_form != Form::FlagGuard && !(m_form == Form::RefreshingOnly && m_hasRefreshed))
+        if (m_form != RefreshForm::FlagGuard && !(m_form == RefreshForm::RefreshingOnly && m_hasRefreshed))
             setHasRefreshed(true);
         setRefreshing(false);
     }
 
 private:
-    static bool hasFlags(Form form) { return form != Form::NoFlags && form != Form::NewestOnly; }
+    static bool hasFlags(RefreshForm form) { return form != RefreshForm::NoFlags && form != RefreshForm::NewestOnly; }
 
-    // Between the end of a task and its finished slot the watcher says that nothing runs; a new future would throw the
-    // unpublished result away. So the member keeps a flag of its own.
+    // Uses m_inFlight and not the watcher's state: after the end of a task the watcher counts as finished before the
+    // finished slot has run, and a new future would then discard the unpublished result.
     bool busy() const
     {
         switch (m_form) {
-        case Form::FlagGuard:
+        case RefreshForm::FlagGuard:
             return m_refreshing;
-        case Form::Unguarded:
-        case Form::NewestOnly:
+        case RefreshForm::Unguarded:
+        case RefreshForm::NewestOnly:
             return false;
         default:
             return m_inFlight;
@@ -151,7 +149,7 @@ private:
     }
 
     Model *m_model;
-    Form m_form;
+    RefreshForm m_form;
     bool m_refreshing;
     bool m_hasRefreshed = false;
     bool m_inFlight = false;

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QStringList>
 
-/// The display strings of a combo box and the values behind them, kept in step. GUI thread only.
+/// The display strings of a combo box and the value of each, row for row. GUI thread only.
 class StringIntDisplaySanityModel : public QObject
 {
     Q_OBJECT
@@ -21,20 +21,20 @@ public:
 
     void append(const QString &string, int value);
 
-    /// Takes a row out; there must be one of this index.
+    /// Removes a row, which must exist.
     void remove(int index);
     void removeAll();
 
-    /// An empty string for a row that does not exist.
+    /// The string of a row; an empty one for a row that does not exist.
     QString stringAt(int index) const { return m_strings.value(index); }
 
-    /// -1 for a row that does not exist.
+    /// The value of a row; -1 for a row that does not exist.
     int valueAt(int index) const { return m_values.value(index, -1); }
 
-    /// -1 if no row has the value.
+    /// The first row with this value; -1 if there is none.
     int findFirstIndexOfValue(int value) const { return static_cast<int>(m_values.indexOf(value)); }
 
-    /// Announces strings, values and size, in this order, as each edit does.
+    /// Emits the signals of strings, values and size, in this order. Each edit calls it.
     void everythingChanged();
 
 signals:

@@ -6,11 +6,11 @@
 
 #include "hlxui/IInvokeEvent.h"
 
-/// An event that runs a functor on the GUI thread. What the functor captured lives in the event.
+/// An event that runs a functor on the thread of its receiver. The event owns the functor and its captures.
 template <class F> class TInvokeEvent : public IInvokeEvent
 {
 public:
-    /// The type of all events of this plug-in.
+    /// The type of all invoke events of this plug-in.
     static constexpr int eventType = 1000;
 
     explicit TInvokeEvent(F functor) : IInvokeEvent(static_cast<QEvent::Type>(eventType)), m_functor(std::move(functor))
@@ -23,14 +23,16 @@ private:
     F m_functor;
 };
 
-/// Runs `functor` on the thread of `receiver`, which must handle invoke events. Any thread.
+/// Runs `functor` later on the thread of `receiver`, whose event() must call handleInvokeEvent(). Does nothing if the
+/// receiver is destroyed before. Any thread.
 template <class F> void postInvoke(QObject *receiver, F functor)
 {
     QCoreApplication::postEvent(receiver, new TInvokeEvent<F>(std::move(functor)));
 }
 
-/// For the event() of a receiver: true if `event` lies in the range of invoke events, and then it has been invoked. The
-/// range is wider than one type and starts at QEvent::User, so a foreign event in it is taken and passed over.
+/// For the event() of a receiver: invokes an invoke event. Returns true if the type of `event` is in the range of
+/// invoke events, 1000 to 2000. The range starts at QEvent::User, so it may contain an event of another kind, for which
+/// this returns true and does nothing.
 inline bool handleInvokeEvent(QEvent *event)
 {
     constexpr int firstType = 1000;

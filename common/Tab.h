@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QString>
 
-/// A tab of the main page: its label, its page and the model behind it. Not changed after its construction.
+/// A tab of the main page: its label, its page and its model. Constant after construction. GUI thread only.
 class Tab : public QObject
 {
     Q_OBJECT
@@ -12,7 +12,7 @@ class Tab : public QObject
     Q_PROPERTY(QObject *model READ model CONSTANT FINAL)
 
 public:
-    /// The model is not owned and must outlive the tab.
+    /// `name` is the label, `qml` the page's file. `model` is not owned and must outlive the tab.
     Tab(QObject *parent, const QString &name, const QString &qml, QObject *model);
 
     QString name() const { return m_name; }

@@ -11,7 +11,7 @@ namespace
 
 const zvtSModelInfo *table() { return static_cast<const zvtSModelInfo *>(zvtGetModelInfoTable()); }
 
-// What the SDK calls a value of one of its enums.
+// The SDK's name of a value of one of its enumerations.
 QString nameOf(uint8_t value, int (*lookUp)(uint8_t, char *, uint32_t))
 {
     return textOr<256>(QStringLiteral("Error"), lookUp, value);

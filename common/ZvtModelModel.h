@@ -5,11 +5,12 @@
 
 #include <cstdint>
 
-/// The name of a board set; "Error" for an unknown one.
+/// The name of a board set; "Error" for an unknown one. Any thread.
 QString BoardTypeText(uint8_t boardSet);
 
-/// One row of the SDK's table of camera models. It holds only its number: every value is read anew from the table, and
-/// the names of the enums from the SDK, on each get. A name that the SDK does not have reads "Error". GUI thread only.
+/// One row of the SDK's table of camera models. It stores only its row number: each getter reads its value from the
+/// table, or an enumeration's name from the SDK. A value without a name in the SDK has the name "Error". GUI thread
+/// only.
 class ZvtModelModel : public QObject
 {
     Q_OBJECT
@@ -38,7 +39,8 @@ public:
     /// The number of rows in the table.
     static int count();
 
-    /// A row that must exist. It has no parent: it belongs to the list that it is put into.
+    /// `index` must be a row of the table, from 0 to count() - 1. The object has no parent: the list to which it is
+    /// appended owns it.
     explicit ZvtModelModel(int index);
 
     int index() const { return m_index; }
@@ -53,7 +55,7 @@ public:
     uint8_t pleoraBoard() const;
     uint8_t variant() const;
 
-    /// Not 0: the model has a filter wheel.
+    /// 0 if the model has no filter wheel, else another number.
     uint8_t filterWheel() const;
 
     QString boardSetName() const;

@@ -17,11 +17,11 @@ ObjectListModel *makeList()
     return list;
 }
 
-// The lists of a table hold nothing else.
-ZvtModelModel *rowOf(const ObjectListModel *list, int number) { return static_cast<ZvtModelModel *>(list->at(number)); }
+// Every object in the lists of a table is a ZvtModelModel.
+ZvtModelModel *rowAt(const ObjectListModel *list, int number) { return static_cast<ZvtModelModel *>(list->at(number)); }
 
-// The texts are asked for one by one, since most of them are looked up in the SDK.
-bool holdsWord(const ZvtModelModel &row, const QString &word)
+// Stops at the first match, since most of the texts are looked up in the SDK.
+bool containsWord(const ZvtModelModel &row, const QString &word)
 {
     using Row = ZvtModelModel;
     static constexpr std::array texts{&Row::name,         &Row::boardSetName,    &Row::detectorTypeName,
@@ -88,7 +88,7 @@ int ZvtModelTable::getIndexBasedOnCameraInfo(int boardType, int cameraType, int 
                                              int roicType) const
 {
     for (int number = 0; number < m_filteredModels->size(); ++number) {
-        const ZvtModelModel &row = *rowOf(m_filteredModels, number);
+        const ZvtModelModel &row = *rowAt(m_filteredModels, number);
         if (row.boardSet() == boardType && row.type() == cameraType && row.subType() == cameraSubType
             && row.detectorType() == detectorType && row.roicType() == roicType)
             return number;
@@ -102,12 +102,13 @@ void ZvtModelTable::updateIfNumbersComplete()
         updateFilteredModels();
 }
 
-// Each list takes the rows that it holds for its own, but they are the full list's for life: it gets them back.
+// A list becomes the parent of each object appended to it. The full list must stay the owner of all rows, so it becomes
+// their parent again.
 void ZvtModelTable::emptyFilteredModels()
 {
     m_filteredModels->detachAll();
     for (int number = 0; number < m_models->size(); ++number)
-        rowOf(m_models, number)->setParent(m_models);
+        rowAt(m_models, number)->setParent(m_models);
 }
 
 void ZvtModelTable::updateFilteredModels()
@@ -115,7 +116,7 @@ void ZvtModelTable::updateFilteredModels()
     emptyFilteredModels();
     const QStringList words = m_textFilter.split(u' ', Qt::SkipEmptyParts);
     for (int number = 0; number < m_models->size(); ++number) {
-        ZvtModelModel *const row = rowOf(m_models, number);
+        ZvtModelModel *const row = rowAt(m_models, number);
         if (passes(*row, words))
             m_filteredModels->append(row);
     }
@@ -124,10 +125,10 @@ void ZvtModelTable::updateFilteredModels()
 
 bool ZvtModelTable::passes(const ZvtModelModel &row, const QStringList &words) const
 {
-    // Without a text the board set alone says whether the numbers filter; with one, any missing number lets all pass.
+    // Without a text the numbers filter as soon as the board set is set; with a text, only when all three are set.
     if (m_textFilter.isEmpty())
         return m_boardTypeFilter < 0 || passesNumbers(row);
-    if (!std::all_of(words.begin(), words.end(), [&](const QString &word) { return holdsWord(row, word); }))
+    if (!std::all_of(words.begin(), words.end(), [&](const QString &word) { return containsWord(row, word); }))
         return false;
     return m_boardTypeFilter < 0 || m_detectorTypeFilter < 0 || m_readoutTypeFilter < 0 || passesNumbers(row);
 }

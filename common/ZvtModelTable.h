@@ -8,7 +8,7 @@
 
 class ZvtModelModel;
 
-/// All camera models that the SDK knows, and those of them that pass a filter. QML creates it. GUI thread only.
+/// All camera models of the SDK's table, and those that pass the filters. QML creates it. GUI thread only.
 class ZvtModelTable : public QObject
 {
     Q_OBJECT
@@ -26,18 +26,19 @@ public:
     explicit ZvtModelTable(QObject *parent = nullptr);
     ~ZvtModelTable() override;
 
-    /// The ZvtModelModel of every row, in the SDK's order.
+    /// A ZvtModelModel for each row of the table, in its order.
     ObjectListModel *models() const { return m_models; }
 
     /// The rows of `models` that pass the filters, in the same order.
     ObjectListModel *filteredModels() const { return m_filteredModels; }
 
-    /// Words between blanks, each of which must stand in one of the row's eight texts; case does not count.
+    /// Words separated by blanks. A row passes if each word occurs in one of its eight texts, in any case of letters.
     QString textFilter() const { return m_textFilter; }
     void setTextFilter(const QString &text);
 
-    /// The three numbers that a row must have; -1 is no filter. A page binds one after the other, so the list follows
-    /// only when all three are there. A negative board set is ignored, and an equal one is announced again.
+    /// The three numbers that a row must have to pass; -1, the first value, means not set. The list is updated only
+    /// when none is negative, since a page binds them one after the other. setBoardTypeFilter() ignores a negative
+    /// number, and signals also an unchanged one.
     int boardTypeFilter() const { return m_boardTypeFilter; }
     void setBoardTypeFilter(int boardSet);
 
@@ -47,7 +48,7 @@ public:
     int readoutTypeFilter() const { return m_readoutTypeFilter; }
     void setReadoutTypeFilter(int readout);
 
-    /// The row in `filteredModels` of the first model with these five numbers, -1 if none has them.
+    /// The row in `filteredModels` of the first model with these five numbers; -1 if there is none.
     Q_INVOKABLE int getIndexBasedOnCameraInfo(int boardType, int cameraType, int cameraSubType, int detectorType,
                                               int roicType) const;
 

@@ -11,8 +11,8 @@ namespace
 
 bool isSeparator(QChar character) { return character == u'/' || character == u'\\'; }
 
-// Takes the first field off if there are exactly `count` left; a text too short to have it gives 0.
-int takeFirst(QStringList &fields, int count) { return fields.size() == count ? fields.takeFirst().toInt() : 0; }
+// Removes and returns the first field if exactly `count` are left; else the text is too short to have it: returns 0.
+int takeLeadingField(QStringList &fields, int count) { return fields.size() == count ? fields.takeFirst().toInt() : 0; }
 
 } // namespace
 
@@ -69,13 +69,13 @@ QDateTime IrigStringToDateTime(const QString &text)
         return {};
     if (fields.size() == 5)
         fields.removeFirst(); // the year
-    const int dayOfYear = takeFirst(fields, 4);
-    const int hour = takeFirst(fields, 3);
-    const int minute = takeFirst(fields, 2);
+    const int dayOfYear = takeLeadingField(fields, 4);
+    const int hour = takeLeadingField(fields, 3);
+    const int minute = takeLeadingField(fields, 2);
     const QStringList seconds = fields.first().split(u'.');
     const QTime clock(hour, minute, seconds.first().toInt(), seconds.value(1).left(3).toInt());
-    // Checked here, since QDateTime makes midnight of a time that does not exist and the framework the year's end of a
-    // day that does not.
+    // Checked here: QDateTime turns an invalid time into midnight, and the framework turns a day above 366 into the end
+    // of the year.
     constexpr int daysInLeapYear = 366;
     if (!clock.isValid() || dayOfYear < 0 || dayOfYear > daysInLeapYear)
         return {};

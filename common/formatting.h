@@ -3,9 +3,9 @@
 #include <QLocale>
 #include <QString>
 
-// How numbers are written for the operator. Any thread.
+// The notation of numbers that the operator sees. Any thread.
 
-/// A whole number with zeros in front up to this width.
+/// A whole number, padded with leading zeros to this width.
 inline QString zeroPadded(int number, int width)
 {
     return QStringLiteral("%1").arg(number, width, 10, QLatin1Char('0'));

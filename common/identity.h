@@ -8,7 +8,7 @@
 
 #include "zvt/zvtsdk.h"
 
-// The texts by which a camera is known, empty if they can not be read. Any thread.
+// The model and the serial number of a camera; empty if they cannot be read. Any thread, one SDK call each.
 
 inline QString readCameraModel(uint64_t handle)
 {

@@ -2,5 +2,9 @@
 
 #include <cstdint>
 
-/// How many presets the family's cameras have at most. They count from 0.
+/// The largest number of presets of a camera of the family. Presets count from 0.
 inline constexpr uint8_t presetCount = 4;
+
+/// The `flag` argument of the controller's setters of presets and of the superframe rate. It is always 1; no other
+/// value is defined.
+inline constexpr int controllerFlag = 1;

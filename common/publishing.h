@@ -6,9 +6,9 @@
 #include <concepts>
 #include <utility>
 
-// The only ways to store a read value in a model and to signal it. GUI thread only.
+// The ways to store a value that was read in a model and to signal it. GUI thread only.
 
-/// Stores and signals the value if it was read, changed or not; else the last value stays and nothing is signalled.
+/// Stores and signals the value if it was read, even if it has not changed. Else keeps the old value, without a signal.
 template <class Model, class Signaller, class Value, class Member>
 void publish(Model *model, const Nullable<Value> &value, Member &member, void (Signaller::*changed)())
 {
@@ -18,9 +18,9 @@ void publish(Model *model, const Nullable<Value> &value, Member &member, void (S
     emit(model->*changed)();
 }
 
-/// True if `first` and `second` show the same on a page. Two numbers that are none do, so that a sensor which keeps
-/// failing in this way does not signal for ever.
-template <class Value> bool sameOnShow(const Value &first, const Value &second)
+/// True if `first` and `second` look the same on a page. Two NaN do, so that a sensor that keeps returning NaN does not
+/// signal on each read.
+template <class Value> bool sameValue(const Value &first, const Value &second)
 {
     if constexpr (std::floating_point<Value>)
         return first == second || (std::isnan(first) && std::isnan(second));
@@ -32,13 +32,13 @@ template <class Value> bool sameOnShow(const Value &first, const Value &second)
 template <class Model, class Signaller, class Value, class Member>
 void publishIfChanged(Model *model, const Nullable<Value> &value, Member &member, void (Signaller::*changed)())
 {
-    if (!value.set() || sameOnShow<Member>(static_cast<Member>(value.get()), member))
+    if (!value.set() || sameValue<Member>(static_cast<Member>(value.get()), member))
         return;
     member = static_cast<Member>(value.get());
     emit(model->*changed)();
 }
 
-/// Stores and signals the value whatever happened.
+/// Stores and signals the value in any case.
 template <class Model, class Signaller, class Value, class Member>
 void announce(Model *model, Value &&value, Member &member, void (Signaller::*changed)())
 {
@@ -58,13 +58,13 @@ void publishPair(Model *model, const Nullable<Value> &first, Member &firstMember
     emit(model->*changed)();
 }
 
-/// The same, but signalled only if one of the two differs from the stored one.
+/// As publishPair(), but stores and signals only if one of the two differs from its stored value.
 template <class Model, class Signaller, class Value, class Member>
 void publishPairIfChanged(Model *model, const Nullable<Value> &first, Member &firstMember,
                           const Nullable<Value> &second, Member &secondMember, void (Signaller::*changed)())
 {
     if (first.set()
-        && !(sameOnShow<Member>(static_cast<Member>(first.get()), firstMember)
-             && sameOnShow<Member>(static_cast<Member>(second.get()), secondMember)))
+        && !(sameValue<Member>(static_cast<Member>(first.get()), firstMember)
+             && sameValue<Member>(static_cast<Member>(second.get()), secondMember)))
         publishPair(model, first, firstMember, second, secondMember, changed);
 }

@@ -12,7 +12,7 @@
 #include "hlx/IZVTController.h"
 #include "hlx/TSharedPtr.h"
 
-// Reading helpers of pool tasks. Each asks the SDK once. Any thread.
+// Reading helpers of pool tasks. Each makes one call of the SDK or the controller. Any thread.
 
 namespace reading
 {
@@ -34,8 +34,8 @@ struct LastParameter<Result (hlx::cam::IZVTController::*)(Parameters...)> : Last
 
 template <class Function> using Out = std::remove_pointer_t<typename LastParameter<Function>::Type>;
 
-/// Calls a controller operation: 0 if it says true or nothing, else a failing status, which a null controller gives
-/// too.
+/// Calls a controller operation. Returns 0 if it returned true or has no return value, -1 if it returned false or the
+/// controller is null.
 template <class Result, class... Parameters, class... Arguments>
 int callController(const hlx::TSharedPtr<hlx::cam::IZVTController> &controller,
                    Result (hlx::cam::IZVTController::*operation)(Parameters...), Arguments... arguments)
@@ -50,15 +50,15 @@ int callController(const hlx::TSharedPtr<hlx::cam::IZVTController> &controller,
 
 } // namespace reading
 
-/// Text in a buffer that may be full to the last byte without a zero at its end.
+/// The UTF-8 text in a buffer of `size` bytes, up to the first zero, or all of it if there is no zero.
 inline QString fromBoundedUtf8(const char *text, size_t size)
 {
     return QString::fromUtf8(text, static_cast<qsizetype>(qstrnlen(text, size)));
 }
 
-/// Calls `get(arguments..., &value)` and sets `field` to the value if the status is 0, converted from the SDK's type (a
-/// byte to a bool, 16 bits to an int). Returns whether it did.
-template <class T, class Get, class... Arguments> bool read(Nullable<T> &field, Get get, Arguments... arguments)
+/// Calls `get(arguments..., &value)`. If the status is 0, sets `field` to the value, converted from the SDK's type (a
+/// byte to a bool, 16 bits to an int), and returns true.
+template <class T, class Get, class... Arguments> bool fetch(Nullable<T> &field, Get get, Arguments... arguments)
 {
     reading::Out<Get> value{};
     if (get(arguments..., &value) != 0)
@@ -67,10 +67,11 @@ template <class T, class Get, class... Arguments> bool read(Nullable<T> &field, 
     return true;
 }
 
-/// The same for an operation of the controller, called as get(arguments..., &value). A null controller fails.
+/// As above for an operation of the controller, called as get(arguments..., &value). Returns false for a null
+/// controller.
 template <class T, class Result, class... Parameters, class... Arguments>
-bool read(Nullable<T> &field, Result (hlx::cam::IZVTController::*get)(Parameters...),
-          const hlx::TSharedPtr<hlx::cam::IZVTController> &controller, Arguments... arguments)
+bool fetch(Nullable<T> &field, Result (hlx::cam::IZVTController::*get)(Parameters...),
+           const hlx::TSharedPtr<hlx::cam::IZVTController> &controller, Arguments... arguments)
 {
     reading::Out<decltype(get)> value{};
     if (reading::callController(controller, get, arguments..., &value) != 0)
@@ -79,14 +80,14 @@ bool read(Nullable<T> &field, Result (hlx::cam::IZVTController::*get)(Parameters
     return true;
 }
 
-/// The value that `get` gives, or `otherwise` if it fails. Takes all that read() takes.
-template <class T, class Get, class... Arguments> T readOr(T otherwise, Get get, Arguments... arguments)
+/// The value that `get` returns through its last parameter, or `fallback` if it fails. Arguments as of fetch().
+template <class T, class Get, class... Arguments> T readOr(T fallback, Get get, Arguments... arguments)
 {
     Nullable<T> value;
-    return read(value, get, arguments...) ? value.get() : otherwise;
+    return fetch(value, get, arguments...) ? value.get() : fallback;
 }
 
-/// Calls a function with two outputs: both fields are set together, or none is.
+/// Calls a function with two outputs. Sets both fields and returns true if the status is 0, else sets neither.
 template <class T, class Get, class... Arguments>
 bool readPair(Nullable<T> &first, Nullable<T> &second, Get get, Arguments... arguments)
 {
@@ -99,7 +100,7 @@ bool readPair(Nullable<T> &first, Nullable<T> &second, Get get, Arguments... arg
     return true;
 }
 
-/// Calls `get(arguments..., buffer, Size)` and sets `field` to the text if the status is 0.
+/// Calls `get(arguments..., buffer, Size)`. If the status is 0, sets `field` to the text and returns true.
 template <uint32_t Size, class Get, class... Arguments>
 bool readText(Nullable<QString> &field, Get get, Arguments... arguments)
 {
@@ -110,10 +111,10 @@ bool readText(Nullable<QString> &field, Get get, Arguments... arguments)
     return true;
 }
 
-/// The text that `get(arguments..., buffer, Size)` gives, or `otherwise` if it fails.
+/// The text that `get(arguments..., buffer, Size)` writes, or `fallback` if it fails.
 template <uint32_t Size, class Get, class... Arguments>
-QString textOr(const QString &otherwise, Get get, Arguments... arguments)
+QString textOr(const QString &fallback, Get get, Arguments... arguments)
 {
     Nullable<QString> text;
-    return readText<Size>(text, get, arguments...) ? text.get() : otherwise;
+    return readText<Size>(text, get, arguments...) ? text.get() : fallback;
 }

@@ -7,14 +7,14 @@
 #include <cstddef>
 #include <tuple>
 
-/// One setting of a family of same-shaped settings: how it is read, where the record and the model keep it, how it is
-/// signalled and written. A model with such a family states it once, as a constant tuple of rows that its reader, its
-/// finished slot and its setters walk:
+/// One setting of a family of similar settings: its getter, its fields in the record and in the model, its signal and
+/// its setter. A model with such a family declares it once, as a constant tuple of rows for its reader, its finished
+/// slot and its setters:
 ///
 ///     static constexpr std::tuple rows{Row{zvtGetX, &Result::x, &Self::m_x, &Self::xChanged, zvtSetX}, ...};
 ///
-/// A row that the operator can not write has no last entry. Functions with further arguments (a preset) get them from
-/// the walk: readAll(record, rows, handle, preset), standard(this, value, row, preset).
+/// A row that the operator cannot write has no last entry. Further arguments of the functions (a preset) are passed in
+/// the calls: readAll(record, rows, handle, preset), writeStandard(this, value, row, preset).
 template <class Model, class Record, class Get, class Field, class Member, class Set = std::nullptr_t> struct Row {
     Get get;
     Nullable<Field> Record::*field;
@@ -30,14 +30,14 @@ template <class Model, class Record, class Get, class Field, class Member, class
 Row(Get, Nullable<Field> Record::*, Member Model::*, void (Model::*)(), Set)
     -> Row<Model, Record, Get, Field, Member, Set>;
 
-/// Reads every row of `rows` into `record`, in their order. Pool task.
+/// Reads each row of `rows` into `record`, in order. A failed row leaves its field unset. Pool task.
 template <class Record, class... Rows, class... Arguments>
 void readAll(Record &record, const std::tuple<Rows...> &rows, Arguments... arguments)
 {
-    std::apply([&](const auto &...row) { (read(record.*row.field, row.get, arguments...), ...); }, rows);
+    std::apply([&](const auto &...row) { (fetch(record.*row.field, row.get, arguments...), ...); }, rows);
 }
 
-/// Publishes every row of `rows` from `record`, in their order. GUI thread only.
+/// Publishes each row of `rows` from `record` by publish(), in order. GUI thread only.
 template <class Model, class Record, class... Rows>
 void publishAll(Model *model, const Record &record, const std::tuple<Rows...> &rows)
 {
@@ -46,7 +46,7 @@ void publishAll(Model *model, const Record &record, const std::tuple<Rows...> &r
     std::apply([&](const auto &...row) { (publishRow(row), ...); }, rows);
 }
 
-/// The same, each row only if it has changed. GUI thread only.
+/// As publishAll(), by publishIfChanged(). GUI thread only.
 template <class Model, class Record, class... Rows>
 void publishAllIfChanged(Model *model, const Record &record, const std::tuple<Rows...> &rows)
 {
@@ -55,23 +55,23 @@ void publishAllIfChanged(Model *model, const Record &record, const std::tuple<Ro
     std::apply([&](const auto &...row) { (publishRow(row), ...); }, rows);
 }
 
-/// The setter of a row in the standard form. GUI thread only.
+/// writeStandard() for a row. GUI thread only.
 template <class Model, class Value, class... Types, class... Arguments>
-bool standard(Model *model, const Value &value, const Row<Model, Types...> &row, Arguments... arguments)
+bool writeStandard(Model *model, const Value &value, const Row<Model, Types...> &row, Arguments... arguments)
 {
-    return standard(model, value, model->*row.member, row.changed, row.set, arguments...);
+    return writeStandard(model, value, model->*row.member, row.changed, row.set, arguments...);
 }
 
-/// The setter of a row in the confirmed form. GUI thread only.
+/// writeConfirmed() for a row. GUI thread only.
 template <class Model, class Value, class... Types, class... Arguments>
-bool confirmed(Model *model, const Value &value, const Row<Model, Types...> &row, Arguments... arguments)
+bool writeConfirmed(Model *model, const Value &value, const Row<Model, Types...> &row, Arguments... arguments)
 {
-    return confirmed(model, value, model->*row.member, row.changed, row.set, arguments...);
+    return writeConfirmed(model, value, model->*row.member, row.changed, row.set, arguments...);
 }
 
-/// The setter of a row in the accepted form. GUI thread only.
+/// writeAccepted() for a row. GUI thread only.
 template <class Model, class Value, class... Types, class... Arguments>
-bool accepted(Model *model, const Value &value, const Row<Model, Types...> &row, Arguments... arguments)
+bool writeAccepted(Model *model, const Value &value, const Row<Model, Types...> &row, Arguments... arguments)
 {
-    return accepted(model, value, model->*row.member, row.changed, row.set, arguments...);
+    return writeAccepted(model, value, model->*row.member, row.changed, row.set, arguments...);
 }

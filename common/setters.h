@@ -10,10 +10,10 @@
 #include <type_traits>
 #include <utility>
 
-// The forms in which a setter takes the operator's change to the camera. `set` is an SDK function, called as
-// set(handle, arguments..., value), or an operation of the controller, called as set(arguments..., value); the value is
-// converted to its last parameter, a QString to UTF-8. Each form returns at once if the value is the stored one, and
-// tells whether it differed, so that more can hang on it. GUI thread only.
+// The forms of setters, which write a change of the operator to the camera. `set` is an SDK function, called as
+// set(handle, arguments..., value), or an operation of the controller, called as set(arguments..., value). The value is
+// converted to the type of its last parameter, a QString to UTF-8. Each form does nothing and returns false if the
+// value equals the stored one, else returns true, so that the caller can add to it. GUI thread only.
 
 namespace setters
 {
@@ -39,10 +39,10 @@ int write(const Model *model, Set set, const Value &value, Arguments... argument
 
 } // namespace setters
 
-/// Writes, stores and signals; the status is not looked at.
+/// Writes, stores and signals. Ignores the status.
 template <class Model, class Value, class Member, class Signaller, class Set, class... Arguments>
-bool standard(Model *model, const Value &value, Member &member, void (Signaller::*changed)(), Set set,
-              Arguments... arguments)
+bool writeStandard(Model *model, const Value &value, Member &member, void (Signaller::*changed)(), Set set,
+                   Arguments... arguments)
 {
     if (value == member)
         return false;
@@ -51,10 +51,11 @@ bool standard(Model *model, const Value &value, Member &member, void (Signaller:
     return true;
 }
 
-/// Writes, stores if the camera took it, and signals either way, so that a refused control snaps back.
+/// Writes, stores the value if the camera accepted it, and signals in any case, so that the control of a refused value
+/// returns to the stored one.
 template <class Model, class Value, class Member, class Signaller, class Set, class... Arguments>
-bool confirmed(Model *model, const Value &value, Member &member, void (Signaller::*changed)(), Set set,
-               Arguments... arguments)
+bool writeConfirmed(Model *model, const Value &value, Member &member, void (Signaller::*changed)(), Set set,
+                    Arguments... arguments)
 {
     if (value == member)
         return false;
@@ -64,10 +65,10 @@ bool confirmed(Model *model, const Value &value, Member &member, void (Signaller
     return true;
 }
 
-/// Writes, and stores and signals only if the camera took it.
+/// Writes, and stores and signals only if the camera accepted the value.
 template <class Model, class Value, class Member, class Signaller, class Set, class... Arguments>
-bool accepted(Model *model, const Value &value, Member &member, void (Signaller::*changed)(), Set set,
-              Arguments... arguments)
+bool writeAccepted(Model *model, const Value &value, Member &member, void (Signaller::*changed)(), Set set,
+                   Arguments... arguments)
 {
     if (value == member)
         return false;
@@ -76,7 +77,8 @@ bool accepted(Model *model, const Value &value, Member &member, void (Signaller:
     return true;
 }
 
-/// Stores and signals; something else writes the values together.
+/// Stores and signals, and writes nothing: for values that belong to the page, and for values that are written
+/// together.
 template <class Model, class Value, class Member, class Signaller>
 bool storeOnly(Model *model, const Value &value, Member &member, void (Signaller::*changed)())
 {
@@ -86,29 +88,30 @@ bool storeOnly(Model *model, const Value &value, Member &member, void (Signaller
     return true;
 }
 
-/// As standard(), and then reads the model anew.
+/// As writeStandard(), then reads the model again.
 template <class Model, class Value, class Member, class Signaller, class Set, class... Arguments>
 bool writeAndReread(Model *model, const Value &value, Member &member, void (Signaller::*changed)(), Set set,
                     Arguments... arguments)
 {
-    const bool differed = standard(model, value, member, changed, set, arguments...);
+    const bool differed = writeStandard(model, value, member, changed, set, arguments...);
     if (differed)
         model->refresh();
     return differed;
 }
 
-/// Writes on a pool thread, for a slow operation: `pending` brings the status to its finished slot. Whether a second
-/// write is dropped while one runs is a matter of its form; false if it was. A text is given as a QByteArray: what a
-/// pointer points at would be gone.
+/// Writes on a pool thread, for a slow operation: `pending` delivers the status to its finished slot. Returns false if
+/// its form drops the write because another one runs. `set` is an SDK function. A text must be a QByteArray, since a
+/// pointer could dangle when the task runs.
 template <class Model, class Set, class... Arguments>
 bool writeOnPool(Refresh<Model, int> &pending, Set set, Arguments... arguments)
 {
-    static_assert(!(std::is_pointer_v<Arguments> || ...), "give the task a value of its own");
-    const auto plain = [](const auto &argument) {
+    static_assert(!(std::is_pointer_v<Arguments> || ...), "pass values: a pointer could dangle when the task runs");
+    const auto sdkArgument = [](const auto &argument) {
         if constexpr (std::is_same_v<std::decay_t<decltype(argument)>, QByteArray>)
             return argument.constData();
         else
             return argument;
     };
-    return pending.start([=](const CameraAccess &camera) -> int { return set(camera.handle, plain(arguments)...); });
+    return pending.start(
+        [=](const CameraAccess &camera) -> int { return set(camera.handle, sdkArgument(arguments)...); });
 }

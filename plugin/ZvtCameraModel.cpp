@@ -24,13 +24,14 @@ namespace
 constexpr uint32_t shortNameSize = 64;
 constexpr uint32_t nucNameSize = 256;
 
-/// Remembers a setting: at once for this process, and on disk from a thread of the pool, since a start must not wait
-/// for a slow disk.
-void remember(const QString &key, const QVariant &value)
+/// Stores a setting: at once for this process, and on disk from a thread of the pool, so that the GUI thread does not
+/// wait for a slow disk.
+void saveSetting(const QString &key, const QVariant &value)
 {
     auto settings = std::make_shared<QSettings>();
     settings->setValue(key, value);
-    // It is written when it dies. Without a thread it gets no event that would write it here before.
+    // The destructor writes the file. Without a thread affinity the object gets no event that would write it earlier
+    // here.
     settings->moveToThread(nullptr);
     QThreadPool::globalInstance()->start([settings = std::move(settings)] { Q_UNUSED(settings) });
 }
@@ -113,15 +114,15 @@ QString ZvtCameraModel::serial() const { return readCameraSerial(handle()); }
 QString ZvtCameraModel::cameraTypeName() const
 {
     Nullable<uint8_t> type;
-    return read(type, zvtGetCameraType, handle()) ? textOr<shortNameSize>({}, zvtGetCameraTypeName, type.get())
-                                                  : QString();
+    return fetch(type, zvtGetCameraType, handle()) ? textOr<shortNameSize>({}, zvtGetCameraTypeName, type.get())
+                                                   : QString();
 }
 
 QString ZvtCameraModel::cameraSubtypeName() const
 {
     Nullable<uint8_t> type;
     Nullable<uint8_t> subtype;
-    if (!read(type, zvtGetCameraType, handle()) || !read(subtype, zvtGetCameraSubtype, handle()))
+    if (!fetch(type, zvtGetCameraType, handle()) || !fetch(subtype, zvtGetCameraSubtype, handle()))
         return {};
     return textOr<shortNameSize>({}, zvtGetCameraSubtypeName, type.get(), subtype.get());
 }
@@ -129,14 +130,14 @@ QString ZvtCameraModel::cameraSubtypeName() const
 QString ZvtCameraModel::readoutName() const
 {
     Nullable<uint8_t> readout;
-    return read(readout, zvtGetReadout, handle()) ? textOr<shortNameSize>({}, zvtGetReadoutName, readout.get())
-                                                  : QString();
+    return fetch(readout, zvtGetReadout, handle()) ? textOr<shortNameSize>({}, zvtGetReadoutName, readout.get())
+                                                   : QString();
 }
 
 QString ZvtCameraModel::detectorTypeName() const
 {
     Nullable<uint8_t> detector;
-    return read(detector, zvtGetDetectorType, handle())
+    return fetch(detector, zvtGetDetectorType, handle())
         ? textOr<shortNameSize>({}, zvtGetDetectorTypeName, detector.get())
         : QString();
 }
@@ -176,8 +177,8 @@ void ZvtCameraModel::setManufacturingMode(bool manufacturingMode)
 {
     if (manufacturingMode == m_manufacturingMode)
         return;
-    // The setting is written before anybody learns of the change.
-    remember(m_mfgTabVisibilityKey, static_cast<int>(manufacturingMode ? SHOW_MFG_TAB : HIDE_MFG_TAB));
+    // The setting is stored before the signal, so that a listener reads the new one.
+    saveSetting(m_mfgTabVisibilityKey, static_cast<int>(manufacturingMode ? SHOW_MFG_TAB : HIDE_MFG_TAB));
     announce(this, manufacturingMode, m_manufacturingMode, &Self::manufacturingModeChanged);
 }
 
@@ -189,7 +190,7 @@ void ZvtCameraModel::refreshAllVisible()
         m_setupGeneralModel.refresh();
 }
 
-// A load has changed nearly everything.
+// A load changes nearly every setting.
 void ZvtCameraModel::refreshUponCameraStateNoLongerLoading()
 {
     if (!m_cameraState.loading())
@@ -209,7 +210,7 @@ QString ZvtCameraModel::safeConvertFloatToLocaleString(double num, uint precisio
     return plainLocale().toString(num, 'f', static_cast<int>(precision));
 }
 
-// The test properties of an emulator
+// Test properties of an emulator
 
 bool ZvtCameraModel::isEmulator() const
 {

@@ -17,11 +17,11 @@
 class SetupTabModel;
 class StatusTabModel;
 
-/// The root view model of one camera: what the host receives and the page sees as `cameraModel`. It owns every
-/// sub-model and the controller, tells the pages when the connection changes, and holds what belongs to no tab:
-/// identity, the mask of presets with a correction, the manufacturing mode, and the test properties of an emulator. It
-/// outlives connections: a disconnect clears nothing. GUI thread only, but for the delegate that it puts on the
-/// controller.
+/// The root view model of one camera, which the host receives and the page uses as `cameraModel`. It owns all
+/// sub-models, shares the controller, signals changes of the connection, and has the properties that belong to no tab:
+/// identity, the mask of presets with a correction, the manufacturing mode, and test properties of an emulator. All
+/// values stay after a disconnect. GUI thread only, except for OnValueChangedController(), which the controller calls
+/// on any thread.
 class ZvtCameraModel : public ControllerModel, public CameraRoot
 {
     Q_OBJECT
@@ -57,15 +57,16 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_MOC_INCLUDE("setup/SetupTabModel.h")
 
 public:
-    /// What the one settings key of the plug-in holds.
+    /// The values of the only settings key of the plug-in.
     enum QSettingMfgTabVisibility { HIDE_MFG_TAB = 0, SHOW_MFG_TAB = 1 };
     Q_ENUM(QSettingMfgTabVisibility)
 
-    /// `controller` may be null: then nothing is read, and the camera counts as not connected.
+    /// `controller` may be null: then nothing is read, and the camera is never connected.
     ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> controller, QObject *parent);
     ~ZvtCameraModel() override;
 
-    bool connected() const override; ///< Asks the controller on each call, as do the identity texts below.
+    bool connected() const override; ///< Asks the controller on each call.
+    /// The texts of the identity: each call asks the SDK; empty if it fails.
     QString model() const;
     QString serial() const;
     QString cameraTypeName() const;
@@ -79,32 +80,36 @@ public:
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_cameraCapabilitiesModel; }
     AboutModel *aboutModel() { return &m_aboutModel; }
 
+    /// Whether the host may close the controller. Starts true.
     bool allowedToCloseController() const { return m_allowedToCloseController; }
     void setAllowedToCloseController(bool allowed);
     bool manufacturingMode() const { return m_manufacturingMode; }
-    void setManufacturingMode(bool manufacturingMode); ///< Remembered in the settings for the next start.
+    void setManufacturingMode(bool manufacturingMode); ///< Stored in the settings for the next start.
     bool isEmulator() const;
+    /// Test properties of an emulator, asked of its device on each call. On a real camera each getter returns false, 0
+    /// or an empty text, and each setter does nothing.
     bool recordStart() const;
-    void setRecordStart(bool recordStart); ///< This and the setters below do nothing on a real camera.
+    void setRecordStart(bool recordStart);
     bool ssdTransfer() const;
     void setSsdTransfer(bool ssdTransfer);
-    int testPattern() const;
+    int testPattern() const; ///< No unit; the emulator defines the numbers.
     void setTestPattern(int testPattern);
-    float bb1Temp() const;
+    float bb1Temp() const; ///< Temperature of black body 1 in degrees Celsius.
     void setBb1Temp(float temperature);
-    float bb2Temp() const;
+    float bb2Temp() const; ///< Temperature of black body 2 in degrees Celsius.
     void setBb2Temp(float temperature);
-    QString chamberProfile() const;
+    QString chamberProfile() const; ///< Text; the emulator defines its meaning.
     void setChamberProfile(const QString &profile);
 
     StatusTabModel *statusTabModel() const { return m_statusTabModel; }
     SetupTabModel *setupTabModel() const { return m_setupTabModel; }
 
-    /// Reads anew all that is on show.
+    /// Reads the Status tab, the Setup tab and, if visible, the general setup again.
     Q_INVOKABLE void refreshAllVisible();
-    /// Folds a key event into the one integer by which the host names its hot keys. The Meta key stays a plain key.
+    /// Combines a key and its modifiers in the integer by which the host identifies hot keys. Shift, Control and Alt
+    /// alone count as no key; the Meta key counts as a key, but its modifier is ignored.
     Q_INVOKABLE uint integrateModifiersIntoKey(uint modifiers, uint keycode) const;
-    /// A number in the user's decimal notation, without a thousands separator.
+    /// A number in the user's decimal notation with `precision` decimals, without a thousands separator.
     Q_INVOKABLE QString safeConvertFloatToLocaleString(double num, uint precision) const;
 
     hlx::TSharedPtr<hlx::cam::IZVTController> controller() const override { return m_controller; }
@@ -149,7 +154,7 @@ private:
     template <class Value>
     void setEmulatorProperty(const char *key, const Value &value, const Value &present, void (Self::*changed)());
 
-    // These two stand first: the sub-models may start reads from their constructors.
+    // These two are built first: sub-models may start reads from their constructors.
     hlx::TSharedPtr<hlx::cam::IZVTController> m_controller;
     const std::shared_ptr<CapabilityBlock> m_capabilities = std::make_shared<CapabilityBlock>();
     CameraStateModel m_cameraState{this};

@@ -21,7 +21,7 @@ namespace
 
 constexpr const char *moduleUri = "com.kestrin.hlx.cam.ui.zvt";
 
-// Lets properties and signals that are declared with a fixed-width name pass through QML.
+// Registers a fixed-width name, so that QML accepts properties and signals declared with it.
 template <class Type> void registerTypedef(const char *name)
 {
     const QByteArray normalized = QMetaObject::normalizedType(name);
@@ -58,23 +58,25 @@ void registerTypes()
     registerCreatable<ZvtModelTable>("ZvtModelTable");
 }
 
-// A read waits for its camera most of its time. Qt's raster engine paints with the same pool, so that with a read on
-// each of a few threads the page would stand still until one of them ends.
-void makeRoomForReads()
+// Reads mostly wait for the camera, and Qt's raster engine paints with threads of the same pool. With the default
+// limit, reads could use all threads, and the page would not be painted until one of them ends. 64 is more than all
+// models of a page start at once.
+void raiseThreadLimit()
 {
-    constexpr int moreThanAPageReadsAtOnce = 64;
+    constexpr int threadLimit = 64;
     auto *pool = QThreadPool::globalInstance();
-    pool->setMaxThreadCount(std::max(pool->maxThreadCount(), moreThanAPageReadsAtOnce));
+    pool->setMaxThreadCount(std::max(pool->maxThreadCount(), threadLimit));
 }
 
-// Makes the icons' font known before there is a window: a font that comes later makes Qt lay out all texts again. A
-// host without a user interface has no fonts.
+// Adds the icon font before there is a window: a font that is added later makes Qt lay out all texts again. A host
+// without a user interface has no font database.
 void addIconFont()
 {
     static bool added = false;
     if (added || !qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
         return;
-    // The first question fills the database. The embedded font then wins over an installed one of the same name.
+    // The first query fills the database. The font added after it takes precedence over an installed one of the same
+    // name.
     static_cast<void>(QFontDatabase::hasFamily(QString()));
     added = QFontDatabase::addApplicationFont(QStringLiteral(":/zvt/fonts/MaterialIcons-Regular.ttf")) != -1;
 }
@@ -95,12 +97,12 @@ bool CreateModelForController(hlx::TSharedPtr<hlx::cam::IController> controller,
     return true;
 }
 
-// Outside any namespace, as Q_INIT_RESOURCE wants it. The static initialiser of the library has initialised the
-// resources before; a host that links statically depends on this call.
+// Outside any namespace, as Q_INIT_RESOURCE requires. In the shared library a static initialiser has already
+// initialised the resources; a host that links statically needs this call.
 void initResources()
 {
     Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_0); // The pages.
-    Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_1); // The modules that they are made of.
+    Q_INIT_RESOURCE(hlxcamuiZVT_raw_qml_1); // The modules of parts/.
     Q_INIT_RESOURCE(zvtqmldir);
 }
 
@@ -108,7 +110,7 @@ int hlxInitPlugin()
 {
     initResources();
     addIconFont();
-    makeRoomForReads();
+    raiseThreadLimit();
     hlx::cam::ui::controllerModelFactory()->RegisterModelCreator(CreateModelForController);
     registerTypedefs();
     registerTypes();

@@ -1,8 +1,8 @@
 #pragma once
 
-// The types of the plug-in as the QML compiler and qmllint are to know them. Only moc and qmltyperegistrar read this
-// file, nothing includes it: at run time plugin.cpp registers the types. A type with a name here has the same one
-// there. The others are reached by the properties of ZvtCameraModel and the models below it.
+// Declares the plug-in's types to the QML compiler and qmllint. Only moc and qmltyperegistrar read this file; no source
+// includes it. At run time plugin.cpp registers the named types, by the same names. QML reaches the others by
+// properties of ZvtCameraModel and its sub-models.
 
 #include "common/CameraCapabilitiesModel.h"
 #include "common/FPASizeIntValidator.h"
@@ -23,7 +23,7 @@
 
 #include "hlxui/ObjectListModel.h"
 
-// A type, with the macros that tell QML its name.
+// Declares a type, with the macros that set its name in QML.
 #define ZVT_FOREIGN_TYPE(Type, ...)                                                                                    \
     struct Foreign##Type {                                                                                             \
         Q_GADGET                                                                                                       \

@@ -12,9 +12,9 @@ namespace
 
 using hlx::cam::IZVTController;
 
-/// Asks the controller; false if it refuses, or if there is none.
+/// Calls a controller operation. Returns false if it fails or there is no controller.
 template <class Operation, class... Arguments>
-bool ask(const CameraAccess &camera, Operation operation, Arguments... arguments)
+bool callSucceeds(const CameraAccess &camera, Operation operation, Arguments... arguments)
 {
     return reading::callController(camera.controller, operation, arguments...) == 0;
 }
@@ -25,26 +25,27 @@ QRect windowOf(const CameraAccess &camera)
     uint16_t y = 0;
     uint16_t width = 0;
     uint16_t height = 0;
-    return ask(camera, &IZVTController::GetWindow, &x, &y, &width, &height) ? QRect(x, y, width, height) : QRect();
+    return callSucceeds(camera, &IZVTController::GetWindow, &x, &y, &width, &height) ? QRect(x, y, width, height)
+                                                                                     : QRect();
 }
 
-/// The row of the camera's window among `rows` rows. A window that is none of the standard ones counts as the last row,
-/// which is the one for free sizes where there is one.
+/// The row of the camera's window size in a list of `rows` rows. A size that is not standard gets the last row, which
+/// is "Custom" if the camera allows free sizes.
 int windowSizeIndexOf(const CameraAccess &camera, qsizetype rows)
 {
     int index = -1;
-    ask(camera, &IZVTController::GetWindowSizeIndex, &index);
+    callSucceeds(camera, &IZVTController::GetWindowSizeIndex, &index);
     return index < 0 ? static_cast<int>(rows) - 1 : index;
 }
 
 SetupGeneralModel::ESEQUENCING_MODE sequencingModeOf(const CameraAccess &camera)
 {
     int mode = 0;
-    ask(camera, &IZVTController::GetPresetSequencingMode, &mode);
+    callSucceeds(camera, &IZVTController::GetPresetSequencingMode, &mode);
     return static_cast<SetupGeneralModel::ESEQUENCING_MODE>(mode);
 }
 
-/// Empty for a mode that the page does not know.
+/// The name of a mode; empty for an unknown mode.
 QString nameOf(SetupGeneralModel::ESEQUENCING_MODE mode)
 {
     switch (mode) {
@@ -83,10 +84,10 @@ SetupGeneralModel::SetupGeneralResult SetupGeneralModel::SetupGeneralResult::rea
 {
     SetupGeneralResult result;
     result.readWindowSizes(camera);
-    result.isLowCost = ask(camera, &IZVTController::GetIsLowCost);
-    ask(camera, &IZVTController::GetCanWindowCustom, &result.canWindowCustom);
-    ask(camera, &IZVTController::GetCanWindowCustomOffset, &result.canWindowCustomOffset);
-    ask(camera, &IZVTController::GetIsFactoryCalibrated, &result.isFactoryCalibrated);
+    result.isLowCost = callSucceeds(camera, &IZVTController::GetIsLowCost);
+    callSucceeds(camera, &IZVTController::GetCanWindowCustom, &result.canWindowCustom);
+    callSucceeds(camera, &IZVTController::GetCanWindowCustomOffset, &result.canWindowCustomOffset);
+    callSucceeds(camera, &IZVTController::GetIsFactoryCalibrated, &result.isFactoryCalibrated);
     result.readCalibrations(camera);
     result.readWindow(camera);
     result.readSequencing(camera);
@@ -103,13 +104,13 @@ SetupGeneralModel::SetupGeneralResult SetupGeneralModel::SetupGeneralResult::rea
 void SetupGeneralModel::SetupGeneralResult::readWindowSizes(const CameraAccess &camera)
 {
     hlx::TArray<IZVTController::SWindowSize> sizes;
-    if (ask(camera, &IZVTController::GetWindowSizes, &sizes))
+    if (callSucceeds(camera, &IZVTController::GetWindowSizes, &sizes))
         for (const auto &size : sizes)
             windowSizeStrings << QStringLiteral("%1x%2").arg(size.width).arg(size.height);
     bool custom = false;
-    ask(camera, &IZVTController::GetCanWindowCustom, &custom);
+    callSucceeds(camera, &IZVTController::GetCanWindowCustom, &custom);
     if (custom)
-        //: The row of a window size that is none of the standard ones
+        //: The row of a window size that is not a standard one
         windowSizeStrings << tr("Custom");
     windowSizeIndex = windowSizeIndexOf(camera, windowSizeStrings.size());
 }
@@ -117,7 +118,7 @@ void SetupGeneralModel::SetupGeneralResult::readWindowSizes(const CameraAccess &
 void SetupGeneralModel::SetupGeneralResult::readCalibrations(const CameraAccess &camera)
 {
     hlx::TArray<IZVTController::SFactoryCalibration> calibrations;
-    if (ask(camera, &IZVTController::GetFactoryCalibrations, &calibrations))
+    if (callSucceeds(camera, &IZVTController::GetFactoryCalibrations, &calibrations))
         for (const auto &calibration : calibrations)
             factoryCalibrationStrings << QString::fromUtf8(calibration.name.c_str());
     //: The row of a preset with an integration time of its own
@@ -133,8 +134,8 @@ void SetupGeneralModel::SetupGeneralResult::readWindow(const CameraAccess &camer
     uint16_t maxHeight = 0;
     uint16_t widthIncrement = 0;
     uint16_t heightIncrement = 0;
-    ask(camera, &IZVTController::GetWindowLimits, &minWidth, &maxWidth, &minHeight, &maxHeight, &widthIncrement,
-        &heightIncrement);
+    callSucceeds(camera, &IZVTController::GetWindowLimits, &minWidth, &maxWidth, &minHeight, &maxHeight,
+                 &widthIncrement, &heightIncrement);
     windowMinSize = {minWidth, minHeight};
     windowMaxSize = {maxWidth, maxHeight};
     windowIncrement = {widthIncrement, heightIncrement};
@@ -144,7 +145,7 @@ void SetupGeneralModel::SetupGeneralResult::readSequencing(const CameraAccess &c
 {
     sequencingMode = sequencingModeOf(camera);
     hlx::TArray<uint32_t> modes;
-    if (ask(camera, &IZVTController::GetSequencingModes, &modes)) {
+    if (callSucceeds(camera, &IZVTController::GetSequencingModes, &modes)) {
         for (const uint32_t value : modes) {
             const auto mode = static_cast<ESEQUENCING_MODE>(value);
             if (const QString name = nameOf(mode); !name.isEmpty()) {
@@ -153,23 +154,23 @@ void SetupGeneralModel::SetupGeneralResult::readSequencing(const CameraAccess &c
             }
         }
     }
-    // Asked again: another client may have changed it since.
+    // Read again: another client may have changed it meanwhile.
     sequencingModeIndex = static_cast<int>(sequencingModes.indexOf(sequencingModeOf(camera)));
 }
 
 void SetupGeneralModel::SetupGeneralResult::readSuperframe(const CameraAccess &camera)
 {
-    ask(camera, &IZVTController::GetSuperframeRate, &superframeRate);
+    callSucceeds(camera, &IZVTController::GetSuperframeRate, &superframeRate);
     hlx::TArray<double> rates;
-    ask(camera, &IZVTController::GetSuperframeRates, &rates);
+    callSucceeds(camera, &IZVTController::GetSuperframeRates, &rates);
     superframeRates = QList<qreal>(rates.begin(), rates.end());
-    ask(camera, &IZVTController::GetSuperframeRateIndex, &superframeRateIndex);
+    callSucceeds(camera, &IZVTController::GetSuperframeRateIndex, &superframeRateIndex);
 }
 
 void SetupGeneralModel::finishedWatcher()
 {
     const SetupGeneralResult result = m_refresh.result();
-    // A preset's calibration is a row of this list, which therefore goes first.
+    // Published first: a preset's calibration is a row of this list.
     announce(this, result.factoryCalibrationStrings, m_factoryCalibrationStrings,
              &Self::factoryCalibrationStringsChanged);
     publishWindow(result);
@@ -220,7 +221,7 @@ void SetupGeneralModel::setVisible(bool visible) { storeOnly(this, visible, m_vi
 
 void SetupGeneralModel::setSequencingMode(ESEQUENCING_MODE mode)
 {
-    standard(this, mode, m_sequencingMode, &Self::sequencingModeChanged, &IZVTController::SetPresetSequencingMode);
+    writeStandard(this, mode, m_sequencingMode, &Self::sequencingModeChanged, &IZVTController::SetPresetSequencingMode);
 }
 
 void SetupGeneralModel::setSequencingModeIndex(int index)
@@ -235,17 +236,17 @@ void SetupGeneralModel::setSequencingModeIndex(int index)
 
 void SetupGeneralModel::setActivePreset(int preset)
 {
-    standard(this, preset, m_activePreset, &Self::activePresetChanged, &IZVTController::SetActivePreset);
+    writeStandard(this, preset, m_activePreset, &Self::activePresetChanged, &IZVTController::SetActivePreset);
 }
 
 void SetupGeneralModel::setGigEPreset(int preset)
 {
-    standard(this, preset, m_gigEPreset, &Self::gigEPresetChanged, zvtSetGigEPreset);
+    writeStandard(this, preset, m_gigEPreset, &Self::gigEPresetChanged, zvtSetGigEPreset);
 }
 
 void SetupGeneralModel::setVideoPreset(int preset)
 {
-    standard(this, preset, m_videoPreset, &Self::videoPresetChanged, &IZVTController::SetVideoPreset);
+    writeStandard(this, preset, m_videoPreset, &Self::videoPresetChanged, &IZVTController::SetVideoPreset);
 }
 
 void SetupGeneralModel::setWindowSizeIndex(int index)
@@ -268,9 +269,9 @@ void SetupGeneralModel::setWindow(QRect window)
     if (window == m_window)
         return;
     const CameraAccess camera = CameraAccess::of(this);
-    const auto cut = [](int pixels) { return static_cast<uint16_t>(pixels); };
-    ask(camera, &IZVTController::SetWindow, cut(window.x()), cut(window.y()), cut(window.width()),
-        cut(window.height()));
+    const auto toPixels = [](int pixels) { return static_cast<uint16_t>(pixels); };
+    callSucceeds(camera, &IZVTController::SetWindow, toPixels(window.x()), toPixels(window.y()),
+                 toPixels(window.width()), toPixels(window.height()));
     announce(this, window, m_window, &Self::windowChanged);
     const int index = windowSizeIndexOf(camera, m_windowSizeStrings.size());
     if (index != m_windowSizeIndex)
@@ -289,15 +290,15 @@ void SetupGeneralModel::setSuperframeRate(double hertz)
     if (m_superframeRateIndex >= 0)
         setters::write(this, &IZVTController::SetSuperframeRateIndex, m_superframeRateIndex);
     else
-        setters::write(this, &IZVTController::SetSuperframeRate, hertz, 1);
+        setters::write(this, &IZVTController::SetSuperframeRate, hertz, controllerFlag);
     emit superframeRateIndexChanged();
     emit superframeRateChanged();
 }
 
 void SetupGeneralModel::setSuperframeRateIndex(int index)
 {
-    if (standard(this, index, m_superframeRateIndex, &Self::superframeRateIndexChanged,
-                 &IZVTController::SetSuperframeRateIndex)
+    if (writeStandard(this, index, m_superframeRateIndex, &Self::superframeRateIndexChanged,
+                      &IZVTController::SetSuperframeRateIndex)
         && index >= 0 && index < m_superframeRates.size())
         announce(this, m_superframeRates.at(index), m_superframeRate, &Self::superframeRateChanged);
 }

@@ -12,10 +12,10 @@
 
 #include <array>
 
-/// What holds for the camera as a whole in the setup: the order of the presets, the window on the detector, the lists
-/// of window sizes and factory calibrations, and the rate of the superframe. One read brings all of it together with
-/// the presets, and other tabs rely on what it brought. A read that fails shows: lists get shorter, numbers fall to 0.
-/// GUI thread only. (The header is long by the number of its settings and their record.)
+/// The settings that all presets share: the sequence of the presets, the window on the detector, the lists of window
+/// sizes and factory calibrations, and the rate of the superframe. One read gets them together with the presets, and
+/// other tabs use its values. A failed call is published as well: lists get shorter, and numbers get the defaults of
+/// SetupGeneralResult. GUI thread only. (The header is long because of the number of its settings and their record.)
 class SetupGeneralModel : public QObject
 {
     Q_OBJECT
@@ -54,56 +54,56 @@ class SetupGeneralModel : public QObject
                    superframeRateIndexChanged FINAL)
 
 public:
-    /// How the presets follow one another. The camera's own numbers.
+    /// The use of the presets. The numbers are those of the camera.
     enum ESEQUENCING_MODE : int { SINGLE_PRESET = 0, SUPERFRAMING = 1, PRESET_SEQUENCING = 2 };
     Q_ENUM(ESEQUENCING_MODE)
 
-    /// `parent` is never null: it also gets the presets as its children.
+    /// `parent` must not be null. It also becomes the parent of the presets.
     explicit SetupGeneralModel(QObject *parent);
 
     bool refreshing() const { return m_refresh.refreshing(); }
-    bool hasRefreshed() const { return m_refresh.hasRefreshed(); } ///< Stays true from the first read on.
-    bool visible() const { return m_visible; } ///< A refresh of all that is on show reads it. Starts true.
+    bool hasRefreshed() const { return m_refresh.hasRefreshed(); } ///< Stays true after the first read.
+    bool visible() const { return m_visible; } ///< Read by refreshAllVisible(). Starts true.
     void setVisible(bool visible);
 
     ESEQUENCING_MODE sequencingMode() const { return m_sequencingMode; }
-    void setSequencingMode(ESEQUENCING_MODE mode); ///< Leaves the index alone.
-    int sequencingModeIndex() const { return m_sequencingModeIndex; } ///< -1 for a mode that is not on offer.
+    void setSequencingMode(ESEQUENCING_MODE mode); ///< Does not change the index.
+    int sequencingModeIndex() const { return m_sequencingModeIndex; } ///< -1 for a mode that is not in the list.
     void setSequencingModeIndex(int index); ///< Signals twice, the first time with the old index.
     QStringList sequencingModeStrings() const { return m_sequencingModeStrings; }
-    int activePreset() const { return m_activePreset; }
+    int activePreset() const { return m_activePreset; } ///< Counted from 0, as is videoPreset().
     void setActivePreset(int preset);
     int numPresets() const { return m_numPresets; } ///< 1 to 4.
-    int gigEPreset() const { return m_gigEPreset; } ///< 4 for all.
+    int gigEPreset() const { return m_gigEPreset; } ///< Counted from 0; 4 for all presets.
     void setGigEPreset(int preset);
     int videoPreset() const { return m_videoPreset; }
     void setVideoPreset(int preset);
 
-    QStringList windowSizeStrings() const { return m_windowSizeStrings; } ///< The last one may stand for a free size.
-    int windowSizeIndex() const { return m_windowSizeIndex; }
-    void setWindowSizeIndex(int index);
+    QStringList windowSizeStrings() const { return m_windowSizeStrings; } ///< In pixels; the last may be "Custom".
+    int windowSizeIndex() const { return m_windowSizeIndex; } ///< The row of windowSizeStrings(), or -1.
+    void setWindowSizeIndex(int index); ///< Blocks while it reads the window; then reads all presets in part.
     bool isFactoryCalibrated() const { return m_isFactoryCalibrated; }
-    QStringList factoryCalibrationStrings() const { return m_factoryCalibrationStrings; } ///< The last one is none.
-    QRect window() const { return m_window; } ///< Pixels.
-    void setWindow(QRect window);
-    QSize windowMaxSize() const { return m_windowMaxSize; }
-    QSize windowMinSize() const { return m_windowMinSize; }
-    QPoint windowIncrement() const { return m_windowIncrement; } ///< Of widths and X offsets, heights and Y offsets.
-    bool canWindowCustom() const { return m_canWindowCustom; }
-    bool canWindowCustomOffset() const { return m_canWindowCustomOffset; }
-    bool selectedWindowSizeIsCustom() const { return m_selectedWindowSizeIsCustom; } ///< Of the operator's last choice.
+    QStringList factoryCalibrationStrings() const { return m_factoryCalibrationStrings; } ///< Last is "none".
+    QRect window() const { return m_window; } ///< Pixels of the detector.
+    void setWindow(QRect window); ///< Stores a refused window too, until the next read. Reads all presets in part.
+    QSize windowMaxSize() const { return m_windowMaxSize; } ///< Pixels; 0 by 0 if not read.
+    QSize windowMinSize() const { return m_windowMinSize; } ///< Pixels; 0 by 0 if not read.
+    QPoint windowIncrement() const { return m_windowIncrement; } ///< Pixels: width and X offset, height and Y offset.
+    bool canWindowCustom() const { return m_canWindowCustom; } ///< Free sizes are allowed.
+    bool canWindowCustomOffset() const { return m_canWindowCustomOffset; } ///< Free offsets are allowed.
+    bool selectedWindowSizeIsCustom() const { return m_selectedWindowSizeIsCustom; } ///< The operator's last choice.
 
     bool isLowCost() const { return m_isLowCost; }
     double superframeRate() const { return m_superframeRate; } ///< Hertz.
-    void setSuperframeRate(double hertz); ///< A rate on offer selects its row; any other goes to the camera as it is.
-    QList<qreal> superframeRates() const { return m_superframeRates; } ///< On offer, the highest first.
-    int superframeRateIndex() const { return m_superframeRateIndex; } ///< -1 for a rate of its own.
+    void setSuperframeRate(double hertz); ///< Selects the row of a listed rate; else writes the rate.
+    QList<qreal> superframeRates() const { return m_superframeRates; } ///< Hertz, the highest first.
+    int superframeRateIndex() const { return m_superframeRateIndex; } ///< -1 for a rate that is not listed.
     void setSuperframeRateIndex(int index);
 
     Q_INVOKABLE void refresh();
-    /// A preset, null for a number outside 0 to 3. It exists also if the camera has fewer.
+    /// The preset of this number; null outside 0 to 3. All four exist even if the camera has fewer.
     Q_INVOKABLE ZvtCameraPresetModel *ps(int index);
-    /// For whoever changes what frame rates depend on.
+    /// Reads exposure and frame rates of all presets. Called after a change of a setting on which they depend.
     void partialRefreshAllPresets();
 
 signals:
@@ -135,9 +135,9 @@ signals:
 private:
     using Self = SetupGeneralModel;
 
-    static constexpr int allPresets = 4; ///< As a GigE preset.
+    static constexpr int allPresets = 4; ///< The value of gigEPreset() for all presets.
 
-    /// What a read gives. A value that the camera did not give stays as it is here.
+    /// The result of a read. A value whose call fails keeps its default.
     struct SetupGeneralResult {
         QStringList windowSizeStrings;
         QStringList factoryCalibrationStrings;
@@ -179,11 +179,11 @@ private:
     void publishSequence(const SetupGeneralResult &result);
 
     bool m_visible = true;
-    std::array<ZvtCameraPresetModel *, presetCount> m_presets{}; ///< The parent's, not this model's, to delete.
+    std::array<ZvtCameraPresetModel *, presetCount> m_presets{}; ///< Owned by the parent.
     QStringList m_windowSizeStrings;
     QStringList m_factoryCalibrationStrings;
     QStringList m_sequencingModeStrings;
-    QList<ESEQUENCING_MODE> m_sequencingModes; ///< Row for row those of m_sequencingModeStrings.
+    QList<ESEQUENCING_MODE> m_sequencingModes; ///< Row for row the modes of m_sequencingModeStrings.
     int m_windowSizeIndex = -1;
     ESEQUENCING_MODE m_sequencingMode = SINGLE_PRESET;
     int m_sequencingModeIndex = -1;
@@ -203,5 +203,5 @@ private:
     double m_superframeRate = 0.0;
     QList<qreal> m_superframeRates;
     bool m_selectedWindowSizeIsCustom = false;
-    Refresh<Self, SetupGeneralResult> m_refresh{this, &Self::finishedWatcher, Form::RefreshingOnly};
+    Refresh<Self, SetupGeneralResult> m_refresh{this, &Self::finishedWatcher, RefreshForm::RefreshingOnly};
 };

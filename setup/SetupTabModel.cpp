@@ -10,13 +10,14 @@
 #include "hlx/CZVTController.h"
 #include "zvt/zvtsdk.h"
 
-// The frame of the Setup tab: its refresh, the camera's events, and the settings of detector and image.
+// Part of SetupTabModel: the refresh, the camera's events, and the settings of detector and image.
 
 namespace
 {
 
-/// The next event of the camera. The framework learns of a changed make-up here, off the GUI thread. Pool task.
-zvtEEventType takeEvent(const CameraAccess &camera)
+/// Returns the next event of the camera. After a change of the make-up it also updates the framework's capabilities,
+/// not on the GUI thread, since this asks the camera. Pool task.
+zvtEEventType readEvent(const CameraAccess &camera)
 {
     zvtEEventType type = ZVT_EVENT_NONE;
     const bool taken = zvtReadEventQueue(camera.handle, &type) == 0;
@@ -30,7 +31,7 @@ zvtEEventType takeEvent(const CameraAccess &camera)
 
 SetupTabModel::SetupTabModel(QObject *parent) : BaseTabModel(parent)
 {
-    makeConnections();
+    connectLensTimers();
     m_eventQueueTimer.setObjectName(QStringLiteral("eventQueueTimer"));
     m_eventQueueTimer.setInterval(std::chrono::seconds(5));
     QObject::connect(&m_eventQueueTimer, &QTimer::timeout, this, &Self::timeoutEventQueueTimer);
@@ -45,7 +46,7 @@ ZvtCameraModel *SetupTabModel::cameraModel() const
 
 uint64_t SetupTabModel::handle() const { return CameraAccess::of(this).handle; }
 
-// Without the rest of a CameraAccess: bindings of the page ask for them, and would ask the controller for its handle.
+// Not by CameraAccess::of(), which asks the controller for its handle: bindings of the page call this often.
 std::shared_ptr<const CapabilityBlock> SetupTabModel::capabilities() const
 {
     const auto *root = CameraRoot::of(this);
@@ -58,7 +59,7 @@ void SetupTabModel::setVisible(bool visible) { storeOnly(this, visible, m_visibl
 
 void SetupTabModel::refresh()
 {
-    m_refresh.start([runningMeta = m_continuousMeta.last()](const CameraAccess &camera) {
+    m_refresh.start([runningMeta = m_continuousMeta.lastRead()](const CameraAccess &camera) {
         return SetupSettingsResult::read(camera, runningMeta);
     });
 }
@@ -66,11 +67,11 @@ void SetupTabModel::refresh()
 void SetupTabModel::finishedWatcher()
 {
     const SetupSettingsResult result = m_refresh.result();
-    // The list of lens states comes behind the limits, or alone where these have been read anew meanwhile.
-    if (result.discontinuousMeta.set() && !follow(result.discontinuousMeta.get()))
+    // The lens states are read after the limits; without them if newer limits have been read meanwhile.
+    if (result.discontinuousMeta.set() && !watchIfNewest(result.discontinuousMeta.get()))
         loadLensStateNamesAsync();
     if (result.continuousMeta.set())
-        m_continuousMeta.follow(result.continuousMeta.get());
+        m_continuousMeta.watch(result.continuousMeta.get());
     publishGain(result);
     publishLens(result);
     publishImage(result);
@@ -88,7 +89,7 @@ void SetupTabModel::publishGain(const SetupSettingsResult &result)
     if (!capabilities()->hasFPAGain() || result.gainNames.isEmpty())
         return;
     announce(this, result.gainNames, m_fpaGainLevels, &Self::fpaGainLevelsChanged);
-    // Behind the names: a combo box that gets new rows falls back to the first one until it is told.
+    // Published after the names: a combo box with new rows selects the first one until the index is signalled.
     announce(this, result.gainLevel.set() ? result.gainLevel.get() : 0, m_selectedFPAGainLevel,
              &Self::selectedFPAGainLevelChanged);
 }
@@ -102,9 +103,9 @@ void SetupTabModel::publishImage(const SetupSettingsResult &result)
     publishIfChanged(this, result.frameSyncSource, m_syncSource, &Self::syncSourceChanged);
 }
 
-// What the camera tells of itself
+// The camera's events
 
-// One tick takes one event. A slow camera may have several such reads under way; each acts on its own answer.
+// Each tick reads one event. With a slow camera several such reads may run; each handles its own event.
 void SetupTabModel::timeoutEventQueueTimer()
 {
     if (!m_visible || !m_lensControlsUnlocked)
@@ -114,7 +115,7 @@ void SetupTabModel::timeoutEventQueueTimer()
         watcher->deleteLater();
         handleEvent(watcher->result());
     });
-    watcher->setFuture(launchRead<zvtEEventType>(&takeEvent, CameraAccess::of(this)));
+    watcher->setFuture(launchRead<zvtEEventType>(&readEvent, CameraAccess::of(this)));
 }
 
 void SetupTabModel::handleEvent(zvtEEventType type)
@@ -130,27 +131,27 @@ void SetupTabModel::handleEvent(zvtEEventType type)
 
 void SetupTabModel::setHsmEnabled(bool enabled)
 {
-    accepted(this, enabled, m_hsmEnabled, &Self::hsmEnabledChanged, zvtSetHSMEnabled);
+    writeAccepted(this, enabled, m_hsmEnabled, &Self::hsmEnabledChanged, zvtSetHSMEnabled);
 }
 
 void SetupTabModel::setHflipImage(bool flip)
 {
-    accepted(this, flip, m_hflipImage, &Self::hflipImageChanged, zvtSetRevertEnabled);
+    writeAccepted(this, flip, m_hflipImage, &Self::hflipImageChanged, zvtSetRevertEnabled);
 }
 
 void SetupTabModel::setVflipImage(bool flip)
 {
-    accepted(this, flip, m_vflipImage, &Self::vflipImageChanged, zvtSetInvertEnabled);
+    writeAccepted(this, flip, m_vflipImage, &Self::vflipImageChanged, zvtSetInvertEnabled);
 }
 
 void SetupTabModel::setSyncSource(int source)
 {
-    accepted(this, source, m_syncSource, &Self::syncSourceChanged, zvtSetFrameSyncSource);
+    writeAccepted(this, source, m_syncSource, &Self::syncSourceChanged, zvtSetFrameSyncSource);
 }
 
 void SetupTabModel::setSelectedFPAGainLevel(int level)
 {
-    accepted(this, level, m_selectedFPAGainLevel, &Self::selectedFPAGainLevelChanged, zvtSetGainLevel);
+    writeAccepted(this, level, m_selectedFPAGainLevel, &Self::selectedFPAGainLevelChanged, zvtSetGainLevel);
 }
 
 bool SetupTabModel::reduceNoise() const

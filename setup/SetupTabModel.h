@@ -20,15 +20,15 @@
 class CapabilityBlock;
 class ZvtCameraModel;
 
-/// The operator's daily control: the lens with its named states, and a few settings of detector and image; it follows
-/// what the camera tells of itself while the page can be seen.
+/// The Setup tab: the lens with its named states, and settings of detector and image. Reads an event of the camera each
+/// 5 s while the page is visible.
 ///
-/// A lens is slow. A one-shot move (to a position, to a stop, the cover, auto focus, a distance) runs on a pool thread
-/// and locks the lens controls of the page meanwhile. A continuous move starts on press and stops on release, by plain
-/// calls, while a timer reads the position back. A slider sends a target with each move of it. Positions are encoder
-/// counts, distances metres.
+/// A lens is slow. A one-shot move (to a position, to an end stop, lens cover, auto focus, to a distance) runs on a
+/// pool thread and locks the lens controls of the page until it ends. A continuous move starts on press and stops on
+/// release, by calls on the GUI thread, while a timer reads the position. A slider sends a target each time it moves.
+/// All positions and limits of focus and zoom are encoder counts of the lens, distances are metres.
 ///
-/// GUI thread only. (The header is long by the number of settings; the class is one because the page's is.)
+/// GUI thread only. (The header is long because of the number of settings of the page.)
 class SetupTabModel : public BaseTabModel
 {
     Q_OBJECT
@@ -112,97 +112,105 @@ public:
     bool hsmAvailable() const { return m_hsmAvailable; } ///< High sensitivity mode.
     bool hsmEnabled() const { return m_hsmEnabled; }
     void setHsmEnabled(bool enabled);
-    bool hflipImage() const { return m_hflipImage; } ///< Left to right.
+    bool hflipImage() const { return m_hflipImage; } ///< Mirrored left to right.
     void setHflipImage(bool flip);
-    bool vflipImage() const { return m_vflipImage; } ///< Top to bottom.
+    bool vflipImage() const { return m_vflipImage; } ///< Mirrored top to bottom.
     void setVflipImage(bool flip);
     int syncSource() const { return m_syncSource; } ///< 0 internal, 1 external, 2 video.
     void setSyncSource(int source);
-    QStringList fpaGainLevels() const { return m_fpaGainLevels; } ///< Names, or numbers where there are none.
-    int selectedFPAGainLevel() const { return m_selectedFPAGainLevel; }
+    QStringList fpaGainLevels() const { return m_fpaGainLevels; } ///< Names, or numbers without names.
+    int selectedFPAGainLevel() const { return m_selectedFPAGainLevel; } ///< The row of fpaGainLevels().
     void setSelectedFPAGainLevel(int level);
-    bool reduceNoise() const; ///< Asks the camera on each call.
-    void setReduceNoise(bool reduce); ///< Reads the presets anew: the rates that they reach depend on it.
+    bool reduceNoise() const; ///< Asks the controller on each call.
+    void setReduceNoise(bool reduce); ///< Reads the presets again: their frame rates depend on it.
     bool fpaWindowSizeHasUnsavedValues() const { return m_fpaWindowSizeHasUnsavedValues; }
-    void setFpaWindowSizeHasUnsavedValues(bool unsaved); ///< Kept for the page.
+    void setFpaWindowSizeHasUnsavedValues(bool unsaved); ///< Stored for the page only.
 
+    /// Whether the lens can be moved: no one-shot move runs, no position is edited, and the focus is not in manual
+    /// mode.
     bool lensBasedControlsEnabled() const { return m_lensControlsUnlocked && !m_focusManualMode; }
     void setLensBasedControlsEnabled(bool unlocked);
     int selectedLensCoverStateIndex() const { return m_selectedLensCoverStateIndex; } ///< 0 open, 1 closed, 2 unknown.
-    void setSelectedLensCoverStateIndex(int index); ///< A one-shot move.
-    /// 0 narrow, 1 wide. Asks the camera on each call and reads the focus limits of what it answers: whoever signals a
-    /// change of this property makes the page call this, and so load the limits.
+    void setSelectedLensCoverStateIndex(int index); ///< Starts a one-shot move.
+    /// 0 narrow, 1 wide. Each call asks the camera and starts a read of the focus limits of this field of view. So a
+    /// change signal of this property makes the page reload the limits.
     int selectedDiscontinuousFieldOfViewIndex();
     void setSelectedDiscontinuousFieldOfViewIndex(int index);
-    uint minimumFocusPosition() const; ///< Of the field of view, where it is discrete; else of the lens.
+    /// The focus limits: of the field of view for a lens with discrete ones, else of the whole lens. Encoder counts.
+    uint minimumFocusPosition() const;
     uint maximumFocusPosition() const;
+    /// The focus limits of the field of view, in encoder counts; the near one may be the larger number.
     uint nearFocusPosition() const { return m_nearFocusPosition; }
-    void setNearFocusPosition(uint position); ///< Kept here; this and the next one write nothing to the camera.
+    void setNearFocusPosition(uint position); ///< Stored only, as is the far one: not written to the camera.
     uint farFocusPosition() const { return m_farFocusPosition; }
     void setFarFocusPosition(uint position);
     int selectedFocusPosition() const { return static_cast<int>(m_selectedFocusPosition); }
-    void setSelectedFocusPosition(int position); ///< A one-shot move.
-    int slowSpeedStep() const { return m_slowSpeedStep; } ///< What a button of this speed gives to attemptMove...().
+    void setSelectedFocusPosition(int position); ///< Starts a one-shot move.
+    int slowSpeedStep() const { return m_slowSpeedStep; } ///< An argument for attemptMoveFocus() and attemptMoveZoom().
     int mediumSpeedStep() const { return m_mediumSpeedStep; }
     int fastSpeedStep() const { return m_fastSpeedStep; }
     bool focusEncoderHasAscendingValuesNearToFar() const { return m_focusEncoderHasAscendingValuesNearToFar; }
+    /// The range of the whole lens, in encoder counts.
     uint fullRangeFocusMinimum() const { return m_fullRangeFocusMinimum; }
     uint fullRangeFocusMaximum() const { return m_fullRangeFocusMaximum; }
     uint selectedZoomPosition() const { return m_selectedZoomPosition; }
-    void setSelectedZoomPosition(uint position); ///< A one-shot move.
+    void setSelectedZoomPosition(uint position); ///< Starts a one-shot move.
     uint fullRangeZoomMinimum() const { return m_fullRangeZoomMinimum; }
     uint fullRangeZoomMaximum() const { return m_fullRangeZoomMaximum; }
+    /// The focus limits of the two discrete fields of view, in encoder counts.
     int narrowNearFocusPosition() const { return static_cast<int>(m_narrowNearFocusPosition); }
     int narrowFarFocusPosition() const { return static_cast<int>(m_narrowFarFocusPosition); }
     int wideNearFocusPosition() const { return static_cast<int>(m_wideNearFocusPosition); }
     int wideFarFocusPosition() const { return static_cast<int>(m_wideFarFocusPosition); }
     float distanceToFocus() const { return *m_distanceToFocus; }
-    void setDistanceToFocus(float metres); ///< For the next focusToDistance().
-    float distanceMinimum() const { return m_distanceMinimum; }
-    float distanceMaximum() const { return m_distanceMaximum; }
-    int selectedAFRoiSizeIndex() const { return m_selectedAFRoiSizeIndex; } ///< 0 to 5: 16 to 512 pixels.
+    void setDistanceToFocus(float metres); ///< The target of the next focusToDistance().
+    float distanceMinimum() const { return m_distanceMinimum; } ///< Metres.
+    float distanceMaximum() const { return m_distanceMaximum; } ///< Metres.
+    int selectedAFRoiSizeIndex() const { return m_selectedAFRoiSizeIndex; } ///< 0 to 5: 16, 32, ... 512 pixels.
     void setSelectedAFRoiSizeIndex(int index);
-    int selectedAFRoiPositionIndex() const { return m_selectedAFRoiPositionIndex; } ///< 0 centre, 1 to 4 quarters.
+    int selectedAFRoiPositionIndex() const { return m_selectedAFRoiPositionIndex; } ///< 0 centre, 1 to 4 quadrants.
     void setSelectedAFRoiPositionIndex(int index);
-    int selectedAFRoiShowWhenIndex() const { return m_selectedAFRoiShowWhenIndex; } ///< Always, focusing, never.
+    int selectedAFRoiShowWhenIndex() const { return m_selectedAFRoiShowWhenIndex; } ///< 0 always, 1 focusing, 2 never.
     void setSelectedAFRoiShowWhenIndex(int index);
     bool athermalizationEnabledAvailable() const { return m_athermalizationEnabledAvailable; }
-    bool athermalizationEnabled() const { return m_athermalizationEnabled; } ///< Focus holds over temperature.
+    bool athermalizationEnabled() const { return m_athermalizationEnabled; } ///< Focus corrected for temperature.
     void setAthermalizationEnabled(bool enabled);
 
     bool hasAtLeastOneLensState() const { return !m_lensStateNames.isEmpty(); }
     QStringList lensStateNames() const { return m_lensStateNames; } ///< In the camera's order.
-    /// -1 for no state. After a list that could not be read it may point beyond the list.
+    /// The row of lensStateNames(); -1 for none. After a failed read of the list it may be beyond the list.
     int selectedLensStateIndex() const { return m_selectedLensStateIndex; }
     void setSelectedLensStateIndex(int index); ///< Does not load the state.
-    /// The field of view is no longer that of the state. Also cleared without a signal, by each read of focus limits.
+    /// Whether the field of view was changed after the state was loaded or saved. Each read of focus limits clears it
+    /// without a signal.
     bool selectedLensStateComponentsModifiedNotSaved() const { return m_selectedLensStateComponentsModifiedNotSaved; }
 
     Q_INVOKABLE void refresh() override;
 
-    Q_INVOKABLE void focusMaximum(); ///< This and the next five are one-shot moves.
+    Q_INVOKABLE void focusMaximum(); ///< This and the next five start one-shot moves.
     Q_INVOKABLE void focusMinimum();
     Q_INVOKABLE void zoomWidest();
     Q_INVOKABLE void zoomNarrowest();
     Q_INVOKABLE void autoFocus();
     Q_INVOKABLE void focusToDistance();
-    /// Continuous moves: a signed speed step or percentage, until they are called with 0. True: the camera took it.
+    /// Continuous moves at a signed speed step, or a signed percentage of the full speed, until a call with 0. Return
+    /// whether the camera accepted the call.
     Q_INVOKABLE bool attemptMoveFocus(int speed);
     Q_INVOKABLE bool attemptMoveZoom(int speed);
     Q_INVOKABLE bool attemptMoveFocusPercent(float speed);
     Q_INVOKABLE bool attemptMoveZoomPercent(float speed);
-    /// Targets of a slider under way. The camera answers before it is there.
+    /// Target positions while a slider is dragged, in encoder counts. The camera returns before the lens has arrived.
     Q_INVOKABLE void focusMoveTo(uint value);
     Q_INVOKABLE void zoomMoveTo(uint value);
-    /// Writes the focus limits of both discrete fields of view.
+    /// Writes the focus limits of both discrete fields of view, in encoder counts. Ignores the statuses.
     Q_INVOKABLE void setNarrowWideNearFarPositions(uint narrowNear, uint narrowFar, uint wideNear, uint wideFar);
 
-    /// Lens states. All of them block the caller for as long as the camera needs; refusals have no message.
-    Q_INVOKABLE void addLensState(const QString &name); ///< From where the lens is. Overwrites.
+    /// Lens states. Each call blocks until the camera has done it. A refusal has no message.
+    Q_INVOKABLE void addLensState(const QString &name); ///< Of the present position. Overwrites.
     Q_INVOKABLE void renameLensState(const QString &oldName, const QString &newName);
     Q_INVOKABLE void saveLensState(const QString &name);
     Q_INVOKABLE void loadLensState(const QString &name); ///< Moves the lens.
-    Q_INVOKABLE void deleteLensState(const QString &name); ///< And moves the lens to the first state that is left.
+    Q_INVOKABLE void deleteLensState(const QString &name); ///< Then loads the first remaining state.
 
 signals:
     void visibleChanged();
@@ -252,8 +260,8 @@ signals:
 private:
     using Self = SetupTabModel;
     using LensStates = hlx::TArray<zvtSDirEntry>;
-    /// What a one-shot move leaves to be done on the GUI thread. The model comes with the call, since the task that
-    /// made it knows none.
+    /// The last part of a one-shot move, which runs on the GUI thread. The model is an argument, since the task that
+    /// makes it must not capture one.
     using Completion = hlx::delegate<void(SetupTabModel &)>;
 
 private slots:
@@ -270,7 +278,7 @@ private slots:
     void checkZooming();
 
 private:
-    void makeConnections();
+    void connectLensTimers();
     uint64_t handle() const;
     std::shared_ptr<const CapabilityBlock> capabilities() const;
     void publishGain(const SetupSettingsResult &result);
@@ -285,13 +293,13 @@ private:
     void setFocusManualMode(bool manual);
     void changeLock(bool &flag, bool value);
     void loadPositionMetaForDiscontinuousFov(unsigned char fov, bool loadLensStates);
-    bool follow(const DiscontinuousFovPositionMetaRead &read);
+    bool watchIfNewest(const DiscontinuousFovPositionMetaRead &read);
     void publishSpeedSteps();
     void finishPositionMeta(bool loadLensStates);
 
     void loadLensStateNames();
     void loadLensStateNamesAsync();
-    void takeLensStates(const LensStates &states);
+    void storeLensStates(const LensStates &states);
     void signalLensStates();
     void refreshLensStateDependentItems();
     void setComponentsModified(bool modified);
@@ -308,7 +316,7 @@ private:
     QTimer m_eventQueueTimer{this};
 
     bool m_lensControlsUnlocked = true; ///< No one-shot move runs, and no position is being edited.
-    bool m_focusManualMode = false; ///< The focus is turned by hand.
+    bool m_focusManualMode = false; ///< The focus is in manual mode.
     int m_selectedLensCoverStateIndex = 2;
     int m_selectedDiscontinuousFieldOfViewIndex = 0;
     uint m_nearFocusPosition = 0;
@@ -327,34 +335,34 @@ private:
     uint m_narrowFarFocusPosition = 0;
     uint m_wideNearFocusPosition = 0;
     uint m_wideFarFocusPosition = 0;
-    /// Shared with the task of focusToDistance(), which reads it when it starts to run.
+    /// Metres. Shared with the task of focusToDistance(), which reads it when the task starts to run.
     const std::shared_ptr<std::atomic<float>> m_distanceToFocus = std::make_shared<std::atomic<float>>(0.0F);
     float m_distanceMinimum = 0.0F;
     float m_distanceMaximum = 0.0F;
-    bool m_slowPositionalFocus = false; ///< This lens goes at slow speed by steps of position.
-    uint m_focusPositionIncrement = 90; ///< One such step.
-    int m_focusMoveDirection = 1; ///< 1 or -1 while it goes so, 0 when it has been stopped.
+    bool m_slowPositionalFocus = false; ///< At slow speed this lens moves by steps of position.
+    uint m_focusPositionIncrement = 90; ///< One such step, in encoder counts.
+    int m_focusMoveDirection = 1; ///< 1 towards far, -1 towards near, 0 after a stop.
     QTimer m_focusPositionTimer{this};
     QTimer m_slowFocusTimer{this};
     QTimer m_zoomPositionTimer{this};
     QTimer m_zoomSettleTimer{this};
-    uint m_lastZoomPosition = 0; ///< Seen by the last checkZooming().
+    uint m_lastZoomPosition = 0; ///< Read by the last checkZooming().
     int m_selectedAFRoiSizeIndex = 0;
     int m_selectedAFRoiPositionIndex = 0;
     int m_selectedAFRoiShowWhenIndex = 0;
     bool m_athermalizationEnabledAvailable = false;
     bool m_athermalizationEnabled = false;
-    std::chrono::steady_clock::time_point m_metaReadSince; ///< When the read that counts was started.
+    std::chrono::steady_clock::time_point m_metaReadStart; ///< Start of the newest read of the limits.
 
     QStringList m_lensStateNames;
     int m_selectedLensStateIndex = 0;
     bool m_selectedLensStateComponentsModifiedNotSaved = false;
 
     Refresh<Self, DiscontinuousFovPositionMetaResult> m_discontinuousMeta{
-        this, &Self::finishedDiscontinuousFovPositionMetaWatcher, Form::NewestOnly};
+        this, &Self::finishedDiscontinuousFovPositionMetaWatcher, RefreshForm::NewestOnly};
     Refresh<Self, ContinuousFovPositionMetaResult> m_continuousMeta{
-        this, &Self::finishedContinuousFovPositionMetaWatcher, Form::NewestOnly};
-    Refresh<Self, LensStates> m_lensStates{this, &Self::finishedLoadingLensStatesWatcher, Form::NewestOnly};
-    Refresh<Self, Completion> m_oneShot{this, &Self::finishedDelegateWatcher, Form::NewestOnly};
+        this, &Self::finishedContinuousFovPositionMetaWatcher, RefreshForm::NewestOnly};
+    Refresh<Self, LensStates> m_lensStates{this, &Self::finishedLoadingLensStatesWatcher, RefreshForm::NewestOnly};
+    Refresh<Self, Completion> m_oneShot{this, &Self::finishedDelegateWatcher, RefreshForm::NewestOnly};
     Refresh<Self, SetupSettingsResult> m_refresh{this, &Self::finishedWatcher};
 };

@@ -10,12 +10,12 @@
 
 #include "zvt/zvtsdk.h"
 
-// The lens of the Setup tab: focus, zoom, field of view and cover. One-shot moves stand in SetupTabModelMoves.cpp.
+// Part of SetupTabModel: focus, zoom, field of view and lens cover. One-shot moves are in SetupTabModelMoves.cpp.
 
 namespace
 {
 
-constexpr int positionMilliseconds = 300; // Between two looks at a lens that moves.
+constexpr int positionMilliseconds = 300; // Between two reads of the position of a moving lens.
 
 constexpr std::array<uint16_t, 6> afRoiPixelSizes{16, 32, 64, 128, 256, 512};
 constexpr int defaultAFRoiSizeIndex = 3;
@@ -32,7 +32,7 @@ uint16_t afRoiPixels(int index)
     return afRoiPixelSizes.at(static_cast<size_t>(known ? index : defaultAFRoiSizeIndex));
 }
 
-/// When the region is shown: always, only when focusing, never.
+/// When the region is shown: 0 always, 1 only while focusing, 2 never.
 int afRoiShowWhenIndex(bool overlay, bool whenFocusing)
 {
     if (overlay)
@@ -40,7 +40,7 @@ int afRoiShowWhenIndex(bool overlay, bool whenFocusing)
     return whenFocusing ? 1 : 2;
 }
 
-/// The nearest distance, cut to whole millimetres.
+/// The nearest distance in metres, rounded down to whole millimetres.
 float startingDistance(float minimum)
 {
     constexpr float millimetres = 1000.0F;
@@ -49,7 +49,7 @@ float startingDistance(float minimum)
 
 } // namespace
 
-void SetupTabModel::makeConnections()
+void SetupTabModel::connectLensTimers()
 {
     m_focusPositionTimer.setObjectName(QStringLiteral("focusPositionTimer"));
     m_slowFocusTimer.setObjectName(QStringLiteral("slowFocusTimer"));
@@ -81,7 +81,7 @@ void SetupTabModel::publishLens(const SetupSettingsResult &result)
     publish(this, result.distanceMaximum, m_distanceMaximum, &Self::distanceRangeValuesChanged);
 }
 
-// The lock of the lens controls. Its two owners, one-shot moves and the page's editors, do not know each other.
+// The lock of the lens controls. Two conditions lock them: one-shot moves or the page's editors, and manual focus.
 
 void SetupTabModel::setLensBasedControlsEnabled(bool unlocked) { changeLock(m_lensControlsUnlocked, unlocked); }
 
@@ -97,7 +97,8 @@ void SetupTabModel::changeLock(bool &flag, bool value)
 
 // Continuous moves
 
-/// Looks at the position again and again while the lens moves, else just once. Gives the camera's answer to the move.
+/// Reads the position repeatedly while the lens moves, else once. Returns whether the camera accepted the move
+/// (`status` is 0).
 bool SetupTabModel::followMove(bool moves, int status, QTimer &timer, void (Self::*update)())
 {
     if (moves && status == 0) {
@@ -115,7 +116,7 @@ bool SetupTabModel::attemptMoveFocus(int speed)
     if (!m_slowPositionalFocus || !slowOrStop)
         return followMove(speed != 0, zvtFocusMove(handle(), speed), m_focusPositionTimer, &Self::updateFocusPosition);
 
-    // A lens of this kind gets no stop by speed, not even after a faster move: a stop only ends the steps.
+    // A stop only ends the steps: this kind of lens gets no zero speed, not even after a faster move.
     constexpr int stepMilliseconds = 90;
     m_focusMoveDirection = speed;
     if (speed != 0) {
@@ -127,7 +128,7 @@ bool SetupTabModel::attemptMoveFocus(int speed)
     return followMove(speed != 0, 0, m_focusPositionTimer, &Self::updateFocusPosition);
 }
 
-// Steps from the position that was read last, so that a few steps may lead to the same place.
+// Steps from the position that was read last, which is read less often: several steps may have the same target.
 void SetupTabModel::slowPositionalIncrementer()
 {
     if (m_focusMoveDirection != 1 && m_focusMoveDirection != -1)
@@ -158,7 +159,7 @@ bool SetupTabModel::attemptMoveZoom(int speed)
     const bool below = position < m_fullRangeZoomMinimum && speed < 0;
     const bool above = position > m_fullRangeZoomMaximum && speed > 0;
     if (below || above) {
-        // The lens has coasted past its limit: it is brought back, not driven further.
+        // The lens has coasted past its limit: move it back to the limit.
         setSelectedZoomPosition(below ? m_fullRangeZoomMinimum : m_fullRangeZoomMaximum);
         m_zoomPositionTimer.start(positionMilliseconds);
         return true;
@@ -166,28 +167,28 @@ bool SetupTabModel::attemptMoveZoom(int speed)
     return followMove(speed != 0, zvtFOVMove(handle(), speed), m_zoomPositionTimer, &Self::updateZoomPosition);
 }
 
-// Unlike the focus, the zoom answers to the least percentage.
+// Unlike the focus, the zoom has no smallest percentage.
 bool SetupTabModel::attemptMoveZoomPercent(float speed)
 {
     return followMove(speed != 0.0F, zvtFOVMovePercent(handle(), speed), m_zoomPositionTimer,
                       &Self::updateZoomPosition);
 }
 
-// Where the lens is
+// The position of the lens
 
 void SetupTabModel::updateFocusPosition()
 {
     Nullable<uint> position;
-    read(position, zvtGetFocusCurrentPos, handle());
+    fetch(position, zvtGetFocusCurrentPos, handle());
     publish(this, position, m_selectedFocusPosition, &Self::selectedFocusPositionChanged);
 }
 
 void SetupTabModel::updateZoomPosition()
 {
     Nullable<uint> position;
-    read(position, zvtGetFOVCurrentPos, handle());
+    fetch(position, zvtGetFOVCurrentPos, handle());
     publish(this, position, m_selectedZoomPosition, &Self::selectedZoomPositionChanged);
-    // Zoom moves the focus, and with it the distances.
+    // A zoom also changes the focus position and the range of distances.
     updateFocusPosition();
     updateFocusToDistanceRange();
 }
@@ -205,23 +206,23 @@ void SetupTabModel::updateFocusToDistanceRange()
 
 void SetupTabModel::focusMoveTo(uint value)
 {
-    accepted(this, value, m_selectedFocusPosition, &Self::selectedFocusPositionChanged, zvtFocusMoveTo);
+    writeAccepted(this, value, m_selectedFocusPosition, &Self::selectedFocusPositionChanged, zvtFocusMoveTo);
 }
 
 void SetupTabModel::zoomMoveTo(uint value)
 {
     constexpr int settleMilliseconds = 250;
-    if (!accepted(this, value, m_selectedZoomPosition, &Self::selectedZoomPositionChanged, zvtFOVMoveTo))
+    if (!writeAccepted(this, value, m_selectedZoomPosition, &Self::selectedZoomPositionChanged, zvtFOVMoveTo))
         return;
     m_lastZoomPosition = 0;
     m_zoomSettleTimer.start(settleMilliseconds);
 }
 
-// The distances are read once, when the lens has come to rest.
+// Reads the range of distances once, after the zoom has stopped.
 void SetupTabModel::checkZooming()
 {
     Nullable<uint> position;
-    if (!read(position, zvtGetFOVCurrentPos, handle())) {
+    if (!fetch(position, zvtGetFOVCurrentPos, handle())) {
         m_zoomSettleTimer.stop();
         return;
     }
@@ -237,7 +238,7 @@ void SetupTabModel::checkZooming()
 int SetupTabModel::selectedDiscontinuousFieldOfViewIndex()
 {
     Nullable<uint8_t> fov;
-    if (read(fov, zvtGetFOV, handle())) {
+    if (fetch(fov, zvtGetFOV, handle())) {
         m_selectedDiscontinuousFieldOfViewIndex = fov.get();
         loadPositionMetaForDiscontinuousFov(fov.get(), false);
     }
@@ -246,24 +247,24 @@ int SetupTabModel::selectedDiscontinuousFieldOfViewIndex()
 
 void SetupTabModel::setSelectedDiscontinuousFieldOfViewIndex(int index)
 {
-    if (standard(this, index, m_selectedDiscontinuousFieldOfViewIndex,
-                 &Self::selectedDiscontinuousFieldOfViewIndexChanged, zvtSetFOV))
+    if (writeStandard(this, index, m_selectedDiscontinuousFieldOfViewIndex,
+                      &Self::selectedDiscontinuousFieldOfViewIndexChanged, zvtSetFOV))
         setComponentsModified(true);
 }
 
 void SetupTabModel::loadPositionMetaForDiscontinuousFov(unsigned char fov, bool loadLensStates)
 {
-    follow(DiscontinuousFovPositionMetaRead::start(CameraAccess::of(this), fov, loadLensStates));
+    watchIfNewest(DiscontinuousFovPositionMetaRead::start(CameraAccess::of(this), fov, loadLensStates));
 }
 
-// A refresh hands over its read when it ends. By then the operator may have asked for the limits of another field, and
-// it is dropped: false.
-bool SetupTabModel::follow(const DiscontinuousFovPositionMetaRead &read)
+// Publishes `read` when it ends, unless a newer one has been started: while a refresh ran, the operator may have
+// switched the field of view. Returns false if it was dropped.
+bool SetupTabModel::watchIfNewest(const DiscontinuousFovPositionMetaRead &read)
 {
-    if (read.since < m_metaReadSince)
+    if (read.startTime < m_metaReadStart)
         return false;
-    m_metaReadSince = read.since;
-    m_discontinuousMeta.follow(read.result);
+    m_metaReadStart = read.startTime;
+    m_discontinuousMeta.watch(read.result);
     return true;
 }
 
@@ -316,7 +317,7 @@ void SetupTabModel::finishPositionMeta(bool loadLensStates)
     emit maximumFocusPositionChanged();
     if (loadLensStates)
         loadLensStateNamesAsync();
-    // Without its signal: the mark on the page goes with the next change of the list.
+    // Without a signal: the page updates its mark with the next change of the list.
     m_selectedLensStateComponentsModifiedNotSaved = false;
     announce(this, m_nearFocusPosition < m_farFocusPosition, m_focusEncoderHasAscendingValuesNearToFar,
              &Self::focusEncoderHasAscendingValuesNearToFarChanged);
@@ -350,7 +351,7 @@ void SetupTabModel::setFarFocusPosition(uint position)
     emit maximumFocusPositionChanged();
 }
 
-// What the camera refuses of it shows at the next read.
+// Values that the camera refuses are replaced by the next read.
 void SetupTabModel::setNarrowWideNearFarPositions(uint narrowNear, uint narrowFar, uint wideNear, uint wideFar)
 {
     const uint64_t camera = handle();
@@ -362,7 +363,7 @@ void SetupTabModel::setNarrowWideNearFarPositions(uint narrowNear, uint narrowFa
     zvtSetFocusNearPos(camera, WideFieldOfView, wideNear);
     announce(this, wideFar, m_wideFarFocusPosition, &Self::wideFarFocusPositionChanged);
     zvtSetFocusFarPos(camera, WideFieldOfView, wideFar);
-    // Not by the property: its getter would read the limits of the camera over the operator's.
+    // Not by the getter of the property, which would start a read of the limits and replace these values.
     if (m_selectedDiscontinuousFieldOfViewIndex == NarrowFieldOfView) {
         setNearFocusPosition(narrowNear);
         setFarFocusPosition(narrowFar);
@@ -400,6 +401,6 @@ void SetupTabModel::setDistanceToFocus(float metres)
 
 void SetupTabModel::setAthermalizationEnabled(bool enabled)
 {
-    accepted(this, enabled, m_athermalizationEnabled, &Self::athermalizationEnabledChanged,
-             zvtSetLensAthermalizationEnabled);
+    writeAccepted(this, enabled, m_athermalizationEnabled, &Self::athermalizationEnabledChanged,
+                  zvtSetLensAthermalizationEnabled);
 }

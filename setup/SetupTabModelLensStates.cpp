@@ -8,12 +8,13 @@
 
 #include "zvt/zvtsdk.h"
 
-// The lens states of the Setup tab. The list lives in the camera; the model holds only its names.
+// Part of SetupTabModel: the lens states. The camera stores the list; the model has only the names.
 
 namespace
 {
 
-/// A camera without lens states is not asked, and a list that fails half-way counts for nothing. Pool task.
+/// Returns the list of lens states: empty, without a call, for a camera without lens states, and empty after a failed
+/// call, which may have filled it in part. Pool task.
 hlx::TArray<zvtSDirEntry> readLensStates(const CameraAccess &camera)
 {
     hlx::TArray<zvtSDirEntry> states;
@@ -28,7 +29,7 @@ void SetupTabModel::loadLensStateNamesAsync() { m_lensStates.start(&readLensStat
 
 void SetupTabModel::finishedLoadingLensStatesWatcher()
 {
-    takeLensStates(m_lensStates.result());
+    storeLensStates(m_lensStates.result());
     signalLensStates();
     m_lensStates.finish();
 }
@@ -39,13 +40,13 @@ void SetupTabModel::loadLensStateNames()
         m_lensStateNames.clear();
         LensStates states;
         if (zvtListLensStates(handle(), &states) == 0)
-            takeLensStates(states);
+            storeLensStates(states);
     }
     signalLensStates();
 }
 
-// The camera does not tell which state was loaded last, so the first one is selected.
-void SetupTabModel::takeLensStates(const LensStates &states)
+// Selects the first state, since the camera does not report which one was loaded last.
+void SetupTabModel::storeLensStates(const LensStates &states)
 {
     m_lensStateNames.clear();
     for (const zvtSDirEntry &state : states)
@@ -53,7 +54,7 @@ void SetupTabModel::takeLensStates(const LensStates &states)
     m_selectedLensStateIndex = m_lensStateNames.isEmpty() ? -1 : 0;
 }
 
-// The index comes last: a combo box that gets new rows falls back to the first one until it is told.
+// The index is signalled last: a combo box with new rows selects the first one until then.
 void SetupTabModel::signalLensStates()
 {
     emit hasAtLeastOneLensStateChanged();

@@ -10,12 +10,12 @@
 
 #include "zvt/zvtsdk.h"
 
-// The one-shot moves of the lens.
+// Part of SetupTabModel: the one-shot moves of the lens.
 
 namespace
 {
 
-/// A move that is one call of the SDK.
+/// A move that is a single SDK call.
 template <class Set, class... Arguments> auto sdkMove(Set set, Arguments... arguments)
 {
     return [=](const CameraAccess &camera) -> int { return set(camera.handle, arguments...); };
@@ -29,7 +29,8 @@ struct Region {
     int height = 0;
 };
 
-/// Where the auto focus looks: in the middle of the image window or of one of its quarters, clipped to the window.
+/// The region of the auto focus: a square of `size` pixels in the middle of the image window or of one of its
+/// quadrants, clipped to the window.
 Region focusRegion(uint8_t position, int size, int windowWidth, int windowHeight)
 {
     const auto start = [half = size / 2](int extent, bool quarter, bool farSide) {
@@ -45,7 +46,7 @@ Region focusRegion(uint8_t position, int size, int windowWidth, int windowHeight
     return {left, top, std::min(x + size, windowWidth) - left, std::min(y + size, windowHeight) - top};
 }
 
-/// Tells the host where the auto focus is about to look, if the camera says. Pool task.
+/// Calls the host's listeners with the region of the auto focus, unless a read of it fails. Pool task.
 void announceFocusRegion(const CameraAccess &camera)
 {
     const uint64_t handle = camera.handle;
@@ -55,14 +56,15 @@ void announceFocusRegion(const CameraAccess &camera)
     uint16_t y = 0;
     uint16_t width = 0;
     uint16_t height = 0;
-    if (!read(position, zvtGetAutoFocusROIPosition, handle) || !read(size, zvtGetAutoFocusROISize, handle)
+    if (!fetch(position, zvtGetAutoFocusROIPosition, handle) || !fetch(size, zvtGetAutoFocusROISize, handle)
         || zvtGetWindow(handle, 0, &x, &y, &width, &height) != 0)
         return;
     const Region region = focusRegion(position.get(), size.get(), width, height);
     camera.controller->autoFocusStartedListeners.Call(region.x, region.y, region.width, region.height);
 }
 
-/// Waits until the focus stands still or can not be read; gives the status of its last read. Pool task.
+/// Waits until two reads 100 ms apart return the same position, or a read fails. Returns the status of the last read.
+/// Pool task.
 int waitForFocus(uint64_t handle)
 {
     constexpr unsigned long pollMilliseconds = 100;
@@ -79,9 +81,9 @@ int waitForFocus(uint64_t handle)
 
 } // namespace
 
-/// Locks the controls and runs `move`, an int(const CameraAccess &), on a pool thread. At its end `onSuccess` is called
-/// with the model on the GUI thread, if the status is 0, then `onEnd` whatever it is, and the controls are unlocked. A
-/// second move would take the place of the first, whose end nobody would see; the lock on the page prevents it.
+/// Locks the lens controls and runs `move`, an int(const CameraAccess &), on a pool thread. After it, on the GUI
+/// thread, calls `onSuccess` with the model if the status is 0, then `onEnd` in any case, and unlocks the controls. A
+/// second move replaces the first one, whose end is then ignored; the lock on the page prevents this.
 template <class Move, class OnSuccess, class OnEnd>
 void SetupTabModel::moveOnce(Move move, OnSuccess onSuccess, OnEnd onEnd)
 {
@@ -155,7 +157,7 @@ void SetupTabModel::zoomWidest() { moveOnce(sdkMove(zvtFOVMin), &Self::updateAft
 
 void SetupTabModel::zoomNarrowest() { moveOnce(sdkMove(zvtFOVMax), &Self::updateAfterZoom); }
 
-// The way from stop to stop is long: what follows the zoom is looked at once more behind it.
+// updateZoomPosition() also reads focus and distances. They are read once more, since a move between the stops is long.
 void SetupTabModel::updateAfterZoom()
 {
     updateZoomPosition();

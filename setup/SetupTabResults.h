@@ -9,18 +9,18 @@
 #include <chrono>
 #include <cstdint>
 
-// What the tasks of SetupTabModel read. All of it is read on pool threads, from values only.
+// The results of the reads of SetupTabModel. Pool threads read them, from values only.
 
-/// A field of view, as the focus limits want it.
+/// The field of view as an argument of the SDK's functions of focus limits.
 enum FieldOfView : uint8_t {
     NarrowFieldOfView = 0,
     WideFieldOfView = 1,
-    OnlyFieldOfView = 2 ///< Of a lens without discrete fields of view.
+    OnlyFieldOfView = 2 ///< A lens without discrete fields of view.
 };
 
-/// The focus limits of one discrete field of view, and of both as they are stored in the camera. Encoder counts.
+/// The focus limits of the present discrete field of view, and of both as stored in the camera. Encoder counts.
 struct DiscontinuousFovPositionMetaResult {
-    Nullable<uint8_t> focusSlowControl; ///< 0: the slow speed goes by steps of position.
+    Nullable<uint8_t> focusSlowControl; ///< 0: the slow speed moves by steps of position.
     Nullable<uint32_t> nearPosition;
     Nullable<uint32_t> farPosition;
     Nullable<uint32_t> currentPosition;
@@ -28,19 +28,19 @@ struct DiscontinuousFovPositionMetaResult {
     Nullable<uint32_t> narrowFar;
     Nullable<uint32_t> wideNear;
     Nullable<uint32_t> wideFar;
-    Nullable<uint32_t> positionIncrement; ///< Asked only for a lens that goes by steps.
+    Nullable<uint32_t> positionIncrement; ///< One step; read only for a lens that moves by steps.
     Nullable<uint32_t> fullRangeMinimum;
     Nullable<uint32_t> fullRangeMaximum;
-    bool loadLensStates = false; ///< Copied from the request.
+    bool loadLensStates = false; ///< Whether to read the lens states after it.
 
     static DiscontinuousFovPositionMetaResult read(const CameraAccess &camera, uint8_t fov, bool loadLensStates);
 };
 
-/// One such read on its way. Several may run at once, started on any thread; the one that was started last is the one
-/// that counts.
+/// A running read of this kind. Several may run at the same time, started on any thread; the one started last is
+/// published.
 struct DiscontinuousFovPositionMetaRead {
     QFuture<DiscontinuousFovPositionMetaResult> result;
-    std::chrono::steady_clock::time_point since;
+    std::chrono::steady_clock::time_point startTime;
 
     static DiscontinuousFovPositionMetaRead start(const CameraAccess &camera, uint8_t fov, bool loadLensStates);
 };
@@ -56,7 +56,8 @@ struct ContinuousFovPositionMetaResult {
     static ContinuousFovPositionMetaResult read(const CameraAccess &camera);
 };
 
-/// The settings of the Setup tab. Focus limits are not among them: their reads are started on the way and run beside.
+/// The settings of the Setup tab. The read starts the reads of the focus limits as separate tasks and does not wait for
+/// them.
 struct SetupSettingsResult {
     QStringList gainNames;
     Nullable<uint8_t> gainLevel;
@@ -66,12 +67,12 @@ struct SetupSettingsResult {
     Nullable<bool> hsmEnabled;
     Nullable<bool> flipHorizontally;
     Nullable<bool> flipVertically;
-    Nullable<uint8_t> discreteFieldOfView; ///< On no page: each of them asks the camera itself.
+    Nullable<uint8_t> discreteFieldOfView; ///< Not published: pages ask the model, which asks the camera.
     Nullable<uint8_t> lensCover;
     Nullable<uint8_t> regionPosition;
     Nullable<uint8_t> frameSyncSource;
     Nullable<uint16_t> regionSize; ///< Pixels.
-    Nullable<uint32_t> zoomPosition; ///< As commanded.
+    Nullable<uint32_t> zoomPosition; ///< The commanded position, encoder counts.
     Nullable<float> distanceMinimum; ///< Metres.
     Nullable<float> distanceMaximum; ///< Metres.
     Nullable<uint32_t> zoomMinimum;
@@ -82,7 +83,7 @@ struct SetupSettingsResult {
     Nullable<DiscontinuousFovPositionMetaRead> discontinuousMeta;
     Nullable<QFuture<ContinuousFovPositionMetaResult>> continuousMeta;
 
-    /// `runningMeta` is the last read of a continuous lens: while it runs, no other one is started.
+    /// `runningMeta` is the last read of the limits of a continuous lens: while it runs, no other one is started.
     static SetupSettingsResult read(const CameraAccess &camera,
                                     const QFuture<ContinuousFovPositionMetaResult> &runningMeta);
 

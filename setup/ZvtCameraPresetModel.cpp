@@ -1,6 +1,7 @@
 #include "setup/ZvtCameraPresetModel.h"
 
 #include "common/CameraRoot.h"
+#include "common/presets.h"
 #include "common/publishing.h"
 #include "common/reading.h"
 #include "common/setters.h"
@@ -16,8 +17,8 @@ namespace
 
 using hlx::cam::IZVTController;
 
-/// Bit for bit: whatever the camera puts into its list, only another list is a change.
-bool sameInMemory(const QList<qreal> &first, const QList<qreal> &second)
+/// Compares bit for bit, so that an unchanged list with a NaN counts as unchanged.
+bool bitwiseEqual(const QList<qreal> &first, const QList<qreal> &second)
 {
     return std::equal(first.begin(), first.end(), second.begin(), second.end(), [](qreal one, qreal other) {
         return std::bit_cast<uint64_t>(one) == std::bit_cast<uint64_t>(other);
@@ -41,7 +42,7 @@ void readCalibration(IZVTController &controller, int preset, ZvtCameraPresetMode
     controller.GetPresetCalibrationIndex(preset, &index);
     const int count = static_cast<int>(calibrations.size());
     result.factoryCalibrationLoaded = index >= 0 && index < count;
-    // The page's row for no calibration stands behind those of the calibrations.
+    // The page's row for no calibration is the last one, after the calibrations.
     result.activeFactoryCalibrationIndex = index == -1 ? count : index;
 }
 
@@ -49,7 +50,7 @@ void readCalibration(IZVTController &controller, int preset, ZvtCameraPresetMode
 
 ZvtCameraPresetModel::ZvtCameraPresetModel(QObject *parent, int preset) : QObject(parent), m_preset(preset)
 {
-    // A page gets it as the result of a function, which the engine would take as a gift.
+    // A page gets the preset as the result of a function; without this the QML engine would own it.
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
 }
 
@@ -63,17 +64,17 @@ void ZvtCameraPresetModel::refresh()
 
 void ZvtCameraPresetModel::partialRefresh()
 {
-    const auto since = std::chrono::steady_clock::now();
+    const auto startTime = std::chrono::steady_clock::now();
     if (m_partialRefresh.start(
             [preset = m_preset](const CameraAccess &camera) { return GetPartialRefreshResult(camera, preset); }))
-        m_exposureSince = since;
+        m_exposureReadStart = startTime;
 }
 
 ZvtCameraPresetModel::PresetFullRefreshResult ZvtCameraPresetModel::GetFullRefreshResult(const CameraAccess &camera,
                                                                                          int preset)
 {
     PresetFullRefreshResult result;
-    result.since = std::chrono::steady_clock::now();
+    result.startTime = std::chrono::steady_clock::now();
     if (!camera.controller)
         return result;
     IZVTController &controller = *camera.controller;
@@ -90,7 +91,7 @@ ZvtCameraPresetModel::PresetPartialRefreshResult
 ZvtCameraPresetModel::GetPartialRefreshResult(const CameraAccess &camera, int preset)
 {
     PresetPartialRefreshResult result;
-    result.since = std::chrono::steady_clock::now();
+    result.startTime = std::chrono::steady_clock::now();
     if (!camera.controller)
         return result;
     IZVTController &controller = *camera.controller;
@@ -114,7 +115,7 @@ void ZvtCameraPresetModel::finishedPartialRefreshWatcher()
 
 void ZvtCameraPresetModel::ApplyFullRefreshResult(const PresetFullRefreshResult &result)
 {
-    const bool newest = isNewestOfExposure(result.since);
+    const bool newest = isNewestOfExposure(result.startTime);
     if (newest)
         applyTimeAndRate(result.integrationTime, result.frameRate);
     publishIfChanged(this, Nullable(result.subframeEnabled), m_subframeEnabled, &Self::subframeEnabledChanged);
@@ -131,19 +132,19 @@ void ZvtCameraPresetModel::ApplyFullRefreshResult(const PresetFullRefreshResult 
 
 void ZvtCameraPresetModel::ApplyPartialRefreshResult(const PresetPartialRefreshResult &result)
 {
-    if (!isNewestOfExposure(result.since))
+    if (!isNewestOfExposure(result.startTime))
         return;
     applyTimeAndRate(result.integrationTime, result.frameRate);
     applyFrameRates(result.frameRates, result.frameRateIndex);
 }
 
-// The reads of all presets take long. What was changed meanwhile has been read anew, and is not to go back to what it
-// was before. A result without a time counts in any case.
-bool ZvtCameraPresetModel::isNewestOfExposure(TimePoint since)
+// Returns whether no newer read of the exposure has been started. A read of all presets is slow; a value that was
+// changed and read again meanwhile must not return to the old one. A result without a start time is always published.
+bool ZvtCameraPresetModel::isNewestOfExposure(TimePoint startTime)
 {
-    if (since != TimePoint() && since < m_exposureSince)
+    if (startTime != TimePoint() && startTime < m_exposureReadStart)
         return false;
-    m_exposureSince = std::max(m_exposureSince, since);
+    m_exposureReadStart = std::max(m_exposureReadStart, startTime);
     return true;
 }
 
@@ -153,10 +154,10 @@ void ZvtCameraPresetModel::applyTimeAndRate(double milliseconds, double hertz)
     publishIfChanged(this, Nullable(hertz), m_frameRate, &Self::frameRateChanged);
 }
 
-// The list goes first: a box whose list is replaced finds its row only when the index is signalled.
+// The list is published first: a combo box with a new list selects its row only when the index is signalled.
 void ZvtCameraPresetModel::applyFrameRates(const QList<qreal> &rates, int index)
 {
-    if (!sameInMemory(rates, m_frameRates))
+    if (!bitwiseEqual(rates, m_frameRates))
         announce(this, rates, m_frameRates, &Self::frameRatesChanged);
     publishIfChanged(this, Nullable(index), m_frameRateIndex, &Self::frameRateIndexChanged);
 }
@@ -172,7 +173,8 @@ void ZvtCameraPresetModel::setActiveFactoryCalibrationIndex(int index)
     const qsizetype rows = root ? root->setupGeneralModel()->factoryCalibrationStrings().size() : 0;
     m_factoryCalibrationLoaded = index >= 0 && index != rows - 1;
     if (root) {
-        reading::callController(root->controller(), &IZVTController::SetPresetCalibrationIndex, m_preset, index, 1);
+        reading::callController(root->controller(), &IZVTController::SetPresetCalibrationIndex, m_preset, index,
+                                controllerFlag);
         root->updateHasNucMask();
     }
     emit activeFactoryCalibrationIndexChanged();
@@ -180,8 +182,8 @@ void ZvtCameraPresetModel::setActiveFactoryCalibrationIndex(int index)
 
 void ZvtCameraPresetModel::setIntegrationTime(double milliseconds)
 {
-    if (standard(this, milliseconds, m_integrationTime, &Self::integrationTimeChanged,
-                 &IZVTController::SetPresetIntegrationTime, m_preset, 1))
+    if (writeStandard(this, milliseconds, m_integrationTime, &Self::integrationTimeChanged,
+                      &IZVTController::SetPresetIntegrationTime, m_preset, controllerFlag))
         partialRefresh();
 }
 
@@ -194,26 +196,26 @@ void ZvtCameraPresetModel::setFrameRate(double hertz)
     if (m_frameRateIndex >= 0)
         setters::write(this, &IZVTController::SetPresetFrameRateIndex, m_frameRateIndex, m_preset);
     else
-        setters::write(this, &IZVTController::SetPresetFrameRate, hertz, m_preset, 1);
+        setters::write(this, &IZVTController::SetPresetFrameRate, hertz, m_preset, controllerFlag);
     emit frameRateIndexChanged();
     emit frameRateChanged();
 }
 
 void ZvtCameraPresetModel::setSubframeEnabled(bool enabled)
 {
-    standard(this, enabled, m_subframeEnabled, &Self::subframeEnabledChanged, &IZVTController::SetSubframeEnabled,
-             m_preset);
+    writeStandard(this, enabled, m_subframeEnabled, &Self::subframeEnabledChanged, &IZVTController::SetSubframeEnabled,
+                  m_preset);
 }
 
 void ZvtCameraPresetModel::setDwellCount(uint32_t count)
 {
-    standard(this, count, m_dwellCount, &Self::dwellCountChanged, &IZVTController::SetDwellCount, m_preset);
+    writeStandard(this, count, m_dwellCount, &Self::dwellCountChanged, &IZVTController::SetDwellCount, m_preset);
 }
 
 void ZvtCameraPresetModel::setFrameRateIndex(int index)
 {
-    if (standard(this, index, m_frameRateIndex, &Self::frameRateIndexChanged, &IZVTController::SetPresetFrameRateIndex,
-                 m_preset)
+    if (writeStandard(this, index, m_frameRateIndex, &Self::frameRateIndexChanged,
+                      &IZVTController::SetPresetFrameRateIndex, m_preset)
         && index >= 0 && index < m_frameRates.size())
         announce(this, m_frameRates.at(index), m_frameRate, &Self::frameRateChanged);
 }

@@ -8,9 +8,9 @@
 #include <chrono>
 #include <cstdint>
 
-/// One preset of the camera: its exposure, its factory calibration and its place in a sequence or in a superframe. The
-/// camera is the sole judge of times and rates: what the operator typed goes there as it is, and what the camera made
-/// of it is read back. SetupGeneralModel reads all presets together with its own values. GUI thread only.
+/// One preset of the camera: its exposure, its factory calibration and its use in a sequence or in a superframe. Times
+/// and rates are written as the operator typed them; the camera rounds or refuses them, and a changed integration time
+/// is read again. SetupGeneralModel reads all presets together with its own values. GUI thread only.
 class ZvtCameraPresetModel : public QObject
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ class ZvtCameraPresetModel : public QObject
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    /// What a read of the whole preset gives. A value that the camera did not give stays as it is here.
+    /// The result of a read of the whole preset. A value whose call fails keeps its default.
     struct PresetFullRefreshResult {
         int frameRateIndex = -1;
         uint32_t dwellCount = 0;
@@ -38,47 +38,47 @@ public:
         QList<qreal> frameRates;
         int activeFactoryCalibrationIndex = -1;
         bool factoryCalibrationLoaded = false;
-        TimePoint since{}; ///< When the read was started.
+        TimePoint startTime{}; ///< Start of the read.
     };
 
-    /// What may follow from a change of the integration time, the window or the noise reduction.
+    /// The values that depend on the integration time, the window and the noise reduction.
     struct PresetPartialRefreshResult {
         int frameRateIndex = -1;
         double integrationTime = 0.0;
         double frameRate = 0.0;
         QList<qreal> frameRates;
-        TimePoint since{};
+        TimePoint startTime{};
     };
 
-    /// Presets count from 0.
+    /// `preset` is the number of the preset, counted from 0.
     ZvtCameraPresetModel(QObject *parent, int preset);
 
-    /// The row of SetupGeneralModel::factoryCalibrationStrings(), whose last one stands for none.
+    /// The row of SetupGeneralModel::factoryCalibrationStrings(), of which the last one is no calibration.
     int activeFactoryCalibrationIndex() const { return m_activeFactoryCalibrationIndex; }
     void setActiveFactoryCalibrationIndex(int index);
-    bool factoryCalibrationLoaded() const { return m_factoryCalibrationLoaded; } ///< It fixes the integration time.
+    bool factoryCalibrationLoaded() const { return m_factoryCalibrationLoaded; } ///< Fixes the integration time.
     double integrationTime() const { return m_integrationTime; } ///< Milliseconds.
-    void setIntegrationTime(double milliseconds); ///< Shown as typed until the camera's own value has been read.
+    void setIntegrationTime(double milliseconds); ///< Stored as typed until the camera's value has been read.
     double frameRate() const { return m_frameRate; } ///< Hertz.
-    void setFrameRate(double hertz); ///< A rate on offer selects its row; any other goes to the camera as it is.
-    bool subframeEnabled() const { return m_subframeEnabled; } ///< Takes part in the superframe.
+    void setFrameRate(double hertz); ///< Selects the row of a listed rate; else writes the rate.
+    bool subframeEnabled() const { return m_subframeEnabled; } ///< Is part of the superframe.
     void setSubframeEnabled(bool enabled);
-    uint32_t dwellCount() const { return m_dwellCount; } ///< Repeats in the preset sequence; 0 leaves it out.
+    uint32_t dwellCount() const { return m_dwellCount; } ///< Repeats in the preset sequence; 0 omits it.
     void setDwellCount(uint32_t count);
-    QList<qreal> frameRates() const { return m_frameRates; } ///< On offer, the highest first.
-    int frameRateIndex() const { return m_frameRateIndex; } ///< The row of frameRates(); -1 for a rate of its own.
+    QList<qreal> frameRates() const { return m_frameRates; } ///< Hertz, the highest first.
+    int frameRateIndex() const { return m_frameRateIndex; } ///< The row of frameRates(); -1 if it is not listed.
     void setFrameRateIndex(int index);
 
     /// Reads the whole preset.
     Q_INVOKABLE void refresh();
-    /// Reads what follows from a change of the exposure.
+    /// Reads integration time, frame rate and frame rates only.
     void partialRefresh();
 
-    /// The reads. Any thread.
+    /// The reads, one controller call for each value. Any thread.
     static PresetFullRefreshResult GetFullRefreshResult(const CameraAccess &camera, int preset);
     static PresetPartialRefreshResult GetPartialRefreshResult(const CameraAccess &camera, int preset);
-    /// Publish what differs, so that a signal means a change and an open list of rates stays open. Of two reads of the
-    /// exposure the one that was started last counts, whichever ends first.
+    /// Publish the values that differ, so that an open list of rates is not closed by an unchanged value. Of two reads
+    /// of the exposure the one started last is published, in whatever order they end.
     void ApplyFullRefreshResult(const PresetFullRefreshResult &result);
     void ApplyPartialRefreshResult(const PresetPartialRefreshResult &result);
 
@@ -98,7 +98,7 @@ private slots:
 private:
     using Self = ZvtCameraPresetModel;
 
-    bool isNewestOfExposure(TimePoint since);
+    bool isNewestOfExposure(TimePoint startTime);
     void applyTimeAndRate(double milliseconds, double hertz);
     void applyFrameRates(const QList<qreal> &rates, int index);
 
@@ -111,8 +111,8 @@ private:
     double m_integrationTime = 0.0;
     double m_frameRate = 0.0;
     QList<qreal> m_frameRates;
-    TimePoint m_exposureSince; ///< When the read was started that counts for times and rates.
+    TimePoint m_exposureReadStart; ///< Start of the newest read of times and rates.
     Refresh<Self, PresetPartialRefreshResult> m_partialRefresh{this, &Self::finishedPartialRefreshWatcher,
-                                                               Form::NoFlags};
-    Refresh<Self, PresetFullRefreshResult> m_fullRefresh{this, &Self::finishedFullRefreshWatcher, Form::NoFlags};
+                                                               RefreshForm::NoFlags};
+    Refresh<Self, PresetFullRefreshResult> m_fullRefresh{this, &Self::finishedFullRefreshWatcher, RefreshForm::NoFlags};
 };

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QString>
 
-/// A state that the camera keeps.
+/// A state stored in the camera. Constant. GUI thread only.
 class CameraStateEntry : public QObject
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
     CameraStateEntry(QString name, QDateTime date, QObject *parent);
 
     QString name() const { return m_name; }
-    QDateTime date() const { return m_date; } ///< When it was saved, in UTC.
+    QDateTime date() const { return m_date; } ///< The time of the save, in UTC.
 
 private:
     const QString m_name;

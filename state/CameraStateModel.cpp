@@ -19,7 +19,7 @@ namespace
 
 using hlx::cam::IZVTController;
 
-// Names that the camera itself gives to states which are no files.
+// The camera's names of states that are not files.
 const QLatin1String factoryDefaults("Factory Defaults");
 const QLatin1String hardDefaults("Hard Defaults");
 
@@ -45,7 +45,7 @@ void CameraStateModel::startReadingCurrentState(Trace trace)
 CameraStateModel::CurrentState CameraStateModel::readCurrentState(const CameraAccess &camera, Trace trace)
 {
     constexpr uint32_t nameSize = 200;
-    // One more than the camera may fill, so that what it leaves there is a text in any case.
+    // One byte more than the camera may fill, so that the buffer always ends with a zero.
     std::array<char, nameSize + 1> buffer{};
     const bool known = zvtGetStateName(camera.handle, buffer.data(), nameSize) == 0;
     uint8_t isFactory = 0;

@@ -14,12 +14,13 @@
 class CameraStateEntry;
 class CameraStateTransferWorker;
 
-/// The named states that the camera keeps on its own storage, each a snapshot of its whole configuration: lists, saves,
-/// loads, renames and deletes them, copies them to and from the computer, and knows which one the camera is in. A load
-/// changes nearly every setting, so `loading` disables the page, and its end makes the root read all anew.
+/// The named states in the camera's own storage, each a snapshot of its whole configuration. Lists, saves, loads,
+/// renames and deletes states, copies them to and from the computer, and shows the current one. A load changes nearly
+/// every setting, so `loading` disables the page, and the root reads everything again when it ends.
 ///
-/// Saves and loads exclude one another and wait for a transfer; a transfer waits for none but another transfer. No
-/// failure of a save, a load, a rename or a deletion has a message; a failed transfer shows in transferOk(). GUI only.
+/// A save or a load is ignored while a save, a load or a transfer runs; a transfer is ignored only while another
+/// transfer runs. Failed saves, loads, renames and deletions have no message; transferOk() shows a failed transfer. GUI
+/// thread only.
 class CameraStateModel : public QObject
 {
     Q_OBJECT
@@ -37,34 +38,34 @@ class CameraStateModel : public QObject
 
 public:
     explicit CameraStateModel(QObject *parent);
-    ~CameraStateModel() override; ///< Waits for a running transfer, which is not aborted.
+    ~CameraStateModel() override; ///< Waits for a running transfer and does not abort it.
 
     bool refreshing() const { return m_entriesRead.refreshing(); }
     bool hasRefreshed() const { return m_entriesRead.hasRefreshed(); }
     bool saving() const { return m_saving; }
     bool loading() const { return m_loading; }
-    QString currentStateName() const { return m_currentStateName; } ///< Empty if not known.
-    int progress() const { return m_progress; } ///< Of the transfer, in percent.
-    ObjectListModel *entries() { return &m_entries; } ///< Of CameraStateEntry, in the camera's order.
+    QString currentStateName() const { return m_currentStateName; } ///< Empty if unknown.
+    int progress() const { return m_progress; } ///< Of the transfer, 0 to 100 percent.
+    ObjectListModel *entries() { return &m_entries; } ///< CameraStateEntry objects in the camera's order.
     bool transferring() const { return m_transferring; }
-    bool transferOk() const { return m_transferOk; } ///< Of the last transfer, once it has ended.
-    bool transferUpload() const { return m_transferUpload; } ///< The last transfer went to the camera.
-    bool canSaveState() const { return m_canSaveState; } ///< saveState() may overwrite the current state.
+    bool transferOk() const { return m_transferOk; } ///< Whether the last transfer succeeded; valid after its end.
+    bool transferUpload() const { return m_transferUpload; } ///< Whether the last transfer was an upload to the camera.
+    bool canSaveState() const { return m_canSaveState; } ///< Whether saveState() may overwrite the current state.
 
-    Q_INVOKABLE void saveState();
-    Q_INVOKABLE void saveStateAs(const QString &name); ///< Overwrites. The names of the special states are ignored.
+    Q_INVOKABLE void saveState(); ///< Overwrites the current state. Ignored unless canSaveState().
+    Q_INVOKABLE void saveStateAs(const QString &name); ///< Overwrites. Ignored for the two default states.
     Q_INVOKABLE void loadState(const QString &name);
     Q_INVOKABLE void loadFactoryDefaults();
     Q_INVOKABLE void saveFactoryDefaults();
     Q_INVOKABLE void loadHardDefaults();
     Q_INVOKABLE void deleteState(const QString &name);
-    Q_INVOKABLE void renameState(const QString &oldName, const QString &newName); ///< Moves its entry to the end.
-    Q_INVOKABLE void uploadState(const QString &url); ///< The state gets the name of the file less its last suffix.
+    Q_INVOKABLE void renameState(const QString &oldName, const QString &newName); ///< Moves the entry to the end.
+    Q_INVOKABLE void uploadState(const QString &url); ///< The state's name is the file's without its last suffix.
     Q_INVOKABLE void downloadState(const QString &name, const QString &url);
-    Q_INVOKABLE void abort(); ///< Of the transfer, at its next block.
+    Q_INVOKABLE void abort(); ///< Stops the transfer at its next block.
     Q_INVOKABLE void refresh(); ///< Reads the entries and the current state.
-    Q_INVOKABLE bool stateExists(const QString &name); ///< Asks the camera.
-    Q_INVOKABLE bool stateNameValid(const QString &name); ///< Whether a file on the camera may have this name.
+    Q_INVOKABLE bool stateExists(const QString &name); ///< Asks the camera, blocking.
+    Q_INVOKABLE bool stateNameValid(const QString &name); ///< Whether it is a valid file name for the camera.
 
 signals:
     void refreshingChanged();
@@ -78,7 +79,7 @@ signals:
 
 private:
     using Self = CameraStateModel;
-    /// The state that the camera is in, and whether saveState() may overwrite it.
+    /// The name of the current state, and whether saveState() may overwrite it.
     using CurrentState = std::tuple<QString, bool>;
     enum class Trace { Silent, Logged };
 
@@ -93,7 +94,8 @@ private:
     static CurrentState readCurrentState(const CameraAccess &camera, Trace trace);
     void startReadingCurrentState(Trace trace);
     void getInitialStateName();
-    /// Starts a save or a load, unless something of the kind runs. `write` is called as int(const CameraAccess &).
+    /// Starts `write`, an int(const CameraAccess &), unless a save, a load or a transfer runs. Sets `flag` while it
+    /// runs. `onSuccess` is the current state after a status of 0.
     template <class Write>
     void saveOrLoad(bool &flag, void (Self::*changed)(), const CurrentState &onSuccess, Write write);
     void startTransfer(bool upload, const QString &url, const QString &name);
@@ -117,7 +119,8 @@ private:
     bool m_transferOk = false;
     bool m_transferUpload = false;
     bool m_canSaveState = false;
-    Refresh<Self, CameraStates> m_entriesRead{this, &Self::finishedEntriesWatcher, Form::RefreshingOnly};
-    Refresh<Self, CurrentState> m_saveLoad{this, &Self::finishedSaveLoadWatcher, Form::NoFlags};
-    Refresh<Self, CurrentState> m_currentState{this, &Self::finishedGetCurrentStateNameWatcher, Form::NewestOnly};
+    Refresh<Self, CameraStates> m_entriesRead{this, &Self::finishedEntriesWatcher, RefreshForm::RefreshingOnly};
+    Refresh<Self, CurrentState> m_saveLoad{this, &Self::finishedSaveLoadWatcher, RefreshForm::NoFlags};
+    Refresh<Self, CurrentState> m_currentState{this, &Self::finishedGetCurrentStateNameWatcher,
+                                               RefreshForm::NewestOnly};
 };

@@ -23,7 +23,7 @@ void CameraStateTransferWorker::run()
 int CameraStateTransferWorker::progress(unsigned int sent, unsigned int total)
 {
     constexpr double wholePercent = 100.0;
-    // Nothing of nothing is no number.
+    // Avoids a division by zero.
     emit progressChanged(total == 0 ? 0 : static_cast<int>(static_cast<double>(sent) / total * wholePercent));
     return m_aborted ? -1 : 0;
 }

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QString>
 
-/// A row of what the camera says about itself.
+/// One row of the camera's information: a name and a value. Constant. GUI thread only.
 class AboutItemModel : public QObject
 {
     Q_OBJECT

@@ -38,7 +38,7 @@ void AboutModel::refresh() { m_refresh.start(&Rows::read); }
 AboutModel::Rows AboutModel::Rows::read(const CameraAccess &camera)
 {
     Rows rows;
-    //: Row of the list of what the camera says about itself, as are the following
+    //: Row of the list of the camera's information, as are the following
     rows.append({tr("Camera Model"), readCameraModel(camera.handle)});
     rows.append({tr("Camera Serial"), readCameraSerial(camera.handle)});
     rows.readNames(camera.handle);
@@ -47,7 +47,7 @@ AboutModel::Rows AboutModel::Rows::read(const CameraAccess &camera)
     return rows;
 }
 
-// A row stands only if all that it says could be read.
+// A row is appended only if all of its reads succeeded.
 void AboutModel::Rows::readNames(uint64_t handle)
 {
     constexpr uint32_t nameSize = 200;
@@ -60,14 +60,14 @@ void AboutModel::Rows::readNames(uint64_t handle)
     Nullable<uint8_t> subtype;
     Nullable<uint8_t> readout;
     Nullable<uint8_t> detector;
-    if (::read(type, zvtGetCameraType, handle))
+    if (fetch(type, zvtGetCameraType, handle))
         appendName(tr("Camera Type"), zvtGetCameraTypeName, type.get());
-    if (::read(subtype, zvtGetCameraSubtype, handle) && type.set())
+    if (fetch(subtype, zvtGetCameraSubtype, handle) && type.set())
         appendName(tr("Camera SubType"), zvtGetCameraSubtypeName, type.get(), subtype.get());
-    if (::read(readout, zvtGetReadout, handle))
+    if (fetch(readout, zvtGetReadout, handle))
         //: The readout circuit of the detector
         appendName(tr("ROIC Type"), zvtGetReadoutName, readout.get());
-    if (::read(detector, zvtGetDetectorType, handle))
+    if (fetch(detector, zvtGetDetectorType, handle))
         appendName(tr("Detector Type"), zvtGetDetectorTypeName, detector.get());
 }
 
@@ -75,7 +75,7 @@ void AboutModel::Rows::readOperatingTime(uint64_t handle)
 {
     constexpr uint32_t minutesPerHour = 60;
     Nullable<uint32_t> minutes;
-    if (::read(minutes, zvtGetOperatingTime, handle))
+    if (fetch(minutes, zvtGetOperatingTime, handle))
         append({tr("Operating Time"),
                 tr("%1 hours, %2 minutes").arg(minutes.get() / minutesPerHour).arg(minutes.get() % minutesPerHour)});
 }
@@ -106,7 +106,7 @@ bool AboutModel::saveTextFile(const QString &filenameWithPath)
     QFile file(QUrl(filenameWithPath).toLocalFile());
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    //: Heading of the file of what the camera says about itself
+    //: Heading of the file of the camera's information
     file.write(
         tr("%1 Camera Controller Information\r\n\r\n").arg(readCameraModel(CameraAccess::of(this).handle)).toUtf8());
     for (int row = 0; row < m_nameValueListModel.size(); ++row) {

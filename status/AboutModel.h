@@ -12,7 +12,7 @@
 
 #include "hlxui/ObjectListModel.h"
 
-/// What the camera says about itself, as rows of a name and a value, and the text file of them. GUI thread only.
+/// The camera's information as rows of a name and a value, and a text file of them. GUI thread only.
 class AboutModel : public QObject
 {
     Q_OBJECT
@@ -28,13 +28,15 @@ public:
     bool hasRefreshed() const { return m_refresh.hasRefreshed(); }
     ObjectListModel *nameValueListModel() { return &m_nameValueListModel; } ///< Of AboutItemModel.
 
-    /// Where the operator keeps such files; the home directory until told otherwise. It is not remembered.
+    /// The directory in which the page's file dialog starts, as a URL; first the home directory. Not stored in the
+    /// settings.
     QUrl lastDirectory();
-    void setLastDirectory(const QUrl &directory); ///< Signals in any case. An invalid one means the home directory.
+    void setLastDirectory(const QUrl &directory); ///< Signals in any case. An invalid URL sets the home directory.
 
-    /// Reads the rows anew; of two reads at once the later one is published.
+    /// Reads the rows again. Of two simultaneous reads only the later one is published.
     Q_INVOKABLE void refresh();
-    /// Writes the rows to a file, named by a URL, with line ends of CR LF. False if it cannot be opened.
+    /// Writes the rows to the file of a URL, in UTF-8 with CR LF line ends. Returns false if the file cannot be opened;
+    /// a failed write is not reported.
     Q_INVOKABLE bool saveTextFile(const QString &filenameWithPath);
 
 signals:
@@ -46,7 +48,7 @@ signals:
 private:
     using Self = AboutModel;
 
-    /// Name and value of each row, in the order of the list.
+    /// The name and value of each row, in the order of the list.
     struct Rows : QList<std::pair<QString, QString>> {
         static Rows read(const CameraAccess &camera);
         void readNames(uint64_t handle);
@@ -60,5 +62,5 @@ private slots:
 private:
     ObjectListModel m_nameValueListModel{true};
     QUrl m_lastDirectory;
-    Refresh<Self, Rows> m_refresh{this, &Self::finishedWatcher, Form::Unguarded};
+    Refresh<Self, Rows> m_refresh{this, &Self::finishedWatcher, RefreshForm::Unguarded};
 };

@@ -7,7 +7,7 @@
 namespace
 {
 
-constexpr int century = 2000; // Where the years of the real-time clock begin.
+constexpr int century = 2000; // The real-time clock counts years from 2000.
 
 } // namespace
 
@@ -32,7 +32,7 @@ void AdjustTimeModel::finishedWatcher()
 {
     const Settings s = m_refresh.result();
     if (s.hasTime) {
-        // Checked here, since QDateTime makes midnight of a time that does not exist.
+        // Checked here: QDateTime turns an invalid time into midnight.
         const QTime clock(s.hour, s.minute, s.second);
         const QDateTime time
             = clock.isValid() ? QDateTime(QDate(s.year + century, s.month, s.day), clock) : QDateTime();

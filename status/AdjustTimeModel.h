@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
-/// Reads the camera's real-time clock and sets both of its clocks, by hand or from the computer's. Times are local
-/// times; no zone is converted. GUI thread only.
+/// Reads the camera's real-time clock, and sets this clock and the IRIG time to a given time or to that of the
+/// computer. Times are local times; time zones are not converted. GUI thread only.
 class AdjustTimeModel : public QObject
 {
     Q_OBJECT
@@ -21,15 +21,16 @@ public:
 
     bool refreshing() const { return m_refresh.refreshing(); }
     bool hasRefreshed() const { return m_refresh.hasRefreshed(); }
-    QDateTime cameraTime() const { return m_cameraTime; } ///< As last read or set; it does not run on.
-    /// Sets the real-time clock, which keeps years from 2000 in a byte, and the IRIG time, whichever of them the camera
-    /// uses.
+    QDateTime cameraTime() const { return m_cameraTime; } ///< As last read or set; it does not advance by itself.
+    /// Writes the time to the real-time clock, which counts years from 2000 in a byte, and to the IRIG time, since the
+    /// camera uses one of them. Ignores both statuses, then stores and signals the time. Does nothing if it is the
+    /// stored one.
     void setCameraTime(const QDateTime &time);
 
-    Q_INVOKABLE void refresh();
-    /// The same, but signals the time in any case: the operator may have typed over the one on show.
+    Q_INVOKABLE void refresh(); ///< Reads the real-time clock; signals a changed time.
+    /// As refresh(), but signals the time also if it is unchanged: the operator may have overwritten it in the fields.
     Q_INVOKABLE void getCameraTime();
-    Q_INVOKABLE void syncCameraTimeToPC();
+    Q_INVOKABLE void syncCameraTimeToPC(); ///< Calls setCameraTime() with the present time of the computer.
 
 signals:
     void refreshingChanged();
@@ -39,9 +40,9 @@ signals:
 private:
     using Self = AdjustTimeModel;
 
-    /// What a read brought.
+    /// The result of a read.
     struct Settings {
-        bool forceUpdate = false; ///< Signal it even if it is the time that is known.
+        bool forceUpdate = false; ///< Signal the time even if it is unchanged.
         bool hasTime = false;
         uint8_t year = 0; ///< From 2000.
         uint8_t month = 0;
@@ -60,5 +61,5 @@ private:
     void startRead(bool forceUpdate);
 
     QDateTime m_cameraTime;
-    Refresh<Self, Settings> m_refresh{this, &Self::finishedWatcher, Form::RefreshingOnly};
+    Refresh<Self, Settings> m_refresh{this, &Self::finishedWatcher, RefreshForm::RefreshingOnly};
 };

@@ -20,7 +20,7 @@ namespace
 
 using hlx::cam::IZVTController;
 
-constexpr int freeRatesMode = 2; // The sequencing mode in which each preset runs at a rate of its own.
+constexpr int freeRatesMode = 2; // The sequencing mode in which each preset has its own frame rate.
 constexpr uint8_t thermoelectricCooler = 1;
 
 QString rateText(double hertz)
@@ -35,7 +35,7 @@ QString timeText(double milliseconds)
     return plainLocale().toString(milliseconds, 'f', decimals);
 }
 
-/// The lowest and highest of a series.
+/// The lowest and the highest of a series of values.
 struct Range {
     double lowest = std::numeric_limits<double>::max();
     double highest = std::numeric_limits<double>::lowest();
@@ -94,7 +94,7 @@ void StatusTabModel::connectedChangedCameraModel() { checkTimer(); }
 
 void StatusTabModel::refresh() { m_refresh.start(&Result::read); }
 
-// Each step ends the read on its failure, with what is there so far.
+// Returns at the first step that fails, with the values read until then.
 StatusTabModel::Result StatusTabModel::Result::read(const CameraAccess &camera)
 {
     Result result;
@@ -107,7 +107,7 @@ StatusTabModel::Result StatusTabModel::Result::read(const CameraAccess &camera)
     result.frameSize = QStringLiteral("%1x%2").arg(width).arg(height);
 
     Nullable<int> mode;
-    if (!::read(mode, &IZVTController::GetPresetSequencingMode, camera.controller))
+    if (!fetch(mode, &IZVTController::GetPresetSequencingMode, camera.controller))
         return result;
     if (mode.get() == 0)
         result.readActivePreset(camera);
@@ -121,17 +121,17 @@ void StatusTabModel::Result::readActivePreset(const CameraAccess &camera)
     Nullable<int> preset;
     Nullable<double> hertz;
     Nullable<double> milliseconds;
-    if (!::read(preset, &IZVTController::GetActivePreset, camera.controller)
-        || !::read(hertz, &IZVTController::GetPresetFrameRate, camera.controller, preset.get()))
+    if (!fetch(preset, &IZVTController::GetActivePreset, camera.controller)
+        || !fetch(hertz, &IZVTController::GetPresetFrameRate, camera.controller, preset.get()))
         return;
     frameRate = QStringLiteral("%1 Hz").arg(rateText(hertz.get()));
-    if (::read(milliseconds, &IZVTController::GetPresetIntegrationTime, camera.controller, preset.get()))
+    if (fetch(milliseconds, &IZVTController::GetPresetIntegrationTime, camera.controller, preset.get()))
         integrationTime = QStringLiteral("%1 ms").arg(timeText(milliseconds.get()));
 }
 
 void StatusTabModel::Result::readSequence(const CameraAccess &camera, int mode)
 {
-    // What the sequence holds does not matter; that it can be read does.
+    // The entries are not used; only a failure matters.
     std::array<IZVTController::SPresetSequenceEntry, presetCount> sequence{};
     if (!camera.controller->GetPresetSequence(sequence.data(), presetCount))
         return;
@@ -140,8 +140,8 @@ void StatusTabModel::Result::readSequence(const CameraAccess &camera, int mode)
     for (int preset = 0; preset < presetCount; ++preset) {
         Nullable<double> milliseconds;
         Nullable<double> hertz;
-        if (!::read(milliseconds, &IZVTController::GetPresetIntegrationTime, camera.controller, preset)
-            || !::read(hertz, &IZVTController::GetPresetFrameRate, camera.controller, preset))
+        if (!fetch(milliseconds, &IZVTController::GetPresetIntegrationTime, camera.controller, preset)
+            || !fetch(hertz, &IZVTController::GetPresetFrameRate, camera.controller, preset))
             return;
         times.include(milliseconds.get());
         rates.include(hertz.get());
@@ -154,7 +154,7 @@ void StatusTabModel::Result::readSequence(const CameraAccess &camera, int mode)
         return;
     }
     Nullable<double> superframeHertz;
-    if (::read(superframeHertz, &IZVTController::GetSuperframeRate, camera.controller))
+    if (fetch(superframeHertz, &IZVTController::GetSuperframeRate, camera.controller))
         //: The rate of whole superframes
         frameRate = tr("%1 Hz (Superframe)").arg(rateText(superframeHertz.get()));
 }
@@ -194,7 +194,7 @@ StatusTabModel::TimesAndTempsResult StatusTabModel::TimesAndTempsResult::read(co
     if (tick % ticksBetweenTemperatures == 0)
         result.readTemperatures(camera.handle);
     if (tick == 0)
-        ::read(result.operatingMinutes, zvtGetOperatingTime, camera.handle);
+        fetch(result.operatingMinutes, zvtGetOperatingTime, camera.handle);
     return result;
 }
 
@@ -204,7 +204,7 @@ void StatusTabModel::TimesAndTempsResult::readClock(const CameraAccess &camera)
         hasRtc = zvtGetRealTimeClock(camera.handle, &year, &month, &day, &hour, &minute, &second) == 0;
         return;
     }
-    // The members of the packed record are not aligned, so that no function may write to them.
+    // Read into aligned variables: the members of the packed record are not aligned.
     uint16_t irigDay = 0;
     uint16_t millisecond = 0;
     uint16_t microsecond = 0;
@@ -220,8 +220,8 @@ void StatusTabModel::TimesAndTempsResult::readClock(const CameraAccess &camera)
 void StatusTabModel::TimesAndTempsResult::readTemperatures(uint64_t handle)
 {
     readDetectorTemperature(handle);
-    if (::read(hasLensTemp, zvtGetHasLensTemperature, handle) && hasLensTemp.get())
-        ::read(lensTemp, zvtGetLensTemperature, handle);
+    if (fetch(hasLensTemp, zvtGetHasLensTemperature, handle) && hasLensTemp.get())
+        fetch(lensTemp, zvtGetLensTemperature, handle);
     scOk = zvtGetSCTemperatures(handle, &frontPanelTemp, &airGapTemp, &scInternalTemp) == 0;
     rsOk = zvtGetRSTemperatures(handle, &rsInternalTemp) == 0;
 }
@@ -232,8 +232,8 @@ void StatusTabModel::TimesAndTempsResult::readDetectorTemperature(uint64_t handl
     constexpr float fallbackColdTemperature = 80.0F; // Kelvin.
     constexpr double settledDistance = 0.5; // Kelvin.
 
-    const bool fpaRead = ::read(fpaTemp, zvtGetFPATemperature, handle);
-    const bool typeRead = ::read(coolerType, zvtMfgGetCoolerType, handle);
+    const bool fpaRead = fetch(fpaTemp, zvtGetFPATemperature, handle);
+    const bool typeRead = fetch(coolerType, zvtMfgGetCoolerType, handle);
     if (!fpaRead || !typeRead)
         return;
     fpaTempCelsius = coolerType.get() == thermoelectricCooler;
@@ -266,7 +266,7 @@ void StatusTabModel::finishedGettingTimesAndTemps()
     m_timesAndTemps.finish();
 }
 
-// Which clock the camera keeps is asked afresh: it may have become another camera since the task read it.
+// Asks again which clock the camera has: the controller may have another camera since the task ran.
 void StatusTabModel::publishTime(const TimesAndTempsResult &result)
 {
     const auto *root = CameraRoot::of(this);
@@ -306,7 +306,7 @@ void StatusTabModel::publishTemperatures(const TimesAndTempsResult &result)
         publishTemperature(result.airGapTemp, m_airGapTemp, &Self::airGapTempChanged);
         publishTemperature(result.scInternalTemp, m_internalChassisTemp, &Self::internalChassisTempChanged);
     }
-    // Behind the other one, so that this reading wins.
+    // Published last: it takes precedence over the interior temperature above.
     if (result.rsOk)
         publishTemperature(result.rsInternalTemp, m_internalChassisTemp, &Self::internalChassisTempChanged);
 }

@@ -16,9 +16,9 @@
 
 class ZvtCameraModel;
 
-/// What the camera is doing now. Frame size, frame rate and integration time change seldom and are read on demand; the
-/// clock, the temperatures, the operating hours and the saturation are polled once a second while the page can be seen.
-/// GUI thread only. (The header is long by its two result records.)
+/// The present state of the camera. Frame size, frame rate and integration time change seldom and are read on demand.
+/// The clock and the saturation are polled each second while the page is visible, the temperatures each 5 s, the
+/// operating time each minute. GUI thread only. (The header is long because of its two result records.)
 class StatusTabModel : public BaseTabModel
 {
     Q_OBJECT
@@ -47,28 +47,30 @@ public:
     explicit StatusTabModel(QObject *parent);
 
     bool visible() const { return m_visible; }
-    /// Starts the poll when the page comes into sight of a connected camera, and stops it when it goes.
+    /// The poll runs while the page is visible and the camera is connected.
     void setVisible(bool visible);
-    QString time() const { return m_time; }
-    QString operatingTime() const { return m_operatingTime; }
+    QString time() const { return m_time; } ///< "YYYY-MM-DD hh:mm:ss", or IRIG time with "L" if it is locked.
+    QString operatingTime() const { return m_operatingTime; } ///< "H h MM min".
     ZvtCameraModel *cameraModel() const;
 
-    double fpaTemp() const { return m_fpaTemp.value_or(0.0); } ///< Kelvin.
-    bool fpaCold() const { return m_fpaCold; }
-    bool fpaTempCelsius() const { return m_fpaTempCelsius; } ///< Whether to show fpaTemp() in Celsius.
+    double fpaTemp() const { return m_fpaTemp.value_or(0.0); } ///< Detector, in Kelvin; 0 if not read.
+    bool fpaCold() const { return m_fpaCold; } ///< The detector has its operating temperature.
+    bool fpaTempCelsius() const { return m_fpaTempCelsius; } ///< Whether to show fpaTemp() in degrees Celsius.
+    /// These sensors in degrees Celsius; 0 if not read.
     double frontPanelTemp() const { return m_frontPanelTemp.value_or(0.0); }
     double airGapTemp() const { return m_airGapTemp.value_or(0.0); }
     double lensTemp() const { return m_lensTemp.value_or(0.0); }
     bool hasLensTemp() const { return m_hasLensTemp; }
-    double internalChassisTemp() const { return m_internalChassisTemp.value_or(0.0); } ///< One sensor, under two names.
+    double internalChassisTemp() const { return m_internalChassisTemp.value_or(0.0); } ///< "Chassis" or "Internal".
 
+    /// Texts with their units; empty if not read. Frame size in pixels.
     QString frameSize() const { return m_frameSize; }
     QString integrationTime() const { return m_integrationTime; }
     QString frameRate() const { return m_frameRate; }
     bool saturated() const { return m_saturated; }
     bool loaded() const { return m_loaded; } ///< The page has been visible at least once.
 
-    Q_INVOKABLE void refresh() override;
+    Q_INVOKABLE void refresh() override; ///< Reads frame size, frame rate and integration time.
     Q_INVOKABLE double convertKelvinToCelsius(double kelvinTemp) const { return kelvinTemp - kelvinOffset; }
 
 signals:
@@ -76,7 +78,7 @@ signals:
     void timeChanged();
     void operatingTimeChanged();
 
-    // The first reading of a temperature is signalled even if it is zero, the value before it.
+    // The first reading of a temperature is signalled even if it is 0, which is also the value without a reading.
     void fpaTempChanged();
     void fpaColdChanged();
     void fpaTempCelsiusChanged();
@@ -97,7 +99,7 @@ private:
 
     static constexpr double kelvinOffset = 273.15;
 
-    /// The slow values as the page shows them; empty if not read.
+    /// The values that change seldom, as texts; empty if not read.
     struct Result {
         QString frameSize;
         QString frameRate;
@@ -108,10 +110,10 @@ private:
         void readSequence(const CameraAccess &camera, int mode);
     };
 
-    /// What one poll read.
+    /// The result of one poll.
     struct TimesAndTempsResult {
         bool hasRtc = false;
-        uint8_t year = 0; ///< From 2000.
+        uint8_t year = 0; ///< Counted from 2000.
         uint8_t month = 0;
         uint8_t day = 0;
         uint8_t hour = 0;
@@ -119,7 +121,7 @@ private:
         uint8_t second = 0;
         bool hasIrig = false;
         uint8_t irigLocked = 0;
-        uint16_t irigYear = 0; ///< 0: the signal carries no year.
+        uint16_t irigYear = 0; ///< 0 if the signal has no year.
         zvtSIRIG irig{};
         Nullable<float> fpaTemp; ///< Kelvin.
         Nullable<float> coldTemp; ///< Kelvin, or Celsius with a thermoelectric cooler.
@@ -131,10 +133,10 @@ private:
         Nullable<uint8_t> hasLensTemp;
         bool scOk = false;
         bool rsOk = false;
-        float frontPanelTemp = 0.0F;
+        float frontPanelTemp = 0.0F; ///< Celsius, as are the next three.
         float airGapTemp = 0.0F;
-        float scInternalTemp = 0.0F;
-        float rsInternalTemp = 0.0F;
+        float scInternalTemp = 0.0F; ///< Of the sensor controller.
+        float rsInternalTemp = 0.0F; ///< Of the readout electronics.
         Nullable<uint32_t> operatingMinutes;
         uint8_t saturated = 0;
 
@@ -144,8 +146,9 @@ private:
         void readDetectorTemperature(uint64_t handle);
     };
 
-    /// Which poll reads what: the tick runs from 0 to 59 and is moved by the task that ran it, so that a slow camera
-    /// delays the schedule. Shared with the tasks; a restart voids the move of a task that began before it.
+    /// The schedule of the polls: a tick from 0 to 59 selects the reads of a poll. The task of a poll advances it at
+    /// its end, so a slow camera delays the schedule. Shared with the tasks. After a restart, advance() of an older
+    /// task does nothing.
     class Schedule
     {
     public:
@@ -191,6 +194,6 @@ private:
     bool m_loaded = false;
     QTimer m_updateTimeTimer{this};
     std::shared_ptr<Schedule> m_schedule = std::make_shared<Schedule>();
-    Refresh<Self, TimesAndTempsResult> m_timesAndTemps{this, &Self::finishedGettingTimesAndTemps, Form::NoFlags};
-    Refresh<Self, Result> m_refresh{this, &Self::finishedResultWatcher, Form::NoFlags};
+    Refresh<Self, TimesAndTempsResult> m_timesAndTemps{this, &Self::finishedGettingTimesAndTemps, RefreshForm::NoFlags};
+    Refresh<Self, Result> m_refresh{this, &Self::finishedResultWatcher, RefreshForm::NoFlags};
 };

@@ -2,8 +2,7 @@
 
 #include "hlx/IZVTController.h"
 
-/// A controller of another make, which is no CZVTController: it reaches the camera of a handle by the SDK alone, and
-/// refuses every operation of its own.
+/// A controller that is not a CZVTController. SDK calls with its handle work; all its own operations fail.
 class ForeignController final : public hlx::cam::IZVTController
 {
 public:

@@ -8,7 +8,7 @@
 #include <limits>
 #include <thread>
 
-/// A general setup with its presets below a root that has read it, and what a test wants to know of it.
+/// A general setup with its presets below a root that has read it, with helpers for tests.
 struct Setup {
     explicit Setup(const QString &profile = QStringLiteral("everything"), bool connected = true)
         : rig(profile, connected), root(rig.controller(), nullptr), model(root.setupGeneralModel())
@@ -19,7 +19,7 @@ struct Setup {
     emulator::Gate &gate() { return rig.gate(); }
     size_t mark() { return rig.gate().mark(); }
 
-    /// One read of everything, to its end. Gives the calls of its task.
+    /// Reads everything and waits for the end. Returns the calls of the task.
     QStringList refresh()
     {
         const size_t start = mark();
@@ -28,7 +28,7 @@ struct Setup {
         return taskCalls(start);
     }
 
-    /// "GetPresetFrameRate 2", "zvtGetNumPresets".
+    /// The calls of pool tasks as name and arguments: "GetPresetFrameRate 2", "zvtGetNumPresets".
     QStringList taskCalls(size_t start) { return calls(start, false); }
     QStringList guiCalls(size_t start) { return calls(start, true); }
 
@@ -50,7 +50,7 @@ struct Setup {
     SetupGeneralModel *model;
 };
 
-inline constexpr int presetNumber = 2; ///< Of the preset under test.
+inline constexpr int presetNumber = 2; ///< The preset under test.
 inline const double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 /// A preset of a root that has read it.
@@ -68,7 +68,7 @@ struct Preset : Setup {
         return taskCalls(start);
     }
 
-    /// Writes a property. Gives the calls of the GUI thread.
+    /// Writes a property. Returns the calls of the GUI thread.
     QStringList write(const char *property, const QVariant &value)
     {
         const size_t start = mark();
@@ -98,14 +98,14 @@ inline QStringList fullReadOf(int preset)
                        preset);
 }
 
-/// Those of a read of what follows from its exposure.
+/// The calls of a partial read of one preset, in order.
 inline QStringList partialReadOf(int preset)
 {
     return presetCalls(
         {"GetPresetIntegrationTime", "GetPresetFrameRate", "GetPresetFrameRates", "GetPresetFrameRateIndex"}, preset);
 }
 
-/// The partial reads of all presets, sorted: they run beside one another.
+/// The calls of the partial reads of all presets, sorted, since these reads run at the same time.
 inline QStringList partialReadsOfAll()
 {
     QStringList list;

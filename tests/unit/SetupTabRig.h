@@ -9,7 +9,7 @@
 
 #include <thread>
 
-/// A Setup tab below a root, and what a test wants to know of it.
+/// A Setup tab below a root, with helpers for tests.
 struct SetupTab {
     explicit SetupTab(const QString &profile = QStringLiteral("everything"), bool connected = true)
         : rig(profile, connected), root(rig.controller(), nullptr), model(root.setupTabModel()), log(model)
@@ -23,7 +23,7 @@ struct SetupTab {
 
     enum Where { Anywhere, OnGui, OnPool };
 
-    /// "zvtFocusMove -1", in the order of their arrival.
+    /// The calls after the mark `since`, in order, as name and arguments: "zvtFocusMove -1".
     QStringList calls(size_t since, Where where = Anywhere)
     {
         static const QStringList silent{"controller.GetHandle", "controller.IsConnected", "controller.capabilities"};
@@ -37,7 +37,7 @@ struct SetupTab {
         return list;
     }
 
-    /// The calls of an action, to its end.
+    /// The calls of an action until its tasks have ended.
     template <class Action> QStringList callsOf(Action action)
     {
         const size_t since = mark();
@@ -68,7 +68,7 @@ struct SetupTab {
         return callsOf([&] { QMetaObject::invokeMethod(timer(name), "timeout"); });
     }
 
-    /// Gives the lens these limits and this position, and reads them.
+    /// Scripts these limits and this position of the focus, and reads them.
     void readFocus(uint nearPosition, uint farPosition, uint position)
     {
         gate().script("zvtGetFocusNearPos", nearPosition);
@@ -90,7 +90,7 @@ struct SetupTab {
     SignalLog log;
 };
 
-/// The calls of a read of focus limits, which runs beside the others.
+/// The calls of a read of focus limits, which is a separate task.
 inline QStringList limitCalls(const QStringList &calls)
 {
     static const QRegularExpression limits(
@@ -98,7 +98,7 @@ inline QStringList limitCalls(const QStringList &calls)
     return calls.filter(limits);
 }
 
-/// The calls of a refresh itself.
+/// The calls of a refresh, without those of the tasks that it starts.
 inline QStringList settingCalls(QStringList calls)
 {
     for (const QString &call : limitCalls(calls) + calls.filter(QStringLiteral("zvtListLensStates")))
@@ -106,6 +106,6 @@ inline QStringList settingCalls(QStringList calls)
     return calls;
 }
 
-/// What is looked at after a zoom.
+/// The calls after a zoom.
 inline const QStringList focusAndDistances{"zvtGetFocusCurrentPos", "zvtGetFocusToDistanceAvailable",
                                            "zvtGetFocusToDistanceMin", "zvtGetFocusToDistanceMax"};

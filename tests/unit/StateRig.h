@@ -11,7 +11,7 @@
 
 #include "zvt/zvtsdk.h"
 
-/// The camera states below a root, and what a test wants to know of them.
+/// The camera states below a root, with helpers for tests.
 struct State {
     explicit State(bool connected = true, const QString &profile = QStringLiteral("everything"))
         : rig(profile, connected), root(rig.controller(), nullptr), model(*root.cameraState())
@@ -40,13 +40,13 @@ struct State {
 
     CameraStateEntry *entry(int row) const { return qobject_cast<CameraStateEntry *>(model.entries()->at(row)); }
 
-    /// The state files on the camera's own storage, finished or not.
+    /// The state files in the camera's own storage, also unfinished ones.
     QStringList files()
     {
         return QDir(rig.camera().folder() + "/states").entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
 
-    /// Notes the signals of the model in their order.
+    /// Records these signals of the model in order.
     QStringList &note(std::initializer_list<std::pair<void (CameraStateModel::*)(), const char *>> which)
     {
         for (const auto &[signal, name] : which)

@@ -7,7 +7,7 @@
 #include <QLocale>
 #include <QTimer>
 
-/// A Status tab below a root, and what a test wants to know of it.
+/// A Status tab below a root, with helpers for tests.
 struct Status {
     explicit Status(const QString &profile = QStringLiteral("everything"), bool connected = true)
         : rig(profile, connected), root(rig.controller(), nullptr), model(root.statusTabModel())
@@ -16,7 +16,7 @@ struct Status {
         CameraRig::settle(); // The root reads the general setup.
     }
 
-    /// One turn of the timer, to its end. Gives the calls of its task.
+    /// Triggers the timer once and waits for the end. Returns the calls of the task.
     QStringList poll()
     {
         const size_t mark = rig.gate().mark();
@@ -25,7 +25,7 @@ struct Status {
         return taskCalls(mark);
     }
 
-    /// Shows the page, which polls at once.
+    /// Shows the page, which polls at once. Returns the calls of the task.
     QStringList show()
     {
         const size_t mark = rig.gate().mark();

@@ -250,7 +250,7 @@ void tst_AdjustTimeModel::yearWrapsInTheByteOfTheRealTimeClock()
                           QStringLiteral("zvtSetIRIGTime(%1, 2, 3, 4, 5, 0, 0)").arg(year)}));
 }
 
-// Fields left empty make no date. The camera refuses it and keeps its time.
+// Empty fields make an invalid date. The camera refuses it and keeps its time.
 void tst_AdjustTimeModel::invalidTimeReachesTheCamera()
 {
     Time time;

@@ -11,7 +11,7 @@
 namespace
 {
 
-// A root that knows no more than what the capabilities ask for.
+// A root with only the functions that the capabilities use.
 class Root : public QObject, public CameraRoot
 {
 public:
@@ -54,8 +54,7 @@ const QString levels = QStringLiteral("numFPAGainLevels");
 const QString chassis = QStringLiteral("hasChassisTemperature");
 const QString internal = QStringLiteral("hasInternalTemperature");
 
-// Private members can be named in an explicit instantiation, which is how the test gets at an operation that the system
-// keeps but does not use.
+// An explicit instantiation may name private members. The test reaches in this way a function that nothing calls.
 using WildcardMatch = bool (*)(const hlx::CString &, const QString &);
 template <WildcardMatch match> struct Access {
     friend WildcardMatch wildcardMatch() { return match; }
@@ -91,7 +90,7 @@ private slots:
     void fitsWildcards();
 
 private:
-    // Gives the camera this make-up, and the framework the news of it.
+    // Changes the camera's capabilities and updates those of the framework.
     void makeUp(const QVariantMap &capabilities);
     QVariant value(const QString &name) const { return m_root->m_capabilities.property(qPrintable(name)); }
 
@@ -196,7 +195,7 @@ void tst_CameraCapabilitiesModel::internalTemperatureIsAskedWithoutChassis()
     m_root->m_capabilities.configure();
     QCOMPARE(value(internal), QVariant(false));
     QCOMPARE(value(chassis), QVariant(true));
-    // The chassis is looked at first: one configuration is enough.
+    // The chassis sensor is read first: one configure() is enough.
     makeUp({{chassis, false}});
     m_root->m_capabilities.configure();
     QCOMPARE(value(internal), QVariant(true));

@@ -5,7 +5,7 @@
 
 #include <atomic>
 
-/// The list, the name of the current state, and what changes the list.
+/// The list of states, the name of the current one, and the operations that change the list.
 class tst_CameraStateModel : public Test
 {
     Q_OBJECT
@@ -118,7 +118,7 @@ void tst_CameraStateModel::stateMayBeOverwritten()
     QCOMPARE(state.model.canSaveState(), canSave);
 }
 
-// The camera may leave something in the buffer of a call that fails. It is no name, but it is what is tested.
+// After a failed call the buffer is not used as the name, but the SDK still validates its contents.
 void tst_CameraStateModel::unreadNameIsTestedAsItIs()
 {
     State state;
@@ -253,7 +253,7 @@ void tst_CameraStateModel::entriesAreReplacedAndFreed()
     QVERIFY(deleted.isNull());
 }
 
-// What changes it
+// Operations that change the list
 
 void tst_CameraStateModel::deletingTakesTheFirstEntryOfTheName()
 {
@@ -294,7 +294,7 @@ void tst_CameraStateModel::renamingMovesTheEntryToTheEnd()
     QCOMPARE(state.names(), QStringList({"b", "c", "z"}));
     QCOMPARE(state.entry(2)->date(), date);
     QCOMPARE(state.files(), QStringList({"b.qsf", "c.qsf", "z.qsf"}));
-    // Though it was this state that was renamed.
+    // Although this is the renamed state.
     QCOMPARE(state.model.currentStateName(), QStringLiteral("a"));
 }
 
@@ -320,7 +320,7 @@ void tst_CameraStateModel::existenceIsAskedOfTheCamera()
     QVERIFY(!state.model.stateExists("a"));
 }
 
-// And not as a state name, which is shorter.
+// Not as a state name, whose maximum length is shorter.
 void tst_CameraStateModel::nameIsTestedAsAFileName()
 {
     State state;
@@ -337,7 +337,7 @@ void tst_CameraStateModel::nameIsTestedAsAFileName()
 namespace
 {
 
-/// States with something to read: a current state that may be overwritten, and two in the list.
+/// States for the walkers: a current one that may be overwritten, and two in the list.
 ModelUnderTest states()
 {
     auto model = modelOf<CameraStateModel>();
@@ -345,7 +345,7 @@ ModelUnderTest states()
         for (const char *name : {"a", "b"})
             zvtSaveStateAs(rig.camera().handle(), name);
     };
-    // The constructor starts a read of its own; the model is seen with what that has read.
+    // The constructor starts a read; the walkers compare the model after it.
     return model;
 }
 
@@ -353,8 +353,8 @@ ModelUnderTest states()
 
 void tst_CameraStateModel::failingReads()
 {
-    // The name is read with the list by a task of its own, which publishes whatever it got. A call that fails in it
-    // takes no value from the list.
+    // A refresh reads the name in a separate task, which always publishes. A call that fails in it does not change the
+    // list.
     walkFailingReads(
         states(),
         {{"zvtListStates",
@@ -363,7 +363,7 @@ void tst_CameraStateModel::failingReads()
           {{"canSaveState", "currentStateName"},
            "no name is an empty one, which no state can have",
            {"canSaveState", "currentStateName"}}},
-         {"zvtIsFactoryDefaultState", {{}, "its status is not looked at; unread it counts as false"}}});
+         {"zvtIsFactoryDefaultState", {{}, "its status is ignored; a failed read counts as false"}}});
 }
 
 void tst_CameraStateModel::heldReadsOutliveTheModel() { walkHeldDeletion(states()); }

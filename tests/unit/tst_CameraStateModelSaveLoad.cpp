@@ -11,7 +11,7 @@ namespace
 
 using Operation = std::function<void(CameraStateModel &)>;
 
-/// One of the six operations that save or load, and what it is to do.
+/// One of the six operations that save or load, with its expected effects.
 struct SaveOrLoad {
     const char *name;
     Operation start;
@@ -124,7 +124,7 @@ void tst_CameraStateModelSaveLoad::successNamesTheState()
     if (!operation.canSave)
         expected << "canSave";
     QCOMPARE(order, expected);
-    // The camera agrees.
+    // The camera reports the same.
     state.run(&CameraStateModel::refresh);
     QCOMPARE(state.model.currentStateName(), QLatin1String(operation.newName));
     QCOMPARE(state.model.canSaveState(), operation.canSave);
@@ -145,7 +145,7 @@ void tst_CameraStateModelSaveLoad::failureKeepsTheNameAndForbidsSaving()
     QVERIFY(!state.model.canSaveState());
     QCOMPARE(order, QStringList("canSave"));
     QCOMPARE(state.files(), files);
-    // Until the next read.
+    // The next read allows it again.
     state.run(&CameraStateModel::refresh);
     QVERIFY(state.model.canSaveState());
 }
@@ -197,7 +197,7 @@ void tst_CameraStateModelSaveLoad::stateThatMayNotBeOverwrittenIsNotSaved()
     QVERIFY(!state.rig.callsSince(mark).contains("zvtSaveState"));
 }
 
-// Whatever is read meanwhile.
+// A read that ends meanwhile does not change this.
 void tst_CameraStateModelSaveLoad::savedStateIsThatOfTheStart()
 {
     InStateA state;
@@ -225,7 +225,7 @@ void tst_CameraStateModelSaveLoad::specialNamesAreNotSaved()
     QCOMPARE(state.rig.callsSince(mark), QStringList());
 }
 
-// It passes for a name, and is no longer one to overwrite when it is read.
+// The name is accepted, but after the next read the state cannot be overwritten.
 void tst_CameraStateModelSaveLoad::specialNameInAnotherCaseIsSaved()
 {
     InStateA state;
@@ -285,7 +285,7 @@ void tst_CameraStateModelSaveLoad::loadWithoutAControllerFails()
     QCOMPARE(orphan.cameraState()->currentStateName(), QString());
 }
 
-// What hangs on the end of a load
+// The end of a load
 
 void tst_CameraStateModelSaveLoad::endOfALoadReadsAllThatIsVisibleOnce()
 {
@@ -294,17 +294,17 @@ void tst_CameraStateModelSaveLoad::endOfALoadReadsAllThatIsVisibleOnce()
     state.run(&CameraStateModel::loadState, QStringLiteral("a"));
     const QStringList calls = state.rig.callsSince(mark);
     QCOMPARE(calls.count("controller.LoadState"), 1);
-    // Of the Status tab.
+    // A call of the Status tab.
     QCOMPARE(calls.count("controller.GetActivePreset"), 1);
-    // A load that failed may have changed something all the same.
+    // A failed load may have changed settings too.
     state.rig.gate().failAlways("controller.LoadState");
     const size_t failedMark = state.rig.gate().mark();
     state.run(&CameraStateModel::loadState, QStringLiteral("a"));
     QCOMPARE(state.rig.callsSince(failedMark).count("controller.GetActivePreset"), 1);
 }
 
-// Everything is visible that can be. Whatever the hot key of the host reads is read by the end of a load, as often and
-// no more; a save reads none of it.
+// All models that can be visible are. The end of a load reads the same as the host's hot key, as often and nothing
+// else; the end of a save reads none of it.
 void tst_CameraStateModelSaveLoad::endOfALoadReadsWhatTheHotKeyReads()
 {
     QFETCH(const int, row);
@@ -314,7 +314,7 @@ void tst_CameraStateModelSaveLoad::endOfALoadReadsWhatTheHotKeyReads()
         if (model->metaObject()->indexOfProperty("visible") >= 0)
             model->setProperty("visible", true);
     CameraRig::settle();
-    // What polls goes by a clock of its own.
+    // Polls have timers, which would add calls.
     for (QTimer *timer : state.root.findChildren<QTimer *>())
         timer->stop();
     const auto callsOf = [&state](const std::function<void()> &act) {

@@ -13,7 +13,7 @@ namespace
 constexpr const char *uploadCall = "zvtUploadStateStd";
 constexpr const char *downloadCall = "zvtDownloadStateStd";
 
-/// A camera with the state "a", and a folder of the computer.
+/// A camera with the state "a", and a folder on the computer.
 struct Transfer : State {
     Transfer()
     {
@@ -140,7 +140,7 @@ void tst_CameraStateModelTransfer::flagsStandWhileItRuns()
     QCOMPARE(order.last(), QStringLiteral("transferring"));
 }
 
-// Direction and result are known by then, and the list has not been asked for yet.
+// Direction and result are set before the signal, and the list is read after it.
 void tst_CameraStateModelTransfer::endIsToldWithItsResult()
 {
     Transfer transfer;
@@ -320,7 +320,7 @@ void tst_CameraStateModelTransfer::destructionWaitsForTheTransfer()
     QVERIFY(rig.gate().waitHeld(downloadCall));
     std::jthread releaser([&rig] { rig.gate().release("*"); });
     root.reset();
-    // It was not aborted.
+    // The transfer was not aborted.
     QVERIFY(QFile::exists(folder.filePath("copy.qsf")));
 }
 

@@ -12,7 +12,7 @@
 namespace
 {
 
-// The text of what `action` throws, empty if it throws nothing.
+// The text of the exception that `action` throws; empty if it throws none.
 template <class Action> std::string thrownBy(Action action)
 {
     try {

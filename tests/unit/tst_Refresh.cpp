@@ -10,7 +10,7 @@
 namespace
 {
 
-/// What a task waits for, so that a test decides when a read ends.
+/// A task waits for `go`, so that a test decides when a read ends.
 struct Latch {
     QSemaphore started;
     QSemaphore go;
@@ -22,13 +22,13 @@ struct Value {
 
 } // namespace
 
-/// A model of every form. It writes down each of its signals in their order.
+/// A model with a refresh of any form. It records its signals in order.
 class RefreshedModel : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit RefreshedModel(Form form) : m_refresh(this, &RefreshedModel::finishedWatcher, form)
+    explicit RefreshedModel(RefreshForm form) : m_refresh(this, &RefreshedModel::finishedWatcher, form)
     {
         QObject::connect(this, &RefreshedModel::refreshingChanged, this,
                          [this] { m_log << (m_refresh.refreshing() ? "refreshing" : "not refreshing"); });
@@ -54,7 +54,7 @@ public:
 
     bool write(int number)
     {
-        if (!m_refresh.begin(Form::RefreshingOnly))
+        if (!m_refresh.begin(RefreshForm::RefreshingOnly))
             return false;
         m_refresh.run([number](const CameraAccess &) { return Value{number}; });
         return true;
@@ -65,8 +65,8 @@ public:
         m_poll.start([number](const CameraAccess &) { return Value{number}; });
     }
 
-    void follow(const QFuture<Value> &poll) { m_poll.follow(poll); }
-    bool lastPollRuns() const { return m_poll.last().isRunning(); }
+    void watch(const QFuture<Value> &poll) { m_poll.watch(poll); }
+    bool lastPollRuns() const { return m_poll.lastRead().isRunning(); }
 
     bool begin() { return m_refresh.begin(); }
     bool running() const { return m_refresh.running(); }
@@ -100,11 +100,11 @@ private:
     QStringList m_log;
     QList<int> m_published;
     QList<int> m_polled;
-    Refresh<RefreshedModel, Value> m_poll{this, &RefreshedModel::finishedPoll, Form::NewestOnly};
+    Refresh<RefreshedModel, Value> m_poll{this, &RefreshedModel::finishedPoll, RefreshForm::NewestOnly};
     Refresh<RefreshedModel, Value> m_refresh;
 };
 
-/// A model with neither flag, to see that the contract asks for no signals.
+/// A model without the two signals, which the contract does not require.
 class BareModel : public QObject
 {
     Q_OBJECT
@@ -124,7 +124,7 @@ private slots:
     }
 
 private:
-    Refresh<BareModel, Value> m_refresh{this, &BareModel::finishedWatcher, Form::NoFlags};
+    Refresh<BareModel, Value> m_refresh{this, &BareModel::finishedWatcher, RefreshForm::NoFlags};
 };
 
 class tst_Refresh : public Test
@@ -156,13 +156,14 @@ void tst_Refresh::flagsMoveInTheOrderOfTheForm_data()
     QTest::addColumn<QStringList>("atStart");
     QTest::addColumn<QStringList>("atEnd");
     const QStringList both{"refreshed", "not refreshing"};
-    QTest::newRow("standard") << int(Form::Standard) << QStringList{"refreshing", "not refreshed"} << both;
-    QTest::newRow("swapped") << int(Form::Swapped) << QStringList{"not refreshed", "refreshing"} << both;
-    QTest::newRow("refreshing only") << int(Form::RefreshingOnly) << QStringList{"refreshing"} << both;
-    QTest::newRow("flag guard") << int(Form::FlagGuard) << QStringList{"refreshing"} << QStringList{"not refreshing"};
-    QTest::newRow("no flags") << int(Form::NoFlags) << QStringList{} << QStringList{};
-    QTest::newRow("unguarded") << int(Form::Unguarded) << QStringList{} << both;
-    QTest::newRow("newest only") << int(Form::NewestOnly) << QStringList{} << QStringList{};
+    QTest::newRow("standard") << int(RefreshForm::Standard) << QStringList{"refreshing", "not refreshed"} << both;
+    QTest::newRow("swapped") << int(RefreshForm::Swapped) << QStringList{"not refreshed", "refreshing"} << both;
+    QTest::newRow("refreshing only") << int(RefreshForm::RefreshingOnly) << QStringList{"refreshing"} << both;
+    QTest::newRow("flag guard") << int(RefreshForm::FlagGuard) << QStringList{"refreshing"}
+                                << QStringList{"not refreshing"};
+    QTest::newRow("no flags") << int(RefreshForm::NoFlags) << QStringList{} << QStringList{};
+    QTest::newRow("unguarded") << int(RefreshForm::Unguarded) << QStringList{} << both;
+    QTest::newRow("newest only") << int(RefreshForm::NewestOnly) << QStringList{} << QStringList{};
 }
 
 void tst_Refresh::flagsMoveInTheOrderOfTheForm()
@@ -170,20 +171,20 @@ void tst_Refresh::flagsMoveInTheOrderOfTheForm()
     QFETCH(int, form);
     QFETCH(QStringList, atStart);
     QFETCH(QStringList, atEnd);
-    RefreshedModel model{Form(form)};
-    QCOMPARE(model.refreshing(), Form(form) == Form::Unguarded);
+    RefreshedModel model{RefreshForm(form)};
+    QCOMPARE(model.refreshing(), RefreshForm(form) == RefreshForm::Unguarded);
     QVERIFY(!model.hasRefreshed());
     for (int round = 0; round < 2; ++round) {
         const auto latch = std::make_shared<Latch>();
         model.refresh(round, latch);
         QCOMPARE(model.takeLog(), atStart);
         // A later read leaves a section of this form enabled.
-        if (Form(form) == Form::RefreshingOnly)
+        if (RefreshForm(form) == RefreshForm::RefreshingOnly)
             QCOMPARE(model.hasRefreshed(), round == 1);
         latch->go.release();
         QTRY_COMPARE(model.published().size(), round + 1);
-        // The form that leaves `hasRefreshed` alone signals it on its first rise only.
-        const bool roseBefore = round > 0 && Form(form) == Form::RefreshingOnly;
+        // This form signals `hasRefreshed` only when it first becomes true.
+        const bool roseBefore = round > 0 && RefreshForm(form) == RefreshForm::RefreshingOnly;
         QCOMPARE(model.takeLog(), roseBefore ? QStringList{"not refreshing"} : atEnd);
         QVERIFY(!model.refreshing());
     }
@@ -193,17 +194,17 @@ void tst_Refresh::flagsMoveInTheOrderOfTheForm()
 void tst_Refresh::secondRefreshWhileOneRunsEmitsNothing_data()
 {
     QTest::addColumn<int>("form");
-    QTest::newRow("standard") << int(Form::Standard);
-    QTest::newRow("swapped") << int(Form::Swapped);
-    QTest::newRow("refreshing only") << int(Form::RefreshingOnly);
-    QTest::newRow("flag guard") << int(Form::FlagGuard);
-    QTest::newRow("no flags") << int(Form::NoFlags);
+    QTest::newRow("standard") << int(RefreshForm::Standard);
+    QTest::newRow("swapped") << int(RefreshForm::Swapped);
+    QTest::newRow("refreshing only") << int(RefreshForm::RefreshingOnly);
+    QTest::newRow("flag guard") << int(RefreshForm::FlagGuard);
+    QTest::newRow("no flags") << int(RefreshForm::NoFlags);
 }
 
 void tst_Refresh::secondRefreshWhileOneRunsEmitsNothing()
 {
     QFETCH(int, form);
-    RefreshedModel model{Form(form)};
+    RefreshedModel model{RefreshForm(form)};
     const auto latch = std::make_shared<Latch>();
     model.refresh(1, latch);
     model.takeLog();
@@ -211,7 +212,7 @@ void tst_Refresh::secondRefreshWhileOneRunsEmitsNothing()
     QCOMPARE(model.takeLog(), QStringList());
     latch->go.release();
     QTRY_COMPARE(model.published(), QList<int>{1});
-    // Nothing was queued either.
+    // The dropped read was not queued either.
     QThreadPool::globalInstance()->waitForDone();
     QCoreApplication::processEvents();
     QCOMPARE(model.published(), QList<int>{1});
@@ -220,14 +221,14 @@ void tst_Refresh::secondRefreshWhileOneRunsEmitsNothing()
 void tst_Refresh::unguardedFormsPublishTheNewestOnly_data()
 {
     QTest::addColumn<int>("form");
-    QTest::newRow("unguarded") << int(Form::Unguarded);
-    QTest::newRow("newest only") << int(Form::NewestOnly);
+    QTest::newRow("unguarded") << int(RefreshForm::Unguarded);
+    QTest::newRow("newest only") << int(RefreshForm::NewestOnly);
 }
 
 void tst_Refresh::unguardedFormsPublishTheNewestOnly()
 {
     QFETCH(int, form);
-    RefreshedModel model{Form(form)};
+    RefreshedModel model{RefreshForm(form)};
     const auto latch = std::make_shared<Latch>();
     model.refresh(1, latch);
     latch->started.acquire();
@@ -241,7 +242,7 @@ void tst_Refresh::unguardedFormsPublishTheNewestOnly()
 
 void tst_Refresh::startTellsWhetherItWasDropped()
 {
-    RefreshedModel model{Form::Standard};
+    RefreshedModel model{RefreshForm::Standard};
     const auto latch = std::make_shared<Latch>();
     QVERIFY(!model.running());
     QVERIFY(model.refresh(1, latch));
@@ -251,10 +252,10 @@ void tst_Refresh::startTellsWhetherItWasDropped()
     QTRY_VERIFY(!model.running());
 }
 
-// A slow write behind the same slot as the reads: it shows as busy, and the section stays enabled.
+// A slow write with the same slot as the reads sets `refreshing` only, so the section stays enabled.
 void tst_Refresh::secondKindOfTaskTakesOtherFlags()
 {
-    RefreshedModel model{Form::Standard};
+    RefreshedModel model{RefreshForm::Standard};
     model.refresh(1);
     QTRY_VERIFY(model.hasRefreshed());
     model.takeLog();
@@ -266,17 +267,16 @@ void tst_Refresh::secondKindOfTaskTakesOtherFlags()
 
 void tst_Refresh::pollBesideARefreshLeavesTheFlagsAlone()
 {
-    RefreshedModel model{Form::Standard};
+    RefreshedModel model{RefreshForm::Standard};
     model.poll(5);
     QTRY_COMPARE(model.polled(), QList<int>{5});
     QCOMPARE(model.takeLog(), QStringList());
 }
 
-// Between the end of a task and its slot the watcher already counts as finished; a new read there would void the
-// result.
+// Between the end of a task and its slot the watcher counts as finished. A new read there would discard the result.
 void tst_Refresh::refreshBetweenEndAndSlotKeepsTheResult()
 {
-    RefreshedModel model{Form::Standard};
+    RefreshedModel model{RefreshForm::Standard};
     model.refresh(1);
     QThreadPool::globalInstance()->waitForDone();
     QVERIFY(model.published().isEmpty());
@@ -288,16 +288,16 @@ void tst_Refresh::refreshBetweenEndAndSlotKeepsTheResult()
 
 void tst_Refresh::refreshFromTheSlotStarts()
 {
-    RefreshedModel model{Form::NoFlags};
+    RefreshedModel model{RefreshForm::NoFlags};
     model.whenPublished = [&] { model.refresh(2); };
     model.refresh(1);
     QTRY_COMPARE(model.published(), (QList<int>{1, 2}));
 }
 
-// A model may find after the flags that there is nothing to read; they then stay where they are.
+// A model may find after begin() that there is nothing to read. The flags then stay as begin() set them.
 void tst_Refresh::beginWithoutRunBlocksNoLaterRefresh()
 {
-    RefreshedModel model{Form::Standard};
+    RefreshedModel model{RefreshForm::Standard};
     QVERIFY(model.begin());
     QVERIFY(model.refreshing());
     QVERIFY(!model.hasRefreshed());
@@ -309,7 +309,7 @@ void tst_Refresh::beginWithoutRunBlocksNoLaterRefresh()
 void tst_Refresh::modelMayDieWithItsReadInFlight()
 {
     const auto latch = std::make_shared<Latch>();
-    auto model = std::make_unique<RefreshedModel>(Form::Standard);
+    auto model = std::make_unique<RefreshedModel>(RefreshForm::Standard);
     model->refresh(1, latch);
     latch->started.acquire();
     model.reset();
@@ -321,7 +321,7 @@ void tst_Refresh::modelMayDieWithItsReadInFlight()
 void tst_Refresh::exceptionCountsAsReadOfNothing()
 {
     QTest::ignoreMessage(QtWarningMsg, "a read of the camera ended early: no luck");
-    RefreshedModel model{Form::Standard};
+    RefreshedModel model{RefreshForm::Standard};
     model.refreshThrowing();
     QTRY_COMPARE(model.published(), QList<int>{0});
     QVERIFY(model.hasRefreshed());
@@ -334,13 +334,13 @@ void tst_Refresh::modelWithoutRootReadsWithHandleZero()
     QTRY_COMPARE(model.number, 1);
 }
 
-// A task launches a read beside itself, and the model takes it over when the task has ended.
+// A task launches a second read, and the model watches it after the task has ended.
 void tst_Refresh::readOfAnotherTaskIsFollowed()
 {
-    RefreshedModel model(Form::Standard);
+    RefreshedModel model(RefreshForm::Standard);
     const auto latch = std::make_shared<Latch>();
     QVERIFY(!model.lastPollRuns());
-    model.follow(launchRead<Value>(
+    model.watch(launchRead<Value>(
         [latch](const CameraAccess &) {
             latch->started.release();
             latch->go.acquire();

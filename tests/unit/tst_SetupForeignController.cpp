@@ -4,7 +4,7 @@
 
 #include "setup/SetupGeneralModel.h"
 
-/// The setup below a controller of another make, which is no concrete one.
+/// The setup below a controller that is not a CZVTController.
 class tst_SetupForeignController : public Test
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ private slots:
 namespace
 {
 
-/// A Setup tab on a camera that is reached by a foreign controller.
+/// A Setup tab on a camera with a foreign controller.
 struct Foreign {
     Foreign()
         : controller(hlx::TSharedPtr<ForeignController>::make(rig.camera().handle())), root(adopt(), nullptr),
@@ -27,7 +27,7 @@ struct Foreign {
         CameraRig::settle();
     }
 
-    /// It has learned once, from somebody else, what the camera can do.
+    /// Copies the capabilities from the camera's own controller once, and returns the foreign controller.
     hlx::TSharedPtr<hlx::cam::IZVTController> adopt()
     {
         controller->capabilities.configure(rig.controller().get());
@@ -56,7 +56,7 @@ void tst_SetupForeignController::readsWhatTheSdkGives()
     QCOMPARE(foreign.root.setupGeneralModel()->windowSizeIndex(), -1);
 }
 
-// Only a concrete controller lets its capabilities be read anew. The page reads what it has all the same.
+// Only a CZVTController can read its capabilities again. The page is refreshed with the old ones.
 void tst_SetupForeignController::changedMakeUpLeavesTheFrameworkAlone()
 {
     Foreign foreign;

@@ -94,7 +94,7 @@ void tst_SetupGeneralModel::modesKeepTheirNumbers()
     QCOMPARE(modes.keyToValue("PRESET_SEQUENCING"), 2);
 }
 
-// Who starts a read
+// The starts of a read
 
 void tst_SetupGeneralModel::rootReadsItAtConstruction()
 {
@@ -106,7 +106,7 @@ void tst_SetupGeneralModel::rootReadsItAtConstruction()
         QVERIFY(root.setupGeneralModel()->hasRefreshed());
         QCOMPARE(root.setupGeneralModel()->windowSizeStrings().isEmpty(), !connected);
         QCOMPARE(root.property("setupGeneralModel").value<SetupGeneralModel *>(), root.setupGeneralModel());
-        // A camera that connects later is read by its page.
+        // The root does not read a camera that connects later; the page does.
         rig.camera().connect();
         const size_t mark = rig.gate().mark();
         CameraRig::settle();
@@ -249,7 +249,7 @@ void tst_SetupGeneralModel::stringsAreReplacedByEachRead()
     QStringList shown;
     QObject::connect(setup.model, &SetupGeneralModel::windowSizeStringsChanged, this,
                      [&] { shown << setup.model->windowSizeStrings().first(); });
-    // Who hears of the new modes finds the row of the present one as it was, and then as it is.
+    // The signal of the modes comes with the old row, the signal of the mode with the new one.
     QList<int> rows;
     setup.rig.controller()->SetPresetSequencingMode(1);
     const auto note = [&] { rows << setup.model->sequencingModeIndex(); };
@@ -277,7 +277,7 @@ void tst_SetupGeneralModel::sectionStaysEnabledInLaterReads()
 
 void tst_SetupGeneralModel::modesKeepTheOrderOfTheCamera()
 {
-    Setup setup(QStringLiteral("edge-values")); // It offers a mode that no page knows, too.
+    Setup setup(QStringLiteral("edge-values")); // It also has a mode that pages do not show.
     QCOMPARE(setup.model->sequencingModeStrings(), QStringList({"Single Preset", "Preset Sequencing", "Superframing"}));
     setup.rig.controller()->SetPresetSequencingMode(1);
     setup.refresh();
@@ -301,7 +301,7 @@ void tst_SetupGeneralModel::cameraOfOnePresetHasFourModels()
 void tst_SetupGeneralModel::windowOfNoStandardSizeIsTheLastRow_data()
 {
     QTest::addColumn<QString>("profile");
-    QTest::addColumn<QVariant>("answer"); // None: the question fails.
+    QTest::addColumn<QVariant>("answer"); // Invalid: the read fails.
     QTest::addColumn<QString>("row");
     QTest::newRow("custom") << "everything" << QVariant(-1) << "Custom";
     QTest::newRow("custom, failed") << "everything" << QVariant() << "Custom";
@@ -331,7 +331,7 @@ void tst_SetupGeneralModel::lonelyCustomRow()
     setup.refresh();
     QCOMPARE(setup.model->windowSizeStrings(), QStringList({"Custom"}));
     QCOMPARE(setup.model->windowSizeIndex(), 0);
-    // Without any row there is none to select.
+    // Without a row none is selected.
     setup.gate().failAlways("controller.GetCanWindowCustom");
     setup.refresh();
     QCOMPARE(setup.model->windowSizeStrings(), QStringList());
@@ -404,7 +404,7 @@ namespace
 ModelUnderTest setup()
 {
     auto model = modelOf<SetupGeneralModel>();
-    // Every value differs from that which a failure leaves.
+    // Each value differs from the default that a failed read publishes.
     model.prepare = [](CameraRig &rig) {
         const auto controller = rig.controller();
         controller->SetWindowSizeIndex(2);
@@ -447,8 +447,8 @@ void tst_SetupGeneralModel::failingReads()
         {"zvtGetActivePreset", {"activePreset"}}};
     ReadExceptions exceptions;
     for (auto it = affected.cbegin(); it != affected.cend(); ++it)
-        exceptions.insert(it.key(), {it.value(), "a failed read publishes what is left", it.value()});
-    QMap<QString, int> counts{{"GetFactoryCalibrations", 1}}; // The model's own list.
+        exceptions.insert(it.key(), {it.value(), "a failed read publishes the defaults", it.value()});
+    QMap<QString, int> counts{{"GetFactoryCalibrations", 1}}; // The list that the model itself reads.
     for (int preset = 0; preset < 4; ++preset) {
         for (const QString &call : fullReadOf(preset)) {
             const QString name = call.section(u' ', 0, 0);
@@ -466,7 +466,7 @@ void tst_SetupGeneralModel::secondReadIsDropped() { walkSecondRefresh(setup()); 
 
 void tst_SetupGeneralModel::readsWithoutACamera()
 {
-    // All that there is, whatever was read.
+    // All values that are read; each is signalled in any case.
     QStringList published;
     const QMetaObject &meta = SetupGeneralModel::staticMetaObject;
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)

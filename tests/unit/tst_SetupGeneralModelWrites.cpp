@@ -9,14 +9,14 @@
 namespace
 {
 
-/// A general setup that an operator changes.
+/// A general setup whose values are written.
 struct Writes : Setup {
     explicit Writes(const QString &profile = QStringLiteral("everything"), bool connected = true)
         : Setup(profile, connected), log(model)
     {
     }
 
-    /// Writes a property. Gives the calls of the GUI thread.
+    /// Writes a property. Returns the calls of the GUI thread.
     QStringList write(const char *property, const QVariant &value)
     {
         const size_t start = mark();
@@ -24,7 +24,7 @@ struct Writes : Setup {
         return guiCalls(start);
     }
 
-    /// The calls of the tasks that run now, once they have ended, sorted.
+    /// Waits for the running tasks. Returns their calls, sorted.
     QStringList reads(size_t start)
     {
         CameraRig::settle();
@@ -90,7 +90,7 @@ void tst_SetupGeneralModelWrites::modeIndexSignalsTwice()
                      [&] { shown << QPair(int(setup.model->sequencingMode()), setup.model->sequencingModeIndex()); });
     QCOMPARE(setup.write("sequencingModeIndex", 2), QStringList({"SetPresetSequencingMode 2"}));
     QCOMPARE(shown, (QList<QPair<int, int>>{{2, 0}, {2, 2}}));
-    // The mode has been set before: only its row is still to be shown.
+    // The mode has been set before: only the row changes.
     setup.model->setSequencingMode(SetupGeneralModel::SUPERFRAMING);
     shown.clear();
     QCOMPARE(setup.write("sequencingModeIndex", 1), QStringList());
@@ -201,7 +201,7 @@ void tst_SetupGeneralModelWrites::rowOfASuperframeRateIsSelected()
     QCOMPARE(setup.write("superframeRateIndex", 2), QStringList({"SetSuperframeRateIndex 2"}));
     QCOMPARE(setup.model->superframeRate(), setup.model->superframeRates().at(2));
     QCOMPARE(setup.log.take(), QStringList({"superframeRateIndexChanged", "superframeRateChanged"}));
-    // One that is not there leaves the rate.
+    // A row outside the list does not change the rate.
     const double rate = setup.model->superframeRate();
     const int rows = static_cast<int>(setup.model->superframeRates().size());
     for (const int row : {rows, -1}) {
@@ -223,7 +223,7 @@ void tst_SetupGeneralModelWrites::standardSizeMovesTheWindow()
     QCOMPARE(setup.model->windowSizeIndex(), 2);
     QCOMPARE(setup.model->window(), QRect(160, 128, 320, 256));
     QVERIFY(!setup.model->selectedWindowSizeIsCustom());
-    // What kind of size it is, is signalled in any case.
+    // Whether the size is custom is signalled in any case.
     QCOMPARE(setup.log.take(),
              QStringList({"windowSizeIndexChanged"}) + customChanged + QStringList({"windowChanged"}));
     QCOMPARE(setup.reads(mark), partialReadsOfAll());
@@ -290,7 +290,7 @@ void tst_SetupGeneralModelWrites::freeWindowSelectsTheLastRow()
     QVERIFY(setup.model->selectedWindowSizeIsCustom());
     QCOMPARE(setup.log.take(), QStringList({"windowChanged", "windowSizeIndexChanged"}) + customChanged);
     QCOMPARE(setup.reads(mark), partialReadsOfAll());
-    // Another one of the same kind is still the last row.
+    // Another free window has the same row.
     setup.model->setWindow(QRect(16, 8, 96, 100));
     QCOMPARE(setup.log.take(), QStringList({"windowChanged"}));
 }
@@ -309,7 +309,7 @@ void tst_SetupGeneralModelWrites::windowIsCutToSixteenBits()
     Writes setup;
     QCOMPARE(setup.write("window", QRect(-1, 65537, 65536 + 64, 70000)).first(),
              QStringLiteral("SetWindow 65535, 1, 64, 4464"));
-    // The camera refuses it; what was asked for is shown until the next read.
+    // The camera refuses it; the model shows the requested window until the next read.
     QCOMPARE(setup.model->window(), QRect(-1, 65537, 65536 + 64, 70000));
     QCOMPARE(setup.model->windowSizeIndex(), 0);
 }
@@ -322,7 +322,7 @@ void tst_SetupGeneralModelWrites::windowWithoutAnAnswerIsTheLastRow()
     QCOMPARE(setup.model->windowSizeIndex(), 5);
 }
 
-// All of it
+// All setters
 
 void tst_SetupGeneralModelWrites::unchangedValueIsNotWritten()
 {

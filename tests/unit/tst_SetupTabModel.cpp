@@ -3,7 +3,7 @@
 
 #include "zvt/zvtsdk.h"
 
-/// The frame of the Setup tab: what a refresh reads, in which order, and what it publishes.
+/// The refresh of the Setup tab: the order of its reads and of its signals.
 class tst_SetupTabModel : public Test
 {
     Q_OBJECT
@@ -76,7 +76,7 @@ void tst_SetupTabModel::refreshReadsInOrder()
     tab.gate().script("zvtGetLensAthermalizationEnabledAvailable", true);
     QCOMPARE(settingCalls(tab.refresh()), expected);
 
-    // Without athermalization its state is not asked, and nothing else is left out.
+    // Without athermalization only its state is not read.
     tab.gate().script("zvtGetLensAthermalizationEnabledAvailable", false);
     expected.removeLast();
     QCOMPARE(settingCalls(tab.refresh()), expected);
@@ -125,7 +125,7 @@ void tst_SetupTabModel::refreshPublishesInOrder()
 {
     SetupTab tab;
     scriptEverything(tab.rig);
-    tab.gate().hold("zvtGetFocusRange"); // The limits come later.
+    tab.gate().hold("zvtGetFocusRange"); // Delays the read of the limits.
     tab.model->refresh();
     QCOMPARE(tab.log.take(), QStringList({"refreshingChanged", "hasRefreshedChanged"}));
     QVERIFY(tab.model->refreshing() && !tab.model->hasRefreshed());
@@ -210,7 +210,7 @@ ModelUnderTest setupTab(const QString &profile = QStringLiteral("everything"))
     return model;
 }
 
-/// The same without the list of lens states, which is read only when the limits have been published.
+/// As setupTab() without the list of lens states, which is read only after the limits have been published.
 ModelUnderTest setupTabWithoutLensStates(const QString &profile)
 {
     auto model = setupTab(profile);
@@ -228,7 +228,7 @@ void tst_SetupTabModel::failingReads()
 {
     const ReadException gainName{{"fpaGainLevels"}, "the level shows as its number", {"fpaGainLevels"}};
     const ReadException showWhen{{"selectedAFRoiShowWhenIndex"}, "both flags make the choice"};
-    const char *derived = "what follows from a limit is signalled in any case";
+    const char *derived = "values derived from a limit are signalled in any case";
     const char *oneSignal = "the other end of the range has the same signal";
     walkFailingReads(
         setupTab(),
@@ -277,7 +277,7 @@ void tst_SetupTabModel::randomOperator()
 {
     for (const QString &profile : profiles) {
         auto model = modelOf<SetupTabModel>(profile);
-        // Kept by the page, or not read from a lens that has no such thing.
+        // Stored for the page only, or not read from this lens.
         model.ownState << "fpaWindowSizeHasUnsavedValues"
                        << "lensBasedControlsEnabled"
                        << "selectedDiscontinuousFieldOfViewIndex";

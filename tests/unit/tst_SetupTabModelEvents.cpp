@@ -1,7 +1,7 @@
 #include "tests/support/Test.h"
 #include "tests/unit/SetupTabRig.h"
 
-/// What the camera tells of itself, and what the tab makes of it.
+/// The camera's events, and the actions of the tab.
 class tst_SetupTabModelEvents : public Test
 {
     Q_OBJECT
@@ -186,7 +186,7 @@ void tst_SetupTabModelEvents::everyReadActsOnItsOwnAnswer()
     QVERIFY(tab.gate().waitHeld("zvtReadEventQueue", 2));
     tab.gate().release("*");
     CameraRig::settle();
-    // One of the make-up, one of the settings, and one of nothing.
+    // The events: changed make-up, changed settings, and none.
     QCOMPARE(counting->refreshes, 2);
     QCOMPARE(capabilities.take().size(), 1);
 }

@@ -1,7 +1,7 @@
 #include "tests/support/Test.h"
 #include "tests/unit/SetupTabRig.h"
 
-/// Moves of the focus and its slider: what is sent, and how the position is read back.
+/// Moves of the focus and its slider: the commands, and the reads of the position.
 class tst_SetupTabModelFocus : public Test
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ const QStringList focusOnly{"zvtGetFocusCurrentPos"};
 
 QString moved(const char *name, auto value) { return QStringLiteral("%1 %2").arg(QLatin1String(name)).arg(value); }
 
-/// A lens whose slow speed goes by steps.
+/// A lens that moves by steps at slow speed.
 struct SteppingTab : SetupTab {
     SteppingTab(uint nearPosition, uint farPosition, uint position, uint increment = 90)
         : SetupTab(QStringLiteral("discrete-fov"))
@@ -133,11 +133,11 @@ void tst_SetupTabModelFocus::slowFocusGoesBySteps()
     QCOMPARE(tab.timer("focusPositionTimer")->interval(), 300);
     QCOMPARE(tab.guiCallsOf([&] { QVERIFY(tab.model->attemptMoveFocus(0)); }), focusOnly);
     QVERIFY(!tab.timer("slowFocusTimer")->isActive() && !tab.timer("focusPositionTimer")->isActive());
-    // The stop has taken the direction away.
+    // The stop has cleared the direction.
     QCOMPARE(tab.tick("slowFocusTimer"), QStringList());
 
     QCOMPARE(tab.guiCallsOf([&] { QVERIFY(tab.model->attemptMoveFocus(-1)); }), QStringList{"zvtSetFocusPos 1910"});
-    // A refused step changes nothing of it.
+    // A refused step changes nothing.
     tab.gate().failNext("zvtSetFocusPos");
     QVERIFY(tab.model->attemptMoveFocus(-1));
 }
@@ -156,7 +156,7 @@ void tst_SetupTabModelFocus::slowStepsStayWithinTheLimits_data()
     QTest::newRow("descending, to near") << 5000U << 100U << 2000U << -1 << 2090U;
     QTest::newRow("descending, near end") << 5000U << 100U << 4950U << -1 << 5000U;
     QTest::newRow("no way between the limits") << 3000U << 3000U << 2000U << 1 << 2000U;
-    // Positions are unsigned: below zero lies the top of the range.
+    // Positions are unsigned: one below zero wraps to the top of the range.
     QTest::newRow("below zero") << 0U << 5000U << 50U << -1 << 4294967256U;
 }
 
@@ -216,7 +216,7 @@ void tst_SetupTabModelFocus::unknownIncrementIsTheUsualOne()
     tab.readFocus(100, 5000, 2000);
     QCOMPARE(tab.guiCallsOf([&] { tab.model->attemptMoveFocus(1); }), QStringList{"zvtSetFocusPos 2090"});
 
-    // A lens whose slow control is not known goes by speed.
+    // A lens moves by speed if the read of its slow control fails.
     SetupTab unknown(QStringLiteral("discrete-fov"));
     unknown.gate().failAlways("zvtMfgGetFocusSlowControl");
     unknown.gate().script("zvtFocusMove", true);
@@ -224,7 +224,7 @@ void tst_SetupTabModelFocus::unknownIncrementIsTheUsualOne()
     QCOMPARE(unknown.guiCallsOf([&] { unknown.model->attemptMoveFocus(1); }), QStringList{"zvtFocusMove 1"});
 }
 
-// It starts with a direction, and with limits between which there is no way.
+// The model starts with a direction and with equal limits.
 void tst_SetupTabModelFocus::freshLensSteps()
 {
     SetupTab tab;

@@ -3,7 +3,7 @@
 
 #include "zvt/zvtsdk.h"
 
-/// The lens states: named places of the lens that the camera keeps.
+/// The lens states: named positions of the lens, stored in the camera.
 class tst_SetupTabModelLensStates : public Test
 {
     Q_OBJECT
@@ -47,7 +47,7 @@ const QString listCall = QStringLiteral("zvtListLensStates");
 const QString mark = QStringLiteral("selectedLensStateComponentsModifiedNotSavedChanged");
 const QStringList focusOnly{"zvtGetFocusCurrentPos"};
 
-/// A tab on a camera that keeps these states, in the order of their names.
+/// A tab on a camera with these lens states, which it sorts by name.
 struct StatesTab : SetupTab {
     explicit StatesTab(const QStringList &names, const QString &profile = QStringLiteral("everything"))
         : SetupTab(profile)
@@ -57,7 +57,7 @@ struct StatesTab : SetupTab {
         refresh();
     }
 
-    /// The calls that have to do with the list and the states, and not with what a load looks at.
+    /// The calls of the list and the states, without the reads after a load.
     template <class Action> QStringList stateCallsOf(Action action)
     {
         static const QRegularExpression states(QStringLiteral("LensState"));
@@ -95,7 +95,7 @@ void tst_SetupTabModelLensStates::listComesThoughTheLimitsWereReadMeanwhile()
     const size_t since = tab.mark();
     tab.model->refresh();
     QTRY_VERIFY(tab.calls(since).contains("zvtGetFocusFarPos 1"));
-    // The page looks at the field of view before the refresh has ended.
+    // The page reads the field of view before the refresh has ended.
     tab.model->selectedDiscontinuousFieldOfViewIndex();
     QTRY_VERIFY(tab.model->fastSpeedStep() > 0);
     QVERIFY(!tab.calls(since).contains(listCall));
@@ -136,7 +136,7 @@ void tst_SetupTabModelLensStates::lensWithoutStatesPublishesAnEmptyList()
     QCOMPARE(tab.model->selectedLensStateIndex(), -1);
 }
 
-// Nothing keeps one list from being read while another one is.
+// Several reads of the list may run at the same time.
 void tst_SetupTabModelLensStates::newestListIsPublished()
 {
     StatesTab tab({"Day"});
@@ -195,7 +195,7 @@ void tst_SetupTabModelLensStates::failedAddStopsWhereItFails_data()
     QTest::addColumn<QStringList>("signalled");
     QTest::addColumn<int>("index");
     QTest::newRow("save") << "zvtSaveLensStateAs" << 1 << QStringList() << 1;
-    // An index that points beyond the empty list stays.
+    // The index stays although the list is empty.
     QTest::newRow("list") << "zvtListLensStates" << 3 << listed << 1;
     QTest::newRow("load") << "zvtLoadLensState" << 3 << listed << 0;
 }
@@ -235,7 +235,7 @@ void tst_SetupTabModelLensStates::renamedStateIsSelected()
              QStringList({"zvtRenameLensState \"Day\", \"Zenith\"", listCall}));
     QCOMPARE(tab.model->lensStateNames(), QStringList({"Night", "Zenith"}));
     QCOMPARE(tab.model->selectedLensStateIndex(), 1);
-    // The mark stays as it was.
+    // The mark of a modified state is not changed.
     QCOMPARE(tab.log.take(), listed + QStringList{"selectedLensStateIndexChanged"});
 }
 

@@ -1,7 +1,7 @@
 #include "tests/support/Test.h"
 #include "tests/unit/SetupTabRig.h"
 
-/// The focus limits and the field of view: which reads there are, which of them counts, and what they publish.
+/// The focus limits and the field of view: the reads, the one that is published, and its signals.
 class tst_SetupTabModelLimits : public Test
 {
     Q_OBJECT
@@ -78,11 +78,11 @@ void tst_SetupTabModelLimits::discreteLimitsAreReadInOrder()
     QCOMPARE(limitCalls(calls), expected);
     QCOMPARE(calls.last(), QStringLiteral("zvtListLensStates"));
 
-    // The same without the lens states, as the page asks for it.
+    // The read that the page starts does not include the lens states.
     QCOMPARE(tab.callsOf([&] { tab.model->selectedDiscontinuousFieldOfViewIndex(); }),
              QStringList{"zvtGetFOV"} + expected);
 
-    // A slow control that is not known asks for no increment.
+    // The increment is not read if the read of the slow control fails.
     tab.gate().failNext("zvtMfgGetFocusSlowControl");
     expected.removeAll(of("zvtMfgGetFocusPositionIncrement"));
     QCOMPARE(limitCalls(tab.refresh()), expected);
@@ -110,7 +110,7 @@ void tst_SetupTabModelLimits::lensWithoutFieldOfViewReadsNoLimits()
     SetupTab bare(QStringLiteral("bare"));
     QCOMPARE(limitCalls(bare.refresh()), QStringList());
 
-    // The second look at the field of view is the one that counts.
+    // The second read of the field of view is used for the limits.
     SetupTab tab(discrete);
     tab.gate().failNext("zvtGetFOV", 2);
     QCOMPARE(limitCalls(tab.refresh()), QStringList());
@@ -135,7 +135,7 @@ void tst_SetupTabModelLimits::limitsAreReadBesideTheRefresh()
     }
 }
 
-// What is published
+// The published values
 
 void tst_SetupTabModelLimits::discreteLimitsArePublishedInOrder()
 {
@@ -164,7 +164,7 @@ void tst_SetupTabModelLimits::discreteLimitsArePublishedInOrder()
     QCOMPARE(tab.model->wideFarFocusPosition(), 3000);
     QVERIFY(!tab.model->focusEncoderHasAscendingValuesNearToFar());
 
-    // Changed or not; and a refresh asks for the lens states too.
+    // Published also if unchanged. A refresh reads the lens states too.
     tab.model->refresh();
     CameraRig::settle();
     const QStringList order = tab.log.take();
@@ -277,7 +277,7 @@ void tst_SetupTabModelLimits::readingTheFieldOfViewLoadsItsLimits()
     CameraRig::settle();
     QVERIFY(!tab.log.take().contains("selectedDiscontinuousFieldOfViewIndexChanged"));
     QCOMPARE(tab.model->nearFocusPosition(), 9000U);
-    // The member has moved with it: choosing the wide view again is no change.
+    // The read has stored the value: choosing the wide view now is no change.
     QCOMPARE(tab.callsOf([&] { tab.model->setSelectedDiscontinuousFieldOfViewIndex(1); }), QStringList());
 }
 
@@ -329,7 +329,7 @@ void tst_SetupTabModelLimits::readOfLimitsClearsTheMarkSilently()
     QVERIFY(!continuous.log.take().contains("selectedLensStateComponentsModifiedNotSavedChanged"));
 }
 
-// Which read counts
+// Simultaneous reads
 
 void tst_SetupTabModelLimits::newestOfTwoChangesIsPublished()
 {
@@ -347,7 +347,7 @@ void tst_SetupTabModelLimits::newestOfTwoChangesIsPublished()
     QCOMPARE(tab.model->nearFocusPosition(), 11000U);
 }
 
-// The limits that a slow refresh has read for the former field of view come too late.
+// A slow refresh has read the limits of the former field of view; they are dropped.
 void tst_SetupTabModelLimits::olderReadOfARefreshIsNotPublished()
 {
     SetupTab tab(discrete);
@@ -411,7 +411,7 @@ void tst_SetupTabModelLimits::limitsOfTheDialogAreWrittenAtOnce()
 {
     SetupTab tab(discrete);
     tab.readFocus(1, 2, 3);
-    tab.gate().failAlways("zvtSetFocusFarPos"); // No status is looked at.
+    tab.gate().failAlways("zvtSetFocusFarPos"); // All statuses are ignored.
     QCOMPARE(tab.callsOf([&] { tab.model->setNarrowWideNearFarPositions(11, 12, 13, 14); }),
              QStringList({"zvtSetFocusNearPos 0, 11", "zvtSetFocusFarPos 0, 12", "zvtSetFocusNearPos 1, 13",
                           "zvtSetFocusFarPos 1, 14"}));

@@ -6,7 +6,7 @@
 #include <functional>
 #include <stdexcept>
 
-/// One-shot moves: each locks the lens controls, runs on the pool, and publishes when it has ended.
+/// One-shot moves: each locks the lens controls, runs on the pool, and publishes at its end.
 class tst_SetupTabModelOneShots : public Test
 {
     Q_OBJECT
@@ -45,11 +45,11 @@ using Action = std::function<void(SetupTabModel &)>;
 
 const QStringList zoomEnd = QStringList{"zvtGetFOVCurrentPos"} + focusAndDistances + focusAndDistances;
 
-/// What the listeners of an auto focus have heard.
+/// Records the calls of the listeners of an auto focus.
 struct Heard {
     QList<QList<int>> regions;
-    QStringList ends; ///< "locked" or "unlocked", as it was then.
-    QList<int> endPositions; ///< What the model showed then.
+    QStringList ends; ///< "locked" or "unlocked" at the time of the call.
+    QList<int> endPositions; ///< The model's position at the time of the call.
     bool startedOnGui = false;
     bool endedOnGui = false;
     SetupTabModel *model = nullptr;
@@ -133,7 +133,7 @@ void tst_SetupTabModelOneShots::movesRunOnThePool()
     QCOMPARE(tab.log.take(), published + QStringList{"lensBasedControlsEnabledChanged"});
     QVERIFY(tab.model->lensBasedControlsEnabled());
 
-    // A refused move only unlocks again.
+    // After a refused move the controls are only unlocked.
     SetupTab refused;
     refused.readFocus(100, 5000, 700);
     refused.gate().failNext(call);
@@ -165,7 +165,7 @@ void tst_SetupTabModelOneShots::endStopsFollowTheEncoder()
     QCOMPARE(tab.callsOf([&] { tab.model->focusMaximum(); }).first(), QStringLiteral("zvtFocusNear"));
 }
 
-// The page's lock prevents it. Without the page the newest move is the one that publishes and unlocks.
+// The lock on the page prevents this. Without the page only the newest move publishes and unlocks.
 void tst_SetupTabModelOneShots::secondMoveTakesThePlaceOfTheFirst()
 {
     SetupTab tab;
@@ -228,7 +228,7 @@ void tst_SetupTabModelOneShots::manualModeDisablesTheControls()
     tab.model->setLensBasedControlsEnabled(false);
     tab.refresh();
     tab.model->setLensBasedControlsEnabled(true);
-    // The other reason stands, so nothing shows.
+    // Manual mode still locks the controls, so nothing is signalled.
     QCOMPARE(tab.log.take(), QStringList());
     QVERIFY(!tab.model->lensBasedControlsEnabled());
     tab.gate().script("zvtGetFocusManualMode", false);
@@ -255,7 +255,7 @@ void tst_SetupTabModelOneShots::autoFocusTellsWhereItLooks_data()
     QTest::newRow("any other") << 9 << 128 << window << QList<int>{256, 192, 128, 128};
     QTest::newRow("clipped top left") << 1 << 512 << window << QList<int>{0, 0, 416, 384};
     QTest::newRow("clipped bottom right") << 4 << 512 << window << QList<int>{224, 128, 416, 384};
-    // The window's own place does not matter, quarters are cut to whole pixels.
+    // The offset of the window is not used; quarters are rounded down to whole pixels.
     QTest::newRow("odd sizes") << 4 << 17 << QVariantList{7, 9, 643, 515} << QList<int>{472, 376, 17, 17};
     QTest::newRow("empty window") << 0 << 16 << QVariantList{0, 0, 0, 0} << QList<int>{0, 0, 0, 0};
     QTest::newRow("no room left") << 2 << 0 << QVariantList{0, 0, 0, 4} << QList<int>{0, 1, 0, 0};
@@ -345,7 +345,7 @@ void tst_SetupTabModelOneShots::focusToDistanceWaitsForTheLens()
     tab.gate().script("zvtGetFocusCurrentPos", 700);
     tab.model->setDistanceToFocus(12.5F);
     tab.log.take();
-    // Two looks that agree, and the model's own.
+    // Two equal positions end the wait; the third read is that of the model.
     QCOMPARE(tab.callsOf([&] { tab.model->focusToDistance(); }),
              QStringList({"zvtFocusToDistance 12.5", "zvtGetFocusCurrentPos", "zvtGetFocusCurrentPos",
                           "zvtGetFocusCurrentPos"}));
@@ -359,7 +359,7 @@ void tst_SetupTabModelOneShots::focusToDistanceTakesTheDistanceOfItsStart()
 {
     SetupTab tab;
     tab.gate().failAlways("zvtFocusToDistance");
-    // All threads of the pool are busy, so that the task has to wait.
+    // Occupies all threads of the pool, so that the task has to wait.
     const int threads = QThreadPool::globalInstance()->maxThreadCount();
     QSemaphore go;
     for (int thread = 0; thread < threads; ++thread)
@@ -379,7 +379,7 @@ void tst_SetupTabModelOneShots::focusToDistanceOfALensAtZeroEndsAtOnce()
     tab.gate().script("zvtFocusToDistance", true);
     tab.gate().script("zvtGetFocusCurrentPos", 0);
     const QStringList calls = tab.callsOf([&] { tab.model->focusToDistance(); });
-    QCOMPARE(calls.count("zvtGetFocusCurrentPos"), 2); // One look, and the model's own.
+    QCOMPARE(calls.count("zvtGetFocusCurrentPos"), 2); // One in the wait, one by the model.
 }
 
 void tst_SetupTabModelOneShots::refusedFocusToDistanceDoesNotWait()
@@ -400,7 +400,7 @@ void tst_SetupTabModelOneShots::focusToDistanceEndsWithAFailingRead()
     QVERIFY(tab.model->lensBasedControlsEnabled());
 }
 
-// The whole road, on the emulated lens.
+// The complete move of the emulated lens.
 void tst_SetupTabModelOneShots::roadToADistance()
 {
     SetupTab tab;

@@ -1,7 +1,7 @@
 #include "tests/support/Test.h"
 #include "tests/unit/SetupTabRig.h"
 
-/// An operator who presses whatever moves the lens, and lets go, ten thousand times: nothing is left running.
+/// Presses and releases the controls that move the lens ten thousand times: nothing is left running.
 class tst_SetupTabModelRelease : public Test
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ namespace
 
 constexpr int presses = 10000;
 
-/// One of the controls that are held, by number, with a speed of its own.
+/// A random control that moves the lens while it is held, with a random speed.
 struct Control {
     explicit Control(QRandomGenerator &random)
         : kind(random.bounded(4)), speed(random.bounded(1, 4) * (random.bounded(2) ? 1 : -1)),
@@ -49,7 +49,7 @@ bool anyTimerRuns(SetupTab &tab)
         || tab.timer("zoomPositionTimer")->isActive();
 }
 
-/// The zoom and the focus of a lens, looked at a second later.
+/// The positions of zoom and focus, read a second later.
 std::pair<uint, int> placeOneSecondLater(SetupTab &tab)
 {
     emulator::Clock::advance(1000);
@@ -72,7 +72,7 @@ void tst_SetupTabModelRelease::everyReleaseStops()
         const auto before = tab.model->selectedFocusPosition();
         control.move(*tab.model, true);
         emulator::Clock::advance(random.bounded(1000));
-        if (!tab.model->lensBasedControlsEnabled()) // The zoom had coasted past its limit, and is brought back.
+        if (!tab.model->lensBasedControlsEnabled()) // The zoom has coasted past its limit and is moved back.
             CameraRig::settle();
         QVERIFY(control.move(*tab.model, false));
         QVERIFY(tab.calls(mark).filter(moves).last().endsWith(QStringLiteral(" 0")));

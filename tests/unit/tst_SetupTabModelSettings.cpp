@@ -1,7 +1,7 @@
 #include "tests/support/Test.h"
 #include "tests/unit/SetupTabRig.h"
 
-/// The settings of the Setup tab one by one: what becomes of what was read, and how they are written.
+/// The settings of the Setup tab one by one: the published values, and the writes.
 class tst_SetupTabModelSettings : public Test
 {
     Q_OBJECT
@@ -63,7 +63,7 @@ void tst_SetupTabModelSettings::gainLevelWithoutNameShowsItsNumber()
     QTEST(tab.model->fpaGainLevels(), "levels");
     QCOMPARE(calls.filter("zvtGetGainLevelName").size(), named.toBool() ? 3 : 0);
 
-    // A name that fills its buffer is cut at the end of the buffer.
+    // A name that fills its buffer ends at the end of the buffer.
     tab.gate().fillBuffers(true);
     tab.gate().script("zvtGetGainLevelsAreNamed", true);
     tab.refresh();
@@ -129,7 +129,7 @@ void tst_SetupTabModelSettings::distanceStartsAtTheNearest()
     QTEST(tab.model->distanceToFocus(), "distance");
     QCOMPARE(tab.model->distanceMinimum(), static_cast<float>(minimum));
 
-    // What the operator has entered meanwhile goes with the next refresh.
+    // The next refresh replaces the distance that the operator has entered.
     tab.model->setDistanceToFocus(50.0F);
     tab.model->setDistanceToFocus(50.0F);
     QCOMPARE(tab.log.take(), QStringList{"distanceToFocusChanged"});

@@ -1,7 +1,7 @@
 #include "tests/support/Test.h"
 #include "tests/unit/SetupTabRig.h"
 
-/// What a drag costs the GUI thread of a page on a slow camera: one command for each move, and nothing else.
+/// The calls of the GUI thread during a drag on a slow camera: one command for each move and nothing else.
 class tst_SetupTabModelSliders : public Test
 {
     Q_OBJECT
@@ -44,23 +44,23 @@ void tst_SetupTabModelSliders::everyMoveIsOneCommand()
     for (uint step = 1; step <= moves; ++step) {
         const uint target = 3000 + 10 * step;
         (tab.model->*move)(target);
-        // A mouse that rests within the same step sends nothing.
+        // A mouse move within the same step sends nothing.
         (tab.model->*move)(target);
         expected << QStringLiteral("%1 %2").arg(command).arg(target);
-        // All but timers, which a drag puts off.
+        // Without timer events, which a drag delays.
         QCoreApplication::sendPostedEvents();
     }
     tab.gate().delay(0);
     QCOMPARE(tab.calls(mark), expected);
     QCOMPARE(tab.calls(mark, SetupTab::OnGui), expected);
-    // The controller is asked for the handle of each command, and for nothing else.
+    // Each command also asks the controller for its handle; there are no other calls.
     QCOMPARE(tab.gate().callsSince(mark).size(), size_t(2 * moves));
     QVERIFY(tab.model->lensBasedControlsEnabled());
     QVERIFY(!tab.timer("focusPositionTimer")->isActive() && !tab.timer("zoomPositionTimer")->isActive());
     QCOMPARE(tab.timer("zoomSettleTimer")->isActive(), command == "zvtFOVMoveTo");
 }
 
-// The field of view and the noise reduction ask by design. Whatever else a page shows, it shows at once.
+// Only the field of view and the noise reduction ask the camera, by design. All other getters return stored values.
 void tst_SetupTabModelSliders::bindingsDoNotAskTheCamera()
 {
     static const QStringList asking{"selectedDiscontinuousFieldOfViewIndex", "reduceNoise"};
@@ -94,16 +94,16 @@ void tst_SetupTabModelSliders::pressAndReleaseAreTwoCommands()
     const auto move
         = [&](int speed) { return zoom ? tab.model->attemptMoveZoom(speed) : tab.model->attemptMoveFocus(speed); };
     QCOMPARE(tab.guiCallsOf([&] { QVERIFY(move(1)); }).size(), 1);
-    // The tab is hidden while the button is held: what stops the lens is the release, which the page sends.
+    // Hiding the tab while the button is held does not stop the lens; the page sends the release.
     QTimer *timer = tab.timer(zoom ? "zoomPositionTimer" : "focusPositionTimer");
     tab.model->setVisible(true);
     tab.model->setVisible(false);
     QVERIFY(timer->isActive());
-    // The stop, and one look at what moves.
+    // The stop, and one read of the position.
     QCOMPARE(tab.guiCallsOf([&] { QVERIFY(move(0)); }).size(), zoom ? 6 : 2);
     QVERIFY(!timer->isActive());
 
-    // A camera that has gone takes no stop. Nothing is left running all the same.
+    // A disconnected camera accepts no stop. The timer stops anyway.
     QVERIFY(move(1));
     tab.rig.camera().disconnect();
     QVERIFY(!move(0));

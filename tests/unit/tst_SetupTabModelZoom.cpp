@@ -1,7 +1,7 @@
 #include "tests/support/Test.h"
 #include "tests/unit/SetupTabRig.h"
 
-/// Moves of the zoom and its slider: what is sent, and how the position and the distances are read back.
+/// Moves of the zoom and its slider: the commands, and the reads of the position and the distances.
 class tst_SetupTabModelZoom : public Test
 {
     Q_OBJECT
@@ -208,10 +208,10 @@ void tst_SetupTabModelZoom::zoomSliderSettles()
     }
     QCOMPARE(tab.tick("zoomSettleTimer"), QStringList{"zvtGetFOVCurrentPos"} + focusAndDistances.mid(1));
     QVERIFY(!timer->isActive());
-    // What the polls have seen is not shown.
+    // The polled positions are not published.
     QCOMPARE(tab.log.take(), QStringList{"distanceRangeValuesChanged"});
 
-    // The next drag begins anew.
+    // The next drag starts without an old position.
     tab.model->zoomMoveTo(6100);
     QCOMPARE(tab.tick("zoomSettleTimer"), QStringList{"zvtGetFOVCurrentPos"});
 }
@@ -226,7 +226,7 @@ void tst_SetupTabModelZoom::refusedZoomTargetIsLookedAtAllTheSame()
     QCOMPARE(tab.log.take(), QStringList());
     QVERIFY(tab.timer("zoomSettleTimer")->isActive());
 
-    // What was seen before does not count either.
+    // Without an old position also after a refused target.
     tab.gate().script("zvtGetFOVCurrentPos", 5000);
     tab.tick("zoomSettleTimer");
     tab.gate().failNext("zvtFOVMoveTo");
@@ -256,7 +256,7 @@ void tst_SetupTabModelZoom::settlingEndsWhenThePositionCanNotBeRead()
     QVERIFY(!tab.timer("zoomSettleTimer")->isActive());
 }
 
-// The whole road, on the emulated lens.
+// The complete zoom of the emulated lens.
 void tst_SetupTabModelZoom::zoomedLensChangesItsDistances()
 {
     SetupTab tab;

@@ -60,7 +60,7 @@ void tst_StatusTabModel::kelvinIsConverted()
     QCOMPARE(status.model->convertKelvinToCelsius(77.0), -196.15);
 }
 
-// The slow values
+// The values that change seldom
 
 void tst_StatusTabModel::refreshReadsTheActivePreset()
 {
@@ -87,7 +87,7 @@ void tst_StatusTabModel::refreshReadsAllPresetsOfASequence()
     status.rig.gate().script("controller.GetPresetSequencingMode", 2);
     status.rig.gate().script("controller.GetPresetIntegrationTime", 0.5);
     status.rig.gate().script("controller.GetPresetFrameRate", 99.999);
-    // All four are asked, whatever the number of presets is.
+    // Always reads four presets, also if the camera has fewer.
     QStringList expected{"controller.GetWindow", "controller.GetPresetSequencingMode", "controller.GetPresetSequence"};
     for (int preset = 0; preset < 4; ++preset)
         expected << "controller.GetPresetIntegrationTime"
@@ -96,7 +96,7 @@ void tst_StatusTabModel::refreshReadsAllPresetsOfASequence()
     QCOMPARE(status.model->integrationTime(), QStringLiteral("%1 to %1 ms").arg(systemNumber(0.5, 6)));
     QCOMPARE(status.model->frameRate(), QStringLiteral("%1 to %1 Hz").arg(systemNumber(100.0, 2)));
 
-    // The lowest stands first, whatever the order of the presets is.
+    // The lowest is first, in any order of the presets.
     status.rig.gate().script("controller.GetPresetIntegrationTime", {});
     auto controller = status.rig.controller();
     controller->SetPresetIntegrationTime(0, 1, 3.0);
@@ -126,7 +126,7 @@ void tst_StatusTabModel::failedStepEndsTheRefresh_data()
     QTest::addColumn<int>("mode");
     QTest::addColumn<QString>("failing");
     QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("filled"); // The texts that are there all the same: size, time, rate.
+    QTest::addColumn<QString>("filled"); // The texts that are read: size, time, rate.
     QTest::newRow("window") << 0 << "controller.GetWindow" << 1 << "";
     QTest::newRow("mode") << 0 << "controller.GetPresetSequencingMode" << 1 << "s";
     QTest::newRow("active preset") << 0 << "controller.GetActivePreset" << 1 << "s";
@@ -154,7 +154,7 @@ void tst_StatusTabModel::failedStepEndsTheRefresh()
     QCOMPARE(!status.model->integrationTime().isEmpty(), filled.contains(u't'));
     QCOMPARE(!status.model->frameRate().isEmpty(), filled.contains(u'r'));
 
-    // The next good read fills the rest, and a failure behind it leaves all as it is.
+    // The next successful read sets the other texts, and a failure after it keeps all of them.
     status.refresh();
     const QString frameSize = status.model->frameSize();
     QVERIFY(!frameSize.isEmpty() && !status.model->frameRate().isEmpty() && !status.model->integrationTime().isEmpty());
@@ -191,7 +191,7 @@ namespace
 ModelUnderTest poll(const QString &profile = QStringLiteral("everything"))
 {
     auto model = modelOf<StatusTabModel>(profile);
-    // Shown anew, the page reads all that there is.
+    // Hiding and showing the page starts a poll that reads everything.
     model.read = [](QObject *subject) {
         subject->setProperty("visible", false);
         subject->setProperty("visible", true);
@@ -215,7 +215,7 @@ void tst_StatusTabModel::failingReadsOfARefresh()
 void tst_StatusTabModel::failingReadsOfAPoll()
 {
     auto model = poll();
-    // Every value differs from that of a model which has read nothing.
+    // Each value differs from that of a model that has read nothing.
     model.prepare = [](CameraRig &rig) {
         rig.gate().script("zvtGetSaturatedFlag", true);
         rig.gate().script("zvtGetFPATemperature", 79.0);

@@ -70,7 +70,7 @@ void tst_StatusTabModelPoll::slowPollLosesTicksAndDelaysTheSchedule()
     status.rig.gate().release("zvtGetSaturatedFlag");
     CameraRig::settle();
     QCOMPARE(status.taskCalls(mark), clockCalls);
-    // That was tick 1, however long it took; the temperatures come with the fifth that runs.
+    // This was tick 1 only, although it was slow; tick 5 reads the temperatures.
     for (int tick = 2; tick < 5; ++tick)
         QCOMPARE(status.poll(), clockCalls);
     QCOMPARE(status.poll(), clockCalls + temperatureCalls);
@@ -178,7 +178,7 @@ void tst_StatusTabModelPoll::clockIsChosenAfreshWhenTheReadHasEnded()
     const size_t mark = status.rig.gate().mark();
     status.show();
     QVERIFY(status.guiCalls(mark).contains("controller.HasRealTimeClock"));
-    // A clock that was read as the other kind is not shown.
+    // A time that was read from the other kind of clock is not published.
     const QString time = status.model->time();
     const QSignalSpy spy(status.model, &StatusTabModel::timeChanged);
     QMetaObject::invokeMethod(status.timer, "timeout");
@@ -332,7 +332,7 @@ void tst_StatusTabModelPoll::unchangedTemperatureIsNotSignalled()
     QCOMPARE(fpa.size() + lens.size() + internal.size() + panel.size(), 0);
 }
 
-// A page shows nothing before the first reading, and the values start at zero.
+// A page shows a value only after its first signal, and the values start at zero.
 void tst_StatusTabModelPoll::firstTemperatureIsSignalledEvenIfZero()
 {
     Status status;

@@ -19,7 +19,7 @@ namespace
 
 const QString mfgKey = QStringLiteral("zvtCamCtrlMfgTabVisibility");
 
-/// A camera and its root, and the order of the root's signals.
+/// A camera and its root; records the order of the root's signals.
 struct Camera {
     explicit Camera(const QString &profile = QStringLiteral("everything"), bool connected = true)
         : rig(profile, connected), root(std::make_unique<ZvtCameraModel>(rig.controller(), nullptr))
@@ -159,7 +159,7 @@ void tst_ZvtCameraModel::constructionReadsTheMaskOfAConnectedCameraOnly()
     }
 }
 
-// A task gets the live values of the root, which exist before any sub-model.
+// A task gets the live values of the root, which are built before any sub-model.
 void tst_ZvtCameraModel::taskReadsTheLiveCapabilities()
 {
     CameraRig rig;
@@ -253,7 +253,7 @@ void tst_ZvtCameraModel::eventsOfTheRangeAreTaken()
     QFETCH(int, type);
     QFETCH(bool, taken);
     Camera camera;
-    // A foreign event has nothing to invoke; it is taken all the same, and any other goes to QObject.
+    // A foreign event in the range is accepted without a call; any other goes to QObject.
     QEvent foreign{QEvent::Type(type)};
     QCOMPARE(camera.root->event(&foreign), taken || QObject().event(&foreign));
     bool invoked = false;
@@ -313,7 +313,7 @@ void tst_ZvtCameraModel::presetBitWrapsAtAWord()
 {
     Camera camera;
     camera.root->modifyHasNucMask(0xff, 0);
-    camera.root->setPresetHasNuc(8, true); // Its bit does not fit the mask: nothing changes, and it still signals.
+    camera.root->setPresetHasNuc(8, true); // The mask has no such bit: nothing changes, but it is signalled.
     QCOMPARE(camera.root->hasNucMask(), uint8_t{0});
     QCOMPARE(camera.order.size(), 2);
     camera.root->setPresetHasNuc(33, true);
@@ -345,7 +345,7 @@ void tst_ZvtCameraModel::manufacturingModeIsRemembered()
     QVERIFY(!camera.root->manufacturingMode());
     camera.root->setManufacturingMode(true);
     QCOMPARE(QSettings().value(mfgKey), QVariant(1));
-    // It also reaches the disk, from where the next start reads it.
+    // The setting is also in the file, which the next start reads.
     CameraRig::settle();
     QFile file(QSettings().fileName());
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -453,7 +453,7 @@ void tst_ZvtCameraModel::emulatorSetterSignalsEvenIfTheDeviceRefuses()
 
 void tst_ZvtCameraModel::emulatorPropertiesOfARealCameraAreDead()
 {
-    // Without a device there is no interface that could be an emulator, as with a camera on a real one.
+    // Without a device isEmulator() is false, as for a camera on a real interface.
     ZvtCameraModel root({}, nullptr);
     const QSignalSpy spy(&root, &ZvtCameraModel::testPatternChanged);
     root.setTestPattern(5);
@@ -466,7 +466,7 @@ void tst_ZvtCameraModel::emulatorPropertiesOfARealCameraAreDead()
     QCOMPARE(root.chamberProfile(), QString());
 }
 
-// Life and death
+// Construction and destruction
 
 void tst_ZvtCameraModel::rootStandsWithoutAController()
 {
@@ -488,7 +488,7 @@ void tst_ZvtCameraModel::rootMayDieWhileAValueChangeIsPosted()
     camera.rig.controller()->FireValueChanged("Connected");
     camera.root.reset();
     CameraRig::settle();
-    // And while another thread keeps firing.
+    // Also while another thread fires changes continuously.
     std::thread firing([&] {
         for (int change = 0; change < 500; ++change)
             camera.rig.controller()->FireValueChanged("Connected");

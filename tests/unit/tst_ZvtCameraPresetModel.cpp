@@ -122,7 +122,7 @@ void tst_ZvtCameraPresetModel::readsRunBesideOneAnother()
     QVERIFY(camera.gate().waitHeld("controller.GetPresetIntegrationTime", 2));
 }
 
-// A slow read of everything has asked before the operator made the change, and ends behind it.
+// A slow read of everything has read the exposure before the operator changes it, and ends after the change.
 void tst_ZvtCameraPresetModel::newestReadOfTheExposureCounts()
 {
     Preset camera;
@@ -173,7 +173,7 @@ void tst_ZvtCameraPresetModel::olderPartialReadIsNotPublished()
     QVERIFY(camera.gate().waitHeld("controller.GetPresetFrameRateIndex"));
     Full newer;
     newer.integrationTime = 7.5;
-    newer.since = std::chrono::steady_clock::now();
+    newer.startTime = std::chrono::steady_clock::now();
     camera.preset->ApplyFullRefreshResult(newer);
     camera.log.take();
     camera.gate().release("*");
@@ -184,7 +184,7 @@ void tst_ZvtCameraPresetModel::olderPartialReadIsNotPublished()
 
 void tst_ZvtCameraPresetModel::calibrationIsFoundInTheStrings_data()
 {
-    QTest::addColumn<QVariant>("answer"); // None: the question fails.
+    QTest::addColumn<QVariant>("answer"); // Invalid: the read fails.
     QTest::addColumn<int>("index");
     QTest::addColumn<bool>("loaded");
     QTest::newRow("none is the last row") << QVariant(-1) << 3 << false;
@@ -274,7 +274,7 @@ void tst_ZvtCameraPresetModel::ratesAreComparedBitForBit()
     ZvtCameraPresetModel model(&parent, presetNumber);
     SignalLog log(&model);
     Partial result;
-    // A number that is none equals itself here; a zero and the negative one differ.
+    // A NaN equals itself here; zero and negative zero differ.
     const QList<QList<qreal>> lists{{notANumber}, {0.0}, {-0.0}, {-0.0, 1.0}, {}};
     for (const QList<qreal> &rates : lists) {
         result.frameRates = rates;
@@ -304,7 +304,7 @@ void tst_ZvtCameraPresetModel::failedReadPublishesZeros()
 namespace
 {
 
-/// What a failing call takes with it: a record without flags publishes what it starts with.
+/// The properties that a failing call resets: the record has no flags, so its defaults are published.
 ReadException resets(const QStringList &properties)
 {
     return {properties, "a failed read publishes zeros", properties};

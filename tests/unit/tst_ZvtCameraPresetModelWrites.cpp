@@ -37,7 +37,7 @@ void tst_ZvtCameraPresetModelWrites::integrationTimeIsReadBack()
     QCOMPARE(camera.taskCalls(mark), partialReadOf(presetNumber));
     QCOMPARE(camera.preset->integrationTime(), 1.23455);
     QCOMPARE(camera.log.take().filter("integrationTimeChanged").size(), 1);
-    // A time that the camera takes as it is changes once.
+    // A time that the camera stores unchanged is signalled once.
     camera.preset->setIntegrationTime(1.5);
     CameraRig::settle();
     QCOMPARE(camera.log.take().filter("integrationTimeChanged").size(), 1);
@@ -75,7 +75,7 @@ void tst_ZvtCameraPresetModelWrites::notANumberMatchesNoRow()
 {
     Preset camera;
     camera.preset->ApplyPartialRefreshResult({0, 1.0, notANumber, {notANumber, 5.0}});
-    for (int time = 0; time < 2; ++time) { // It does not even equal itself.
+    for (int time = 0; time < 2; ++time) { // A NaN does not equal itself.
         QCOMPARE(camera.write("frameRate", notANumber).filter("SetPresetFrameRate 2, 1, ").size(), 1);
         QCOMPARE(camera.preset->frameRateIndex(), -1);
     }
@@ -169,7 +169,7 @@ void tst_ZvtCameraPresetModelWrites::calibrationIsLoadedUnlessTheLastRowIs()
 void tst_ZvtCameraPresetModelWrites::everyCalibrationIsLoadedWhileThereAreNoStrings()
 {
     const CameraRig rig;
-    ZvtCameraModel root(rig.controller(), nullptr); // Nothing of its read has been published yet.
+    ZvtCameraModel root(rig.controller(), nullptr); // Its read has not been published yet.
     ZvtCameraPresetModel &first = *root.setupGeneralModel()->ps(0);
     QVERIFY(root.setupGeneralModel()->factoryCalibrationStrings().isEmpty());
     for (const int index : {0, 7}) {

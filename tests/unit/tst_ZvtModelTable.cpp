@@ -21,7 +21,7 @@ namespace
 
 using Record = zvtSModelInfo;
 
-// What the SDK is asked for to search a row's columns, in the order of the search.
+// The SDK's functions that a search of a row calls, in order.
 constexpr const char *namedColumns[] = {"zvtGetDetectorTypeName", "zvtGetReadoutName", "zvtGetPleoraBoardTypeName",
                                         "zvtGetVariantName", "zvtGetCameraTypeName"};
 
@@ -48,7 +48,7 @@ QList<int> indexes(const ObjectListModel *list)
     return result;
 }
 
-// The numbers of the table's rows for which `fits` holds.
+// The numbers of the table's rows for which `fits` returns true.
 QList<int> recordsWhere(const std::function<bool(const Record &)> &fits)
 {
     QList<int> result;
@@ -78,9 +78,9 @@ void setNumbers(ZvtModelTable &table, const Record &record)
     table.setReadoutTypeFilter(record.roicType);
 }
 
-// A parent that hears the signals of a table from the first moment. Nobody can be connected to an object before its
-// constructor; but the QObject inside announces itself to its parent before the rest of the table is built, and signals
-// are known by the static meta-object. So the address is used as that of a table, and only to be connected.
+// A parent that receives the signals of a table during its construction. The parent gets the event of the new child
+// from the constructor of QObject, before the table is built. The address of the child is that of the table, and
+// connect() needs only the address and the static meta-object.
 class Listener : public QObject
 {
 public:
@@ -167,7 +167,7 @@ void tst_ZvtModelTable::belongsToNobodyInQml()
     }
 }
 
-// Rows stand in both lists, or in the full one only; either way each dies once (the sanitizer watches).
+// Rows are in both lists or in the full one only. Each is deleted once (the sanitizer checks this).
 void tst_ZvtModelTable::rowsDieWithTheTableAndNotBefore()
 {
     auto table = std::make_unique<ZvtModelTable>();

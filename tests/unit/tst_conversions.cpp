@@ -239,7 +239,7 @@ void tst_conversions::irigTextMayLackLeadingFields_data()
     QTest::newRow("no time at all") << "now" << QTime(0, 0);
 }
 
-// The day of such a text is 0, and what date comes of it is the framework's business.
+// The day of such a text is 0; the framework defines the date for it, which is not tested.
 void tst_conversions::irigTextMayLackLeadingFields()
 {
     QFETCH(QString, text);

@@ -10,7 +10,7 @@
 namespace
 {
 
-// SDK functions of the shapes that the helpers meet. The handle tells how they answer.
+// SDK functions with the parameter lists that the helpers support. The handle selects success or failure.
 constexpr uint64_t working = 1;
 constexpr uint64_t failing = 0;
 
@@ -90,19 +90,19 @@ private slots:
 void tst_reading::readSetsTheFieldOnStatusZeroOnly()
 {
     Nullable<int> field;
-    QVERIFY(!read(field, getByte, failing));
+    QVERIFY(!fetch(field, getByte, failing));
     QVERIFY(!field.set());
-    QVERIFY(read(field, getByte, working));
+    QVERIFY(fetch(field, getByte, working));
     QCOMPARE(field.get(), 200);
 }
 
 void tst_reading::readConvertsFromTheTypeOfTheSdk()
 {
     Nullable<bool> flag;
-    QVERIFY(read(flag, getByte, working));
+    QVERIFY(fetch(flag, getByte, working));
     QCOMPARE(flag.get(), true);
     Nullable<int> number;
-    QVERIFY(read(number, getPresetWord, working, uint8_t{3}));
+    QVERIFY(fetch(number, getPresetWord, working, uint8_t{3}));
     QCOMPARE(number.get(), 1003);
 }
 
@@ -205,7 +205,7 @@ void tst_reading::publishIfChangedCompares()
     QCOMPARE(model.value, 1.5);
 }
 
-// A sensor that keeps giving no number would else signal with each poll.
+// Else a sensor that keeps returning NaN would signal on each poll.
 void tst_reading::publishIfChangedTakesNoNumberForUnchanged()
 {
     PublishingModel model;

@@ -14,7 +14,7 @@
 namespace
 {
 
-// The settings of the model below live here instead of in a camera, so that every answer can be chosen.
+// The functions of the model below work without a camera, so that a test can choose every status.
 int status = 0;
 QStringList written;
 
@@ -82,7 +82,7 @@ private slots:
     void finishedWriting() { poolStatus = m_pending.result(); }
 
 private:
-    Refresh<SettingsModel, int> m_pending{this, &SettingsModel::finishedWriting, Form::NoFlags};
+    Refresh<SettingsModel, int> m_pending{this, &SettingsModel::finishedWriting, RefreshForm::NoFlags};
 };
 
 const auto &SettingsModel::rows()
@@ -126,8 +126,8 @@ void tst_setters::storedValueMakesNoCall()
 {
     SettingsModel model;
     const QSignalSpy spy(&model, &SettingsModel::levelChanged);
-    standard(&model, 1, model.level, &SettingsModel::levelChanged, setLevel);
-    confirmed(&model, 1, model.level, &SettingsModel::levelChanged, setLevel);
+    writeStandard(&model, 1, model.level, &SettingsModel::levelChanged, setLevel);
+    writeConfirmed(&model, 1, model.level, &SettingsModel::levelChanged, setLevel);
     storeOnly(&model, 1, model.level, &SettingsModel::levelChanged);
     writeAndReread(&model, 1, model.level, &SettingsModel::levelChanged, setLevel);
     QCOMPARE(written, QStringList());
@@ -140,7 +140,7 @@ void tst_setters::standardStoresWhatTheUserAskedForEvenIfRefused()
     SettingsModel model;
     const QSignalSpy spy(&model, &SettingsModel::levelChanged);
     status = -1;
-    standard(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    writeStandard(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
     QCOMPARE(written, QStringList("level 3"));
     QCOMPARE(model.level, 3);
     QCOMPARE(spy.size(), 1);
@@ -151,11 +151,11 @@ void tst_setters::confirmedSnapsBackIfRefused()
     SettingsModel model;
     const QSignalSpy spy(&model, &SettingsModel::levelChanged);
     status = -1;
-    confirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    writeConfirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
     QCOMPARE(model.level, 1);
     QCOMPARE(spy.size(), 1);
     status = 0;
-    confirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    writeConfirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
     QCOMPARE(model.level, 3);
     QCOMPARE(spy.size(), 2);
     QCOMPARE(written, QStringList({"level 3", "level 3"}));
@@ -166,11 +166,11 @@ void tst_setters::acceptedSignalsOnlyWhatTheCameraTook()
     SettingsModel model;
     const QSignalSpy spy(&model, &SettingsModel::levelChanged);
     status = -1;
-    accepted(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    writeAccepted(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
     QCOMPARE(model.level, 1);
     QCOMPARE(spy.size(), 0);
     status = 0;
-    accepted(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    writeAccepted(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
     QCOMPARE(model.level, 3);
     QCOMPARE(spy.size(), 1);
 }
@@ -181,9 +181,9 @@ void tst_setters::everyFormWritesThenStoresThenSignals()
     QStringList atSignal;
     QObject::connect(&model, &SettingsModel::levelChanged, &model,
                      [&] { atSignal << QStringLiteral("%1 written, %2 stored").arg(written.size()).arg(model.level); });
-    standard(&model, 2, model.level, &SettingsModel::levelChanged, setLevel);
-    confirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
-    accepted(&model, 4, model.level, &SettingsModel::levelChanged, setLevel);
+    writeStandard(&model, 2, model.level, &SettingsModel::levelChanged, setLevel);
+    writeConfirmed(&model, 3, model.level, &SettingsModel::levelChanged, setLevel);
+    writeAccepted(&model, 4, model.level, &SettingsModel::levelChanged, setLevel);
     writeAndReread(&model, 5, model.level, &SettingsModel::levelChanged, setLevel);
     storeOnly(&model, 6, model.level, &SettingsModel::levelChanged);
     QCOMPARE(atSignal,
@@ -197,7 +197,7 @@ void tst_setters::settersTellWhetherTheValueDiffered()
     for (const int level : {1, 2}) {
         const bool differs = level != model.level;
         QCOMPARE(storeOnly(&model, level, model.level, &SettingsModel::levelChanged), differs);
-        QCOMPARE(standard(&model, level, model.level, &SettingsModel::levelChanged, setLevel), false);
+        QCOMPARE(writeStandard(&model, level, model.level, &SettingsModel::levelChanged, setLevel), false);
     }
 }
 
@@ -205,11 +205,11 @@ void tst_setters::textIsWrittenAsUtf8()
 {
     CameraRig rig;
     ZvtCameraModel root(rig.controller(), nullptr);
-    CameraRig::settle(); // It reads the general setup.
+    CameraRig::settle(); // The root reads the general setup.
     SettingsModel model;
     model.setParent(&root);
     const size_t mark = rig.gate().mark();
-    standard(&model, QStringLiteral("W\u00e4rme"), model.text, &SettingsModel::levelChanged, zvtSetCameraModel);
+    writeStandard(&model, QStringLiteral("W\u00e4rme"), model.text, &SettingsModel::levelChanged, zvtSetCameraModel);
     QCOMPARE(rig.gate().callsSince(mark).back().arguments, std::string("\"W\xc3\xa4rme\""));
     QCOMPARE(model.text, QStringLiteral("W\u00e4rme"));
     model.setParent(nullptr);
@@ -222,15 +222,16 @@ void tst_setters::controllerOperationsAreReadAndWritten()
     ZvtCameraModel root(rig.controller(), nullptr);
     SettingsModel model;
     model.setParent(&root);
-    standard(&model, true, model.reduceNoise, &SettingsModel::levelChanged, &IZVTController::SetReduceNoise);
+    writeStandard(&model, true, model.reduceNoise, &SettingsModel::levelChanged, &IZVTController::SetReduceNoise);
     QVERIFY(rig.controller()->GetReduceNoise());
-    standard(&model, 2.0, model.delay, &SettingsModel::delayChanged, &IZVTController::SetPresetIntegrationTime, 1, 1);
+    writeStandard(&model, 2.0, model.delay, &SettingsModel::delayChanged, &IZVTController::SetPresetIntegrationTime, 1,
+                  1);
     Nullable<double> milliseconds;
-    QVERIFY(read(milliseconds, &IZVTController::GetPresetIntegrationTime, root.controller(), 1));
+    QVERIFY(fetch(milliseconds, &IZVTController::GetPresetIntegrationTime, root.controller(), 1));
     QVERIFY(qAbs(milliseconds.get() - 2.0) < 0.01);
     // Without a controller an operation counts as failed.
     Nullable<double> none;
-    QVERIFY(!read(none, &IZVTController::GetPresetIntegrationTime, {}, 1));
+    QVERIFY(!fetch(none, &IZVTController::GetPresetIntegrationTime, {}, 1));
     QVERIFY(!none.set());
     QCOMPARE(readOr(-1.0, &IZVTController::GetPresetIntegrationTime, hlx::TSharedPtr<IZVTController>(), 1), -1.0);
     model.setParent(nullptr);
@@ -239,7 +240,7 @@ void tst_setters::controllerOperationsAreReadAndWritten()
 void tst_setters::argumentsStandBeforeTheValue()
 {
     SettingsModel model;
-    standard(&model, 12.5, model.delay, &SettingsModel::delayChanged, setDelay, uint8_t{2});
+    writeStandard(&model, 12.5, model.delay, &SettingsModel::delayChanged, setDelay, uint8_t{2});
     QCOMPARE(written, QStringList("delay 2 12.5"));
 }
 
@@ -281,13 +282,13 @@ void tst_setters::tableReadsPublishesAndWrites()
     publishAll(&model, result, SettingsModel::rows());
     QCOMPARE(model.level, 7);
     QCOMPARE(model.gain, 2.5);
-    standard(&model, 8, std::get<0>(SettingsModel::rows()));
+    writeStandard(&model, 8, std::get<0>(SettingsModel::rows()));
     QCOMPARE(model.level, 8);
     status = -1;
-    confirmed(&model, 9.0, std::get<1>(SettingsModel::rows()));
+    writeConfirmed(&model, 9.0, std::get<1>(SettingsModel::rows()));
     QCOMPARE(model.gain, 2.5);
     QCOMPARE(written, QStringList({"level 8", "gain 9"}));
-    // One row that fails leaves the other alone.
+    // A row that fails does not affect the other.
     result = {};
     readAll(result, SettingsModel::rows(), 1);
     QVERIFY(!result.level.set());
@@ -298,11 +299,11 @@ void tst_setters::setterFetchesTheHandleOfTheCameraAfresh()
 {
     CameraRig rig;
     ZvtCameraModel root(rig.controller(), nullptr);
-    CameraRig::settle(); // It reads the general setup.
+    CameraRig::settle(); // The root reads the general setup.
     SettingsModel model;
     model.setParent(&root);
     const size_t mark = rig.gate().mark();
-    standard(&model, 77.5, model.gain, &SettingsModel::gainChanged, zvtMfgSetCoolerSetpoint);
+    writeStandard(&model, 77.5, model.gain, &SettingsModel::gainChanged, zvtMfgSetCoolerSetpoint);
     QCOMPARE(rig.callsSince(mark), QStringList("zvtMfgSetCoolerSetpoint"));
     QCOMPARE(rig.gate().callsSince(mark).back().arguments, std::string("77.5"));
     model.setParent(nullptr);
