@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls
 
-// What every window costs.
+// The empty page, which shows the cost of every window.
 Item {
     Button {
         anchors.centerIn: parent

@@ -10,7 +10,7 @@
 namespace
 {
 
-/// Runs it to its end; ends everything if it fails.
+/// Starts the process and waits for its end. Ends the benchmark program if it fails.
 void run(QProcess &process, const QStringList &command)
 {
     constexpr int limit = 300'000; // Milliseconds.

@@ -4,19 +4,19 @@
 
 #include <vector>
 
-/// The middle one of the values; of an even number the mean of the two in the middle. 0 of none.
+/// The median of the values; 0 if there are none.
 double median(std::vector<double> values);
 
-/// Prints figures as they are measured, each with its limit and whether it keeps it.
+/// Prints each measured figure, its limit, and whether it is within the limit.
 class Report
 {
 public:
-    /// `value` in the unit of `limit`; `detail` tells in words what it was made of.
+    /// Prints a figure. `value` has the unit of `limit`; `detail` describes how it was measured.
     void figure(const QString &name, double value, double limit, const QString &detail = {});
-    /// A line without a limit.
+    /// Prints a line without a limit.
     void note(const QString &text) const;
 
-    /// How many figures missed their limits.
+    /// The number of figures above their limits.
     int missed() const { return m_missed; }
 
 private:

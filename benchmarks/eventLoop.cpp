@@ -11,12 +11,12 @@
 namespace
 {
 
-/// Milliseconds, one of each for each time that it was measured.
+/// Measured costs in milliseconds, one value of each kind for each measurement.
 struct Costs {
     std::vector<double> processor; ///< Of the GUI thread.
     std::vector<double> wall;
 
-    /// Takes the fields 1 and 2 of a row.
+    /// Adds the fields 1 and 2 of a row.
     void add(const QList<QByteArray> &row)
     {
         processor.push_back(row.value(1).toDouble());

@@ -2,22 +2,23 @@
 
 class Report;
 
-// Each measures by itself and reports its figures; docs/measurements.md tells what they mean. GUI thread only.
+// Each function runs its own measurement and reports its figures, which docs/measurements.md explains. GUI thread only.
 
-/// How much of a refresh is not the camera's own time.
+/// The share of a refresh that is not spent in the camera.
 void measureRefreshes(Report &report);
 
-/// For how long the event loop stands still while everything refreshes on a slow camera.
+/// The longest time for which the event loop is blocked while everything refreshes on a slow camera.
 void measureEventLoop(Report &report);
 
-/// Instructions and memory up to the first frame, over a flat page of the same controls, and what a control costs.
+/// Instructions and memory up to the first frame, compared with a flat page of the same controls, and the cost of a
+/// control.
 void measureStart(Report &report);
 
-/// What the first opening of each dialog costs.
+/// The cost of the first opening of each dialog.
 void measureOpenings(Report &report);
 
-/// What a page costs while nothing happens.
+/// The cost of an idle page.
 void measureIdling(Report &report);
 
-/// Whether long lists cost no more for each row than short ones.
+/// Whether the cost of a row is independent of the length of its list.
 void measureLists(Report &report);

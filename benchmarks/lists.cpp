@@ -10,7 +10,7 @@
 namespace
 {
 
-/// Seconds to fill a list with this many rows, and to empty it.
+/// Seconds to fill and to empty a list.
 struct Times {
     double append = 0;
     double removeAll = 0;
@@ -27,7 +27,7 @@ Times timesOf(int rows)
         list.append(new QObject);
     const auto filled = Clock::now();
     list.removeAll();
-    // Outside an event loop nothing else would delete what the list has given up.
+    // Deletes the removed items, which otherwise only an event loop would do.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return {Seconds(filled - start).count(), Seconds(Clock::now() - filled).count()};
 }
@@ -39,7 +39,7 @@ void measureLists(Report &report)
     constexpr int rounds = 15;
     constexpr int few = 1'000;
     constexpr int many = 10'000;
-    constexpr double limit = 15; // 10 is linear; the larger list falls out of the caches.
+    constexpr double limit = 15; // 10 is linear; the larger list does not fit into the processor caches.
 
     timesOf(many);
     std::vector<double> append[2];

@@ -7,11 +7,11 @@
 #include <cstdio>
 #include <utility>
 
-// zvtbench [refresh] [loop] [start] [open] [idle] [lists]: measures what is named, or everything. The exit status is 1
-// if a figure missed its limit.
+// zvtbench [refresh] [loop] [start] [open] [idle] [lists]: runs the named measurements, or all. The exit status is 1 if
+// a figure is above its limit.
 int main(int argc, char *argv[])
 {
-    // Nothing of the user who measures is read or written, here and in the programs that are started.
+    // Neither this program nor those it starts read or write files of the user's home folder.
     const QTemporaryDir home;
     for (const char *variable : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
         qputenv(variable, home.path().toUtf8());

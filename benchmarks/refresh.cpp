@@ -30,10 +30,10 @@ struct Sample {
     int calls = 0;
 };
 
-/// Reads that hang on a timer and not on a method refresh().
+/// Reads that are started by a timer instead of a refresh() method.
 const std::pair<const char *, const char *> polls[] = {{"StatusTabModel", "updateTimeTimer"}};
 
-/// Every model below the root that has a refresh(), and every poll.
+/// All models below the root with a refresh() method, and all polls.
 std::vector<Reader> readersOf(const QObject &root)
 {
     std::vector<Reader> readers;
@@ -50,7 +50,7 @@ std::vector<Reader> readersOf(const QObject &root)
     return readers;
 }
 
-/// Runs the event loop until no task is left and what the last one posted is delivered.
+/// Runs the event loop until all tasks have ended and the events they posted have been delivered.
 void finishTasks()
 {
     const auto *pool = QThreadPool::globalInstance();
@@ -84,7 +84,7 @@ Sample sampleOf(const Reader &reader, const std::vector<emulator::Gate *> &gates
 void measure(const Reader &reader, CameraRig &rig, Report &report)
 {
     constexpr int rounds = 9;
-    constexpr int readsWithoutLatency = 25; // A round of these is still shorter than one read of a slow camera.
+    constexpr int readsWithoutLatency = 25; // This many reads still take less time than one read of a slow camera.
     constexpr int latency = 20; // Milliseconds.
     constexpr double ratioLimit = 1.05;
     constexpr double allowance = 1e-3; // Seconds for a read ...

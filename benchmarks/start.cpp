@@ -12,16 +12,16 @@
 namespace
 {
 
-/// What the starts of one page took.
+/// The measured starts of one page.
 struct Starts {
     const char *mode;
-    std::vector<double> milliseconds{}; ///< From before the process is started to its first frame.
-    std::vector<double> mebibytes{}; ///< The peak of its resident memory up to there.
+    std::vector<double> milliseconds{}; ///< From before the process starts to its first frame.
+    std::vector<double> mebibytes{}; ///< The peak resident memory at the first frame.
 
     void run()
     {
         const auto start = std::chrono::steady_clock::now().time_since_epoch();
-        // The program answers with the same clock's nanoseconds and with kibibytes.
+        // The program prints nanoseconds of the same clock, and kibibytes.
         const auto answer = PageProgram::run(QLatin1String(mode)).simplified().split(' ');
         const std::chrono::nanoseconds frame(answer.value(0).toLongLong());
         milliseconds.push_back(std::chrono::duration<double, std::milli>(frame - start).count());
@@ -72,7 +72,7 @@ void measureTimeAndMemory(Report &report)
 
     std::array<Starts, 3> pages{Starts{"page"}, Starts{"flat"}, Starts{"empty"}};
     for (const Starts &page : pages)
-        PageProgram::run(QLatin1String(page.mode)); // From here on the files are in the system's memory.
+        PageProgram::run(QLatin1String(page.mode)); // Loads the files into the system's file cache.
     for (int round = 0; round < rounds; ++round)
         for (Starts &page : pages)
             page.run();

@@ -2,7 +2,7 @@ import QtQuick
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.rows
 
-// How the camera takes its images.
+// The Setup page: how the camera takes its images.
 Page {
     id: page
 
@@ -26,8 +26,8 @@ Page {
         generalSection.clearWarnings()
     }
 
-    // A page that scrolled would take a control that moves the lens away from below the pointer.
-    interactive: !generalSection.holding
+    // Scrolling would move a held control of the lens away from the pointer.
+    interactive: !generalSection.controlHeld
     onRefresh: refreshAllVisible()
 
     Binding {
@@ -45,12 +45,12 @@ Page {
         camera: page.camera
         connected: page.connected
         isShown: page.isShown
-        early: page.early
+        preload: page.preload
         expanded: page.generalSetupExpanded
         loading: page._refreshing || (page._general ? page._general.refreshing : false)
         usable: page._hasRefreshed
         onRefresh: page._refreshGeneralSetup()
         onToggle: page.generalSetupExpanded = !page.generalSetupExpanded
-        onSeek: item => page.bringIntoView(item)
+        onScrollTo: item => page.bringIntoView(item)
     }
 }

@@ -4,7 +4,7 @@ import zvt.look
 import zvt.rows
 import zvt.status
 
-// What the camera is doing now.
+// The Status page: the state and the temperatures of the camera.
 Page {
     id: page
 
@@ -26,7 +26,7 @@ Page {
 
         readonly property bool dense: columns === 1
 
-        twoFrom: 820 - 2 * Look.margin
+        twoColumnWidth: 820 - 2 * Look.margin
         columnSpacing: Look.margin
         rowSpacing: Look.margin
         enabled: page.connected

@@ -5,11 +5,12 @@ import zvt
 import zvt.frame
 import zvt.look
 
-// The page of one camera: the tool bar with the tabs, the pages below it, and what belongs to no tab.
+// The main page of one camera: the tool bar with the tabs, the pages below it, and the dialogs and overlays that belong
+// to no tab.
 Item {
     id: root
 
-    // The maker's colours, for hosts that extend the page.
+    // The manufacturer's colours, for hosts that extend the page.
     readonly property color kestrinBlue: Look.kestrinBlue
     readonly property color kestrinSecondaryCoolGray: Look.kestrinSecondaryCoolGray
     readonly property color kestrinSecondaryGold: Look.kestrinSecondaryGold
@@ -24,28 +25,28 @@ Item {
     readonly property color cameraBarForegroundColor: Look.cameraBarForegroundColor
     readonly property color rectangleOutlineColor: Look.rectangleOutlineColor
 
-    // Undefined when a host application holds the page.
+    // Null when a host application shows the page: only the standalone program sets standaloneModel.
     readonly property var _standaloneModel: typeof standaloneModel === "undefined" ? null : standaloneModel
     readonly property bool _standalone: _standaloneModel !== null
     readonly property bool _standaloneConnected: _standaloneModel?.connected ?? false
     readonly property bool _connecting: _standaloneModel?.connecting ?? false
     readonly property bool _disconnecting: _standaloneModel?.disconnecting ?? false
-    // The model asks the controller at each reading, so this is the one place that reads it.
+    // Each read of cameraModel.connected asks the controller, so only this binding reads it.
     readonly property bool _connected: safeGetConnected()
     readonly property var _cameraState: cameraStateExists() ? cameraModel.cameraState : null
     readonly property bool _loadingState: _cameraState?.loading ?? false
     readonly property bool _savingState: _cameraState?.saving ?? false
     readonly property bool _busy: _standalone ? _connecting || _disconnecting : _loadingState || _savingState
     property bool _fakeOverlayShown
-    // What is not on show may be made from here on.
-    property bool _early
+    // Whether hidden contents may be created. Set after the start.
+    property bool _preload
 
     function cameraModelExists(): bool {
         console.assert(cameraModel !== null, "camera model must not be null")
         return cameraModel !== null
     }
 
-    // These are for bindings too, which can run while the context is being torn down.
+    // The functions below are also used in bindings, which can run while the context is being destroyed.
     function safeGetConnected(): bool {
         return cameraModel?.connected ?? false
     }
@@ -58,7 +59,7 @@ Item {
         return Boolean(cameraModel?.cameraCapabilitiesModel)
     }
 
-    // Blocks the page while a dialog that is not modal goes through its steps.
+    // Blocks the page with an overlay, for a dialog that is not modal.
     function setFakeOverlay(visible: bool) {
         _fakeOverlayShown = visible
     }
@@ -73,7 +74,7 @@ Item {
     height: 480
     enabled: !_loadingState && !_fakeOverlayShown
     focus: true
-    // After a popup has closed, no item has the focus.
+    // After a popup has closed, only the content item of the window has the focus.
     Window.onActiveFocusItemChanged: {
         if (visible && Window.activeFocusItem === Window.contentItem)
             forceActiveFocus()
@@ -86,7 +87,7 @@ Item {
         }
     }
 
-    // For what the host brings, such as its editors.
+    // Colours for the controls of the host, such as its editors.
     palette {
         window: Look.backColor
         windowText: Look.textColor
@@ -125,7 +126,7 @@ Item {
     Timer {
         interval: 250
         running: true
-        onTriggered: root._early = true
+        onTriggered: root._preload = true
     }
 
     T.Pane {
@@ -203,7 +204,7 @@ Item {
                     objectName: "ssdPlaybackBanner"
                     anchors.fill: parent
                     visible: false
-                    onStopped: cameraModel.ssdTabModel.stop()
+                    onStopRequested: cameraModel.ssdTabModel.stop()
                 }
             }
 
@@ -216,7 +217,7 @@ Item {
                 StatusTab {
                     camera: cameraModel
                     connected: root._connected
-                    early: root._early
+                    preload: root._preload
                     tabModel: cameraModel?.statusTabModel ?? null
                     selected: visible
                 }
@@ -224,7 +225,7 @@ Item {
                 SetupTab {
                     camera: cameraModel
                     connected: root._connected
-                    early: root._early
+                    preload: root._preload
                     tabModel: cameraModel?.setupTabModel ?? null
                     selected: visible
                 }

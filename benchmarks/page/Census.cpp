@@ -15,7 +15,7 @@ struct StockType {
     const char *qmlName;
 };
 
-// A type stands before those that it derives from.
+// A type must come before its base types.
 constexpr StockType layoutTypes[]
     = {{"QQuickRowLayout", "RowLayout"}, {"QQuickColumnLayout", "ColumnLayout"}, {"QQuickGridLayout", "GridLayout"}};
 constexpr StockType containerTypes[] = {{"QQuickTabBar", "TabBar"},
@@ -48,7 +48,7 @@ template <size_t count> const char *stockName(const QObject &object, const Stock
     return nullptr;
 }
 
-/// Whether a file of the page declares the object: one of its tree, of its parts, or of the host's controls.
+/// Whether the object is declared in a QML file of the page, of its parts or of the host's controls.
 bool isDeclaredByPage(const QObject &object)
 {
     const QQmlContext *context = qmlContext(&object);
@@ -58,13 +58,13 @@ bool isDeclaredByPage(const QObject &object)
         [&file](const char *folder) { return file.startsWith(QLatin1String(folder)); });
 }
 
-/// The declaration of a stock control with the text of `control`.
+/// QML source of a stock control with the text of `control`.
 QString declaration(const char *type, const QObject &control)
 {
     QString text = control.property("text").toString();
     if (text.isEmpty() || control.inherits("QQuickComboBox"))
         return QStringLiteral("%1 { }").arg(QLatin1String(type));
-    // Without the icon font Qt would look for the glyphs in every font there is.
+    // Without the icon font Qt would search for the glyphs in all fonts.
     for (QChar &character : text)
         if (character.category() == QChar::Other_PrivateUse)
             character = u'x';
@@ -128,7 +128,7 @@ Census::Place Census::count(const QObject &object, Place place)
     return place;
 }
 
-/// The layouts side by side, with the controls dealt out among them.
+/// QML source of the layouts, one beside the other, with the controls distributed among them.
 QString Census::written(const Group &group, const QString &opening)
 {
     QString text = QStringLiteral("    %1\n").arg(opening);

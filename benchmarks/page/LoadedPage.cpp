@@ -3,7 +3,7 @@
 #include "hlxui/IControllerModelFactory.h"
 #include "platform/hlxcamui/hostModules.h"
 #include "platform/hlxcamzvt/makeController.h"
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -17,7 +17,7 @@ using hlx::cam::ui::PageHost;
 LoadedPage::LoadedPage(Kind kind, const QString &profile)
     : m_camera(emulator::Camera::create(profile, QString())), m_controller(hlx::cam::makeController(m_camera))
 {
-    // Page and host bring their fonts along. With a font that comes after the window Qt lays every text out again.
+    // Page and host add fonts. Qt would lay out all texts again if a font were added after the window was created.
     hlx::cam::ui::registerHostModules();
     const QString qml = load(kind);
     m_window = std::make_unique<QQuickWindow>();
@@ -61,16 +61,17 @@ void LoadedPage::show()
 
 void LoadedPage::awaitContents()
 {
-    constexpr int tooLong = 120'000; // Milliseconds; under valgrind everything takes long.
+    constexpr int tooLong = 120'000; // Milliseconds; valgrind slows everything down.
     constexpr int loading = 2; // Loader.Loading
 
     const auto made = [this] {
         const auto objects = item().findChildren<QObject *>();
         const auto isLoader = [](const QObject *object) { return object->inherits("QQuickLoader"); };
-        return item().property("_early").toBool() && std::none_of(objects.begin(), objects.end(), [&](QObject *object) {
+        return item().property("_preload").toBool()
+            && std::none_of(objects.begin(), objects.end(), [&](QObject *object) {
                    return isLoader(object) && object->property("status").toInt() == loading;
                });
     };
-    if (!PageDriver::waitFor(made, tooLong))
+    if (!PageUser::waitFor(made, tooLong))
         throw std::runtime_error("the contents of the page are not made");
 }

@@ -1,7 +1,7 @@
 #include "benchmarks/page/modes.h"
 
 #include "benchmarks/page/measuring.h"
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 
 #include <QQuickItem>
 #include <QTimer>
@@ -17,8 +17,8 @@
 namespace
 {
 
-/// Ticks each millisecond and notes what passed until the event loop came round to the next tick. From the wall clock
-/// the time is left out that calls to the camera took on this thread, waiting for their delay most of it.
+/// A timer of one millisecond that records the longest gaps between its events. The wall-clock time excludes calls to
+/// the camera on this thread, which mostly wait for the emulated delay.
 class Probe
 {
 public:
@@ -31,11 +31,11 @@ public:
         m_timer.start();
     }
 
-    /// Until the next frame a gap counts as one of the first showing of a tab.
+    /// Counts gaps until the next frame as part of the first showing of a tab.
     void expectShowing(QQuickWindow &window)
     {
         m_showing = true;
-        // Queued: the tick behind the frame is still one of the showing.
+        // Queued, so that the first timer event after the frame still counts as part of the showing.
         QObject::connect(
             &window, &QQuickWindow::frameSwapped, &m_timer, [this] { m_showingEnds = true; },
             Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
@@ -105,16 +105,16 @@ int reportEventLoop()
         gate->delay(latency);
     Probe probe(gates);
     connectCamera(page);
-    PageDriver::pause(enoughForPolls);
+    PageUser::pause(enoughForPolls);
 
-    const PageDriver driver(page.window(), page.item());
+    const PageUser user(page.window(), page.item());
     for (const bool first : {true, false})
-        for (QQuickItem *tab : driver.tabButtons()) {
+        for (QQuickItem *tab : user.tabButtons()) {
             if (first && !tab->property("checked").toBool())
                 probe.expectShowing(page.window());
-            driver.openTab(*tab);
-            driver.key(Qt::Key_F5);
-            PageDriver::pause(enoughForPolls);
+            user.openTab(*tab);
+            user.key(Qt::Key_F5);
+            PageUser::pause(enoughForPolls);
         }
     probe.print();
     return 0;

@@ -27,7 +27,7 @@ int peakMemory()
 int reportFirstFrame(LoadedPage::Kind kind)
 {
     LoadedPage page(kind);
-    // Direct: in whatever thread renders, the frame counts when it is there.
+    // A direct connection, so that the time is taken on the rendering thread when the frame is complete.
     QObject::connect(
         &page.window(), &QQuickWindow::frameSwapped, &page.window(),
         [] {

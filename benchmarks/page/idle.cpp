@@ -1,7 +1,7 @@
 #include "benchmarks/page/modes.h"
 
 #include "benchmarks/page/measuring.h"
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 
 #include <QQuickItem>
 
@@ -15,12 +15,12 @@ int reportIdle()
     LoadedPage page(LoadedPage::Kind::Plugin);
     page.show();
     connectCamera(page);
-    const PageDriver driver(page.window(), page.item());
-    for (QQuickItem *tab : driver.tabButtons()) {
-        driver.openTab(*tab);
-        PageDriver::pause(untilAnimationsEnd);
+    const PageUser user(page.window(), page.item());
+    for (QQuickItem *tab : user.tabButtons()) {
+        user.openTab(*tab);
+        PageUser::pause(untilAnimationsEnd);
         const Stopwatch stopwatch;
-        PageDriver::pause(idle);
+        PageUser::pause(idle);
         std::printf("%s\t%.3f\n", qPrintable(tab->property("text").toString()), stopwatch.cost().processor.count());
     }
     return 0;

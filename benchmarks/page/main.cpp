@@ -37,7 +37,7 @@ int run(const QStringList &arguments)
 
 } // namespace
 
-// One page in a process of its own, for zvtbench and for the build. It links no model.
+// Loads one page in its own process, for zvtbench and for the build. Not linked with the models.
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);

@@ -1,6 +1,6 @@
 #include "benchmarks/page/measuring.h"
 
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 
 #include <QThreadPool>
 
@@ -23,5 +23,5 @@ Cost Stopwatch::cost() const
 void connectCamera(LoadedPage &page)
 {
     QThreadPool::globalInstance()->start([&page] { page.camera().connect(); });
-    PageDriver::waitFor([&page] { return page.camera().connected(); });
+    PageUser::waitFor([&page] { return page.camera().connected(); });
 }

@@ -4,17 +4,17 @@
 
 #include <chrono>
 
-// What the modes measure with. GUI thread only.
+// Helpers for measurements. GUI thread only.
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-/// What a measured step costs the GUI thread.
+/// The cost of a measured step on the GUI thread.
 struct Cost {
-    Milliseconds processor{}; ///< Spent by the thread itself. Other programs and threads do not count.
+    Milliseconds processor{}; ///< Processor time of the thread; not influenced by other programs and threads.
     Milliseconds wall{};
 };
 
-/// Measures from its construction, or from when it was started again.
+/// Measures the time since its construction or its last restart.
 class Stopwatch
 {
 public:

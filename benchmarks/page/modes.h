@@ -4,23 +4,23 @@
 
 #include <QString>
 
-// What the program does with a page. Each returns the program's exit status. GUI thread only.
+// The modes of the program. Each returns the exit status of the program. GUI thread only.
 
-/// Shows the page, and at its first frame prints the time (nanoseconds of the monotonic clock) and the peak of the
-/// resident memory (KiB), and ends the process.
+/// Shows the page. At its first frame prints the time in nanoseconds of the monotonic clock and the peak resident
+/// memory in KiB, and ends the process.
 int reportFirstFrame(LoadedPage::Kind kind);
 
 /// Uses the page on a slow camera and prints the longest gaps of the event loop.
 int reportEventLoop();
 
-/// Opens dialogs and lists for the first time and prints what each costs up to the first frame that shows it.
+/// Opens each dialog and list for the first time and prints its cost up to the first frame that shows it.
 int reportOpenings();
 
-/// Shows each tab, does nothing for ten seconds and prints what that has cost.
+/// Shows each tab, does nothing for ten seconds and prints the cost of this time.
 int reportIdle();
 
-/// Prints how many controls and how many objects the page consists of at its first frame, and how many controls once
-/// the contents of hidden pages are there too.
+/// Prints the numbers of controls and objects of the page at its first frame, and the number of controls after the
+/// contents of hidden pages have been created.
 int reportCounts();
 
 /// Shows the page, waits for the contents of hidden pages and ends the process.

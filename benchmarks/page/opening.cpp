@@ -1,7 +1,7 @@
 #include "benchmarks/page/modes.h"
 
 #include "benchmarks/page/measuring.h"
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 
 #include <QEventLoop>
 #include <QQuickItem>
@@ -17,20 +17,20 @@ namespace
 
 using Items = QList<QQuickItem *>;
 
-/// Opens popups of a page by pressing what opens them, and prints what the first frame with each has cost.
+/// Opens popups of a page by their buttons and prints the cost of the first frame of each.
 class Opener
 {
 public:
-    explicit Opener(LoadedPage &page) : m_window(page.window()), m_driver(page.window(), page.item()) { }
+    explicit Opener(LoadedPage &page) : m_window(page.window()), m_user(page.window(), page.item()) { }
 
-    const PageDriver &driver() const { return m_driver; }
+    const PageUser &user() const { return m_user; }
     void openTab(const QString &title) const;
-    /// Opens what the button opens, and closes nothing.
+    /// Opens a popup by its button and leaves it open.
     Cost open(const QString &button) const;
     Cost open(QQuickItem &control) const;
     /// Closes every popup.
     void close() const;
-    /// The boxes with a list that the page shows.
+    /// The visible combo boxes of the page.
     Items comboBoxes() const;
 
 private:
@@ -38,20 +38,20 @@ private:
     static void bringIntoView(QQuickItem &control);
 
     QQuickWindow &m_window;
-    const PageDriver m_driver;
+    const PageUser m_user;
 };
 
 void Opener::openTab(const QString &title) const
 {
-    for (QQuickItem *tab : m_driver.tabButtons())
-        if (tab->property("text").toString() == title && m_driver.openTab(*tab))
+    for (QQuickItem *tab : m_user.tabButtons())
+        if (tab->property("text").toString() == title && m_user.openTab(*tab))
             return;
     throw std::runtime_error(qPrintable(QStringLiteral("the tab \"%1\" does not open").arg(title)));
 }
 
 Cost Opener::open(const QString &button) const
 {
-    QQuickItem *control = m_driver.button(button);
+    QQuickItem *control = m_user.button(button);
     if (!control || !control->isEnabled())
         throw std::runtime_error(qPrintable(QStringLiteral("there is no button \"%1\" to press").arg(button)));
     return open(*control);
@@ -63,7 +63,7 @@ Cost Opener::open(QQuickItem &control) const
     constexpr int limit = 10'000;
 
     bringIntoView(control);
-    PageDriver::pause(rest);
+    PageUser::pause(rest);
     const Items before = popups();
     Cost cost;
     QEventLoop loop;
@@ -73,7 +73,7 @@ Cost Opener::open(QQuickItem &control) const
             loop.quit();
     });
     QTimer::singleShot(limit, &loop, [&loop] { loop.exit(1); });
-    m_driver.press(control);
+    m_user.press(control);
     if (loop.exec() != 0)
         throw std::runtime_error("a press opens nothing");
     return cost;
@@ -83,13 +83,13 @@ void Opener::close() const
 {
     for (const QQuickItem *popup : popups())
         QMetaObject::invokeMethod(popup->parent(), "close");
-    if (!PageDriver::waitFor([this] { return popups().isEmpty(); }) || !m_driver.settle())
+    if (!PageUser::waitFor([this] { return popups().isEmpty(); }) || !m_user.settle())
         throw std::runtime_error("a popup does not close");
 }
 
 Items Opener::comboBoxes() const
 {
-    return PageDriver::visibleItems(*m_window.contentItem(), [](QQuickItem &item) {
+    return PageUser::visibleItems(*m_window.contentItem(), [](QQuickItem &item) {
         return item.inherits("QQuickComboBox") && item.isEnabled() && item.property("count").toInt() > 0;
     });
 }
@@ -105,7 +105,7 @@ Items Opener::popups() const
     return found;
 }
 
-/// Scrolls until the control is in the middle of the view that it lies in.
+/// Scrolls the containing view so that the control is in its middle.
 void Opener::bringIntoView(QQuickItem &control)
 {
     for (QQuickItem *view = control.parentItem(); view; view = view->parentItem())
@@ -122,7 +122,7 @@ void print(const QString &name, const Cost &cost)
     std::printf("%s\t%.3f\t%.3f\n", qPrintable(name), cost.processor.count(), cost.wall.count());
 }
 
-/// The longest of all lists.
+/// The largest cost among all lists.
 Cost openLists(const Opener &opener)
 {
     Cost longest;
@@ -140,13 +140,13 @@ Cost openLists(const Opener &opener)
 int reportOpenings()
 {
     const QString configuration = QStringLiteral("Configuration");
-    // One whose lens offers every dialog.
+    // The lens of this profile has all lens dialogs.
     LoadedPage page(LoadedPage::Kind::Plugin, QStringLiteral("discrete-fov"));
     page.show();
     connectCamera(page);
     const Opener opener(page);
-    opener.driver().settle();
-    // Dialogs of an existing state need one.
+    opener.user().settle();
+    // The dialogs for existing lens states need one.
     QMetaObject::invokeMethod(page.model()->property("setupTabModel").value<QObject *>(), "addLensState",
                               Q_ARG(QString, QStringLiteral("State")));
 

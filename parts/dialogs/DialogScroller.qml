@@ -3,12 +3,13 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import zvt.look
 
-// The content of a dialog, which scrolls where the window has no room for all of it.
+// The content of a dialog, which scrolls if it does not fit into the window.
 Flickable {
     id: scroller
 
     default property alias contents: column.data
 
+    // Scrolls down by a distance in pixels; up if it is negative.
     function scrollBy(distance: real) {
         contentY = Math.max(0, Math.min(contentHeight - height, contentY + distance))
     }
@@ -24,7 +25,7 @@ Flickable {
     ColumnLayout {
         id: column
 
-        // The rest is for the scroll bar.
+        // Leaves room for the scroll bar.
         width: scroller.width - 12
         spacing: Look.rowSpacing
     }

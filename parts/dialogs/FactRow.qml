@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// A fact, for reading only: its heading and its value.
+// A read-only value with its heading.
 RowLayout {
     id: row
 

@@ -3,12 +3,12 @@ import QtQuick.Layouts
 import zvt.look
 import zvt.rows
 
-// The nearest and the farthest position of the focus in one field of view, to be edited.
+// Fields for the nearest and the farthest focus position of one field of view.
 ColumnLayout {
     id: limits
 
     required property string fieldOfView
-    // The positions that the focus can take, and whether they rise from near to far.
+    // The range of focus positions, and whether positions increase from near to far.
     required property int minimum
     required property int maximum
     required property bool ascending
@@ -17,10 +17,10 @@ ColumnLayout {
     readonly property alias near: nearBox.number
     readonly property alias far: farBox.number
     readonly property bool inRange: nearBox.acceptable && farBox.acceptable
-    // The order of positions that are out of range is not judged.
+    // The order is checked only if both positions are in range.
     readonly property bool ordered: !inRange || (ascending ? near <= far : near >= far)
 
-    // Enter was pressed in a field that holds a position.
+    // Enter was pressed in a field that holds an acceptable position.
     signal confirmed
 
     function show(nearPosition: int, farPosition: int) {
@@ -30,7 +30,7 @@ ColumnLayout {
 
     component PositionBox: NumberBox {
         function show(position: int) {
-            shown = position
+            modelText = position
             revert()
         }
 
@@ -38,7 +38,7 @@ ColumnLayout {
         from: limits.minimum
         to: limits.maximum
         marked: !acceptable || !limits.ordered
-        onEntered: position => shown = position
+        onEntered: position => modelText = position
         onConfirmed: limits.confirmed()
     }
 

@@ -3,11 +3,11 @@ import QtQuick.Layouts
 import zvt.look
 import zvt.rows
 
-// The present name of a state, and a field for another one.
+// The current name of a state, and a field for its new name.
 GridLayout {
     id: fields
 
-    property alias oldName: oldBox.shown
+    property alias oldName: oldBox.modelText
     readonly property alias newName: newBox.text
     readonly property alias firstField: newBox
 
@@ -22,7 +22,7 @@ GridLayout {
 
         Layout.alignment: Qt.AlignRight
         Accessible.ignored: true
-        //: The present name of a state
+        //: The current name of a state
         text: qsTr("Old Name")
     }
 
@@ -39,7 +39,7 @@ GridLayout {
 
         Layout.alignment: Qt.AlignRight
         Accessible.ignored: true
-        //: Another name for a state
+        //: The new name of a state
         text: qsTr("New Name")
     }
 

@@ -3,20 +3,22 @@ import QtQuick.Layouts
 import zvt.look
 import zvt.rows
 
-// The states that a camera keeps, the transfer of one, and a field for the name of the one to save or load.
+// The list of states saved in the camera, the progress of a transfer, and a field for the name of the state to save or
+// load.
 ColumnLayout {
     id: chooser
 
     required property var stateModel
-    // Whether a name can be typed, and whether the field of the name is shown.
+    // Whether the dialog saves a state, so that a new name can be typed.
     required property bool saves
-    required property bool named
+    // Whether the field for the name is shown.
+    required property bool showsName
 
     readonly property alias selected: table.selected
     readonly property alias name: nameBox.text
     readonly property Item firstField: saves ? nameBox : table.list
 
-    // Enter or the button was pressed.
+    // Enter was pressed or the button clicked.
     signal confirmed
 
     function select(state: string) {
@@ -39,7 +41,7 @@ ColumnLayout {
         onConfirmed: chooser.confirmed()
     }
 
-    // It keeps its place, so that nothing moves under the pointer when a transfer begins or ends.
+    // Keeps its space while hidden, so that nothing moves under the pointer when a transfer starts or ends.
     Item {
         Layout.fillWidth: true
         implicitHeight: 8
@@ -57,7 +59,7 @@ ColumnLayout {
     }
 
     RowLayout {
-        visible: chooser.named
+        visible: chooser.showsName
         spacing: 8
 
         TextBox {
@@ -66,10 +68,10 @@ ColumnLayout {
             Layout.fillWidth: true
             //: A text field
             name: qsTr("State Name")
-            //: In an empty text field
+            //: Placeholder in an empty text field
             placeholderText: chooser.saves ? qsTr("State Name") : ""
             readOnly: !chooser.saves
-            shown: table.selected
+            modelText: table.selected
             onTextEdited: table.selected = ""
             onAccepted: chooser.confirmed()
         }

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// A state in the list of states: its name and when it was saved.
+// A row of the list of states: the name of the state and the time when it was saved.
 OptionRow {
     id: row
 

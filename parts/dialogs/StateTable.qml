@@ -2,19 +2,20 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// The states that a camera keeps. One of them may be selected, by a click or by keys.
+// The list of states saved in the camera. A click or a key selects one of them.
 Rectangle {
     id: table
 
     required property var stateModel
-    // The selection is a name, so that it stays when the list is read again. Empty for none.
+    // The name of the selected state; empty for none. A name instead of a row, so that it remains valid when the list
+    // is read again.
     property string selected
 
     readonly property alias list: list
     readonly property bool _refreshing: stateModel ? stateModel.refreshing : false
-    readonly property bool _read: stateModel ? stateModel.hasRefreshed && !_refreshing : false
+    readonly property bool _hasRead: stateModel ? stateModel.hasRefreshed && !_refreshing : false
 
-    // A state was selected, or none, other than by setting the name.
+    // The selection was changed by select() or selectRow(), not by setting `selected`.
     signal chosen
     // Enter was pressed.
     signal confirmed
@@ -37,7 +38,7 @@ Rectangle {
         return row
     }
 
-    // How many rows a key moves the selection by. There may be a thousand of them.
+    // By how many rows a key moves the selection; 0 for other keys.
     function _rowsOf(key: int): int {
         const page = Math.max(1, Math.floor(list.height / Look.rowHeight))
         switch (key) {
@@ -74,7 +75,7 @@ Rectangle {
     ListView {
         id: list
 
-        // The list is clipped, so the ring is inside.
+        // The focus ring is inside, because the list clips its contents.
         readonly property int ringOutset: -1
 
         anchors.fill: parent
@@ -83,7 +84,7 @@ Rectangle {
         reuseItems: true
         boundsBehavior: Flickable.StopAtBounds
         activeFocusOnTab: true
-        // The selection is the table's own.
+        // Not used: `selected` is the selection.
         currentIndex: -1
         model: table.stateModel ? table.stateModel.entries : null
 
@@ -114,8 +115,8 @@ Rectangle {
     PlainLabel {
         anchors.fill: parent
         anchors.margins: 12
-        visible: table._read && list.count === 0
-        //: In place of a list
+        visible: table._hasRead && list.count === 0
+        //: Shown if the list is empty
         text: qsTr("The camera holds no states.")
         color: Look.dimTextColor
         horizontalAlignment: Text.AlignHCenter

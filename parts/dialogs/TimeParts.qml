@@ -3,14 +3,14 @@ import QtQuick.Layouts
 import zvt.look
 import zvt.rows
 
-// The parts of a time, to be edited. Parts out of range are marked, but a time can still be made of them.
+// Fields for the parts of a date and time. Parts out of range are marked as wrong, but still used by time().
 GridLayout {
     id: parts
 
-    // Enter was pressed in a field that holds its part of a time.
+    // Enter was pressed in a field with an acceptable number.
     signal confirmed
 
-    // An invalid time leaves the fields empty.
+    // Shows a time. Empties the fields if it is invalid.
     function show(time: var) {
         const known = !isNaN(time.getTime())
         month.currentIndex = known ? time.getMonth() : -1
@@ -21,7 +21,7 @@ GridLayout {
         second.show(known ? time.getSeconds() : "")
     }
 
-    // The time in the fields; invalid if a field does not hold a number or no month is chosen.
+    // The time in the fields; invalid if a field does not contain a number or no month is chosen.
     function time(): date {
         return new Date(year.number, month.currentIndex < 0 ? NaN : month.currentIndex, day.number, hour.number,
                         minute.number, second.number)
@@ -35,13 +35,13 @@ GridLayout {
 
     component PartBox: NumberBox {
         function show(number: string) {
-            shown = number
+            modelText = number
             revert()
         }
 
         implicitWidth: 64
         decimals: -1
-        onEntered: number => shown = number
+        onEntered: number => modelText = number
         onConfirmed: parts.confirmed()
     }
 
@@ -113,7 +113,7 @@ GridLayout {
         name: yearLabel.text
         //: Four digits of a year
         placeholderText: qsTr("YYYY")
-        // The clock counts the years in one byte.
+        // The camera's clock stores the years since 2000 in one byte.
         from: 2000
         to: 2255
     }

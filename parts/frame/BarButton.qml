@@ -3,13 +3,13 @@ import QtQuick.Layouts
 import zvt
 import zvt.look
 
-// A button of the tool bar. Its tool tip is its name.
+// A button of the tool bar. Its tool tip is also its accessible name.
 WrappingButton {
     id: button
 
     required property string glyph
 
-    // It reaches to the edge of the window.
+    // The focus ring is inside, because the button touches the edge of the window.
     readonly property int ringOutset: -3
 
     implicitWidth: 42

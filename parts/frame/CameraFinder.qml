@@ -2,7 +2,7 @@ import QtQuick
 import com.kestrin.hlxcamui 1.0
 import zvt.look
 
-// The host's list of cameras to connect to, over the page.
+// The host's popup for choosing a camera to connect to.
 CameraFinderPopup {
     id: finder
 

@@ -5,14 +5,14 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.look
 import zvt.rows
 
-// The menu of what concerns the camera as a whole. It opens below its button, and gives the focus back to it before an
-// action runs.
+// The menu of actions on the whole camera. It opens below its button. It returns the focus to the button when it
+// closes, which is before an action runs.
 T.Popup {
     id: menu
 
     required property ZvtCameraModel camera
     required property bool connected
-    // Null when a host application holds the page.
+    // Null when a host application shows the page.
     property var standaloneModel: null
 
     readonly property bool _manufacturing: camera ? camera.manufacturingMode : false
@@ -20,12 +20,12 @@ T.Popup {
     readonly property bool _canSave: camera ? camera.cameraState.canSaveState : false
     readonly property string _stateName: camera ? camera.cameraState.currentStateName : ""
     readonly property bool _stateNameKnown: _stateName !== "" && (camera ? !camera.cameraState.refreshing : false)
-    // How the button had the focus when the menu opened.
+    // Whether the button had the focus by keyboard or by mouse when the menu opened.
     property int _focusReason: Qt.MouseFocusReason
 
-    signal statesWanted(mode: string)
-    signal timeWanted
-    signal aboutWanted
+    signal statesRequested(mode: string)
+    signal timeRequested
+    signal aboutRequested
 
     component Line: Rectangle {
         implicitHeight: 1
@@ -76,7 +76,7 @@ T.Popup {
             enabled: menu.standaloneModel ? !menu.standaloneModel.connected : false
             Layout.fillWidth: true
             Layout.margins: 11
-            //: Which kind of controller the program drives
+            //: The kind of camera controller to use
             Accessible.name: qsTr("Controller")
             model: menu.standaloneModel ? menu.standaloneModel.controllerDisplayNames : []
             currentIndex: menu.standaloneModel ? menu.standaloneModel.controllerIndex : -1
@@ -103,7 +103,7 @@ T.Popup {
             enabled: menu.connected
             onClicked: {
                 menu.close()
-                menu.statesWanted("save")
+                menu.statesRequested("save")
             }
         }
 
@@ -114,7 +114,7 @@ T.Popup {
             enabled: menu.connected
             onClicked: {
                 menu.close()
-                menu.statesWanted("load")
+                menu.statesRequested("load")
             }
         }
 
@@ -125,7 +125,7 @@ T.Popup {
             enabled: menu.connected
             onClicked: {
                 menu.close()
-                menu.statesWanted("manage")
+                menu.statesRequested("manage")
             }
         }
 
@@ -142,7 +142,7 @@ T.Popup {
             }
         }
 
-        // For the manufacturer's staff only, and therefore not translated.
+        // The next two actions are for the manufacturer's staff only, and therefore not translated.
         MenuRow {
             visible: menu._manufacturing
             glyph: Glyph.save
@@ -174,7 +174,7 @@ T.Popup {
             enabled: menu.connected
             onClicked: {
                 menu.close()
-                menu.timeWanted()
+                menu.timeRequested()
             }
         }
 
@@ -185,7 +185,7 @@ T.Popup {
             enabled: menu.connected
             onClicked: {
                 menu.close()
-                menu.aboutWanted()
+                menu.aboutRequested()
             }
         }
     }

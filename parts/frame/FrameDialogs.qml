@@ -2,15 +2,15 @@ import QtQuick
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.look
 
-// The configuration menu, and the dialogs that belong to no page. Each is made when it is first opened.
+// The configuration menu, and the dialogs that belong to no page. Each is created when it is first opened.
 Item {
     id: dialogs
 
     required property ZvtCameraModel camera
     required property bool connected
-    // Null when a host application holds the page.
+    // Null when a host application shows the page.
     required property var standaloneModel
-    // Opens the menu.
+    // The button that opens the menu, which is shown below it.
     required property Item menuButton
 
     function openMenu() {
@@ -23,7 +23,7 @@ Item {
 
     function _showStates(mode: string) {
         camera.cameraState.refresh()
-        states.made().mode = mode
+        states.instance().mode = mode
         states.open()
     }
 
@@ -32,19 +32,19 @@ Item {
         function onConnectingChanged() {
             if (dialogs.standaloneModel.connecting || dialogs.standaloneModel.connected)
                 return
-            //: A message; what went wrong follows in a line of its own
+            //: A message; the reason may follow in a second line
             const text = qsTr("Failed to connect to the camera.")
             const reason = dialogs.standaloneModel.connectError ?? ""
-            connectFailed.made().text = reason === "" ? text : text + "\n" + reason
+            connectFailed.instance().text = reason === "" ? text : text + "\n" + reason
             connectFailed.open()
         }
     }
 
-    Later {
+    LazyLoader {
         id: menu
 
         file: Qt.resolvedUrl("ConfigurationMenu.qml")
-        given: ({
+        initialProperties: ({
             parent: dialogs.menuButton,
             camera: Qt.binding(() => dialogs.camera),
             connected: Qt.binding(() => dialogs.connected),
@@ -54,53 +54,53 @@ Item {
 
     Connections {
         target: menu.item
-        function onStatesWanted(mode: string) {
+        function onStatesRequested(mode: string) {
             dialogs._showStates(mode)
         }
-        function onTimeWanted() {
+        function onTimeRequested() {
             time.open()
         }
-        function onAboutWanted() {
+        function onAboutRequested() {
             about.open()
         }
     }
 
-    Later {
+    LazyLoader {
         id: states
 
         file: "qrc:/zvt/dialogs/CameraStateDialog.qml"
-        given: ({ stateModel: Qt.binding(() => dialogs.camera ? dialogs.camera.cameraState : null) })
+        initialProperties: ({ stateModel: Qt.binding(() => dialogs.camera ? dialogs.camera.cameraState : null) })
     }
 
-    Later {
+    LazyLoader {
         id: time
 
         file: "qrc:/zvt/dialogs/AdjustTimeDialog.qml"
-        given: ({ timeModel: Qt.binding(() => dialogs.camera ? dialogs.camera.adjustTime : null) })
+        initialProperties: ({ timeModel: Qt.binding(() => dialogs.camera ? dialogs.camera.adjustTime : null) })
     }
 
-    Later {
+    LazyLoader {
         id: about
 
         file: "qrc:/zvt/dialogs/AboutDialog.qml"
-        given: ({
+        initialProperties: ({
             camera: Qt.binding(() => dialogs.camera),
             aboutModel: Qt.binding(() => dialogs.camera ? dialogs.camera.aboutModel : null)
         })
     }
 
-    Later {
+    LazyLoader {
         id: cameraFinder
 
         file: Qt.resolvedUrl("CameraFinder.qml")
-        given: ({ standaloneModel: dialogs.standaloneModel })
+        initialProperties: ({ standaloneModel: dialogs.standaloneModel })
     }
 
-    Later {
+    LazyLoader {
         id: connectFailed
 
         file: "qrc:/zvt/dialogs/GenericMessageDialog.qml"
-        given: ({
+        initialProperties: ({
             //: Title of a message
             title: qsTr("Error")
         })

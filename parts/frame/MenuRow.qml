@@ -9,10 +9,10 @@ WrappingButton {
 
     property string glyph
 
-    // The rows fill the menu.
+    // The focus ring is inside, because a row fills the width of the menu.
     readonly property int ringOutset: -2
 
-    // The longest name of a state takes three lines in the smallest letters.
+    // Room for a text with the longest name of a state, which needs three lines in the smallest size.
     implicitHeight: 32 * Math.ceil(text.length / 80)
     leftPadding: 36
     rightPadding: 12

@@ -3,15 +3,16 @@ import QtQuick.Layouts
 import zvt
 import zvt.look
 
-// Lies over the tool bar while the images come from a recording.
+// Covers the tool bar while the images come from a recording.
 Rectangle {
     id: banner
 
-    signal stopped
+    // The operator wants live images again.
+    signal stopRequested
 
     color: Look.playbackColor
 
-    // Keeps the pointer from the tool bar below.
+    // Keeps mouse events from the tool bar below.
     MouseArea {
         anchors.fill: parent
         hoverEnabled: true
@@ -35,7 +36,7 @@ Rectangle {
         WrappingButton {
             //: Ends the playback
             text: qsTr("Back to live")
-            onClicked: banner.stopped()
+            onClicked: banner.stopRequested()
         }
     }
 }

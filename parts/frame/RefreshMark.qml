@@ -1,13 +1,14 @@
 import QtQuick
 import zvt.look
 
-// With little on show a reload is too quick to notice. The mark shows that the key has worked; the pages are disabled
-// meanwhile.
+// A mark that confirms the refresh key, since a short refresh is too quick to notice. The pages are disabled until it
+// has faded.
 Rectangle {
     id: mark
 
     required property Item pages
 
+    // Shows the mark for 0.7 seconds.
     function play() {
         animation.restart()
     }

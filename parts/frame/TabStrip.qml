@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The tabs of the pages, which share its width evenly.
+// The tab bar of the pages. The available tabs share its width evenly.
 T.TabBar {
     id: strip
 
@@ -13,7 +13,7 @@ T.TabBar {
     }
     readonly property real tabWidth: _availableTabs === 0 ? 0 : width / _availableTabs
 
-    // To the next tab that is available, and from the last to the first.
+    // Selects the next available tab, in the direction of `by` (1 or -1); wraps around at the ends.
     function step(by: int) {
         let index = currentIndex
         do {
@@ -22,21 +22,22 @@ T.TabBar {
         currentIndex = index
     }
 
-    // By the arrow keys, which take the focus along.
-    function _walk(by: int) {
+    // Selects the next available tab and moves the keyboard focus to it.
+    function _stepByKey(by: int) {
         step(by)
         const tab = itemAt(currentIndex) as T.TabButton
         tab.forceActiveFocus(Qt.TabFocusReason)
-        // The list view has given it the focus already, with another reason.
+        // The list view has already set the focus, with another reason, so forceActiveFocus() does not change the
+        // reason.
         tab.focusReason = Qt.TabFocusReason
     }
 
-    // The width of the tabs follows that of the strip.
+    // Otherwise the width of the tab bar would depend on its tabs, whose width depends on the tab bar.
     implicitWidth: 0
     contentHeight: height
 
-    Keys.onLeftPressed: _walk(-1)
-    Keys.onRightPressed: _walk(1)
+    Keys.onLeftPressed: _stepByKey(-1)
+    Keys.onRightPressed: _stepByKey(1)
 
     contentItem: ListView {
         model: strip.contentModel

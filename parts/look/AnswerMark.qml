@@ -1,19 +1,20 @@
 import QtQuick
 
-// The mark at the end of a field: shows that the camera has answered, and warns when it keeps another value than the one
-// that was typed.
+// The mark at the end of a field: shows that the camera has answered, and warns if the camera keeps another value than
+// the operator typed.
 GlyphLabel {
     id: mark
 
-    // The value on show in the field.
-    property string shown
+    // The text that the field shows.
+    property string fieldText
 
     readonly property alias hovered: hover.hovered
 
-    // The number that was typed, while its answer is awaited; NaN otherwise.
-    property real _asked: NaN
+    // The typed number, until the camera's answer to it has come; NaN otherwise.
+    property real _expectedNumber: NaN
     property bool _differs
 
+    // Shows the mark and fades it out, unless it shows a warning.
     function showUpdated() {
         if (_differs)
             return
@@ -24,26 +25,26 @@ GlyphLabel {
             fade.start()
     }
 
-    // The number in the text is on its way to the camera.
+    // The number in `text` was sent to the camera: warns if `fieldText` then shows another number within 10 seconds.
     function expect(text: string) {
         forget()
-        _asked = Numbers.parse(text, -1)
-        due.restart()
+        _expectedNumber = Numbers.parse(text, -1)
+        deadline.restart()
     }
 
-    // Drops the number that was typed, and hides the mark.
+    // Expects no answer any more, and hides the mark.
     function forget() {
-        _asked = NaN
+        _expectedNumber = NaN
         _differs = false
         fade.stop()
         visible = false
     }
 
     function _compare() {
-        const kept = Numbers.parse(shown, -1)
-        if (isNaN(_asked) || isNaN(kept))
+        const kept = Numbers.parse(fieldText, -1)
+        if (isNaN(_expectedNumber) || isNaN(kept))
             return
-        _differs = Math.abs(kept - _asked) > 0.51 * Numbers.lastPlace(shown)
+        _differs = Math.abs(kept - _expectedNumber) > 0.51 * Numbers.lastPlace(fieldText)
         if (_differs) {
             fade.stop()
             color = Look.kestrinSecondaryGold
@@ -60,7 +61,7 @@ GlyphLabel {
                      ? qsTr("The camera kept another value than the one typed.")
                      //: Tool tip of a mark beside an integration time
                      : qsTr("The integration time has been updated. It may have been adjusted to the nearest valid value.")
-    onShownChanged: _compare()
+    onFieldTextChanged: _compare()
 
     HoverHandler {
         id: hover
@@ -70,11 +71,11 @@ GlyphLabel {
         }
     }
 
-    // A later value is not the answer.
+    // A value that comes later is not the answer to the typed number.
     Timer {
-        id: due
+        id: deadline
         interval: 10000
-        onTriggered: mark._asked = NaN
+        onTriggered: mark._expectedNumber = NaN
     }
 
     SequentialAnimation {

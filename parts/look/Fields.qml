@@ -1,10 +1,10 @@
 pragma Singleton
 import QtQuick
 
-// What the fields share that can be typed into.
+// Helpers for fields that can be typed into.
 QtObject {
-    // Whether the field is disabled or about to be. A focus scope that is disabled takes the focus away from a field inside
-    // before the field itself is disabled.
+    // Whether the field or one of its ancestors is disabled. When a focus scope is disabled, a field inside loses the
+    // focus before its own `enabled` changes.
     function isDisabled(field: Item): bool {
         let item = field
         while (item && item.enabled)

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The face of a button without a frame. It is framed while the button is highlighted.
+// The background of a button that has a frame only while it is highlighted.
 Rectangle {
     required property T.Button control
 

@@ -1,18 +1,19 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The ring around what has the keyboard focus. A page has one, which moves from control to control.
+// The ring around the item with keyboard focus. A page has one, which moves from control to control.
 Rectangle {
-    // What has the focus, if anything.
+    // The item with the focus, or null.
     property Item focusItem: null
 
-    // As a value of any type, since few items have the property ringOutset.
-    readonly property var _any: focusItem
-    // Fields show where typing goes, whatever gave them the focus; other controls only the focus by keyboard.
+    // As var, because only some items have the property ringOutset.
+    readonly property var _untypedItem: focusItem
+    // Controls show the ring only if they got the focus by keyboard; text fields and other items always.
     readonly property bool _byKeyboard: focusItem instanceof T.Control ? focusItem.visualFocus
                                                                        : focusItem !== null && focusItem.activeFocusOnTab
-    // A control at the edge of the window has its ring inside.
-    readonly property real _outset: _any && _any.ringOutset !== undefined ? _any.ringOutset : 4
+    // Distance of the ring from the control in pixels. Negative for controls at the edge of the window: the ring is
+    // inside.
+    readonly property real _outset: _untypedItem && _untypedItem.ringOutset !== undefined ? _untypedItem.ringOutset : 4
 
     parent: focusItem
     visible: _byKeyboard

@@ -1,7 +1,7 @@
 pragma Singleton
 import QtQuick
 
-// Codes of the glyphs of the host's icon font, by what they show.
+// Codes of the glyphs in the host's icon font, named by their meaning.
 QtObject {
     readonly property string add: "\uf067"
     readonly property string apply: "\uf00c"

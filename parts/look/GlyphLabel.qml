@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A glyph of the host's icon font. The font is known by a context name, so this is the one file that asks for it.
+// A glyph of the host's icon font. The host sets the font as a context property; only this file reads it.
 T.Label {
     Accessible.ignored: true
     font.family: fontAwesome.name

@@ -2,12 +2,12 @@ pragma Singleton
 import QtQuick
 import QtQuick.Templates as T
 
-// The one tool tip of all controls. A control shows it for as long as it is hovered or has the focus by keyboard; a
-// press, typing and an open list take it away.
+// The tool tip that all controls share. A control shows it while it is hovered or has keyboard focus. It is hidden when
+// the control is pressed, is typed into, opens its list or changes its visibility.
 QtObject {
     id: hint
 
-    // The control that the tool tip is shown for or was shown for last.
+    // The control whose tool tip is shown, or was shown last.
     readonly property Item owner: _toolTip ? _toolTip.parent : null
 
     property T.ToolTip _toolTip: null
@@ -64,7 +64,8 @@ QtObject {
         }
     }
 
-    // Shows the text beside the item while it is wanted and not empty.
+    // Shows `text` as tool tip of `item` if `wanted` is true and the text is not empty; otherwise hides the tool tip of
+    // `item`.
     function show(item: Item, wanted: bool, text: string) {
         if (wanted && text !== "") {
             if (!_toolTip)

@@ -1,9 +1,10 @@
 pragma Singleton
 import QtQuick
 
-// Colours and sizes of all pages: the maker's palette, the dark theme and the grid. Sizes are in device-independent pixels.
+// Colours and sizes of all pages: the manufacturer's palette, the dark theme and the grid. Sizes are in
+// device-independent pixels.
 QtObject {
-    // The maker's colours.
+    // The manufacturer's colours.
     readonly property color kestrinBlue: "#002f86"
     readonly property color kestrinSecondaryCoolGray: "#555859"
     readonly property color kestrinSecondaryGold: "#ffa300"
@@ -18,7 +19,7 @@ QtObject {
     readonly property color cameraBarForegroundColor: "#cccccc"
     readonly property color rectangleOutlineColor: "#333333"
 
-    // Other colours that the design fixes.
+    // Other colours with a fixed meaning.
     readonly property color playbackColor: "#d35400"
     readonly property color blockedColor: "#dd333333"
     readonly property color outOfRangeColor: "#990000"
@@ -54,10 +55,10 @@ QtObject {
     readonly property color dimTextColor: "#8d9196"
     readonly property color headerTextColor: "#a9aeb4"
     readonly property color strongTextColor: "#ffffff"
-    // On the accent colour and on destructive buttons.
+    // For texts on the accent colour and on destructive buttons.
     readonly property color inverseTextColor: "#000000"
 
-    // The font of the icons that the host's icon font lacks. The plug-in adds it when it is loaded.
+    // The font for icons that the host's icon font lacks. The plug-in registers it when it is loaded.
     readonly property string materialIconFamily: "Material Icons"
     readonly property int materialIconSize: 18
     readonly property string maximumIcon: "\ue9e4"
@@ -73,7 +74,8 @@ QtObject {
     readonly property int hintSize: 12
     readonly property int controlRadius: 3
 
-    // Milliseconds that a pointer rests on a control before its tool tip shows, and that a short move takes.
+    // Milliseconds until a tool tip is shown.
     readonly property int hintDelay: 600
+    // Milliseconds that a short animation takes.
     readonly property int moveDuration: 120
 }

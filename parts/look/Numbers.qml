@@ -1,25 +1,26 @@
 pragma Singleton
 import QtQuick
 
-// Numbers as the operator's locale writes them.
+// Reads numbers in the format of the operator's locale.
 QtObject {
     //: Tool tip of a field that does not hold a number
     readonly property string faultText: qsTr("Not a number")
 
-    // The number in the text; NaN if it is none, or has more than that many decimals. A negative count allows any number.
+    // The number in the text; NaN if the text is not a finite number or has more than `decimals` decimals. A negative
+    // `decimals` allows any number of decimals and an exponent.
     function parse(text: string, decimals: int): real {
         if (text.search(/\S/) < 0 || (decimals >= 0 && !_isPlain(text, decimals)))
             return NaN
         try {
             const number = Number.fromLocaleString(text)
-            // The locale reads "inf" too.
+            // The locale also reads "inf".
             return isFinite(number) ? number : NaN
         } catch (error) {
             return NaN
         }
     }
 
-    // What the last digit of a number counts: 0.01 with two decimals.
+    // The value of one unit of the last digit: 0.01 for a text with two decimals.
     function lastPlace(text: string): real {
         return Math.pow(10, -_decimals(text))
     }
@@ -29,7 +30,7 @@ QtObject {
         return point < 0 ? 0 : text.length - point - 1
     }
 
-    // Without an exponent, and with no more decimals than that.
+    // Whether the text has no letters, so no exponent, and at most `decimals` decimals.
     function _isPlain(text: string, decimals: int): bool {
         if (decimals === 0 && text.indexOf(Qt.locale().decimalPoint) >= 0)
             return false

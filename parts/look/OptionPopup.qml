@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The list of a box, below the box or, where there is more room, above it, and never over it. Its content is a list view.
+// The drop-down list of a combo box. It opens below the box, or above if it does not fit below and there is more room
+// above. It never covers the box. Its content must be a ListView.
 T.Popup {
     readonly property ListView view: contentItem as ListView
 

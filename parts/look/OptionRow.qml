@@ -1,17 +1,17 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A row of a list to choose from. The one in use is bold and has a bar at its left.
+// A row of a drop-down list. The current row is bold and has a bar at its left.
 T.ItemDelegate {
     id: row
 
     property bool current
-    // A sign at the right end, of the font of icons that the plug-in brings.
-    property string sign
+    // A glyph of the plug-in's icon font at the right end; none if empty.
+    property string endIcon
 
     implicitHeight: Math.max(Look.rowHeight, implicitContentHeight + 8)
     leftPadding: 10
-    rightPadding: sign === "" ? 10 : 36
+    rightPadding: endIcon === "" ? 10 : 36
     focusPolicy: Qt.NoFocus
 
     Accessible.name: text
@@ -38,9 +38,9 @@ T.ItemDelegate {
         anchors.right: parent.right
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
-        visible: row.sign !== ""
+        visible: row.endIcon !== ""
         Accessible.ignored: true
-        text: row.sign
+        text: row.endIcon
         font.family: Look.materialIconFamily
         font.pixelSize: Look.materialIconSize
         color: row.current ? Look.kestrinAccentBlue : Look.textColor

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The rows in the list of a box.
+// The list view of a drop-down list.
 ListView {
     implicitHeight: contentHeight
     clip: true

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A text of the page. Markup in it is shown as it is, since names and messages come from the camera.
+// A text label. Markup is shown literally, because names and messages come from the camera.
 T.Label {
     textFormat: Text.PlainText
     color: Look.textColor

@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 T.ProgressBar {
     id: bar
 
-    // The filled part: where it begins and how long it is, as shares of the width.
+    // Start and length of the filled part, from 0 to 1 of the width.
     property real fillStart: 0
     property real fillLength: visualPosition
 

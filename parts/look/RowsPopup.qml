@@ -2,15 +2,15 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 
-// The list of a box whose rows are texts. The box handles the keys and sets the highlighted row.
+// The drop-down list of a combo box whose rows are texts. The box handles the keys and sets the highlighted row.
 OptionPopup {
     id: popup
 
     property var rows: []
-    // The row in use.
+    // The current row; -1 for none.
     property int currentIndex: -1
-    // The sign of the first row, if any.
-    property string firstSign
+    // A glyph at the end of the first row; none if empty.
+    property string firstRowIcon
 
     signal chosen(index: int)
 
@@ -27,7 +27,7 @@ OptionPopup {
 
             width: view.width
             text: modelData
-            sign: index === 0 ? popup.firstSign : ""
+            endIcon: index === 0 ? popup.firstRowIcon : ""
             current: index === popup.currentIndex
             highlighted: index === view.currentIndex
             onClicked: popup.chosen(index)

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// The scroll bar of pages and lists: visible while there is something to scroll.
+// The scroll bar of pages and lists: visible while the contents do not fit.
 T.ScrollBar {
     id: bar
 
@@ -11,7 +11,7 @@ T.ScrollBar {
     minimumSize: 0.08
     policy: size < 1 ? T.ScrollBar.AlwaysOn : T.ScrollBar.AlwaysOff
     visible: policy === T.ScrollBar.AlwaysOn
-    // The wheel scrolls the view below the bar.
+    // The view below the bar handles the wheel.
     wheelEnabled: false
 
     contentItem: Rectangle {

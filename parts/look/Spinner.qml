@@ -1,7 +1,7 @@
 import QtQuick
 
-// Turns for as long as it exists. It belongs into a Loader that is active only while something is busy, since an
-// invisible animation wakes the process sixty times a second.
+// Turns as long as it exists. Put it into a Loader that is active only during the operation: an invisible animation
+// still wakes the process 60 times a second.
 GlyphLabel {
     id: spinner
 

@@ -5,15 +5,15 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import zvt.look
 
-// A box that offers a list to choose from. The list opens below it.
+// A combo box for a fixed list of texts.
 T.ComboBox {
     id: choice
 
     property string toolTip
-    // Without asking the popup, which would make it long before it is needed.
+    // Not from popup.visible: reading `popup` would create the popup long before it is needed.
     readonly property bool listOpen: down && !pressed
 
-    // An open list takes the key itself.
+    // Opens the list. The open list handles the key itself.
     function _openBy(event: var) {
         event.accepted = !listOpen
         if (!listOpen)

@@ -1,6 +1,6 @@
 import QtQuick
 
-// A row with a list to choose from.
+// A row with a combo box.
 SettingRow {
     id: row
 

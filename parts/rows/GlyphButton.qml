@@ -2,7 +2,7 @@ import QtQuick
 import zvt
 import zvt.look
 
-// A button that shows a glyph. Its tool tip is its name; while highlighted it is on.
+// A button that shows a glyph. Its tool tip is also its accessible name. `highlighted` shows that it is switched on.
 WrappingButton {
     id: button
 

@@ -1,7 +1,7 @@
 import QtQuick.Layouts
 import zvt
 
-// Heads a group of rows of a section.
+// The heading of a group of rows in a section.
 SubsectionHeaderLabel {
     Layout.fillWidth: true
     Layout.topMargin: 8

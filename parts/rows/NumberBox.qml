@@ -1,16 +1,18 @@
 import QtQuick
 import zvt.look
 
-// A field for a number within limits. A text that is not a number, or is out of the limits, stays and is marked until
-// Esc. Only an acceptable number is handed on, when Enter is pressed or the focus leaves.
+// A field for a number from `from` to `to`. A text that is not a number or is out of range stays in the field, marked
+// as wrong, until Esc restores the model's text. An acceptable number is emitted by `entered` when the operator presses
+// Enter or the focus leaves.
 TextBox {
     id: box
 
     property real from: 0
     property real to: Infinity
+    // The largest accepted number of decimals; any number of them if negative.
     property int decimals: 0
-    // Whether a number is handed on when the focus leaves too, and not only when Enter is pressed.
-    property bool takenOnLeaving: true
+    // Whether a number is also entered when the focus leaves, and not only when Enter is pressed.
+    property bool commitsOnFocusLoss: true
 
     // The number in the field; NaN if the text is not a number.
     readonly property real number: Numbers.parse(text, decimals)
@@ -20,10 +22,10 @@ TextBox {
     signal typed(number: real)
     // The operator has finished typing an acceptable number.
     signal entered(number: real)
-    // Enter was pressed on an acceptable number, after it was handed on.
+    // Enter was pressed on an acceptable number. Follows `entered`.
     signal confirmed
 
-    function _take() {
+    function _commit() {
         if (!edited || !acceptable)
             return
         const typed = number
@@ -40,14 +42,14 @@ TextBox {
             typed(present)
     }
     onAccepted: {
-        const taken = acceptable
-        _take()
-        if (taken)
+        const wasAcceptable = acceptable
+        _commit()
+        if (wasAcceptable)
             confirmed()
     }
     onEditingFinished: {
-        // A field that is disabled loses the focus too, in the middle of typing.
-        if (takenOnLeaving && !Fields.isDisabled(box))
-            _take()
+        // A field also loses the focus when it is disabled, which can happen while the operator types.
+        if (commitsOnFocusLoss && !Fields.isDisabled(box))
+            _commit()
     }
 }

@@ -5,8 +5,8 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.look
 
-// A page of the main page: its sections below each other. It scrolls, follows the keyboard focus, shows a banner
-// while there is no camera, and asks for a read whenever it is shown or the camera is connected.
+// A tab's page: a column of sections that scrolls and keeps the item with keyboard focus visible. Shows a banner while
+// no camera is connected. Emits `refresh` each time it is shown or the camera connects.
 Flickable {
     id: page
 
@@ -14,15 +14,16 @@ Flickable {
     required property var tabModel
     required property bool selected
     required property bool connected
-    // Whether contents that are not on show may be made.
-    required property bool early
+    // Whether contents may be created while the page is hidden.
+    required property bool preload
 
     readonly property bool isShown: visible && (Window.window ? Window.window.visible : false)
     default property alias contents: sections.data
 
     signal refresh
 
-    // Scrolls so that the item with the keyboard focus is visible. What the pointer holds stays below it.
+    // Scrolls so that `item` is visible. Does nothing if the item got the focus by mouse, so that nothing moves under
+    // the pointer.
     function bringIntoView(item: var) {
         let ancestor = item && item.visible ? item : null
         while (ancestor && ancestor !== sections)
@@ -34,7 +35,7 @@ Flickable {
         contentY = Math.max(0, Math.min(top, Math.max(contentY, bottom - height)))
     }
 
-    // The focus stays on the tabs while the operator moves over them by keyboard.
+    // Takes the keyboard focus, unless the operator is moving over the tabs by keyboard.
     function _takeFocus() {
         const holder = Window.activeFocusItem
         if (!(holder instanceof T.TabButton && holder.visualFocus))
@@ -79,7 +80,7 @@ Flickable {
         }
     }
 
-    // Shows that there is more content above.
+    // A line that shows that there is more content above.
     Rectangle {
         parent: page
         visible: page.contentY > 0

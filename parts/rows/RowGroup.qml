@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// Rows that belong together, and are shown together.
+// A group of rows that belong together and are shown or hidden together.
 ColumnLayout {
     spacing: Look.rowSpacing
     Layout.fillWidth: true

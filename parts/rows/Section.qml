@@ -5,56 +5,60 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.look
 
-// A section of a page: its header, and its body while it is expanded. Opening it reads its models first. The body is made
-// when it is first seen, or early and beside other work, and is kept; so are the types that it is made of.
+// A section of a page: a header, and below it a body that is visible while the section is expanded. A click on the
+// header of a collapsed section reads its models before it expands. The body is created when it is first visible, or
+// asynchronously while it is hidden if `preload` is set. It is kept when the section collapses.
 ColumnLayout {
     id: section
 
     required property string title
-    // The file of a SectionBody.
+    // File whose root item is a SectionBody.
     required property url body
     required property ZvtCameraModel camera
     required property bool connected
-    // Whether the page is on show, and whether what is not on show may be made.
+    // Whether the page is visible.
     required property bool isShown
-    required property bool early
+    // Whether the body may be created while the page is hidden.
+    required property bool preload
     property bool expanded
     property bool loading
     // Whether the body's values have been read and can be set.
     property bool usable: true
 
-    readonly property bool holding: _body ? _body.holding : false
+    // Whether the operator holds a control of the body; the page must not scroll meanwhile.
+    readonly property bool controlHeld: _body ? _body.controlHeld : false
     readonly property SectionBody _body: contents.item as SectionBody
-    // The operator types into a field of the body or chooses from a list, which a read must not take away.
-    property bool _held
+    // The operator types into a field of the body or has one of its lists open. The body then stays enabled during a
+    // read.
+    property bool _beingEdited
 
     signal refresh
     signal toggle
-    // An item that is to be seen.
-    signal seek(item: Item)
+    // Asks the page to scroll the item into view.
+    signal scrollTo(item: Item)
 
     function clearWarnings() {
         if (_body)
             _body.clearWarnings()
     }
 
-    function _updateHeld() {
+    function _updateBeingEdited() {
         const item = Window.activeFocusItem
         let ancestor = item instanceof T.TextField || (item instanceof T.ComboBox && item.down) ? item : null
         while (ancestor && ancestor !== contents)
             ancestor = ancestor.parent
-        _held = ancestor !== null
+        _beingEdited = ancestor !== null
     }
 
     spacing: 0
     Layout.fillWidth: true
-    Window.onActiveFocusItemChanged: _updateHeld()
+    Window.onActiveFocusItemChanged: _updateBeingEdited()
 
     Connections {
         target: section.Window.activeFocusItem
         ignoreUnknownSignals: true
         function onDownChanged() {
-            section._updateHeld()
+            section._updateBeingEdited()
         }
     }
 
@@ -74,16 +78,16 @@ ColumnLayout {
     Loader {
         id: contents
 
-        readonly property bool _due: section.expanded && (section.isShown || section.early)
-        readonly property bool _atOnce: section.expanded && section.isShown
+        readonly property bool _wanted: section.expanded && (section.isShown || section.preload)
+        readonly property bool _wantedNow: section.expanded && section.isShown
 
-        // What is being made early is made at once when the page comes on show. A loader that changes from one to the
-        // other by itself would lose the values.
+        // If the page is shown while the body is still loading asynchronously, the body is loaded again synchronously.
+        // Changing `asynchronous` alone would make the loader drop the initial properties.
         function _make() {
-            const early = !section.isShown
-            if (!_due || status === Loader.Ready || (status === Loader.Loading && early))
+            const hidden = !section.isShown
+            if (!_wanted || status === Loader.Ready || (status === Loader.Loading && hidden))
                 return
-            asynchronous = early
+            asynchronous = hidden
             setSource(section.body, {
                 camera: Qt.binding(() => section.camera),
                 connected: Qt.binding(() => section.connected),
@@ -92,18 +96,18 @@ ColumnLayout {
         }
 
         visible: section.expanded
-        enabled: section.connected && (section.usable || section._held)
+        enabled: section.connected && (section.usable || section._beingEdited)
         Layout.fillWidth: true
         Layout.margins: Look.margin
-        on_AtOnceChanged: _make()
-        on_DueChanged: _make()
+        on_WantedNowChanged: _make()
+        on_WantedChanged: _make()
         Component.onCompleted: _make()
     }
 
     Connections {
         target: section._body
-        function onSeek(item: Item) {
-            section.seek(item)
+        function onScrollTo(item: Item) {
+            section.scrollTo(item)
         }
     }
 }

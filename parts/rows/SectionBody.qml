@@ -1,20 +1,21 @@
 import QtQuick
 import com.kestrin.hlx.cam.ui.zvt 1.0
 
-// The body of a section: one or two groups of rows. A section makes it by its file and hands it what it needs.
+// The body of a section: one or two groups of rows. The section creates it from its file and sets the required
+// properties.
 Columns {
     required property ZvtCameraModel camera
     required property bool connected
-    // Whether the page is on show.
+    // Whether the page is visible.
     required property bool isShown
 
-    // Whether a control is held that would be lost if the page scrolled.
-    property bool holding
+    // Whether the operator holds a control that would move away from the pointer if the page scrolled.
+    property bool controlHeld
 
-    // An item that is to be seen.
-    signal seek(item: Item)
+    // Asks the page to scroll the item into view.
+    signal scrollTo(item: Item)
 
-    // The section is read again, so that the reason of a warning may be gone.
+    // Removes warnings. The section calls this when it is read again, because their reason may have ended.
     function clearWarnings() {
     }
 }

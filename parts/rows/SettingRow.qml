@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// A row: its heading, and its controls beside it.
+// A row: a heading at the left and its controls at the right.
 RowLayout {
     id: row
 
     property string heading
     property string toolTip
     property int labelWidth: Look.labelWidth
-    // The heading without its colon, which is what a control of the row is called.
+    // The heading without its colon: the accessible name of the row's control.
     readonly property string name: heading.endsWith(":") ? heading.slice(0, -1) : heading
     default property alias controls: content.data
 

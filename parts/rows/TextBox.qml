@@ -2,23 +2,23 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// A field of one line. It shows the model's text until another one is typed; Esc shows the model's again.
+// A text field of one line. It shows the model's text until the operator types; Esc restores the model's text.
 T.TextField {
     id: box
 
-    // What the model holds.
-    property string shown
+    // The model's text, shown while the operator has typed nothing.
+    property string modelText
     property string name
     property string toolTip
-    // Why the text on show is not accepted; empty if it is.
+    // Why the shown text is not accepted, as tool tip. Empty if it is accepted.
     property string fault
-    // Whether the field is red for a reason outside of it.
+    // Whether the field is shown as wrong without a fault in its own text.
     property bool marked
 
-    // Something was typed that was neither accepted nor reverted.
+    // The operator has typed something that was neither accepted nor reverted.
     readonly property alias edited: edit.present
 
-    // Shows what the model holds again.
+    // Discards the typed text and shows the model's again.
     function revert() {
         edit.present = false
     }
@@ -29,7 +29,7 @@ T.TextField {
     rightPadding: 8
     selectByMouse: true
     verticalAlignment: TextInput.AlignVCenter
-    text: edit.present ? edit.text : shown
+    text: edit.present ? edit.text : modelText
     color: Look.fieldTextColor
     placeholderTextColor: Look.dimTextColor
     selectionColor: Look.kestrinAccentBlue

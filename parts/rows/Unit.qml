@@ -1,7 +1,7 @@
 import QtQuick
 import zvt.look
 
-// The unit behind a value.
+// The unit after a value.
 PlainLabel {
     Accessible.ignored: true
     color: Look.dimTextColor

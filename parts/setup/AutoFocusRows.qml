@@ -4,7 +4,7 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.rows
 
-// Runs the auto focus, and sets the region that it looks at.
+// Starts the auto focus, and sets its region of interest.
 RowGroup {
     id: rows
 
@@ -22,7 +22,7 @@ RowGroup {
     }
 
     Heading {
-        //: Heads the rows of the region that the auto focus looks at
+        //: Heading of the rows for the region that the auto focus uses
         text: qsTr("Auto Focus ROI Settings")
     }
 

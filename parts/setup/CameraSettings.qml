@@ -27,14 +27,15 @@ RowGroup {
 
         readonly property var _lastRead: ({ reduced: false })
 
-        // The model asks the camera each time and signals only its own changes, so it is asked once after each read.
+        // The getter asks the camera each time and signals only changes made through this model, so it is read once
+        // after each refresh.
         function _read(hasRefreshed: bool): bool {
             if (hasRefreshed)
                 _lastRead.reduced = settings.camera.setupTabModel.reduceNoise
             return _lastRead.reduced
         }
 
-        //: Images with less noise
+        //: Heading of a switch that reduces the noise of the images
         heading: qsTr("Reduce Noise:")
         //: Tool tip
         toolTip: qsTr("Reduces noise by preventing integration from occuring during readout (aka ITR).")
@@ -50,7 +51,7 @@ RowGroup {
     ChoiceRow {
         visible: settings.hasSyncSource
         enabled: settings.camera ? !settings.camera.setupTabModel.refreshing : false
-        //: What sets the pace of the images
+        //: The source of the signal that starts each image
         heading: qsTr("Sync Source:")
         //: Sync source
         model: [qsTr("Internal"),

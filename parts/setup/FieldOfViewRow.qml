@@ -2,7 +2,7 @@ import QtQuick
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.rows
 
-// Chooses between the two fields of view of a lens that has no others.
+// Chooses between the two fields of view of a lens without continuous zoom.
 ChoiceRow {
     id: row
 
@@ -10,10 +10,11 @@ ChoiceRow {
     required property bool connected
     required property bool isShown
 
-    // Reading the property asks the camera and loads the focus limits, so it is read only when there is a reason to. The
-    // model sends no signal when the field of view was changed elsewhere; the list of lens states is published last in a
-    // read of the lens, so that is the time to ask. What is missed while the page is hidden is read when it is shown.
-    function _ask() {
+    // Each read of the property asks the camera and loads the focus limits, so it is not read in a binding. The model
+    // emits no signal if another client changed the field of view, so it is also read after each refresh of the lens,
+    // which publishes the list of lens states last. Nothing is read while the page is hidden; showing the page
+    // refreshes the lens.
+    function _readFieldOfView() {
         if (isShown && connected)
             currentIndex = camera.setupTabModel.selectedDiscontinuousFieldOfViewIndex
     }
@@ -30,10 +31,10 @@ ChoiceRow {
     Connections {
         target: row.camera ? row.camera.setupTabModel : null
         function onSelectedDiscontinuousFieldOfViewIndexChanged() {
-            row._ask()
+            row._readFieldOfView()
         }
         function onLensStateNamesChanged() {
-            row._ask()
+            row._readFieldOfView()
         }
     }
 }

@@ -5,7 +5,7 @@ import zvt
 import zvt.look
 import zvt.rows
 
-// Position and moves of the focus.
+// The focus position, and the controls that move the focus.
 RowGroup {
     id: rows
 
@@ -15,7 +15,8 @@ RowGroup {
     required property bool isShown
     required property bool hasDiscreteZoom
     required property bool hasZoom
-    property bool holding
+    // Whether the pointer or a key holds a control that moves the lens.
+    property bool controlHeld
 
     readonly property alias editing: line.editing
     readonly property bool _movesByPercent: camera ? camera.cameraCapabilitiesModel.hasFocusMovePercent : false
@@ -66,11 +67,11 @@ RowGroup {
             }
         }
 
-        Later {
+        LazyLoader {
             id: nearFarDialog
 
             file: "qrc:/zvt/dialogs/EditNearFarPositions.qml"
-            given: ({ tabModel: rows.camera ? rows.camera.setupTabModel : null })
+            initialProperties: ({ tabModel: rows.camera ? rows.camera.setupTabModel : null })
         }
     }
 
@@ -112,7 +113,7 @@ RowGroup {
             from: rows._minimum
             to: rows._maximum
             lensPosition: rows._position
-            onPressedChanged: rows.holding = pressed
+            onPressedChanged: rows.controlHeld = pressed
             onMoveTo: position => rows.camera.setupTabModel.focusMoveTo(position)
         }
     }
@@ -149,7 +150,7 @@ RowGroup {
                 //: Tool tip of a button that moves the focus
                 qsTr("Focus Farther Quickly")
             ]
-            onHoldingChanged: rows.holding = holding
+            onControlHeldChanged: rows.controlHeld = controlHeld
             onMove: speed => {
                 if (rows.camera)
                     rows.camera.setupTabModel.attemptMoveFocus(speed)

@@ -5,7 +5,7 @@ import zvt
 import zvt.look
 import zvt.rows
 
-// Focuses on something by its distance from the lens.
+// Focuses the lens to a distance in metres.
 RowGroup {
     id: rows
 
@@ -27,7 +27,7 @@ RowGroup {
         id: distanceRow
 
         enabled: rows.unlocked
-        //: How far away the lens is to focus
+        //: The distance to focus to
         heading: qsTr("Distance:")
 
         NumberBox {
@@ -38,7 +38,7 @@ RowGroup {
             from: rows._rounded(rows._nearest)
             to: rows._rounded(rows._farthest)
             decimals: 2
-            shown: rows.camera ? rows._text(rows.camera.setupTabModel.distanceToFocus) : ""
+            modelText: rows.camera ? rows._text(rows.camera.setupTabModel.distanceToFocus) : ""
             onEntered: metres => rows.camera.setupTabModel.distanceToFocus = metres
             onConfirmed: rows.camera.setupTabModel.focusToDistance()
         }
@@ -51,7 +51,7 @@ RowGroup {
         WrappingButton {
             Layout.preferredWidth: 140
             enabled: distance.acceptable
-            //: Moves the lens so that it is sharp at the distance beside
+            //: Focuses the lens to the distance in the field
             text: qsTr("Focus To Distance")
             onClicked: rows.camera.setupTabModel.focusToDistance()
         }

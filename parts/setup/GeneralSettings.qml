@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.rows
 
-// The body of the section of general settings.
+// The body of the General Setup section.
 SectionBody {
     id: settings
 
@@ -10,7 +10,7 @@ SectionBody {
         window.clearWarning()
     }
 
-    holding: lens.holding
+    controlHeld: lens.controlHeld
 
     RowGroup {
         Layout.alignment: Qt.AlignTop
@@ -40,7 +40,7 @@ SectionBody {
             id: window
 
             camera: settings.camera
-            onSeek: item => settings.seek(item)
+            onScrollTo: item => settings.scrollTo(item)
         }
     }
 }

@@ -3,7 +3,7 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.look
 
-// Chooses a factory calibration, or takes an integration time.
+// Chooses a factory calibration, or sets an integration time in milliseconds.
 FrameRateComboBox {
     id: box
 
@@ -15,8 +15,9 @@ FrameRateComboBox {
     readonly property SetupGeneralModel _general: camera ? camera.setupGeneralModel : null
     readonly property real _milliseconds: preset ? preset.integrationTime : 0
 
-    // A time of this camera has been read, so that the next one is an update. The first one is none.
-    property bool _known
+    // Whether an integration time of this camera has been read or entered, so that the next change is marked as an
+    // update.
+    property bool _timeRead
 
     //: Accessible name; %1 is the number of a preset
     Accessible.name: qsTr("Integration Time %1").arg(number)
@@ -25,8 +26,8 @@ FrameRateComboBox {
     model: _general ? _general.factoryCalibrationStrings : []
     currentIndex: preset ? preset.activeFactoryCalibrationIndex : -1
     editText: _milliseconds === 0 || !camera ? "" : camera.safeConvertFloatToLocaleString(_milliseconds, 6)
-    onConnectedChanged: _known = false
-    Component.onCompleted: _known = _milliseconds !== 0
+    onConnectedChanged: _timeRead = false
+    Component.onCompleted: _timeRead = _milliseconds !== 0
     onActivated: index => preset.activeFactoryCalibrationIndex = index
     onAccepted: {
         const milliseconds = Numbers.parse(currentText, -1)
@@ -35,16 +36,16 @@ FrameRateComboBox {
             return
         }
         expectAnswer()
-        _known = true
+        _timeRead = true
         preset.integrationTime = milliseconds
     }
 
     Connections {
         target: box.preset
         function onIntegrationTimeChanged() {
-            if (box._known)
+            if (box._timeRead)
                 box.showFadingIntWidthUpdatedIndicator()
-            box._known = true
+            box._timeRead = true
         }
     }
 }

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import zvt
 import zvt.look
 
-// An end of the lens's range: a button that runs the lens there, or only the name of the end.
+// One end of a lens range: a button that moves the lens there, or only the name of the end.
 Loader {
     id: end
 

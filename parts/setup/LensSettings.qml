@@ -2,7 +2,7 @@ import QtQuick
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.rows
 
-// Settings and moves of the lens. What the lens is not equipped with is not shown.
+// Settings and controls of the lens. Rows for equipment that the lens lacks are hidden.
 RowGroup {
     id: lens
 
@@ -10,10 +10,10 @@ RowGroup {
     required property bool connected
     required property bool isShown
 
-    // Whether the pointer or a key holds a control that moves the lens. The page must not scroll meanwhile.
-    readonly property bool holding: zoom.holding || focusRows.holding
+    // Whether the pointer or a key holds a control that moves the lens.
+    readonly property bool controlHeld: zoom.controlHeld || focusRows.controlHeld
 
-    // Whether a position is being typed, which locks the lens too.
+    // Whether the operator types a position, which also locks the lens.
     readonly property bool _typing: zoom.editing || focusRows.editing
     readonly property bool unlocked: connected && (camera ? camera.setupTabModel.lensBasedControlsEnabled : false)
     readonly property bool hasCover: camera ? camera.cameraCapabilitiesModel.hasLensCover : false
@@ -32,7 +32,7 @@ RowGroup {
 
     Heading {
         visible: lens.hasStates || lens.hasDiscreteZoom || lens.hasContinuousZoom || lens.hasFocus
-        //: Heads the rows of the lens
+        //: Heading of the rows for the lens
         text: qsTr("Lens Control")
 
         LockMark {

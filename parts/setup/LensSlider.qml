@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// Shows where the lens is, and sends it to another position with each move of the handle. Page keys move it by 5 %
-// of the range, arrow keys with Shift by 10 steps.
+// Shows the position of the lens. Each move of the handle sends the lens to another position. Page keys move it by 5 %
+// of the range, arrow keys by 1 step, with Shift by 10 steps.
 T.Slider {
     id: slider
 
@@ -33,7 +33,7 @@ T.Slider {
     stepSize: 1
     snapMode: T.Slider.NoSnap
     wheelEnabled: false
-    // A slider cuts a value to its limits once, when it is given; the limits may come later.
+    // A slider limits a value only when it is set, and the limits may change after that.
     value: Math.max(from, Math.min(to, lensPosition))
     onMoved: moveTo(Math.round(value))
     Keys.onPressed: event => {

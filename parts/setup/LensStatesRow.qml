@@ -9,10 +9,11 @@ SettingRow {
 
     required property ZvtCameraModel camera
 
-    readonly property bool _any: camera ? camera.setupTabModel.hasAtLeastOneLensState : false
+    readonly property bool _hasStates: camera ? camera.setupTabModel.hasAtLeastOneLensState : false
     readonly property bool _modified: camera ? _isModified(camera.setupTabModel.lensStateNames) : false
 
-    // A read of the lens takes the mark back without a signal, and publishes the list after that.
+    // A refresh of the lens resets the property without a signal and then publishes the list, so `names` makes the
+    // binding read it again.
     function _isModified(names: var): bool {
         return camera.setupTabModel.selectedLensStateComponentsModifiedNotSaved
     }
@@ -46,18 +47,18 @@ SettingRow {
     }
 
     GlyphButton {
-        enabled: row._any && !row._modified
+        enabled: row._hasStates && !row._modified
         glyph: Glyph.pencil
         //: Tool tip
         toolTip: qsTr("Rename Lens State")
         onClicked: {
-            renameDialog.made().currentName = box.currentText
+            renameDialog.instance().currentName = box.currentText
             renameDialog.open()
         }
     }
 
     GlyphButton {
-        enabled: row._any
+        enabled: row._hasStates
         glyph: Glyph.save
         //: Tool tip
         toolTip: qsTr("Save Changes To Lens State")
@@ -65,7 +66,7 @@ SettingRow {
     }
 
     GlyphButton {
-        enabled: row._any
+        enabled: row._hasStates
         glyph: Glyph.refresh
         //: Tool tip
         toolTip: qsTr("Reload Lens State (Discard Changes)")
@@ -73,34 +74,34 @@ SettingRow {
     }
 
     GlyphButton {
-        enabled: row._any && !row._modified
+        enabled: row._hasStates && !row._modified
         glyph: Glyph.cross
         //: Tool tip
         toolTip: qsTr("Delete Lens State")
         onClicked: {
-            deleteDialog.made().name = box.currentText
+            deleteDialog.instance().name = box.currentText
             deleteDialog.open()
         }
     }
 
-    Later {
+    LazyLoader {
         id: addDialog
 
         file: "qrc:/zvt/dialogs/AddLensStateDialog.qml"
-        given: row._dialogProperties()
+        initialProperties: row._dialogProperties()
     }
 
-    Later {
+    LazyLoader {
         id: renameDialog
 
         file: "qrc:/zvt/dialogs/RenameLensStateDialog.qml"
-        given: row._dialogProperties()
+        initialProperties: row._dialogProperties()
     }
 
-    Later {
+    LazyLoader {
         id: deleteDialog
 
         file: "qrc:/zvt/dialogs/ConfirmDeleteLensStateDialog.qml"
-        given: row._dialogProperties()
+        initialProperties: row._dialogProperties()
     }
 }

@@ -1,24 +1,24 @@
 import QtQuick
 import zvt.look
 
-// Shows that the controls of the lens are locked: a spinner at first, since most moves are short, and a lock with a tool
-// tip when they stay locked.
+// Shows that the controls of the lens are locked: a spinner at first, since most moves are short, and after 10 seconds
+// a lock with a tool tip.
 Loader {
     id: mark
 
     required property bool locked
-    property bool _lasting
+    property bool _lockedLong
 
     active: locked
     visible: locked
-    sourceComponent: _lasting ? lock : busy
-    onLockedChanged: _lasting = false
+    sourceComponent: _lockedLong ? lock : busy
+    onLockedChanged: _lockedLong = false
 
     Timer {
         objectName: "lockTimer"
         interval: 10000
-        running: mark.locked && !mark._lasting
-        onTriggered: mark._lasting = true
+        running: mark.locked && !mark._lockedLong
+        onTriggered: mark._lockedLong = true
     }
 
     Component {

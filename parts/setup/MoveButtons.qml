@@ -5,8 +5,9 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.look
 
-// Three speeds one way and three the other way. A button moves the lens for as long as it is held. Whatever ends the hold
-// ends the move. A held button stays enabled when its own press locks the lens, so that its release is not lost.
+// Buttons for three speeds in each direction. A button moves the lens while it is held; release, cancel, hiding and
+// destruction stop the move. A held button stays enabled when its press locks the lens, so that its release is not
+// lost.
 Item {
     id: buttons
 
@@ -14,9 +15,10 @@ Item {
     required property bool connected
     required property bool unlocked
     required property bool isShown
-    // What each button does, from the fastest one way to the fastest the other way.
+    // The tool tips of the buttons, from left to right.
     required property var names
-    property bool holding
+    // Whether one of the buttons is held.
+    property bool controlHeld
 
     readonly property int _slow: camera ? camera.setupTabModel.slowSpeedStep : 0
     readonly property int _medium: camera ? camera.setupTabModel.mediumSpeedStep : 0
@@ -27,7 +29,7 @@ Item {
     readonly property int _middle: 16
     readonly property real _buttonWidth: Math.floor((width - 4 * _spacing - _middle) / 6)
 
-    // Speed 0 ends the move.
+    // Speed 0 stops the move.
     signal move(speed: int)
 
     implicitWidth: 6 * 44 + 4 * _spacing + _middle
@@ -43,7 +45,7 @@ Item {
             required property string modelData
             property bool held
 
-            readonly property bool _seen: visible && buttons.isShown
+            readonly property bool _onScreen: visible && buttons.isShown
 
             function _stop() {
                 if (!held)
@@ -60,17 +62,17 @@ Item {
             text: modelData
             toolTip: buttons.names[index]
             Accessible.name: toolTip
-            onHeldChanged: buttons.holding = held
+            onHeldChanged: buttons.controlHeld = held
             onPressed: {
                 held = true
                 buttons.move(buttons._speeds[index])
             }
             onReleased: _stop()
             onCanceled: _stop()
-            // A button that hides, alone or with its window or page, sends no other signal.
-            on_SeenChanged: _stop()
+            // A button that is hidden, alone or with its window or page, emits no released or canceled.
+            on_OnScreenChanged: _stop()
             Component.onDestruction: _stop()
-            // A keyboard that repeats the key would stop and start the move again and again.
+            // Without this, the repetition of a held key would stop and start the move repeatedly.
             Keys.onPressed: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
             Keys.onReleased: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
         }

@@ -5,7 +5,8 @@ import zvt
 import zvt.look
 import zvt.rows
 
-// "minimum / current / maximum". A click on the current position lets it be typed; the lens is locked meanwhile.
+// Shows "minimum / current / maximum". A click on the current position replaces it by a field; the lens is locked while
+// the operator types.
 RowLayout {
     id: line
 
@@ -32,7 +33,7 @@ RowLayout {
         if (camera)
             camera.setupTabModel.lensBasedControlsEnabled = !editing
     }
-    // The lens outlives the page.
+    // The lens must not stay locked when the page is destroyed.
     Component.onDestruction: editing = false
 
     PlainLabel {
@@ -45,7 +46,7 @@ RowLayout {
 
         visible: !line.editing
         enabled: line.unlocked
-        // Room for the longest, so that nothing jumps while the lens moves.
+        // Wide enough for the longest position, so that nothing moves while the lens does.
         implicitWidth: Math.ceil(Math.max(longest.advanceWidth, implicitContentWidth)) + leftPadding + rightPadding
         text: line.position
         textColor: Look.fieldTextColor
@@ -77,16 +78,16 @@ RowLayout {
             NumberBox {
                 id: field
 
-                takenOnLeaving: false
+                commitsOnFocusLoss: false
                 name: line.name
                 from: line.minimum
                 to: line.maximum
-                shown: line.position
+                modelText: line.position
                 Keys.onEscapePressed: event => {
                     event.accepted = true
                     line.editing = false
                 }
-                // The lock is released first, since the move that follows takes it.
+                // Releases the lock first, since the move that follows locks the lens itself.
                 onEntered: position => {
                     line.editing = false
                     line.entered(position)
@@ -101,14 +102,14 @@ RowLayout {
             GlyphButton {
                 enabled: field.acceptable
                 glyph: Glyph.apply
-                //: Tool tip: takes what was typed
+                //: Tool tip: applies the typed position
                 toolTip: qsTr("Apply")
                 onClicked: field.accepted()
             }
 
             GlyphButton {
                 glyph: Glyph.cross
-                //: Tool tip: forgets what was typed
+                //: Tool tip: discards the typed position
                 toolTip: qsTr("Cancel")
                 onClicked: line.editing = false
             }

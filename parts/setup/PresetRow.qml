@@ -5,8 +5,8 @@ import zvt
 import zvt.look
 import zvt.rows
 
-// The settings of one preset: whether it is in use, its integration time and its frame rate. In a superframe the first
-// row has the rate of the whole.
+// The settings of one preset: whether it is in use, its integration time and its frame rate. In superframing only the
+// first row shows a rate, that of the whole superframe.
 SettingRow {
     id: row
 
@@ -19,11 +19,11 @@ SettingRow {
 
     readonly property SetupGeneralModel general: camera ? camera.setupGeneralModel : null
     readonly property ZvtCameraPresetModel preset: general ? general.ps(number) : null
-    // An integration time of zero was not read: no camera has it.
+    // An integration time of 0 has not been read: no camera has this value.
     readonly property bool wasRead: preset ? preset.integrationTime !== 0 : false
     readonly property bool calibrated: preset ? preset.factoryCalibrationLoaded : false
 
-    // The label is empty, and the longest rows need its room.
+    // The label is empty, so narrow rows use its width.
     labelWidth: narrow ? 84 : Look.labelWidth
     visible: number === 0 || (general ? general.numPresets > 1 : false)
 
@@ -42,13 +42,13 @@ SettingRow {
         //: Tool tip: how often the sequence repeats a preset
         toolTip: qsTr("Dwell Count")
         to: 2147483647
-        shown: row.wasRead && row.preset ? row.preset.dwellCount : ""
+        modelText: row.wasRead && row.preset ? row.preset.dwellCount : ""
         onEntered: count => row.preset.dwellCount = count
     }
 
     Unit {
         visible: row.presetSequencing
-        //: Times: between a count and what is repeated
+        //: Multiplication sign between a count and the repeated preset
         text: qsTr("x")
     }
 

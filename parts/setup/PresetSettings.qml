@@ -4,7 +4,7 @@ import QtQuick
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.rows
 
-// How the presets are used in turn, and the settings of each.
+// The sequencing mode of the presets, and the settings of each preset.
 RowGroup {
     id: settings
 
@@ -12,21 +12,21 @@ RowGroup {
     required property bool connected
 
     readonly property SetupGeneralModel general: camera ? camera.setupGeneralModel : null
-    // The sequencing modes, by the numbers of ESEQUENCING_MODE.
+    // The numbers of ESEQUENCING_MODE.
     readonly property int _mode: general ? general.sequencingMode : 0
     readonly property bool superframing: _mode === 1
     readonly property bool presetSequencing: _mode === 2
-    // Whether the longest rows need all the room.
+    // Whether the rows must save width.
     readonly property bool narrow: presetSequencing && width < 680
 
     Heading {
-        //: Heads the rows of the presets
+        //: Heading of the rows for the presets
         text: qsTr("Sequencing Mode and Integration Settings")
     }
 
     ChoiceRow {
         visible: settings.general ? settings.general.sequencingModeStrings.length > 1 : false
-        //: How the presets are used in turn
+        //: How the camera switches between the presets
         heading: qsTr("Sequencing Mode:")
         toolTip: name
         model: settings.general ? settings.general.sequencingModeStrings : []
@@ -51,9 +51,9 @@ RowGroup {
 
     ChoiceRow {
         visible: settings.presetSequencing && (settings.camera ? settings.camera.cameraCapabilitiesModel.hasGigEPreset : false)
-        //: Which preset's images go out over Ethernet
+        //: The preset whose images are sent over Ethernet
         heading: qsTr("GigE Preset:")
-        //: The images of every preset, as far as the connection carries them
+        //: The images of all presets, as many as the connection can transfer
         model: ["0", "1", "2", "3", qsTr("All (Best Effort)")]
         currentIndex: settings.general ? settings.general.gigEPreset : -1
         onActivated: index => settings.general.gigEPreset = index
@@ -61,7 +61,7 @@ RowGroup {
 
     ChoiceRow {
         visible: settings.presetSequencing || settings.superframing
-        //: Which preset's images the video output shows
+        //: The preset whose images the video output shows
         heading: qsTr("Video Preset:")
         model: ["0", "1", "2", "3"]
         currentIndex: settings.general ? settings.general.videoPreset : -1

@@ -5,7 +5,7 @@ import zvt
 import zvt.look
 import zvt.rows
 
-// A rate, typed or chosen, and beside it the way to the highest one.
+// A box in which a rate in hertz is typed or chosen, and a button that sets the highest rate.
 RowLayout {
     id: controls
 
@@ -56,7 +56,7 @@ RowLayout {
     MaxFrameRateButton {
         enabled: controls.rates.length > 0
         highlighted: controls.rateIndex === 0
-        //: Accessible name; %1 tells which rate
+        //: Accessible name; %1 is the name of a rate
         Accessible.name: qsTr("Maximum %1").arg(controls.name)
         onClicked: controls.indexChosen(0)
     }

@@ -4,7 +4,7 @@ import zvt
 import zvt.look
 import zvt.rows
 
-// The edited window in numbers, and the way to the camera.
+// Number fields of the edited window, the button that sends it to the camera, and the warning if it breaks a rule.
 ColumnLayout {
     id: fields
 
@@ -12,7 +12,8 @@ ColumnLayout {
     required property rect window
     required property bool unsaved
     required property string warning
-    required property var marks
+    // The `fieldName` of each field that is shown as wrong.
+    required property var markedFields
 
     readonly property alias typedWidth: widthField.number
     readonly property alias typedHeight: heightField.number
@@ -21,13 +22,13 @@ ColumnLayout {
 
     signal edited(window: rect)
     signal apply
-    signal seek(item: Item)
+    signal scrollTo(item: Item)
 
     component Field: RowLayout {
         id: field
 
         required property string heading
-        required property string mark
+        required property string fieldName
         required property int value
         property alias toolTip: box.toolTip
         readonly property alias acceptable: box.acceptable
@@ -50,9 +51,9 @@ ColumnLayout {
 
             Layout.preferredWidth: 72
             name: field.heading.slice(0, -1)
-            shown: field.value
-            marked: fields.marks.includes(field.mark)
-            // Refuses numbers far out of range; the rules check the rest.
+            modelText: field.value
+            marked: fields.markedFields.includes(field.fieldName)
+            // Refuses only numbers that are far out of range; WindowRules checks the limits.
             to: 10000
             onTyped: number => field.entered(number)
         }
@@ -66,8 +67,8 @@ ColumnLayout {
 
         //: Of the image window
         heading: qsTr("Width:")
-        mark: "width"
-        toolTip: fields.rules.width
+        fieldName: "width"
+        toolTip: fields.rules.widthRule
         value: fields.window.width
         onEntered: number => fields.edited(fields.rules.resized(fields.window, number, fields.window.height))
     }
@@ -77,8 +78,8 @@ ColumnLayout {
 
         //: Of the image window
         heading: qsTr("Height:")
-        mark: "height"
-        toolTip: fields.rules.height
+        fieldName: "height"
+        toolTip: fields.rules.heightRule
         value: fields.window.height
         onEntered: number => fields.edited(fields.rules.resized(fields.window, fields.window.width, number))
     }
@@ -86,11 +87,11 @@ ColumnLayout {
     Field {
         id: xField
 
-        visible: fields.rules.offsets
+        visible: fields.rules.hasOffsets
         //: Of the image window
         heading: qsTr("X Offset:")
-        mark: "x"
-        toolTip: fields.rules.x
+        fieldName: "x"
+        toolTip: fields.rules.xRule
         value: fields.window.x
         onEntered: number => fields.edited(Qt.rect(number, fields.window.y, fields.window.width, fields.window.height))
     }
@@ -98,11 +99,11 @@ ColumnLayout {
     Field {
         id: yField
 
-        visible: fields.rules.offsets
+        visible: fields.rules.hasOffsets
         //: Of the image window
         heading: qsTr("Y Offset:")
-        mark: "y"
-        toolTip: fields.rules.y
+        fieldName: "y"
+        toolTip: fields.rules.yRule
         value: fields.window.y
         onEntered: number => fields.edited(Qt.rect(fields.window.x, number, fields.window.width, fields.window.height))
     }
@@ -111,7 +112,7 @@ ColumnLayout {
         Layout.preferredWidth: 150
         primary: fields.unsaved
         enabled: fields._acceptable && fields.unsaved
-        //: Gives the edited window to the camera
+        //: Sends the edited window to the camera
         text: qsTr("Apply Settings")
         onClicked: fields.apply()
     }
@@ -121,8 +122,8 @@ ColumnLayout {
 
         visible: text !== ""
         Layout.fillWidth: true
-        onHeightChanged: fields.seek(warningLabel)
-        onYChanged: fields.seek(warningLabel)
+        onHeightChanged: fields.scrollTo(warningLabel)
+        onYChanged: fields.scrollTo(warningLabel)
         //: Accessible name
         Accessible.name: qsTr("Window Warning")
         Accessible.description: text

@@ -4,8 +4,8 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import com.kestrin.hlxcamui 1.0
 import zvt.rows
 
-// The window as it is being edited, on a picture of the detector and in numbers. What was edited stays until it is
-// applied, discarded by Esc, or overtaken by another window of the camera.
+// Edits the image window on a picture of the detector and in number fields. Changes stay until they are applied, until
+// Esc discards them, or until the camera reports another window.
 SettingRow {
     id: row
 
@@ -16,16 +16,16 @@ SettingRow {
     // The camera's window when the editing began.
     property rect _original
 
-    // Why the window on show cannot be applied, and the names of the fields in question.
+    // Why the shown window cannot be applied, and the names of the fields concerned.
     property string _warning
-    property var _marks: []
+    property var _markedFields: []
 
-    // An item that is to be seen.
-    signal seek(item: Item)
+    // Asks the page to scroll the item into view.
+    signal scrollTo(item: Item)
 
     function clearWarning() {
         _warning = ""
-        _marks = []
+        _markedFields = []
     }
 
     // Shows the camera's window again.
@@ -43,19 +43,19 @@ SettingRow {
         camera.setupTabModel.fpaWindowSizeHasUnsavedValues = true
     }
 
-    function _failing(): var {
-        return rules.firstFailing(editor.window, fields.typedWidth, fields.typedHeight)
+    function _brokenRule(): var {
+        return rules.firstBrokenRule(editor.window, fields.typedWidth, fields.typedHeight)
     }
 
-    function _warn(failing: var) {
-        _warning = failing ? failing.text : ""
-        _marks = failing ? failing.marks : []
+    function _warn(brokenRule: var) {
+        _warning = brokenRule ? brokenRule.text : ""
+        _markedFields = brokenRule ? brokenRule.fieldNames : []
     }
 
     function _apply() {
-        const failing = _failing()
-        _warn(failing)
-        if (failing)
+        const brokenRule = _brokenRule()
+        _warn(brokenRule)
+        if (brokenRule)
             return
         _general.window = editor.window
         camera.setupTabModel.fpaWindowSizeHasUnsavedValues = false
@@ -87,7 +87,7 @@ SettingRow {
     WindowEditor {
         id: editor
 
-        // The page does not scroll it away from below a pointer that takes hold of it.
+        // With the mouse as reason, the page does not scroll the editor while the operator drags in it.
         readonly property int focusReason: editorHover.hovered ? Qt.MouseFocusReason : Qt.TabFocusReason
 
         Layout.preferredWidth: 208
@@ -95,15 +95,15 @@ SettingRow {
         Layout.alignment: Qt.AlignTop
         hFlip: row.camera ? row.camera.setupTabModel.hflipImage : false
         vFlip: row.camera ? row.camera.setupTabModel.vflipImage : false
-        minSize: rules.least
-        maxSize: rules.most
-        increment: rules.steps
-        centeredOnly: !rules.offsets
+        minSize: rules.minSize
+        maxSize: rules.maxSize
+        increment: rules.increment
+        centeredOnly: !rules.hasOffsets
         onWindowChanged: {
             if (row.camera)
                 row.camera.setupTabModel.fpaWindowSizeHasUnsavedValues = true
             if (row._warning !== "")
-                row._warn(row._failing())
+                row._warn(row._brokenRule())
         }
 
         HoverHandler {
@@ -119,9 +119,9 @@ SettingRow {
         window: Qt.rect(editor.window.x, editor.window.y, editor.window.width, editor.window.height)
         unsaved: row._unsaved
         warning: row._warning
-        marks: row._marks
+        markedFields: row._markedFields
         onEdited: window => row._edit(window)
         onApply: row._apply()
-        onSeek: item => row.seek(item)
+        onScrollTo: item => row.scrollTo(item)
     }
 }

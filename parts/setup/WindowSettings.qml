@@ -9,15 +9,15 @@ RowGroup {
 
     required property ZvtCameraModel camera
 
-    // An item that is to be seen.
-    signal seek(item: Item)
+    // Asks the page to scroll the item into view.
+    signal scrollTo(item: Item)
 
     function clearWarning() {
         windowRow.clearWarning()
     }
 
     Heading {
-        //: Heads the rows of the image window on the detector
+        //: Heading of the rows for the image window on the detector
         text: qsTr("FPA Window Settings")
     }
 
@@ -57,6 +57,6 @@ RowGroup {
 
         visible: settings.camera ? settings.camera.setupGeneralModel.canWindowCustom : false
         camera: settings.camera
-        onSeek: item => settings.seek(item)
+        onScrollTo: item => settings.scrollTo(item)
     }
 }

@@ -4,7 +4,7 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.rows
 
-// Position and moves of an optical zoom.
+// The position of a continuous optical zoom, and the controls that move it.
 RowGroup {
     id: rows
 
@@ -12,7 +12,8 @@ RowGroup {
     required property bool connected
     required property bool unlocked
     required property bool isShown
-    property bool holding
+    // Whether the pointer or a key holds a control that moves the lens.
+    property bool controlHeld
 
     readonly property alias editing: line.editing
     readonly property bool _movesByPercent: camera ? camera.cameraCapabilitiesModel.hasFovMovePercent : false
@@ -51,7 +52,7 @@ RowGroup {
             from: rows._minimum
             to: rows._maximum
             lensPosition: rows._position
-            onPressedChanged: rows.holding = pressed
+            onPressedChanged: rows.controlHeld = pressed
             onMoveTo: position => rows.camera.setupTabModel.zoomMoveTo(position)
         }
     }
@@ -99,7 +100,7 @@ RowGroup {
                 //: Tool tip of a button that moves the zoom
                 qsTr("Zoom In Quickly")
             ]
-            onHoldingChanged: rows.holding = holding
+            onControlHeldChanged: rows.controlHeld = controlHeld
             onMove: speed => {
                 if (rows.camera)
                     rows.camera.setupTabModel.attemptMoveZoom(speed)

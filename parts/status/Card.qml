@@ -2,11 +2,11 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// A frame around rows of a caption and its value.
+// A frame with rows of a caption and a value.
 Rectangle {
     id: card
 
-    // Whether there is little room, so that the rows stand close.
+    // Whether there is little space, so that the rows are close together.
     property bool dense
     default property alias rows: grid.data
 

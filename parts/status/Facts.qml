@@ -3,18 +3,18 @@ import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.look
 
-// What the camera is, and how it takes images.
+// The identity of the camera, its image settings, its clocks and its saturation.
 Card {
     id: facts
 
     required property ZvtCameraModel camera
     required property bool connected
 
-    // Where the captions end.
+    // The right edge of the captions.
     readonly property real captionEnd: modelSerial.x + modelSerial.width
 
     readonly property bool _saturated: camera ? camera.statusTabModel.saturated : false
-    // Whether this connection has read the saturation.
+    // Whether the saturation has been read since the camera connected.
     property bool _saturationRead
 
     function _joined(parts: var, separator: string): string {
@@ -31,7 +31,7 @@ Card {
         required property string heading
         property string value
 
-        // It takes the focus only by mouse, so the page does not scroll below the pointer.
+        // It gets the focus only by mouse, and the page must not scroll then.
         readonly property int focusReason: Qt.MouseFocusReason
 
         Layout.fillWidth: true
@@ -46,7 +46,7 @@ Card {
         color: Look.strongTextColor
         selectionColor: Look.kestrinAccentBlue
         selectedTextColor: Look.inverseTextColor
-        // A new value, such as the time, keeps the selection.
+        // A new value, such as that of the clock, keeps the selection.
         onValueChanged: {
             const start = selectionStart
             const end = selectionEnd
@@ -58,7 +58,7 @@ Card {
 
     onConnectedChanged: _saturationRead = false
 
-    // Every poll signals the saturation, changed or not.
+    // Every poll emits this signal, also if the value is the same.
     Connections {
         target: facts.camera ? facts.camera.statusTabModel : null
         function onSaturatedChanged() {
@@ -78,7 +78,7 @@ Card {
 
     Caption {
         id: integrationTime
-        //: Status: for how long the detector collects light
+        //: Status: how long the detector collects light
         text: qsTr("Integration Time:")
     }
     Fact {
@@ -118,7 +118,7 @@ Card {
 
     Caption {
         id: operatingTime
-        //: Status: for how long the camera has run in all
+        //: Status: the total time for which the camera has run
         text: qsTr("Operating Time:")
     }
     Fact {
@@ -128,7 +128,7 @@ Card {
 
     Caption {
         id: type
-        //: Status: the camera's kind
+        //: Status: the type of the camera
         text: qsTr("Type:")
     }
     Fact {
@@ -139,7 +139,7 @@ Card {
 
     Caption {
         id: saturation
-        //: Status: whether pixels are at their limit
+        //: Status: whether pixels are saturated
         text: qsTr("Saturation:")
     }
     RowLayout {

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.look
 
-// A temperature: the number and its unit, each in a place of its own, and the last ten minutes beside them.
+// A temperature: an icon, the number, its unit and the trend of the last ten minutes, in columns of fixed width.
 RowLayout {
     id: temperature
 
@@ -13,29 +13,29 @@ RowLayout {
     property string unit: " °C"
     property color color: Look.strongTextColor
     property color trendColor: Look.knobColor
-    // Whether there is little room.
+    // Whether there is little space.
     property bool dense
-    // Whether a reading was signalled. The model's values start at zero, and zero can be read too.
+    // Whether the model has signalled a read value. Its values start at 0, which is also a possible temperature.
     property bool read
-    // What is in front of the number.
-    default property alias sign: signPlace.data
+    // The icon in front of the number.
+    default property alias leadingIcon: iconPlace.data
 
     readonly property bool known: read || degrees !== 0
     readonly property string number: camera && known ? camera.safeConvertFloatToLocaleString(degrees, 2) : ""
     readonly property string text: number === "" ? "" : number + unit
 
-    // Milliseconds.
+    // The time shown by the trend, in milliseconds.
     readonly property int _span: 600000
     property var _points: []
 
-    // Adds the temperature to the trend, as read at a time in milliseconds.
-    function note(now: real) {
+    // Adds the current temperature to the trend. `now` is the time of the read, in milliseconds.
+    function addPoint(now: real) {
         if (visible && known && isFinite(degrees))
             _points = _points.filter(point => now - point.at < _span).concat({ at: now, value: degrees })
     }
 
-    // Starts the trend again.
-    function forget() {
+    // Empties the trend.
+    function clearTrend() {
         _points = []
     }
 
@@ -54,7 +54,7 @@ RowLayout {
     }
 
     Item {
-        id: signPlace
+        id: iconPlace
 
         implicitWidth: 16
         implicitHeight: 16

@@ -3,14 +3,14 @@ import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.look
 
-// The temperatures of the camera's sensors, and how they changed in the last ten minutes.
+// The temperatures of the camera's sensors, each with its trend of the last ten minutes.
 Card {
     id: temperatures
 
     required property ZvtCameraModel camera
     required property bool connected
 
-    // Where the captions end at least.
+    // The smallest right edge of the captions, so that they line up with those of another card.
     property real captionEnd
 
     readonly property bool _hasChassis: camera ? camera.cameraCapabilitiesModel.hasChassisTemperature : false
@@ -33,20 +33,20 @@ Card {
     onConnectedChanged: {
         if (!connected)
             return
-        // It may be another camera.
-        for (const row of [fpa, frontPanel, airGap, lens, inside])
-            row.forget()
+        // The connected camera may be another one.
+        for (const row of [fpa, frontPanel, airGap, lens, internal])
+            row.clearTrend()
     }
 
     Connections {
         target: temperatures.camera ? temperatures.camera.statusTabModel : null
-        // Every poll signals the saturation, changed or not, and every fifth reads the temperatures.
+        // Every poll emits this signal, also if the value is the same; every fifth poll reads the temperatures.
         function onSaturatedChanged() {
             if (temperatures._polls++ % 5 !== 1)
                 return
             const now = Date.now()
-            for (const row of [fpa, frontPanel, airGap, lens, inside])
-                row.note(now)
+            for (const row of [fpa, frontPanel, airGap, lens, internal])
+                row.addPoint(now)
         }
         function onFpaTempChanged() {
             fpa.read = true
@@ -61,14 +61,14 @@ Card {
             lens.read = true
         }
         function onInternalChassisTempChanged() {
-            inside.read = true
+            internal.read = true
         }
     }
 
     PlainLabel {
         Layout.columnSpan: 2
         Layout.fillWidth: true
-        //: Status: heads the rows of the camera's sensors
+        //: Status: heading of the rows for the camera's temperature sensors
         text: qsTr("Camera Temperatures:")
         color: Look.headerTextColor
         font.weight: Font.DemiBold
@@ -94,21 +94,21 @@ Card {
         trendColor: color
 
         GlyphLabel {
-            id: coolness
+            id: fpaIcon
 
             objectName: "fpaGlyph"
             anchors.centerIn: parent
             Accessible.ignored: false
-            //: Tool tip: of the detector
+            //: Tool tip: the state of the detector
             Accessible.name: fpa.cold ? qsTr("At working temperature")
-                                      //: Tool tip: of the detector
+                                      //: Tool tip: the state of the detector
                                       : qsTr("Not at working temperature")
             visible: fpa.number !== ""
             text: fpa.cold ? Glyph.snowflake : Glyph.thermometer
             color: fpa.color
 
             HoverHandler {
-                onHoveredChanged: Hint.show(coolness, hovered, coolness.Accessible.name)
+                onHoveredChanged: Hint.show(fpaIcon, hovered, fpaIcon.Accessible.name)
             }
         }
     }
@@ -129,7 +129,7 @@ Card {
     Caption {
         id: airGapCaption
         visible: temperatures.camera ? temperatures.camera.cameraCapabilitiesModel.hasAirGapTemperature : false
-        //: Temperature of the gap before the detector
+        //: Temperature of the air gap in front of the detector
         text: qsTr("Air Gap:")
     }
     Sensor {
@@ -153,7 +153,7 @@ Card {
     }
 
     Caption {
-        id: insideCaption
+        id: internalCaption
         visible: temperatures._hasChassis || temperatures._hasInternal
         //: Temperature inside the camera
         text: temperatures._hasChassis ? qsTr("Chassis:")
@@ -161,9 +161,9 @@ Card {
                                        : qsTr("Internal:")
     }
     Sensor {
-        id: inside
-        visible: insideCaption.visible
-        heading: insideCaption.text
+        id: internal
+        visible: internalCaption.visible
+        heading: internalCaption.text
         degrees: temperatures.camera ? temperatures.camera.statusTabModel.internalChassisTemp : 0
     }
 }

@@ -1,20 +1,20 @@
 import QtQuick
 import zvt.look
 
-// The course of a value over the last minutes, the newest at the right. It shows whether the value rises or falls, and
-// has no scale.
+// A line graph of the last values, the newest at the right. It has no scale, since it only shows whether the value
+// rises or falls.
 Canvas {
     id: trend
 
-    // What was read: each with its time `at` in milliseconds and its `value`, in the order of time.
+    // The values in the order of time, each an object with its time `at` in milliseconds and its `value`.
     required property var points
     required property color color
-    // The time that the width stands for, in milliseconds.
+    // The time from the left to the right edge, in milliseconds.
     required property int span
 
-    // Points further apart than this are not joined.
+    // In milliseconds. Points with a longer pause between them are not joined.
     readonly property int _longestPause: 60000
-    // The least difference that fills the height, so that noise stays small.
+    // The smallest difference of values that fills the height, so that noise stays small.
     readonly property real _leastHeight: 1
 
     function _draw(context: var) {

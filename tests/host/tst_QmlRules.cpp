@@ -15,8 +15,8 @@ using Expression = QRegularExpression;
 
 const QString sourceDir = QStringLiteral(ZVT_SOURCE_DIR "/");
 
-/// The rooms of QML files by their floors. A room may use itself and rooms on lower floors; two rooms on one floor do
-/// not know each other.
+/// The rooms of QML files by their floors. A room may use itself and rooms on lower floors, but not other rooms on its
+/// floor.
 const QMap<QString, int> floors{
     {"parts/look", 0},  {"zvt/controls", 1},   {"parts/rows", 2},      {"parts/dialogs", 3},
     {"zvt/dialogs", 4}, {"parts/setup", 5},    {"parts/status", 5},    {"parts/correction", 5},
@@ -24,8 +24,8 @@ const QMap<QString, int> floors{
     {"zvt", 6},         {"parts/frame", 7},    {"zvt/zvtmain.qml", 8},
 };
 
-/// The types whose content is not made together with them.
-const QSet<QString> madeWhenNeeded{"Component", "Loader", "Later"};
+/// The types whose content is not made at the same time as the object itself.
+const QSet<QString> madeWhenNeeded{"Component", "Loader", "LazyLoader"};
 
 /// A file of the pages: its text as it is, and without comments and the contents of strings.
 struct QmlFile {
@@ -49,7 +49,7 @@ QString QmlFile::room() const
 
 QString withoutCommentsAndStrings(QString text)
 {
-    // Strings are matched too, since they may contain the signs of a comment.
+    // Strings are matched too, since they may contain "//" or "/*".
     static const Expression pattern(R"re("(?:\\.|[^"\\\n])*"|//[^\n]*|/\*.*?\*/)re",
                                     Expression::DotMatchesEverythingOption);
     QString code;
@@ -104,8 +104,8 @@ QSet<QString> typesUsedBy(const QmlFile &file)
 
 bool mayUse(const QString &room, const QString &other) { return room == other || floors[other] < floors[room]; }
 
-/// Popups and the like that are made together with the objects around them, as "path: type". They are closed at first,
-/// and would take their time at each start.
+/// Popups and similar objects that are made together with the objects around them, as "path: type". They are closed at
+/// first, so making them would only delay each start.
 QStringList closedObjectsMadeAtOnce(const QmlFile &file)
 {
     static const Expression brace(R"(((?:\bComponent\s+\w+|\bcomponent\s+\w+|\bpopup)\s*:\s*)?([\w.]*)\s*\{|\})");
@@ -131,7 +131,7 @@ QStringList closedObjectsMadeAtOnce(const QmlFile &file)
 
 } // namespace
 
-/// The rules for QML files that their texts show.
+/// Checks the rules for QML files that can be seen from their texts.
 class tst_QmlRules : public Test
 {
     Q_OBJECT
@@ -191,7 +191,7 @@ void tst_QmlRules::typesAreUsedFromBelow()
     QVERIFY2(broken.isEmpty(), qPrintable(broken.join(u'\n')));
 }
 
-// The QML compiler finds no type by a path that leads upwards, and then leaves bindings to the interpreter.
+// The QML compiler finds no types in an import of a path with "..", and then leaves bindings to the interpreter.
 void tst_QmlRules::foldersAreImportedByModule()
 {
     static const Expression byPath(R"(^import "(?!\.\./\.\./hlxcamui/controls")[^"]*")", Expression::MultilineOption);
@@ -223,7 +223,7 @@ void tst_QmlRules::coloursAndFontsHaveOneHome()
     static const Expression colour(R"re("#[0-9a-fA-F]{3,8}")re");
     static const Expression family(R"(\bfont\.family:(?!\s*Look\.)[^\n]*)");
     const QString home = QStringLiteral("parts/look/Look.qml");
-    const QString iconLabel = QStringLiteral("parts/look/GlyphLabel.qml"); // Its font is known by a context name.
+    const QString iconLabel = QStringLiteral("parts/look/GlyphLabel.qml"); // It gets its font by a context name.
     QStringList broken;
     for (const QmlFile &file : std::as_const(m_files)) {
         if (file.path == home)
@@ -241,7 +241,7 @@ void tst_QmlRules::costlyThingsAreNotUsed_data()
     QTest::newRow("stock controls") << R"(^import QtQuick\.Controls\b[^\n]*)";
     // A font that comes with a page makes Qt lay out all texts again.
     QTest::newRow("font loader") << R"(\bFontLoader\b)";
-    // A text of no width yet tries the font in all sizes.
+    // Before it has a width, a text with a fit mode tries the font in all sizes.
     QTest::newRow("fitting a text that fits") << R"(\bfontSizeMode:\s*Text\.\w*Fit\b[^\n]*)";
     // All controls share one tool tip.
     QTest::newRow("attached tool tip") << R"(\bToolTip\.\w+)";

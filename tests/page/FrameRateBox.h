@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <QTest>
 
-/// A preset as a frame rate box sees it: it takes what is chosen and what is typed, the latter rounded to an answer.
+/// A fake preset for a frame rate box. It stores the chosen index and replaces a typed text by `answer`.
 class RateFake : public QObject
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ public:
     int index = 1;
     QString text = "120.00";
     bool editable = true;
-    /// What becomes of a typed value; nothing means that it is refused.
+    /// Replaces a typed text. If empty, the old text stays, as if the camera had refused the typed one.
     QString answer;
     QStringList calls;
 
@@ -42,7 +42,7 @@ signals:
     void changed();
 };
 
-/// A frame rate box on a page, bound to a preset as the page binds it.
+/// Creates a frame rate box, bound to a preset in the same way as on the page.
 namespace rateBox
 {
 

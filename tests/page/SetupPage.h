@@ -6,7 +6,7 @@
 #include <QTest>
 #include <QTimer>
 
-/// The Setup page of a connected camera, in a window that has room for all of it, and an operator before it.
+/// The Setup page of a connected camera in a window with room for all of it, and the actions of an operator.
 class SetupPage : public PageDriver
 {
 public:
@@ -20,7 +20,7 @@ public:
         settle();
     }
 
-    /// Shows another tab, without the pointer.
+    /// Shows another tab without a click.
     void showTab(int index)
     {
         QQuickItem *bar = &item("Setup");
@@ -30,7 +30,7 @@ public:
         settle();
     }
 
-    /// Waits until all is done that a read of the lens chains: limits, lens states, field of view.
+    /// Waits until a read of the lens is complete, with the reads that follow it: limits, lens states, field of view.
     void settle()
     {
         PageDriver::settle();
@@ -42,19 +42,19 @@ public:
     bool lensUnlocked() const { return tab()->property("lensBasedControlsEnabled").toBool(); }
     QTimer *timer(const char *name) const { return tab()->findChild<QTimer *>(QString::fromLatin1(name)); }
 
-    /// What the camera was told since `mark`, as "zvtFocusMove 2"; what it was only asked is left out.
+    /// The calls since `mark` that change something in the camera, as "zvtFocusMove 2". Reads are left out.
     QStringList commands(size_t mark)
     {
-        static const QRegularExpression asking("^(controller\\.|zvt)(Mfg)?(Get|Is|Has|List|Read|capabilities)");
+        static const QRegularExpression reads("^(controller\\.|zvt)(Mfg)?(Get|Is|Has|List|Read|capabilities)");
         QStringList list;
         for (const auto &call : rig().gate().callsSince(mark)) {
             const QString name = QString::fromStdString(call.name);
-            if (!asking.match(name).hasMatch())
+            if (!reads.match(name).hasMatch())
                 list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
         }
         return list;
     }
-    /// What an action tells the camera, to its end.
+    /// The commands that `action` sends to the camera, up to the end of the reads that follow.
     template <class Action> QStringList commandsOf(Action action)
     {
         const size_t mark = rig().gate().mark();
@@ -63,9 +63,19 @@ public:
         return commands(mark);
     }
 
+    /// How often `action` makes the plug-in read the field of view from the camera.
+    template <class Action> qsizetype fieldOfViewReads(Action action)
+    {
+        const size_t mark = rig().gate().mark();
+        action();
+        settle();
+        settle();
+        return rig().callsSince(mark).count("zvtGetFOV");
+    }
+
     bool enabled(const QString &name) const { return item(name).isEnabled(); }
     QString shown(const QString &name) const { return item(name).property("displayText").toString(); }
-    /// The visible item of this name; a test that asks for one that is not there ends.
+    /// The visible item with this name. Ends the program if there is none.
     QQuickItem &item(const QString &name) const
     {
         QQuickItem *found = find(name);
@@ -82,7 +92,7 @@ public:
     void hold(const QString &name) { QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, middle(name)); }
     void release(const QString &name) { QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, middle(name)); }
 
-    /// Takes a row of a combo box by the mouse.
+    /// Chooses a row of a combo box by mouse.
     void choose(const QString &box, const QString &row)
     {
         QQuickItem *before = findText(row);
@@ -93,7 +103,7 @@ public:
         settle();
     }
 
-    /// Puts a text in place of that in a field, key by key.
+    /// Replaces the text of a field, key by key.
     void type(const QString &field, const QString &text)
     {
         item(field).forceActiveFocus(Qt::TabFocusReason);

@@ -6,7 +6,7 @@
 
 #include "hlxui/ObjectListModel.h"
 
-/// A camera as the finder lists it.
+/// A camera in the list of the finder.
 class FoundCamera : public QObject
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ private:
     ObjectListModel m_cameras{true};
 };
 
-/// What the page sees of the standalone controller, to be moved by hand.
+/// The standalone model as the page sees it. Tests set its properties directly.
 class StandaloneFake : public QObject
 {
     Q_OBJECT

@@ -13,7 +13,7 @@ inline const QString invalidStateName
     = QStringLiteral("State name is not valid. They cannot contain these characters:\n\n / \\ : \" * ? < > | \n\n"
                      "They must have at least one nonspace character and cannot start with a space character.");
 
-/// The page of a camera that keeps some states, and an operator at the dialog for them.
+/// The page of a camera with some saved states, and the actions of an operator in the dialog for states.
 class StateDialog
 {
 public:
@@ -28,7 +28,7 @@ public:
     QObject *model() { return driver.tabModel("cameraState"); }
     emulator::Gate &gate() { return driver.rig().gate(); }
 
-    /// By the action of the configuration menu.
+    /// Opens the dialog by an action of the configuration menu.
     void open(const QString &action)
     {
         driver.choose(action);
@@ -37,7 +37,7 @@ public:
 
     bool isOpen() { return driver.find("Upload") != nullptr; }
 
-    /// The names of the list, from the top.
+    /// The names in the list, from the top.
     QStringList names()
     {
         QMap<double, QString> rows;
@@ -47,7 +47,7 @@ public:
         return rows.values();
     }
 
-    /// Whatever is marked in the list.
+    /// The names that are shown as selected.
     QStringList selected()
     {
         QStringList marked;

@@ -36,7 +36,7 @@ private slots:
 
 private:
     static void open(PageDriver &driver);
-    /// How often this thread has asked the camera for its model since `mark`.
+    /// How often this thread has read the camera model from the camera since `mark`.
     static qsizetype modelReads(PageDriver &driver, size_t mark);
     static QObject *model(PageDriver &driver) { return driver.tabModel("aboutModel"); }
 };
@@ -95,7 +95,7 @@ void tst_AboutDialog::theDialogIsBusyUntilTheFirstReading()
     QVERIFY(!driver.findText("Campion 640 C Camera Controller"));
     driver.rig().gate().release("zvtGetOperatingTime");
     driver.settle();
-    // Nothing turns that is not on show.
+    // A hidden spinner does not turn.
     QVERIFY(!driver.object(QStringLiteral("aboutBusy")));
     QVERIFY(driver.findText("Campion 640 C Camera Controller"));
     QVERIFY(driver.find("Camera Model"));
@@ -137,7 +137,7 @@ void tst_AboutDialog::everyOpeningReadsAgain()
 void tst_AboutDialog::theRowsAreSaved()
 {
     QTemporaryDir folder;
-    // What a URL writes otherwise.
+    // A path with characters that a URL encodes.
     const QString path = folder.filePath("about 100%25 #1.txt");
     PageDriver driver;
     open(driver);
@@ -149,7 +149,7 @@ void tst_AboutDialog::theRowsAreSaved()
     const QByteArray text = file.readAll();
     QVERIFY(text.startsWith("Campion 640 C Camera Controller Information\r\n\r\nCamera Model: Campion 640 C\r\n"));
     QVERIFY(text.contains("\r\nOperating Time: 1225 hours, 12 minutes\r\n"));
-    // The dialog stays.
+    // The dialog stays open.
     QVERIFY(driver.find("Save..."));
 }
 
@@ -181,14 +181,14 @@ void tst_AboutDialog::theFolderIsKept()
     PageDriver driver;
     open(driver);
     WidgetFileDialog::setNextAnswer([&](const WidgetFileDialog &dialog) {
-        // The operator goes there.
+        // The operator changes to this folder.
         const_cast<WidgetFileDialog &>(dialog).setProperty("folder", folderUrl);
         return QUrl::fromLocalFile(folder.filePath("about.txt"));
     });
     driver.click("Save...");
     driver.settle();
     QCOMPARE(model(driver)->property("lastDirectory").toUrl(), folderUrl);
-    // The dialog begins where the model says.
+    // The dialog starts in the folder of the model.
     model(driver)->setProperty("lastDirectory", QUrl::fromLocalFile(QDir::rootPath()));
     QUrl begins;
     WidgetFileDialog::setNextAnswer([&begins](const WidgetFileDialog &dialog) {
@@ -282,7 +282,7 @@ void tst_AboutDialog::longValuesWrap()
     }
     const QQuickItem *close = driver.find("Close");
     QVERIFY(window.contains(close->mapRectToScene(close->boundingRect())));
-    // What does not fit is within reach of the keyboard.
+    // The keyboard scrolls to the rows that do not fit.
     const QQuickItem *last = driver.find("Operating Time");
     const double below = last->mapToScene({0, 0}).y();
     driver.press(Qt::Key_Down);

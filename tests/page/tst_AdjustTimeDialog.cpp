@@ -38,7 +38,7 @@ private:
     static void setCamera(PageDriver &driver, int year, int month, int day, int hour, int minute, int second);
     static void open(PageDriver &driver);
     static void typeInto(PageDriver &driver, const QString &field, const QString &text);
-    /// What the parts show, from the month on in the order of the page.
+    /// The texts of the parts, from the month on, in their order on the page.
     static QStringList parts(PageDriver &driver);
     static QStringList writesSince(PageDriver &driver, size_t mark);
     static QDateTime cameraTime(PageDriver &driver)
@@ -170,12 +170,12 @@ void tst_AdjustTimeDialog::setWritesTheFields()
     typeInto(driver, "second", "56");
     const size_t mark = driver.rig().gate().mark();
     driver.click("Set");
-    // The day of a leap year.
+    // The day of the year, in a leap year.
     QCOMPARE(
         writesSince(driver, mark),
         QStringList({"zvtSetRealTimeClock(32, 10, 12, 23, 45, 56)", "zvtSetIRIGTime(2032, 286, 23, 45, 56, 0, 0)"}));
     QCOMPARE(cameraTime(driver), QDateTime(QDate(2032, 10, 12), QTime(23, 45, 56)));
-    // It does not close.
+    // The dialog stays open.
     QVERIFY(driver.find("Set"));
 }
 
@@ -219,10 +219,10 @@ void tst_AdjustTimeDialog::whatIsNoNumberMakesNoDate()
     const size_t mark = driver.rig().gate().mark();
     const QStringList typed = parts(driver);
     driver.click("Set");
-    // What to do with it is the camera's business.
+    // The time is sent unchecked.
     QCOMPARE(driver.rig().callsSince(mark), QStringList({"zvtSetRealTimeClock", "zvtSetIRIGTime"}));
     QVERIFY(!cameraTime(driver).isValid());
-    // It can be mended.
+    // The typed time stays, so that it can be corrected.
     QCOMPARE(parts(driver), typed);
     QCOMPARE(driver.text(field), text);
 }
@@ -238,7 +238,7 @@ void tst_AdjustTimeDialog::enterPassesOverWhatMakesNoDate()
     const QStringList typed = parts(driver);
     const size_t mark = driver.rig().gate().mark();
     driver.press(Qt::Key_Return);
-    // In another field, too.
+    // Enter in another field does nothing either.
     typeInto(driver, field == "day" ? "hour" : "day", "7");
     driver.press(Qt::Key_Return);
     QCOMPARE(driver.rig().callsSince(mark), QStringList());
@@ -310,7 +310,7 @@ void tst_AdjustTimeDialog::setWithoutAMonthMakesNoDate()
         typeInto(driver, field, "7");
     const size_t mark = driver.rig().gate().mark();
     driver.click("Set");
-    // No time is known, and no time was entered.
+    // The camera has reported no time, and the operator has entered none.
     QCOMPARE(writesSince(driver, mark), QStringList());
 }
 

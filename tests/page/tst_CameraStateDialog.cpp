@@ -102,7 +102,7 @@ void tst_CameraStateDialog::theListShowsNamesAndDates()
     QVERIFY(date.isValid());
     const QQuickItem *shown = dialog.driver.findText(date.toLocalTime().toString("yyyy-MM-dd HH:mm"));
     QVERIFY(shown);
-    // Dates stand in a column behind the names.
+    // The dates are in a column to the right of the names.
     QVERIFY(shown->mapToScene({0, 0}).x() > dialog.driver.findText("Bravo")->mapToScene({0, 0}).x());
 }
 
@@ -116,7 +116,7 @@ void tst_CameraStateDialog::theListIsBusyWhileItIsRead()
     QVERIFY(!dialog.driver.findText("The camera holds no states."));
     dialog.gate().release("zvtListStates");
     dialog.driver.settle();
-    // Nothing turns that is not on show.
+    // A hidden spinner does not turn.
     QVERIFY(!dialog.driver.object(QStringLiteral("stateListBusy")));
     QCOMPARE(dialog.names(), threeStates);
 }
@@ -272,7 +272,7 @@ void tst_CameraStateDialog::anInvalidNameIsNotSaved()
     QTRY_VERIFY(dialog.driver.find("OK")->hasActiveFocus());
     dialog.driver.press(Qt::Key_Return);
     QTRY_VERIFY(!dialog.driver.findText(invalidStateName));
-    // To be mended.
+    // The dialog stays open, so that the name can be corrected.
     QVERIFY(dialog.isOpen());
     QTRY_VERIFY(dialog.driver.find(anyName)->hasActiveFocus());
     QCOMPARE(dialog.driver.text(anyName), "a:b");
@@ -319,7 +319,7 @@ void tst_CameraStateDialog::aStateIsLoaded()
     byKey ? dialog.driver.press(Qt::Key_Return) : dialog.driver.click("Load");
     dialog.driver.settle();
     QCOMPARE(dialog.calls("controller.LoadState", mark), QStringList{"\"Bravo\""});
-    // The camera knows its states.
+    // A load does not check first whether the state exists.
     QCOMPARE(dialog.calls("zvtStateExists", mark), QStringList());
     QVERIFY(!dialog.isOpen());
     QCOMPARE(dialog.model()->property("currentStateName").toString(), "Bravo");
@@ -364,7 +364,7 @@ void tst_CameraStateDialog::everythingFitsASmallWindow()
     for (const QString button : {"Rename", "Delete", "Upload", "Download", "Done", "Cancel", "Save", "Load"})
         if (const QQuickItem *item = dialog.driver.find(button))
             QVERIFY2(content.contains(item->mapRectToScene(item->boundingRect())), qPrintable(button));
-    // The long name leaves the date its place, and the rest of the list comes by key.
+    // A long name does not push the date aside, and keys scroll to the rest of the list.
     const QQuickItem *longName = dialog.driver.findText(states.constFirst());
     QVERIFY(longName->property("truncated").toBool());
     QTest::mouseMove(&dialog.driver.window(), longName->mapToScene({20, 14}).toPoint());
@@ -405,7 +405,7 @@ void tst_CameraStateDialog::theFocusReturnsToTheConfigurationButton()
     dialog.driver.click(button);
     dialog.driver.settle();
     QTRY_VERIFY(!dialog.isOpen());
-    // A load takes the whole page out of use meanwhile.
+    // The whole page is disabled during a load.
     QTRY_VERIFY(dialog.driver.page()->isEnabled());
     QTRY_VERIFY(dialog.driver.find("Configuration")->hasActiveFocus());
 }

@@ -18,7 +18,7 @@ const QStringList filters{"State files (*.qsf)", "All files (*)"};
 
 } // namespace
 
-/// What the dialog for states does with the states that there are: renames, deletes and copies them.
+/// The dialog for states renames, deletes, uploads and downloads states.
 class tst_CameraStateDialogFiles : public Test
 {
     Q_OBJECT
@@ -51,7 +51,7 @@ private:
     static void answer(StateDialog &dialog, const QString &button, const QString &path);
 };
 
-// The operator names a file.
+// The operator clicks a button and chooses a file.
 void tst_CameraStateDialogFiles::answer(StateDialog &dialog, const QString &button, const QString &path)
 {
     WidgetFileDialog::setNextAnswer(QUrl::fromLocalFile(path));
@@ -112,7 +112,7 @@ void tst_CameraStateDialogFiles::anInvalidNewNameIsRefused()
     dialog.driver.click("Rename");
     QTRY_VERIFY(dialog.driver.find("New Name"));
     const size_t mark = dialog.gate().mark();
-    // Nothing at all is no name either.
+    // An empty name is not valid either.
     dialog.driver.press(Qt::Key_Return);
     QTRY_VERIFY(dialog.driver.findText(invalidStateName));
     dialog.driver.press(Qt::Key_Escape);
@@ -131,7 +131,7 @@ void tst_CameraStateDialogFiles::aRenamingIsCancelled()
         dialog.driver.click("Rename");
         QTRY_VERIFY(dialog.driver.find("New Name"));
         dialog.driver.awaitFrame();
-        // What was typed before is gone.
+        // The text typed before is gone.
         QCOMPARE(dialog.driver.text("New Name"), QString());
         dialog.driver.type("Delta");
         byKey ? dialog.driver.press(Qt::Key_Escape) : dialog.driver.click("Cancel");
@@ -200,7 +200,7 @@ void tst_CameraStateDialogFiles::aDeletionThatFailsLeavesTheList()
 void tst_CameraStateDialogFiles::aStateIsDownloaded()
 {
     QTemporaryDir folder;
-    // What a URL writes otherwise.
+    // A path with characters that a URL encodes.
     const QString path = folder.filePath("a b%25 #1.qsf");
     StateDialog dialog(threeStates);
     dialog.open("Manage States");
@@ -212,7 +212,7 @@ void tst_CameraStateDialogFiles::aStateIsDownloaded()
     QCOMPARE(dialog.calls("zvtDownloadStateStd", mark),
              QStringList{QStringLiteral("\"Bravo\", \"%1\", delegate").arg(path)});
     QVERIFY(QFile(path).size() > 0);
-    // The list is what it was.
+    // The list has not changed.
     dialog.driver.settle();
     QCOMPARE(dialog.calls("zvtListStates", mark), QStringList());
 }
@@ -397,7 +397,7 @@ void tst_CameraStateDialogFiles::aTransferOutlivesTheDialog()
     QTRY_VERIFY(!dialog.isOpen());
     QVERIFY(transferring(dialog));
     dialog.gate().release("zvtUploadStateStd");
-    // The operator, who has gone on to something else, is told.
+    // The failure is reported although the dialog was closed.
     QTRY_VERIFY(dialog.driver.findText("Failed to upload file."));
     QVERIFY(!dialog.isOpen());
 }

@@ -18,7 +18,7 @@ constexpr qint64 longestStall = 50;
 constexpr qint64 longestStall = 1000;
 #endif
 
-/// What this thread has computed so far. Other programs on the computer do not count.
+/// Processor time of this thread so far. Other programs on the computer do not influence it.
 qint64 computedMicroseconds()
 {
     timespec time{};
@@ -26,7 +26,7 @@ qint64 computedMicroseconds()
     return qint64{time.tv_sec} * 1'000'000 + time.tv_nsec / 1000;
 }
 
-/// The longest that the event loop computed in one go, from the making on.
+/// The longest uninterrupted computation of the event loop since construction, in processor time.
 class Stall
 {
 public:
@@ -60,7 +60,7 @@ private:
 
 } // namespace
 
-/// The dialog for states on a camera that keeps very many of them.
+/// The dialog for states of a camera with very many states.
 class tst_CameraStateDialogMany : public Test
 {
     Q_OBJECT
@@ -71,7 +71,7 @@ private slots:
     void everyRowIsWithinReachOfTheKeyboard();
 
 private:
-    /// Makes it `count` states.
+    /// Makes the camera hold `count` states.
     static void fill(StateDialog &dialog, int count);
     static QString name(int number) { return QStringLiteral("State %1").arg(number, 4, 10, QLatin1Char('0')); }
     static int rows(StateDialog &dialog) { return dialog.list()->property("count").toInt(); }
@@ -88,7 +88,7 @@ void tst_CameraStateDialogMany::fill(StateDialog &dialog, int count)
     QFile first(folder + name(0) + ".qsf");
     QVERIFY(first.open(QIODevice::ReadOnly));
     const QByteArray content = first.readAll();
-    // Not by QFile::copy(), which waits for the disk each time.
+    // Without QFile::copy(), which waits for the disk each time.
     for (int number = 1; number < count; ++number) {
         QFile file(folder + name(number) + ".qsf");
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -100,7 +100,7 @@ void tst_CameraStateDialogMany::openingDoesNotStallThePage()
 {
     StateDialog dialog({"Alpha"});
     fill(dialog, 1000);
-    // The second list takes the place of the first one.
+    // The second opening replaces the list of the first one.
     for (int opening = 0; opening < 2; ++opening) {
         dialog.driver.click("Configuration");
         QTRY_VERIFY(dialog.driver.find("Manage States"));
@@ -117,12 +117,12 @@ void tst_CameraStateDialogMany::openingDoesNotStallThePage()
         const qint64 longest = stall.milliseconds();
         QVERIFY2(longest <= longestStall, qPrintable(QStringLiteral("%1 ms").arg(longest)));
         QCOMPARE(rows(dialog), 1000);
-        // Only rows on show are made.
+        // Only visible rows are created.
         const auto *content = dialog.list()->property("contentItem").value<QQuickItem *>();
         const auto made = std::ranges::count_if(
             content->childItems(), [](const QQuickItem *item) { return item->inherits("QQuickItemDelegate"); });
         QVERIFY2(made >= 8 && made < 50, qPrintable(QString::number(made)));
-        // Nor does it wait for the camera.
+        // The GUI thread does not wait for the camera either.
         for (const auto &call : dialog.gate().callsSince(mark))
             if (call.name.starts_with("zvt"))
                 QVERIFY2(call.thread != std::this_thread::get_id(), call.name.c_str());
@@ -149,7 +149,7 @@ void tst_CameraStateDialogMany::theCostOfAListIsLinear()
     const qint64 few = costOf(100);
     const qint64 many = costOf(1600);
     QVERIFY(few > 0 && many > 0);
-    // Sixteen times as many, and not their square.
+    // 16 times as many states: a linear cost, not a quadratic one.
     QVERIFY2(many < 64 * few, qPrintable(QStringLiteral("%1 us, %2 us").arg(few).arg(many)));
 }
 

@@ -14,13 +14,13 @@
 
 using hlx::cam::ui::WidgetFileDialog;
 
-/// Keeps a transfer at its first block, on the thread of the transfer.
+/// Holds a transfer at its first block, on the thread of the transfer.
 class Latch : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Of the transfer that the model runs, which is still held before its first block.
+    /// Attaches to the running transfer of the model, which the gate still holds before its first block.
     bool attach(QObject *model)
     {
         const auto workers = model->findChildren<QThread *>();
@@ -46,7 +46,7 @@ private:
     std::binary_semaphore m_release{0};
 };
 
-/// What becomes of a transfer, a save or a load when something else happens in the middle of it.
+/// A transfer, a save or a load that is interrupted by another event.
 class tst_CameraStateDialogMidway : public Test
 {
     Q_OBJECT
@@ -103,9 +103,9 @@ private:
     QStringList localFiles() const { return files(m_folder->path()); }
     QString local(const QString &file) const { return m_folder->filePath(file); }
 
-    /// Begins a transfer that stays at its first block: of "Bravo.qsf" to the camera, or of "Alpha" from it.
+    /// Starts a transfer that is held at its first block: of "Bravo.qsf" to the camera, or of "Alpha" from it.
     void begin(StateDialog &dialog, bool upload);
-    /// The operator begins a save as "Bravo" or a load of "Alpha", which stays at the gate.
+    /// The operator starts a save as "Bravo" or a load of "Alpha", which the gate holds.
     void begin(StateDialog &dialog, const QString &action, const QString &call);
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -141,7 +141,7 @@ void tst_CameraStateDialogMidway::begin(StateDialog &dialog, bool upload)
     dialog.gate().release(call);
     QVERIFY(m_latch->waitBlocked());
     QTRY_VERIFY(dialog.model()->property("progress").toInt() > 0);
-    // Half a file is no file.
+    // An incomplete file is not listed as a state.
     QCOMPARE(statesOn(dialog.driver.rig().camera().folder()), QStringList("Alpha.qsf"));
     QVERIFY(!localFiles().contains("copy.qsf"));
 }
@@ -187,7 +187,7 @@ void tst_CameraStateDialogMidway::aTransferEndsWithTheConnection()
     QTRY_VERIFY(dialog.driver.findText(upload ? "Failed to upload file." : "Failed to download file."));
     QCOMPARE(statesOn(dialog.driver.rig().camera().folder()), QStringList("Alpha.qsf"));
     QCOMPARE(localFiles(), upload ? QStringList("Bravo.qsf") : QStringList());
-    // What was on show stays, and the dialog can be closed.
+    // The list stays, and the dialog can be closed.
     QCOMPARE(dialog.names(), QStringList("Alpha"));
     QTRY_VERIFY(dialog.driver.find("OK")->hasActiveFocus());
     dialog.driver.press(Qt::Key_Return);
@@ -233,7 +233,7 @@ void tst_CameraStateDialogMidway::theEndWaitsForATransfer()
     const std::jthread releaser([this] { m_latch->release(); });
     if (pageStays) {
         dialog->driver.deleteModel();
-        // It was not aborted.
+        // The transfer was not aborted.
         QCOMPARE(contentOf(upload ? folder + "Bravo.qsf" : local("copy.qsf")), sent);
         dialog->driver.settle();
         dialog->driver.click("Done");
@@ -258,7 +258,7 @@ void tst_CameraStateDialogMidway::aSaveOrLoadFailsWithTheConnection()
     QVERIFY(dialog.driver.page()->isEnabled());
     QVERIFY(!dialog.model()->property("saving").toBool());
     QVERIFY(!dialog.model()->property("loading").toBool());
-    // Nobody is told.
+    // No message is shown.
     QVERIFY(!dialog.driver.find("OK"));
     QVERIFY(!dialog.model()->property("canSaveState").toBool());
     QCOMPARE(statesOn(folder), QStringList("Alpha.qsf"));
@@ -275,7 +275,7 @@ void tst_CameraStateDialogMidway::theEndWaitsForNoSaveOrLoad()
     QVERIFY(dialog.driver.page()->isEnabled());
     dialog.gate().release("*");
     dialog.driver.settle();
-    // The camera has its order all the same.
+    // The camera executes the command nevertheless.
     QCOMPARE(statesOn(dialog.driver.rig().camera().folder()).contains("Bravo.qsf"), action == "Save State As");
 }
 

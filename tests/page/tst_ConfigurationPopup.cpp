@@ -13,7 +13,7 @@ using hlx::cam::ui::PageOptions;
 namespace
 {
 
-/// Every text that is translated, so that one can tell it from one that is not.
+/// Translates every text in a way that shows whether it was translated.
 class Translated : public QTranslator
 {
 public:
@@ -66,7 +66,7 @@ private:
     }
 };
 
-// Every button of the open menu, from the top.
+// All buttons of the open menu, from the top.
 QStringList tst_ConfigurationPopup::actions(PageDriver &driver)
 {
     const QQuickItem *column = driver.find("About")->parentItem();
@@ -160,7 +160,7 @@ void tst_ConfigurationPopup::theStateIsNamed()
     saveAs(driver, "Runway");
     driver.click("Configuration");
     QTRY_VERIFY(driver.find("Save State (Runway)"));
-    // Without a name there is nothing to add.
+    // Without a name of the current state, the text has no addition.
     driver.press(Qt::Key_Escape);
     driver.rig().gate().failAlways("zvtGetStateName");
     QMetaObject::invokeMethod(driver.tabModel("cameraState"), "refresh");
@@ -198,7 +198,7 @@ void tst_ConfigurationPopup::onlyAStateOfItsOwnIsSavedOver()
     driver.settle();
     QCOMPARE(driver.rig().callsSince(mark).mid(0, 1), QStringList{"zvtSaveState"});
     QVERIFY(!driver.find("About"));
-    // A failed one is not to be repeated blindly.
+    // The operator cannot repeat a failed save by this action.
     driver.rig().gate().failNext("zvtSaveState");
     driver.choose("Save State (Runway)");
     driver.settle();
@@ -245,7 +245,7 @@ void tst_ConfigurationPopup::aDialogOpens()
     driver.choose(QTest::currentDataTag());
     driver.settle();
     QVERIFY(driver.findText(title));
-    // The menu is gone.
+    // The menu is closed.
     QVERIFY(!driver.find("Load Factory Defaults"));
 }
 
@@ -322,7 +322,7 @@ void tst_ConfigurationPopup::aLoadBlocksThePage()
     QVERIFY(driver.rig().gate().waitHeld("controller.LoadFactoryDefaults"));
     QVERIFY(!driver.page()->isEnabled());
     QCOMPARE(busy->property("item").value<QObject *>() != nullptr, !standalone);
-    // The page is dead.
+    // The page does not react.
     driver.click("Configuration");
     driver.awaitFrame();
     QVERIFY(!driver.find("About"));
@@ -353,7 +353,7 @@ void tst_ConfigurationPopup::aSaveDoesNotBlockThePage()
 void tst_ConfigurationPopup::aLoadReadsThePageAnew()
 {
     PageDriver driver;
-    // What polls goes by a clock of its own.
+    // Polls run on their own timers and would add calls.
     for (QTimer *timer : driver.cameraModel()->findChildren<QTimer *>())
         timer->stop();
     driver.click("Configuration");
@@ -365,7 +365,7 @@ void tst_ConfigurationPopup::aLoadReadsThePageAnew()
     QStringList calls = driver.rig().callsSince(mark);
     QCOMPARE(calls.takeFirst(), "controller.LoadFactoryDefaults");
     QVERIFY(calls.contains("controller.GetWindow"));
-    // As often as the hot key of the host reads it.
+    // The same number of reads as by the refresh key of the host.
     const size_t again = driver.rig().gate().mark();
     QMetaObject::invokeMethod(driver.cameraModel(), "refreshAllVisible");
     driver.settle();

@@ -65,7 +65,7 @@ void tst_FrameRateComboBox::anIndexBringsItsText()
     rate.index = 2;
     emit rate.changed();
     QCOMPARE(box->property("currentText").toString(), "60.00");
-    // No row, or one that is not there, brings no text.
+    // An index without a row does not change the text.
     for (const int index : {-1, 2, 7}) {
         rate.index = index;
         emit rate.changed();
@@ -87,7 +87,7 @@ void tst_FrameRateComboBox::aReplacedListLeavesTextAndIndex()
         QCOMPARE(shown(box), "120.00");
         QCOMPARE(box->property("currentIndex").toInt(), 1);
     }
-    // The same for a text that was typed.
+    // The same holds for a typed text.
     rate.editable = true;
     emit rate.changed();
     field(box)->forceActiveFocus(Qt::TabFocusReason);
@@ -124,13 +124,13 @@ void tst_FrameRateComboBox::enterCommits()
     rate.answer = "101.12";
     const QQuickItem *box = create(driver, rate);
     field(box)->forceActiveFocus(Qt::TabFocusReason);
-    // What is typed replaces what stood there.
+    // Typing replaces the old text.
     type(driver, "101.1");
     QCOMPARE(rate.calls, QStringList());
     driver.press(key);
     QCOMPARE(rate.calls, QStringList("take 101.1"));
     QCOMPARE(box->property("currentText").toString(), "101.1");
-    // The camera's answer stands in the field.
+    // The field shows the camera's answer.
     QCOMPARE(shown(box), "101.12");
     driver.press(Qt::Key_Tab);
     QVERIFY(!box->hasActiveFocus());
@@ -148,7 +148,7 @@ void tst_FrameRateComboBox::theLossOfFocusCommitsWhatWasTyped()
     driver.press(Qt::Key_Tab);
     QCOMPARE(rate.calls, QStringList("take 99"));
     QCOMPARE(shown(box), "99.00");
-    // What was typed before is typed once more, while the camera shows something else.
+    // The same text is typed again, while the camera shows another value.
     for (int times = 2; times <= 3; ++times) {
         field(box)->forceActiveFocus(Qt::TabFocusReason);
         driver.press(Qt::Key_A, Qt::ControlModifier);
@@ -228,7 +228,7 @@ void tst_FrameRateComboBox::anotherAnswerThanTheTypedOneIsMarked()
     QFETCH(const bool, marked);
     PageDriver driver;
     RateFake rate;
-    rate.answer = typed + ".00"; // What the model shows until the camera has been read.
+    rate.answer = typed + ".00"; // The value of the model until the camera has been read.
     QQuickItem *box = create(driver, rate, "Component.onCompleted: accepted.connect(expectAnswer)");
     field(box)->forceActiveFocus(Qt::TabFocusReason);
     type(driver, typed);
@@ -237,7 +237,7 @@ void tst_FrameRateComboBox::anotherAnswerThanTheTypedOneIsMarked()
     emit rate.changed();
     QCOMPARE(mark(box)->isVisible(), marked);
     QCOMPARE(driver.find("The camera kept another value than the one typed.") != nullptr, marked);
-    // What comes to the field next takes the mark away.
+    // The next action in the field removes the mark.
     field(box)->forceActiveFocus(Qt::TabFocusReason);
     type(driver, "1");
     QVERIFY(!mark(box)->isVisible());
@@ -255,7 +255,7 @@ void tst_FrameRateComboBox::theLossOfFocusCommitsNothingElse()
     QFETCH(const QString, typed);
     PageDriver driver;
     RateFake rate;
-    // Who only passes through does not send a rounded value to the camera.
+    // Moving the focus through the field must not send a rounded value to the camera.
     rate.text = typed.isEmpty() ? "120.12" : "120.00";
     const QQuickItem *box = create(driver, rate);
     field(box)->forceActiveFocus(Qt::TabFocusReason);
@@ -287,7 +287,7 @@ void tst_FrameRateComboBox::aReadDoesNotDisturbTyping()
     rate.text = "119.99";
     emit rate.changed();
     QCOMPARE(shown(box), "9");
-    // Unless there is nothing to be typed any more.
+    // If the box is no longer editable, the refused text is discarded.
     rate.editable = false;
     emit rate.changed();
     QCOMPARE(shown(box), "120.00");
@@ -361,7 +361,7 @@ void tst_FrameRateComboBox::theUpdateMarkStaysUnderThePointer()
     QTest::mouseMove(&driver.window(), middle.toPoint());
     QTRY_VERIFY(!fade(box)->property("running").toBool());
     QCOMPARE(colour(mark(box)), QColor("white"));
-    // A further answer while the pointer rests there does not start it either.
+    // A further answer while the pointer is on the mark does not start the animation either.
     QMetaObject::invokeMethod(box, "showFadingIntWidthUpdatedIndicator");
     QVERIFY(!fade(box)->property("running").toBool());
     QVERIFY(mark(box)->isVisible());

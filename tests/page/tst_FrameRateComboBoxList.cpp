@@ -49,7 +49,7 @@ void tst_FrameRateComboBoxList::anOpenListSurvivesARead()
     auto *list = qobject_cast<QQuickItem *>(driver.find("399.00")->parentItem()->parentItem());
     QVERIFY(list);
     list->setProperty("contentY", 280);
-    // An equal list, in the middle of a read that disables the section.
+    // An equal list arrives during a read, which disables the section.
     box->setEnabled(false);
     rate.rows = QStringList(rate.rows);
     emit rate.changed();
@@ -57,7 +57,7 @@ void tst_FrameRateComboBoxList::anOpenListSurvivesARead()
     QVERIFY(isOpen(box));
     QCOMPARE(list->property("contentY").toDouble(), 280.0);
     QVERIFY(box->hasActiveFocus());
-    // A shorter one.
+    // A shorter list.
     rate.rows.removeLast();
     emit rate.changed();
     QVERIFY(isOpen(box));
@@ -92,7 +92,7 @@ void tst_FrameRateComboBoxList::aClickAnywhereOpensTheList()
     driver.settle();
     for (const QString &row : rate.rows)
         QVERIFY(driver.find(row));
-    // A click beside it only closes it.
+    // A click outside the list only closes it.
     QTest::mouseClick(&driver.window(), Qt::LeftButton, Qt::NoModifier, {600, 460});
     QTRY_VERIFY(!isOpen(box));
     QCOMPARE(rate.calls, QStringList());
@@ -178,7 +178,7 @@ void tst_FrameRateComboBoxList::aRowIsChosenByMouse()
     QCOMPARE(box->property("currentText").toString(), "60.00");
     QCOMPARE(shown(box), rate.editable ? "120.00" : "60.00");
     QVERIFY(box->hasActiveFocus());
-    // The index is still the caller's.
+    // The box still follows the caller's index.
     rate.index = 0;
     emit rate.changed();
     QCOMPARE(box->property("currentText").toString(), "180.25");
@@ -276,7 +276,7 @@ void tst_FrameRateComboBoxList::onlyTheFirstRowBearsTheMaximum()
     driver.click(box);
     driver.settle();
     for (const QString &row : rate.rows) {
-        QCOMPARE(driver.find(row)->property("sign").toString().isEmpty(), !shows || row != "180.25");
+        QCOMPARE(driver.find(row)->property("endIcon").toString().isEmpty(), !shows || row != "180.25");
     }
 }
 

@@ -153,7 +153,7 @@ void tst_MainPage::theControllerIsChosenInThePopup()
     box->forceActiveFocus();
     driver.press(Qt::Key_Down);
     QTRY_COMPARE(standalone.controllerIndex, 1);
-    // The box follows the model and not only its own last choice.
+    // The box follows the model, not only its own last choice.
     standalone.setProperty("controllerIndex", 0);
     QCOMPARE(box->property("displayText").toString(), "First");
 }

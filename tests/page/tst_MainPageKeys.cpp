@@ -3,7 +3,7 @@
 #include "tests/support/PageDriver.h"
 #include "tests/support/Test.h"
 
-/// Tabs, menu and dialogs by the keyboard, and where the focus goes.
+/// Tabs, menu and dialogs by keyboard, and the item that has the focus after each action.
 class tst_MainPageKeys : public Test
 {
     Q_OBJECT
@@ -119,7 +119,7 @@ void tst_MainPageKeys::aDialogGivesTheFocusBack_data()
         QTest::newRow(action) << action;
 }
 
-// Otherwise the next Tab and Enter would disconnect the camera.
+// If the focus did not return, the next Tab and Enter would disconnect the camera.
 void tst_MainPageKeys::aDialogGivesTheFocusBack()
 {
     QFETCH(const QString, action);
@@ -138,7 +138,7 @@ void tst_MainPageKeys::aDialogGivesTheFocusBack()
 void tst_MainPageKeys::aDisconnectedPageTakesNoOrders()
 {
     SetupPage page;
-    // A field with the focus keeps its section enabled during reads only.
+    // A field with the focus keeps its section enabled during a read, but not without a camera.
     page.item("Integration Time 0").forceActiveFocus(Qt::TabFocusReason);
     page.rig().camera().disconnect();
     page.settle();

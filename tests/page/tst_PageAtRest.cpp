@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-/// What a page consists of when it is first shown, and that it rests while it is not used.
+/// The number of objects of a page when it is first shown, and that an unused page causes no work.
 class tst_PageAtRest : public Test
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ private slots:
     void stopsWhenItLosesTheFocus();
 
 private:
-    /// A slider whose thumb's middle moves from 12 to 212.
+    /// A slider; the centre of its thumb moves from x = 12 to x = 212.
     static QQuickItem *create(PageDriver &driver);
 };
 
@@ -84,7 +84,7 @@ void tst_PercentSlider::springsBack()
     QTest::mouseRelease(&driver.window(), Qt::LeftButton, Qt::NoModifier, {20, 400});
     QCOMPARE(slider->property("value").toDouble(), 0.0);
     QCOMPARE(moves.count(), 3);
-    // A pointer that only passes over moves nothing.
+    // A hovering pointer moves nothing.
     QTest::mouseMove(&driver.window(), {200, 114});
     QCOMPARE(slider->property("value").toDouble(), 0.0);
 }
@@ -127,7 +127,7 @@ void tst_PercentSlider::aHeldArrowKeyMoves()
     QCOMPARE(slider->property("position").toDouble(), position);
     QCOMPARE(slider->property("value").toDouble() < 0, position < 0);
     QCOMPARE(slider->findChild<QObject *>("thumbImage")->property("source").toUrl().fileName(), image + ".png");
-    // A keyboard that repeats the key neither stops the move nor asks for it again.
+    // Key repetition neither stops the move nor starts it again.
     for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
         QKeyEvent repeat(type, key, modifiers, QString(), true);
         QCoreApplication::sendEvent(&driver.window(), &repeat);

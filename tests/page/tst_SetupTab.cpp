@@ -3,7 +3,7 @@
 
 #include <QWheelEvent>
 
-/// The Setup page as a whole: its section, when it reads, and the settings of the camera as a whole.
+/// The Setup page: its section, its reads, its layout, and the settings of the whole camera.
 class tst_SetupTab : public Test
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ private:
     static QQuickItem *setupTab(const PageDriver &page);
 };
 
-/// Whether an action makes both models of the section read.
+/// Whether `action` makes both models of the section read.
 bool tst_SetupTab::reads(SetupPage &page, const std::function<void()> &action)
 {
     const size_t mark = page.rig().gate().mark();
@@ -242,7 +242,7 @@ void tst_SetupTab::gainIsChosen()
     QCOMPARE(page.item("FPA Gain").property("model").toStringList(), (QStringList{"Low", "Medium", "High"}));
     QCOMPARE(page.commandsOf([&page] { page.choose("FPA Gain", "High"); }), QStringList{"zvtSetGainLevel 2"});
     QCOMPARE(page.shown("FPA Gain"), "High");
-    // The box finds its row again after each read.
+    // The box shows its row again after each read.
     page.click("Refresh General Setup");
     page.settle();
     QCOMPARE(page.shown("FPA Gain"), "High");

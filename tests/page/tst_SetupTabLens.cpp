@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-/// The rows of the lens that choose: cover, lens states, field of view, auto focus region.
+/// The rows of the lens with choices: cover, lens states, field of view, auto focus region.
 class tst_SetupTabLens : public Test
 {
     Q_OBJECT
@@ -38,6 +38,7 @@ private slots:
     void doubleClickOnAChoiceChangesNothing();
     void firstShowingIsLaidOut_data();
     void firstShowingIsLaidOut();
+    void longNameOfALensStateIsTold();
     void controlsStandInOneColumn();
 
 private:
@@ -92,7 +93,7 @@ void tst_SetupTabLens::coverIsChosen()
     QCOMPARE(page.shown("Lens Cover"), "Open");
     QCOMPARE(page.commandsOf([&page] { page.choose("Lens Cover", "Closed"); }), QStringList{"zvtSetLensCoverState 1"});
     QCOMPARE(page.shown("Lens Cover"), "Closed");
-    // A cover that did not move is not shown as moved.
+    // If the camera refuses the move, the old state is shown.
     page.rig().gate().failAlways("zvtSetLensCoverState");
     page.choose("Lens Cover", "Open");
     QCOMPARE(page.shown("Lens Cover"), "Closed");
@@ -127,7 +128,7 @@ void tst_SetupTabLens::fieldOfViewOfAnotherClientIsLearnt()
     QMetaObject::invokeMethod(page.tab(), "timeoutEventQueueTimer");
     page.settle();
     QCOMPARE(page.shown("Field of View"), "Wide");
-    // Asking for it costs the list of lens states nothing.
+    // The read of the field of view does not change the list of lens states.
     QCOMPARE(page.shown("Lens States"), "Runway");
 }
 
@@ -137,7 +138,7 @@ void tst_SetupTabLens::fieldOfViewIsNotAskedOfAnotherLens()
     QVERIFY(!page.rig().callsSince(0).contains("zvtGetFOV"));
 }
 
-// Asking blocks the page, and reads the focus limits too.
+// The read blocks the page, and also reads the focus limits.
 void tst_SetupTabLens::fieldOfViewIsNotAskedForAHiddenPage()
 {
     PageDriver driver({.profile = "discrete-fov", .connected = false, .size = {900, 1700}});
@@ -216,7 +217,7 @@ void tst_SetupTabLens::lensStateButtonsFollowTheList()
     for (const QString name : {"Rename Lens State", "Save Changes To Lens State", "Reload Lens State (Discard Changes)",
                                "Delete Lens State"})
         QCOMPARE(page.enabled(name), any);
-    // From left to right.
+    // The buttons are in this order from left to right.
     int x = 0;
     for (const QString name :
          {"Lens States", "Add New Lens State Using Current Settings", "Rename Lens State", "Save Changes To Lens State",
@@ -359,7 +360,7 @@ QList<QQuickItem *> tst_SetupTabLens::visibleItems(const PageDriver &page)
     return items;
 }
 
-// The second press comes within the double-click time, after the effect of the first click is on show.
+// The second press comes within the double-click time, after the effect of the first click is visible.
 void tst_SetupTabLens::doubleClick(SetupPage &page, QPoint place)
 {
     for (const auto type :
@@ -421,7 +422,7 @@ void tst_SetupTabLens::firstShowingIsLaidOut()
 {
     QFETCH(const QString, profile);
     PageDriver driver({.profile = profile, .connected = false, .size = {900, 1700}});
-    // The contents of the page are made before it is shown.
+    // The contents of the page exist before it is shown.
     QTRY_VERIFY(driver.object("lockTimer"));
     driver.rig().camera().connect();
     driver.settle();
@@ -455,6 +456,18 @@ void tst_SetupTabLens::controlsStandInOneColumn()
     for (const QString name : {"Lens Cover", "Lens States", "Field of View", "Enable Athermalization", "Focus Position",
                                "Farthest", "Auto Focus", "Size (Pixels)", "Distance"})
         QVERIFY2(qFuzzyCompare(page.item(name).mapToScene({0, 0}).x(), left), qPrintable(name));
+}
+
+void tst_SetupTabLens::longNameOfALensStateIsTold()
+{
+    SetupPage page;
+    const QString name(31, u'W');
+    QMetaObject::invokeMethod(page.tab(), "addLensState", Q_ARG(QString, name));
+    page.settle();
+    // The offscreen platform does not enable hover effects itself.
+    page.item("Lens States").setProperty("hoverEnabled", true);
+    QTest::mouseMove(&page.window(), page.middle("Lens States"));
+    QTRY_COMPARE(page.hint(), name);
 }
 
 ZVT_TEST(tst_SetupTabLens)

@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <QRandomGenerator>
 
-/// Moves of the lens from the Setup page: what starts them, and that everything ends them.
+/// Moves of the lens from the Setup page: the controls that start them, and all events that end them.
 class tst_SetupTabMoves : public Test
 {
     Q_OBJECT
@@ -133,7 +133,7 @@ void tst_SetupTabMoves::whateverEndsTheHoldEndsTheMove()
         QCOMPARE(page.commands(mark), moveAndStop);
         QVERIFY(!page.timer("focusPositionTimer")->isActive());
     }
-    // The release that comes in the end has nothing left to stop.
+    // The release sends no second stop.
     QTest::mouseRelease(&page.window(), Qt::LeftButton, Qt::NoModifier, place);
     page.settle();
     QCOMPARE(page.commands(mark), moveAndStop);
@@ -173,7 +173,8 @@ void tst_SetupTabMoves::whateverTakesTheKeyEndsTheMove()
     QVERIFY(!page.timer("focusPositionTimer")->isActive());
 }
 
-// The zoom that coasted past its end is brought back by a move that locks the lens, with the button still held.
+// A zoom that coasted past its end is moved back into its range. This move locks the lens while the button is still
+// held.
 void tst_SetupTabMoves::lockThatThePressBringsLeavesTheRelease()
 {
     SetupPage page("speed-moves", [](emulator::Camera &camera) { camera.gate().script("zvtGetFOVPos", 400); });
@@ -212,7 +213,7 @@ void tst_SetupTabMoves::tenThousandHoldsAllEnd()
         else if (end == 2)
             page.press(Qt::Key_Backtab);
         QTest::mouseRelease(&page.window(), Qt::LeftButton, Qt::NoModifier, place + QPoint(0, end == 1 ? 200 : 0));
-        // A zoom that coasted out of its range is also sent back into it, from a thread of its own.
+        // A zoom that coasted out of its range is also moved back into it, from another thread.
         QVERIFY(page.commands(mark).filter("Move ").constLast().endsWith(" 0"));
         QVERIFY(!page.timer("focusPositionTimer")->isActive());
         QVERIFY(!page.timer("zoomPositionTimer")->isActive());
@@ -449,7 +450,7 @@ void tst_SetupTabMoves::moveButtonsAreEqual()
     QVERIFY(page.item("Zoom In Slowly").width() >= 40);
 }
 
-// The limits of the focus come after its position when the lens is read.
+// A read of the lens publishes the focus position before its limits.
 void tst_SetupTabMoves::slidersFollowTheLens()
 {
     SetupPage page;
@@ -486,7 +487,7 @@ void tst_SetupTabMoves::lensWithoutZoomShowsItsPlaceOnly()
 {
     SetupPage page("low-cost");
     QVERIFY(!page.find("Focus Position"));
-    // The ends are names here, and no buttons.
+    // The ends are labels here, not buttons.
     QVERIFY(page.item("Near Focus").inherits("QQuickLabel"));
     QVERIFY(page.item("Far Focus").inherits("QQuickLabel"));
     QVERIFY(page.find("Focus Speed"));

@@ -3,7 +3,7 @@
 
 #include <QColor>
 
-/// Positions of the lens that are typed, and the lock that the lens controls share.
+/// Typed positions of the lens, and the lock that the lens controls share.
 class tst_SetupTabPositions : public Test
 {
     Q_OBJECT
@@ -33,6 +33,7 @@ private slots:
     void distanceThatIsNoNumberIsNotStored();
     void halfTypedDistanceSurvivesALock();
     void distanceLimitsAreRounded();
+    void positionKeepsItsPlaceWhileTheLensMoves();
 };
 
 void tst_SetupTabPositions::positionStandsBetweenItsLimits()
@@ -88,7 +89,7 @@ void tst_SetupTabPositions::acceptedPositionUnlocksAndMoves()
         page.click("Apply");
     QVERIFY(page.rig().gate().waitHeld(command.section(u' ', 0, 0).toStdString()));
     QVERIFY(!page.find("Apply"));
-    // The move's own lock: an editor that gave its lock back after it would have opened this one.
+    // The lens is locked by the move. An editor that released its lock after the move started would have unlocked it.
     QVERIFY(!page.lensUnlocked());
     page.rig().gate().release("*");
     page.settle();
@@ -183,7 +184,7 @@ void tst_SetupTabPositions::cancelledEditorGivesTheLockBack()
             page.window().hide();
         page.settle();
         QVERIFY(page.lensUnlocked());
-        // What comes back shows the lens.
+        // The page that is shown again shows the current position.
         page.window().show();
         if (cause == "tab")
             page.showTab(1);
@@ -260,11 +261,11 @@ void tst_SetupTabPositions::lockedRowsAreDimmedAsAWhole()
     for (const QString &text : texts)
         QVERIFY2(qFuzzyCompare(opacity(text), 0.6), qPrintable(text));
     QCOMPARE(opacity("Lens Control"), 1.0);
-    // Limits and units are as faint as a text may be.
+    // Limits and units are already as dim as readable text can be, so they are not dimmed further.
     QCOMPARE(opacity("500 /"), 1.0);
     QCOMPARE(opacity("m"), 1.0);
     page.tab()->setProperty("lensBasedControlsEnabled", true);
-    // The row of a position that is being typed is not locked.
+    // The row in which a position is typed is not locked.
     page.click("Focus");
     QCOMPARE(opacity("Focus:"), 1.0);
     QVERIFY(qFuzzyCompare(opacity("Optical Zoom:"), 0.6));
@@ -298,7 +299,7 @@ void tst_SetupTabPositions::lockIsShownBesideTheHeading()
     page.tab()->setProperty("lensBasedControlsEnabled", false);
     QVERIFY(page.object("lockBusy"));
     page.tab()->setProperty("lensBasedControlsEnabled", true);
-    // A position that is being typed locks the lens without the mark.
+    // Typing a position locks the lens without showing the mark.
     page.click("Focus");
     page.settle();
     QVERIFY(!page.lensUnlocked());
@@ -426,6 +427,20 @@ void tst_SetupTabPositions::distanceLimitsAreRounded()
     QVERIFY(page.enabled("Focus To Distance"));
     page.type("Distance", "98.77");
     QVERIFY(page.enabled("Focus To Distance"));
+}
+
+void tst_SetupTabPositions::positionKeepsItsPlaceWhileTheLensMoves()
+{
+    SetupPage page("speed-moves");
+    const auto width = [&page] {
+        page.settle();
+        return page.item("Focus").width();
+    };
+    const double before = width();
+    page.rig().gate().script("zvtGetFocusCurrentPos", 7);
+    QMetaObject::invokeMethod(page.tab(), "updateFocusPosition");
+    QCOMPARE(page.text("Focus"), "7");
+    QCOMPARE(width(), before);
 }
 
 ZVT_TEST(tst_SetupTabPositions)

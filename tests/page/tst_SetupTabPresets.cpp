@@ -230,7 +230,7 @@ void tst_SetupTabPresets::integrationTimeThatIsNoNumberIsKeptAndMarked()
     QVERIFY(!page.item("Integration Time 0").property("refused").toBool());
 }
 
-// An event of another client makes the section read again.
+// A change by another client causes an event, after which the section is read again.
 void tst_SetupTabPresets::halfTypedTimeSurvivesARead()
 {
     SetupPage page;
@@ -239,7 +239,7 @@ void tst_SetupTabPresets::halfTypedTimeSurvivesARead()
     QCOMPARE(page.commandsOf([&page] { QMetaObject::invokeMethod(page.tab(), "refresh"); }), QStringList());
     QCOMPARE(page.commandsOf([&page] { page.general()->metaObject()->invokeMethod(page.general(), "refresh"); }),
              QStringList());
-    // Cursor and text are as they were.
+    // Cursor and text have not changed.
     page.PageDriver::type("5");
     QCOMPARE(page.commandsOf([&page] { page.press(Qt::Key_Return); }),
              QStringList{"controller.SetPresetIntegrationTime 0, 1, 152"});

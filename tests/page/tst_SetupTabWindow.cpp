@@ -4,7 +4,7 @@
 #include <QColor>
 #include <QRect>
 
-/// The window settings of the Setup page, and what must hold of a window before the camera gets it.
+/// The window settings of the Setup page, and the rules that a window must meet before it is sent to the camera.
 class tst_SetupTabWindow : public Test
 {
     Q_OBJECT
@@ -31,10 +31,11 @@ private slots:
     void anotherWindowOfTheCameraOvertakesAnEdit();
     void escapeDiscardsAnEdit();
     void mendedFieldTakesTheWarningAway();
+    void warningComesIntoView();
 
 private:
     static constexpr auto warning = "Window Warning";
-    /// Types into the fields that are given, in their order.
+    /// Types texts into fields: a list of field, text, field, text.
     static void edit(SetupPage &page, const QStringList &fieldsAndTexts);
     static QStringList marked(SetupPage &page);
     static bool unsaved(SetupPage &page) { return page.tab()->property("fpaWindowSizeHasUnsavedValues").toBool(); }
@@ -68,7 +69,7 @@ void tst_SetupTabWindow::sizeIsChosen()
     QVERIFY(!unsaved(page));
     QCOMPARE(page.text("Width"), "320");
     QCOMPARE(page.text("Height"), "256");
-    // The free size changes nothing by itself, and what was typed before is gone.
+    // The free size itself changes nothing, and the text typed before is discarded.
     edit(page, {"Width", "640"});
     page.choose("Image Size", "Custom");
     QVERIFY(!unsaved(page));
@@ -99,7 +100,7 @@ void tst_SetupTabWindow::imageIsFlipped()
     QVERIFY(page.item(button).property("highlighted").toBool());
     QVERIFY(page.item("Image Window").property(qPrintable(flip)).toBool());
     QCOMPARE(page.commandsOf([&] { page.click(button); }), QStringList{command + " false"});
-    // What the camera refuses is not shown.
+    // A refused flip is not shown.
     page.rig().gate().failAlways(command.toStdString());
     page.click(button);
     QVERIFY(!page.item(button).property("highlighted").toBool());
@@ -159,7 +160,7 @@ void tst_SetupTabWindow::ruleThatFailsIsToldAndMarked()
     QCOMPARE(page.text(warning), text);
     QCOMPARE(marked(page), fields);
     QVERIFY(unsaved(page));
-    // A window that fits takes the warning away.
+    // A valid window removes the warning.
     edit(page, {"Width", "64", "Height", "64", "X Offset", "0", "Y Offset", "0"});
     page.click("Apply Settings");
     QVERIFY(!page.find(warning));
@@ -178,7 +179,7 @@ void tst_SetupTabWindow::windowThatFitsIsApplied()
     QVERIFY(!page.enabled("Apply Settings"));
 }
 
-// All rules are broken; they are told one after the other, each when those before it hold.
+// All rules are broken. Each is reported when all rules before it are met.
 void tst_SetupTabWindow::firstFailingRuleIsTold()
 {
     SetupPage page;
@@ -227,7 +228,7 @@ void tst_SetupTabWindow::fieldWithoutANumberIsNotApplied()
     page.press(Qt::Key_Delete);
     QVERIFY(!page.enabled("Apply Settings"));
     QCOMPARE(marked(page), QStringList{"Width"});
-    // It stays until it is mended or taken back.
+    // The text stays until it is corrected or discarded.
     page.press(Qt::Key_Tab);
     QCOMPARE(page.text("Width"), "");
     QVERIFY(!page.enabled("Apply Settings"));
@@ -355,6 +356,23 @@ void tst_SetupTabWindow::mendedFieldTakesTheWarningAway()
     edit(page, {"Width", "64"});
     QVERIFY(!page.find(warning));
     QCOMPARE(marked(page), QStringList());
+}
+
+void tst_SetupTabWindow::warningComesIntoView()
+{
+    SetupPage page;
+    page.page()->setHeight(480);
+    page.settle();
+    page.type("Width", "639");
+    page.settle();
+    page.item("Apply Settings").forceActiveFocus(Qt::TabFocusReason);
+    page.press(Qt::Key_Return);
+    page.settle();
+    page.settle();
+    const QQuickItem &label = page.item(warning);
+    const QRectF place = label.mapRectToScene(label.boundingRect());
+    QVERIFY(place.height() > 10);
+    QVERIFY2(place.bottom() <= 480, qPrintable(QString::number(place.bottom())));
 }
 
 ZVT_TEST(tst_SetupTabWindow)

@@ -52,7 +52,7 @@ QString tst_StatusTab::glyph(PageDriver &driver)
     return driver.object(QStringLiteral("saturationGlyph"))->property("text").toString();
 }
 
-/// Where the visible text ends, in the window.
+/// The right edge of the visible text, in window coordinates.
 double tst_StatusTab::end(const PageDriver &driver, const QString &text)
 {
     const QQuickItem *label = driver.findText(text);
@@ -272,7 +272,7 @@ void tst_StatusTab::markupFromTheCameraIsShown()
     const PageDriver driver(
         {.prepare = [](emulator::Camera &camera) { camera.gate().script("zvtGetCameraModel", "M<b>640</b>"); }});
     QCOMPARE(driver.text("Model/Serial"), "M<b>640</b>/ZE-100001");
-    // As many characters as are in the text take up room.
+    // The markup is shown as text: the width fits all characters.
     QVERIFY(driver.find("Model/Serial")->property("contentWidth").toDouble() > 120);
 }
 
@@ -287,7 +287,7 @@ void tst_StatusTab::onlyValuesAreDimmedWithoutACamera()
         QVERIFY(!driver.find(name)->isEnabled());
         QCOMPARE(effectiveOpacity(driver.find(name)), 0.6);
     }
-    // Parts are not dimmed once more.
+    // Nested items are not dimmed twice.
     QCOMPARE(effectiveOpacity(driver.findText("77.00")), 0.6);
     QCOMPARE(effectiveOpacity(driver.findText(" K")), 0.6);
     QCOMPARE(effectiveOpacity(driver.findText("No camera connected")), 1.0);
@@ -317,7 +317,7 @@ void tst_StatusTab::nothingIsClipped()
         driver.rig().camera().disconnect();
         driver.settle();
     }
-    // Only what is absurdly long may need scrolling.
+    // Only very long texts may need scrolling.
     const QRectF place(0, 0, size.width(), profile == "everything" ? size.height() : 10 * size.height());
     const QList<QQuickItem *> texts = PageDriver::shownTexts(*driver.page());
     for (const QQuickItem *text : texts)

@@ -28,13 +28,13 @@ private slots:
 
 private:
     static QList<QQuickItem *> trends(const PageDriver &driver);
-    /// The trend of the points, each a time in seconds and a value, as it is painted.
+    /// The painted trend of points, each a time in seconds and a value.
     static QImage painted(PageDriver &driver, const QList<QPointF> &points);
-    /// The row of the highest pixel of the line in a column of the trend.
+    /// The topmost row of the line in column `x` of the trend.
     static int lineAt(const QImage &image, int x);
 };
 
-/// Runs the poll so often that each temperature is read once more.
+/// Polls often enough to read every temperature once more.
 void pollTemperatures(PageDriver &driver)
 {
     for (int tick = 0; tick < 5; ++tick)
@@ -176,12 +176,12 @@ void tst_StatusTemperatures::temperaturesHaveTwoDecimalsAndUnits()
     QCOMPARE(driver.text("Air Gap"), "-2.50 °C");
     QCOMPARE(driver.text("Lens"), "0.00 °C");
     QCOMPARE(driver.text("Chassis"), "35.50 °C");
-    // The numbers end at one line, and the units begin there.
+    // The right edges of all numbers are aligned, and the units start there.
     QCOMPARE(driver.findText("1031.26")->mapToScene({driver.findText("1031.26")->width(), 0}).x(),
              driver.findText("-2.50")->mapToScene({driver.findText("-2.50")->width(), 0}).x());
 }
 
-// The other sensors were read in the same poll; this one has no value, and zero would be a lie.
+// The other sensors were read in the same poll. This one has no value, so 0 would be wrong.
 void tst_StatusTemperatures::sensorThatNeverAnsweredShowsNothing()
 {
     PageDriver driver({.prepare = [](emulator::Camera &camera) {
@@ -260,7 +260,7 @@ void tst_StatusTemperatures::trendForgetsWhatIsOlderThanTenMinutes()
     QQuickItem *fpa = driver.find("FPA");
     constexpr int readings = 300;
     for (int reading = 0; reading < readings; ++reading)
-        QVERIFY(QMetaObject::invokeMethod(fpa, "note", Q_ARG(double, reading * 5000.0)));
+        QVERIFY(QMetaObject::invokeMethod(fpa, "addPoint", Q_ARG(double, reading * 5000.0)));
     driver.awaitFrame();
     QCOMPARE(trends(driver).size(), 1);
     QCOMPARE(trends(driver).constFirst()->property("points").toList().size(), 120);

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-/// Whether the controls can be read and seen in each of their states, measured on what is painted.
+/// The contrast of the controls in each of their states, measured on the painted window.
 class tst_contrast : public Test
 {
     Q_OBJECT
@@ -27,11 +27,11 @@ private:
     static double luminance(QRgb color);
     static double contrast(QRgb one, QRgb other);
     static QQuickItem *create(PageDriver &driver, const QString &qml);
-    /// The place of the item in the picture of the window.
+    /// The rectangle of the item in the picture of the window.
     static QRect placeOf(const QQuickItem &item) { return item.mapRectToScene(item.boundingRect()).toAlignedRect(); }
     /// The highest contrast of a pixel of this part of the picture to its most frequent colour.
     static double contrastWithin(const QImage &picture, const QRect &place);
-    /// The highest contrast to the page's back of a pixel from `first` to `last` right of the left edge of this part.
+    /// The highest contrast between the page's background and a pixel `first` to `last` pixels right of the left edge.
     static double contrastOfEdge(const QImage &picture, const QRect &place, int first, int last);
 };
 
@@ -53,7 +53,7 @@ double tst_contrast::contrast(QRgb one, QRgb other)
 
 QQuickItem *tst_contrast::create(PageDriver &driver, const QString &qml)
 {
-    // Over the page, so that nothing of it shows between.
+    // Covers the page, so that it does not influence the picture.
     const QString sheet = QStringLiteral("Rectangle { property alias subject: subject; anchors.fill: parent; color: "
                                          "Look.backColor; %1 }");
     QString subject = qml;
@@ -103,8 +103,8 @@ void tst_contrast::textsStandOut_data()
         {"choice", "Choice { model: [\"Low\", \"High\"] }"},
         {"value that can be typed", "FrameRateComboBox { editable: true; editText: \"100.00\"; model: [\"100.00\"] }"},
         {"value of a list", "FrameRateComboBox { currentIndex: 0; model: [\"100.00\"] }"},
-        {"field", "TextBox { shown: \"100\" }"},
-        {"field that is marked", "TextBox { shown: \"100\"; marked: true }"},
+        {"field", "TextBox { modelText: \"100\" }"},
+        {"field that is marked", "TextBox { modelText: \"100\"; marked: true }"},
         {"unit", "Unit { text: \"ms\" }"},
         {"tab", "PageTabButton { text: \"Status\"; width: 90; height: 40 }"},
         {"header of a section", "SectionSwitchableHeaderButton { sectionTitle: \"General\"; width: 300 }"},
@@ -124,7 +124,7 @@ void tst_contrast::textsStandOut()
     QFETCH(const QString, qml);
     PageDriver driver;
     QQuickItem *subject = create(driver, qml);
-    // The offscreen platform has no hover effects of its own.
+    // The offscreen platform does not enable hover effects itself.
     subject->setProperty("hoverEnabled", true);
     // Without the frame.
     const QRect inside = placeOf(*subject).adjusted(4, 4, -4, -4);
@@ -149,8 +149,8 @@ void tst_contrast::framesStandOut_data()
     QTest::newRow("check box") << "WrappingCheckBox { text: \"Enable\" }";
     QTest::newRow("choice") << "Choice { model: [\"Low\"] }";
     QTest::newRow("value that can be typed") << "FrameRateComboBox { editable: true; editText: \"100.00\" }";
-    QTest::newRow("field") << "TextBox { shown: \"100\" }";
-    QTest::newRow("field that is marked") << "TextBox { shown: \"100\"; marked: true }";
+    QTest::newRow("field") << "TextBox { modelText: \"100\" }";
+    QTest::newRow("field that is marked") << "TextBox { modelText: \"100\"; marked: true }";
     QTest::newRow("speed slider") << "PercentSlider { width: 200 }";
     QTest::newRow("position") << "FocusIndicator { width: 200 }";
 }
@@ -162,7 +162,7 @@ void tst_contrast::framesStandOut()
     const QQuickItem *subject = create(driver, qml);
     const QRect place = placeOf(*subject);
     const QImage picture = driver.grab();
-    // Sliders have no frame of their own: their parts stand out from the page.
+    // Sliders have no frame: their parts must contrast with the page.
     const double reached = std::max(contrastOfEdge(picture, place, -8, 1),
                                     qml.contains("width:") ? contrastWithin(picture, place) : 1.0);
     QVERIFY2(reached >= leastOfFrame, qPrintable(QString::number(reached)));
@@ -176,7 +176,7 @@ void tst_contrast::theFocusRingStandsOut_data()
     QTest::newRow("check box") << "WrappingCheckBox { text: \"Enable\" }";
     QTest::newRow("choice") << "Choice { model: [\"Low\"] }";
     QTest::newRow("value that can be typed") << "FrameRateComboBox { editable: true; editText: \"100.00\" }";
-    QTest::newRow("field") << "TextBox { shown: \"100\" }";
+    QTest::newRow("field") << "TextBox { modelText: \"100\" }";
     QTest::newRow("speed slider") << "PercentSlider { width: 200 }";
 }
 
@@ -196,7 +196,7 @@ void tst_contrast::theFocusRingStandsOut()
 void tst_contrast::theHintStandsOut()
 {
     PageDriver driver;
-    // The offscreen platform has no hover effects of its own.
+    // The offscreen platform does not enable hover effects itself.
     const QQuickItem *subject
         = create(driver, "GlyphButton { hoverEnabled: true; glyph: Glyph.add; toolTip: \"Adds a state\" }");
     QTest::mouseMove(&driver.window(), placeOf(*subject).center());
@@ -206,7 +206,7 @@ void tst_contrast::theHintStandsOut()
     const QRect place = placeOf(*text);
     QVERIFY(place.top() > placeOf(*subject).bottom());
     QVERIFY(contrastWithin(driver.grab(), place) >= leastOfText);
-    // A press takes it away.
+    // A press hides the tool tip.
     driver.click(driver.find("Adds a state"));
     QTRY_COMPARE(driver.hint(), QString());
 }

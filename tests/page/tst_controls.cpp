@@ -8,7 +8,7 @@
 #include <cmath>
 #include <memory>
 
-/// What the preset tiles ask of a general setup model.
+/// A fake of the general setup model, with the members that the preset numbers use.
 class PresetFake : public QObject
 {
     Q_OBJECT
@@ -123,7 +123,7 @@ void tst_controls::aSectionHeaderTellsWhatWasPressed()
     header->forceActiveFocus();
     driver.press(Qt::Key_Return);
     QCOMPARE(clicked.count(), 2);
-    // Each key belongs to what has the focus.
+    // A key press goes to the item with the focus.
     driver.press(Qt::Key_Tab);
     QVERIFY(driver.find("Refresh Cooler Settings")->hasActiveFocus());
     driver.press(Qt::Key_Return);
@@ -145,7 +145,7 @@ void tst_controls::aSectionHeaderShowsThatItLoads()
     QVERIFY(!busy());
     header->setProperty("sectionLoading", true);
     QVERIFY(busy());
-    // An animation that is not seen would wake the program for as long as it runs.
+    // An invisible animation would still wake the program.
     header->setProperty("sectionLoading", false);
     QTRY_VERIFY(header->findChild<QQuickItem *>("sectionBusy") == nullptr);
 }
@@ -191,7 +191,7 @@ void tst_controls::arrowsAreRepaintedInANewColour()
 {
     QFETCH(const QSizeF, size);
     PageDriver driver;
-    // On a ground of its own: letters below it have pixels of many greys.
+    // On an own background: letters below the ring would add pixels of many greys.
     const QQuickItem *ground
         = createItem(driver,
                      QStringLiteral("Rectangle { z: 10; width: 400; height: 400; color: \"black\"; %1 {} }")
@@ -252,7 +252,7 @@ void tst_controls::presetTiles()
     PageDriver driver;
     SetupFake setup;
     setup.sequencingMode = mode;
-    // Only what counts in this mode says that the preset is in use.
+    // Only the property that is valid in this mode decides whether the preset is in use.
     setup.activePreset = (mode == 0) == used ? 2 : 1;
     setup.preset.subframeEnabled = (mode == 1) == used;
     setup.preset.dwellCount = (mode == 2) == used ? 3 : 0;
@@ -288,7 +288,7 @@ void tst_controls::aClickOnAPresetTile()
     PageDriver driver;
     SetupFake setup;
     setup.sequencingMode = mode;
-    // The tile of the Correction tab only tells.
+    // The preset number on the Correction tab is read-only.
     const std::unique_ptr<QQuickItem> label(
         createItem(driver, "CorrectionTabPresetNumberLabel { y: 200 }", presetTwo(setup)));
     driver.click(label.get());
@@ -324,7 +324,7 @@ void tst_controls::theProgressBarWalksWhileTheEndIsUnknown()
     QCOMPARE(timer->property("interval").toInt(), 50);
     QVERIFY(timer->property("repeat").toBool());
     QVERIFY(timer->property("running").toBool());
-    // From here on only this test moves it.
+    // From here on only this test advances the block.
     timer->setProperty("running", false);
     const auto place = [bar] { return bar->property("blockPosition").toDouble(); };
     const auto step = [timer, place] {

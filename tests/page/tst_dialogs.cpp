@@ -39,7 +39,7 @@ private slots:
 
 private:
     static QObject *open(PageDriver &driver, const QString &qml);
-    /// A button that opens the dialog by a click, at a place of its own on the page.
+    /// A button beside the other controls of the page that opens the dialog.
     static QQuickItem *createOpener(PageDriver &driver, const QString &dialog);
     static QObject *openPicker(PageDriver &driver, int selectedIndex);
     static void clickOutside(PageDriver &driver);
@@ -57,7 +57,7 @@ QObject *tst_dialogs::open(PageDriver &driver, const QString &qml)
 QQuickItem *tst_dialogs::createOpener(PageDriver &driver, const QString &dialog)
 {
     const QString qml = QStringLiteral(
-        "WrappingButton { x: 40; y: 90; text: \"Opener\"; onClicked: later.open(); Later { id: later; %1 {} } }");
+        "WrappingButton { x: 40; y: 90; text: \"Opener\"; onClicked: lazy.open(); LazyLoader { id: lazy; %1 {} } }");
     return qobject_cast<QQuickItem *>(driver.create(qml.arg(dialog)));
 }
 
@@ -82,7 +82,7 @@ void tst_dialogs::aMessageIsDismissed()
     PageDriver driver;
     QObject *dialog = driver.create("GenericMessageDialog { text: \"All output filenames must be unique.\" }");
     QMetaObject::invokeMethod(dialog, "open");
-    // It fades in and out.
+    // The dialog fades in, so it is visible before it is completely open.
     QVERIFY(dialog->property("visible").toBool());
     QVERIFY(!isOpen(dialog));
     QTRY_VERIFY(isOpen(dialog));
@@ -206,7 +206,7 @@ void tst_dialogs::aLongInformationFitsTheWindow()
     QVERIFY(dialog->property("height").toDouble() <= 480 - 32);
     const QQuickItem *button = driver.find("Close");
     QVERIFY(QRectF(0, 0, 640, 480).contains(button->mapRectToScene(button->boundingRect())));
-    // The rest is within reach of the keyboard.
+    // The keyboard scrolls to the rest of the text.
     QTRY_VERIFY(button->hasActiveFocus());
     auto *text = driver.findText(QStringLiteral("A line.\n").repeated(100));
     QVERIFY(text);
@@ -316,9 +316,9 @@ void tst_dialogs::theFocusReturnsToTheOpener()
     driver.settle();
     driver.press(Qt::Key_Escape);
     QTRY_VERIFY(opener->hasActiveFocus());
-    // The ring shows if it did before.
+    // The focus ring is shown again if it was shown before.
     QCOMPARE(opener->property("visualFocus").toBool(), byKey);
-    // It has gone altogether, and the focus is still there.
+    // The dialog is completely closed, and the focus has not changed.
     QTRY_VERIFY(!driver.window().findChild<QQuickItem *>("dialogShade"));
     driver.settle();
     QVERIFY(opener->hasActiveFocus());
@@ -354,7 +354,7 @@ void tst_dialogs::dialogsAreDarkAndHangOnTheOverlay()
     QCOMPARE(background->property("color").value<QColor>(), QColor("#22222b"));
     QCOMPARE(driver.findText("A text")->property("color").value<QColor>(), QColor("#d8d8d8"));
     QCOMPARE(dialog->property("font").value<QFont>().pixelSize(), 13);
-    // In the middle of the window, whatever its size.
+    // The dialog is centred in windows of all sizes.
     QCOMPARE(dialog->property("x").toDouble() + dialog->property("width").toDouble() / 2, 320.0);
 }
 

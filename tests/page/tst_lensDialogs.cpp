@@ -3,7 +3,7 @@
 
 #include <QColor>
 
-/// What the lens dialogs ask of the Setup tab's model, and what they tell it.
+/// A fake of the Setup tab's model: the properties that the lens dialogs read, and a record of their calls.
 class LensTabFake : public QObject
 {
     Q_OBJECT
@@ -86,7 +86,7 @@ private:
     static bool isClosed(const QObject *dialog) { return !dialog->property("visible").toBool(); }
     static bool canPress(const PageDriver &driver, const QString &button);
     static void type(PageDriver &driver, const QString &text);
-    /// Puts a text in place of what the field holds, key by key.
+    /// Replaces the text of a field, key by key.
     static void enter(PageDriver &driver, const QString &field, const QString &text);
 };
 
@@ -248,7 +248,7 @@ void tst_lensDialogs::cancellingANameSavesNothing()
     const QObject *dialog = open(driver, tab, "AddLensStateDialog");
     QVERIFY(dialog);
     type(driver, "Runway");
-    // The field is done with by losing the focus to the button.
+    // The field loses the focus to the button, which must not save.
     driver.click("Cancel");
     QTRY_VERIFY(isClosed(dialog));
     QCOMPARE(tab.calls, QStringList());
@@ -262,7 +262,7 @@ void tst_lensDialogs::aLensStateIsRenamed()
     QVERIFY(dialog);
     QCOMPARE(driver.text("Name"), "Runway");
     QVERIFY(driver.find("Name")->hasActiveFocus());
-    // What is typed replaces the present name.
+    // Typing replaces the current name.
     type(driver, "Tower");
     driver.press(Qt::Key_Return);
     QTRY_VERIFY(isClosed(dialog));
@@ -347,7 +347,7 @@ void tst_lensDialogs::limitsAreCopiedOnOpening()
     };
     QCOMPARE(shown(), "100 200 300 400");
     QCOMPARE(driver.text("Current Position"), "150");
-    // What the camera reports meanwhile does not disturb who types; the position is the present one.
+    // New values from the camera do not change the text of the fields; the current position is updated.
     tab.narrowNear = 110;
     tab.focus = 160;
     emit tab.changed();
@@ -375,7 +375,7 @@ void tst_lensDialogs::limitsAreSaved()
     const QObject *dialog = openLimits(driver, tab);
     QVERIFY(dialog);
     QVERIFY(driver.find("Narrow Field Of View Nearest")->hasActiveFocus());
-    // From field to field by the keyboard; what is typed replaces what stood there.
+    // Tab moves from field to field; typing replaces the old text.
     for (const QString text : {"60", "70", "80", "5000"}) {
         type(driver, text);
         if (text != "5000")
@@ -478,7 +478,7 @@ void tst_lensDialogs::theFullRangeReadsFromNearToFar()
     tab.ascending = false;
     emit tab.changed();
     QCOMPARE(driver.text("Full Range (Near to Far)"), "5000 -> 50");
-    // The limits on show no longer fit the way the encoder counts.
+    // The shown limits no longer match the direction of the encoder.
     QVERIFY(!canPress(driver, "OK"));
 }
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-// Makes an item vanish: it fades and its height goes to nothing. Once begun it runs to its end.
+// Hides an item: fades it out and reduces its height to 0. A started animation always runs to its end.
 ParallelAnimation {
     id: animation
 

@@ -1,11 +1,11 @@
 import QtQuick
 import zvt.look
 
-// The progress of one movie of a batch, from 0 to 1. While the end is not known, a block moves back and forth.
+// The progress of one movie of a batch, from 0 to 1. While the total is unknown, a block moves back and forth.
 ProgressLine {
     id: bar
 
-    // The left end of the moving block, as a share of the width.
+    // The left end of the moving block, from 0 to 1 of the width.
     readonly property alias blockPosition: walk.position
 
     fillStart: indeterminate ? blockPosition : 0

@@ -1,11 +1,11 @@
 import QtQuick
 import zvt.look
 
-// The number of a preset on the Correction tab: shows whether the preset is in use. A press does nothing.
+// The number of a preset on the Correction tab. Shows whether the preset is in use; a click does nothing.
 SetupTabPresetNumberButton {
     id: label
 
-    tellsOnly: true
+    readOnly: true
     focusPolicy: Qt.NoFocus
     font.pixelSize: inUse ? Look.textSize + 3 : Look.textSize
 

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import zvt.look
 
-// Shows where a position lies between two limits, on a scale of ten marks. For looking only.
+// Shows a position between two limits, on a scale with ten marks. It accepts no input.
 Item {
     id: indicator
 

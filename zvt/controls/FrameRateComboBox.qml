@@ -2,59 +2,60 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// A combo box that shows one text and selects another: a value that can be typed beside a list of rows to choose from.
-// Index and text are the caller's and stay as they are when the list is replaced. What was typed is committed by Enter
-// and by the loss of focus; Esc takes it back. The caller gives it its Accessible.name.
+// A combo box for a value that can be typed or chosen from a list; the shown text need not be one of the rows.
+// Replacing the list does not change `currentIndex`, and changes `currentText` only if it was the text of the row.
+// Typed text is committed by Enter and when the focus leaves; Esc discards it. The caller sets Accessible.name.
 FocusScope {
     id: control
 
-    // The rows, texts all of them.
+    // The rows, as texts.
     property var model: []
     property int currentIndex: -1
-    // What is on show: editText while something can be typed, currentText otherwise.
+    // The shown text: `editText` if `editable`, otherwise `currentText`.
     property string editText
     property string currentText
     property bool editable
-    // Row 0 is the highest frame rate and shows its sign.
+    // Whether row 0 is the highest frame rate and is marked with its icon.
     property bool showMaxOnFirstIndexText
     property string toolTip
-    // The text that was typed last was refused. It stays until Esc or another text.
+    // Whether the last typed text was refused. It stays in the field until Esc or further typing.
     property bool refused
 
     readonly property bool listOpen: _popup !== null && _popup.visible
 
-    // Replacing the list by an equal one changes nothing, so that no row moves below the pointer.
+    // Compared as one text, so that an equal list does not replace the rows under the pointer.
     readonly property string _joinedRows: (model ?? []).join("\n")
     readonly property var _rows: _joinedRows === "" ? [] : _joinedRows.split("\n")
     readonly property string _shownText: editable ? editText : currentText
     readonly property bool _differs: field.text !== currentText || field.text !== editText
-    // The tool tip shows a text in full that is longer than the box.
+    // The tool tip shows the full text if the box is too narrow for it.
     readonly property bool _cutOff: field.contentWidth > field.width - field.leftPadding - field.rightPadding
     readonly property string _hint: refused ? Numbers.faultText
                                             : (_cutOff ? field.text + (toolTip && "\n") : "") + toolTip
-    // The text that the present row had last.
+    // The last known text of the row at `currentIndex`.
     property string _rowText
     property bool _edited
     property string _typed
     property RowsPopup _popup: null
     readonly property AnswerMark _mark: mark.item as AnswerMark
 
-    // currentText holds what was typed.
+    // The operator committed a typed text, which is in `currentText`.
     signal accepted
     signal activated(index: int)
 
-    // Shows that the camera has answered, maybe with another value than the one typed.
+    // Shows that the camera has answered, possibly with another value than the typed one.
     function showFadingIntWidthUpdatedIndicator() {
         _makeMark()
         _mark.showUpdated()
     }
 
-    // To be called while `accepted` is handled, by a caller that cannot take the text.
+    // Call this while handling `accepted` if the text cannot be used.
     function refuse() {
         refused = true
     }
 
-    // To be called while `accepted` is handled: the text is on its way, and a mark tells if the camera keeps another value.
+    // Call this while handling `accepted` if the text was sent to the camera: a mark warns if the camera keeps another
+    // value.
     function expectAnswer() {
         _makeMark()
         _mark.expect(currentText)
@@ -64,7 +65,7 @@ FocusScope {
         if (mark.active)
             return
         mark.active = true
-        _mark.shown = Qt.binding(() => _shownText)
+        _mark.fieldText = Qt.binding(() => _shownText)
     }
 
     function _showRow() {
@@ -106,7 +107,7 @@ FocusScope {
             _popup = popupComponent.createObject(control)
             _popup.rows = Qt.binding(() => _rows)
             _popup.currentIndex = Qt.binding(() => currentIndex)
-            _popup.firstSign = showMaxOnFirstIndexText ? Look.maximumIcon : ""
+            _popup.firstRowIcon = showMaxOnFirstIndexText ? Look.maximumIcon : ""
             _popup.chosen.connect(_choose)
         }
         _popup.view.currentIndex = currentIndex
@@ -155,7 +156,7 @@ FocusScope {
     on_HintChanged: Hint.show(control, false, "")
     onEditableChanged: _revert()
     onActiveFocusChanged: {
-        // A box that is only disabled for the length of a read keeps its list open and what was typed.
+        // A box that is only disabled during a read keeps its list open and the typed text.
         if (activeFocus || Fields.isDisabled(control))
             return
         if (_edited && _differs && !refused)
@@ -193,7 +194,7 @@ FocusScope {
         selectByMouse: control.editable
         verticalAlignment: TextInput.AlignVCenter
         text: control._edited ? control._typed : control._shownText
-        // A field cannot elide.
+        // A text field cannot elide its text, so a label shows it unless it can be edited.
         color: control.editable ? Look.fieldTextColor : "transparent"
         selectionColor: Look.kestrinAccentBlue
         selectedTextColor: Look.inverseTextColor

@@ -1,6 +1,6 @@
 import QtQuick
 
-// An arrow of the recorder's data path, pointing left.
+// An arrow to the left, for the recorder's data path.
 LongRightArrow {
     rotation: 180
 }

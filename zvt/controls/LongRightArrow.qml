@@ -1,6 +1,6 @@
 import QtQuick
 
-// An arrow of the recorder's data path, pointing right.
+// An arrow to the right, for the recorder's data path.
 Canvas {
     property color color: "gray"
 

@@ -1,7 +1,7 @@
 import QtQuick
 import zvt.look
 
-// Asks for the highest frame rate; highlighted while that is the one in use.
+// Sets the highest frame rate. `highlighted` shows that it is already in use.
 WrappingButton {
     id: button
 

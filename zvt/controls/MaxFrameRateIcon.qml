@@ -1,7 +1,7 @@
 import QtQuick
 import zvt.look
 
-// The sign of the highest frame rate.
+// The icon of the highest frame rate.
 PlainLabel {
     Accessible.ignored: true
     text: Look.maximumIcon

@@ -1,7 +1,7 @@
 import QtQuick
 import zvt.look
 
-// The banner that a page shows while there is no camera.
+// The banner that a page shows while no camera is connected.
 Rectangle {
     implicitWidth: label.implicitWidth + 24
     implicitHeight: Look.rowHeight
@@ -12,7 +12,7 @@ Rectangle {
         id: label
 
         anchors.fill: parent
-        //: Banner over a page while the camera is away
+        //: Banner on a page while no camera is connected
         text: qsTr("No camera connected")
         font.weight: Font.DemiBold
         fontSizeMode: width > 0 && implicitWidth > width ? Text.Fit : Text.FixedSize

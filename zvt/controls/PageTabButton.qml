@@ -2,13 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// A tab of the main page. Its text wraps and shrinks to fit. A tab that is not available keeps its index.
+// A tab button of the main page. Its text wraps and shrinks to fit. A tab that is not available is hidden but keeps its
+// index.
 T.TabButton {
     id: tab
 
     property bool available: true
 
-    // It reaches to the edge of the window.
+    // The focus ring is inside, because the button touches the edge of the window.
     readonly property int ringOutset: -3
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding

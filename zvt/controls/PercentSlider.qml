@@ -3,21 +3,22 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import zvt.look
 
-// Moves something at a speed for as long as it is held: the further from the centre, the faster, and fine near the
-// centre. A held arrow key moves too: slowly, faster with Shift, at full speed with Ctrl. It springs back when it is let
-// go, and also when the press or the focus is taken away from it, so that a move never goes on by itself.
+// Sets a speed while it is held. The speed grows exponentially with the distance from the centre, so that it can be set
+// finely near the centre. A held arrow key also moves: slowly, faster with Shift, at full speed with Ctrl. The slider
+// returns to 0 when it is released, and when it loses the press or the focus or is hidden, so that no move continues
+// unattended.
 Item {
     id: slider
 
-    // The speed, from -1 to 1: 0 at rest, otherwise at least 0.01 either way.
+    // The speed, from -1 to 1: 0 at rest, otherwise at least 0.01 in either direction.
     readonly property real value: magnitude(Math.abs(position)) * Math.sign(position)
     readonly property alias pressed: mouse.pressed
     property string toolTip
 
-    // Where the thumb stands, from -1 to 1.
-    readonly property alias position: mouse.place
+    // The position of the thumb, from -1 to 1.
+    readonly property alias position: mouse.thumbPosition
 
-    readonly property bool _seen: visible && (Window.window ? Window.window.visible : false)
+    readonly property bool _onScreen: visible && (Window.window ? Window.window.visible : false)
 
     function magnitude(distance: real): real {
         const least = Math.pow(10, 0.01)
@@ -42,21 +43,21 @@ Item {
     Accessible.name: toolTip
     Accessible.focusable: true
 
-    onActiveFocusChanged: mouse.place = 0
-    on_SeenChanged: mouse.place = 0
-    Component.onDestruction: mouse.place = 0
+    onActiveFocusChanged: mouse.thumbPosition = 0
+    on_OnScreenChanged: mouse.thumbPosition = 0
+    Component.onDestruction: mouse.thumbPosition = 0
     Keys.onPressed: event => {
         event.accepted = _isArrow(event.key)
         if (event.accepted && !event.isAutoRepeat && !pressed)
-            mouse.place = (event.key === Qt.Key_Left ? -1 : 1) * _keyDistance(event.modifiers)
+            mouse.thumbPosition = (event.key === Qt.Key_Left ? -1 : 1) * _keyDistance(event.modifiers)
     }
     Keys.onReleased: event => {
         event.accepted = _isArrow(event.key)
         if (event.accepted && !event.isAutoRepeat && !pressed)
-            mouse.place = 0
+            mouse.thumbPosition = 0
     }
 
-    // The track is hollow and has a scale, so that it cannot be taken for one that shows a position.
+    // The track is hollow and has a scale, so that it looks different from a slider that shows a position.
     Rectangle {
         id: track
 
@@ -119,10 +120,10 @@ Item {
     MouseArea {
         id: mouse
 
-        property real place: 0
+        property real thumbPosition: 0
 
         function follow(mouseX: real) {
-            place = Math.max(-1, Math.min(1, (mouseX - 12) / Math.max(1, width - 24) * 2 - 1))
+            thumbPosition = Math.max(-1, Math.min(1, (mouseX - 12) / Math.max(1, width - 24) * 2 - 1))
         }
 
         anchors.fill: parent
@@ -138,7 +139,7 @@ Item {
             if (pressed)
                 follow(event.x)
         }
-        onReleased: place = 0
-        onCanceled: place = 0
+        onReleased: thumbPosition = 0
+        onCanceled: thumbPosition = 0
     }
 }

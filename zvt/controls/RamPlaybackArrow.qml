@@ -1,7 +1,7 @@
 import QtQuick
 
-// The path of a recording during playback: from the memory at the left, above what lies between, to the computer at the
-// right.
+// The path of a recording during playback: from the memory at the left to the computer at the right, above the items
+// between them.
 Canvas {
     property color color: "gray"
 

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import zvt.look
 
-// The header of a section that can be collapsed. The page handles a click: it reads first and then expands.
+// The header of a section that can be collapsed. The section handles the click: it reads its models, then expands.
 T.AbstractButton {
     id: header
 
@@ -59,7 +59,7 @@ T.AbstractButton {
             implicitWidth: Look.rowHeight
             leftPadding: 0
             rightPadding: 0
-            // The header dims it.
+            // The disabled header already dims its contents.
             opacity: 1
             //: Tool tip; %1 is the title of a section
             toolTip: qsTr("Refresh %1").arg(header.sectionTitle)

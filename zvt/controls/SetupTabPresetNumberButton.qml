@@ -1,15 +1,16 @@
 import QtQuick
 import zvt.look
 
-// The number of a preset on the Setup tab: shows whether the preset is in use. A press changes that, unless `tellsOnly`.
+// The number of a preset on the Setup tab. Shows whether the preset is in use. A click makes it the active one, or in
+// superframing includes or excludes it. A click does nothing in preset sequencing or if `readOnly` is set.
 WrappingButton {
     id: button
 
     required property int presetNumber
     required property var setupGeneralModel
-    property bool tellsOnly
+    property bool readOnly
 
-    // The sequencing modes, by the numbers of ESEQUENCING_MODE.
+    // The numbers of ESEQUENCING_MODE.
     readonly property int _mode: setupGeneralModel?.sequencingMode ?? 0
     readonly property bool _superframing: _mode === 1
     readonly property bool _sequencing: _mode === 2
@@ -35,7 +36,7 @@ WrappingButton {
             //: Tool tip of a preset's number
             return qsTr("This is the Active Preset")
         //: Tool tip of a preset's number
-        return tellsOnly ? "" : qsTr("Make Preset Active")
+        return readOnly ? "" : qsTr("Make Preset Active")
     }
 
     implicitWidth: 34
@@ -47,7 +48,7 @@ WrappingButton {
     toolTip: _toolTip()
     textColor: inUse && enabled ? Look.kestrinAccentBlue : Look.textColor
     onClicked: {
-        if (tellsOnly || !setupGeneralModel)
+        if (readOnly || !setupGeneralModel)
             return
         if (_superframing)
             _preset.subframeEnabled = !_preset.subframeEnabled

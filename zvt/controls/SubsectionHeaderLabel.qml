@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import zvt.look
 
-// Heads a group of rows inside a section.
+// The heading of a group of rows inside a section.
 RowLayout {
     id: header
 

@@ -2,15 +2,15 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// A button whose text wraps and then shrinks instead of being cut off. Enter presses it, like the space bar.
+// A button whose text wraps and then shrinks instead of being cut off. Enter clicks it, like the space bar.
 T.Button {
     id: button
 
     property string toolTip
-    // The main action of a dialog or a form.
+    // Whether this is the main action of a dialog or form.
     property bool primary
     property bool destructive
-    // Black on a dimmed bright colour could not be read, so a disabled button does not show its role.
+    // Black text on a dimmed bright colour is unreadable, so a disabled button does not show its role.
     readonly property bool _loud: enabled && (primary || destructive)
     property color textColor: _loud ? Look.inverseTextColor : Look.textColor
 

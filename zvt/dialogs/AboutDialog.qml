@@ -6,7 +6,7 @@ import zvt.dialogs
 import zvt.look
 import zvt.rows
 
-// Information about the camera, which can be saved as a text file.
+// Shows information about the camera, which the operator can save as a text file.
 InformationDialog {
     id: dialog
 
@@ -33,7 +33,7 @@ InformationDialog {
         }
 
         PlainLabel {
-            // The camera is asked for its model at each reading.
+            // Each read of `camera.model` asks the camera, so it is read only while the dialog is visible.
             readonly property string model: dialog.visible && dialog.camera ? dialog.camera.model : ""
 
             Layout.fillWidth: true
@@ -59,7 +59,7 @@ InformationDialog {
     }
     buttons: [
         DialogButton {
-            //: Saves what is shown as a file
+            //: Saves the shown information as a file
             text: qsTr("Save...")
             onClicked: fileDialog.open()
         },
@@ -71,7 +71,7 @@ InformationDialog {
         }
     ]
 
-    Later {
+    LazyLoader {
         id: fileDialog
 
         WidgetFileDialog {

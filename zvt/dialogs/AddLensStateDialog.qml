@@ -3,12 +3,12 @@ import QtQuick.Layouts
 import zvt.look
 import zvt.rows
 
-// Asks for the name of a lens state, and saves the present lens settings under it.
+// Asks for a name and saves the current lens settings as a lens state of this name.
 InformationDialog {
     id: dialog
 
     required property var tabModel
-    // What the field starts with.
+    // The text of the field when the dialog opens.
     property string presetName
 
     function save(name: string) {
@@ -43,12 +43,12 @@ InformationDialog {
 
             Layout.fillWidth: true
             name: nameLabel.text.replace(":", "")
-            shown: dialog.presetName
+            modelText: dialog.presetName
             fault: acceptable || text === ""
                    ? ""
-                   //: Tool tip of a field: which names can be taken
+                   //: Tool tip of a field: which names are allowed
                    : qsTr("At most 31 characters, the first one no blank")
-            // Not onEditingFinished: a press on the cancelling button causes that too.
+            // Not onEditingFinished: a press on "Cancel" also causes that.
             onAccepted: {
                 if (acceptable)
                     dialog.accept()
@@ -59,7 +59,7 @@ InformationDialog {
         DialogButton {
             enabled: nameBox.acceptable
             primary: true
-            //: Keeps what was entered
+            //: Saves the lens state under the entered name
             text: qsTr("Save")
             onClicked: dialog.accept()
         },

@@ -4,8 +4,8 @@ import zvt
 import zvt.dialogs
 import zvt.rows
 
-// Shows the camera's clock and sets it, by hand or from the computer's clock. "Set" takes what was typed as it is: the
-// camera judges. Enter ignores an invalid time.
+// Shows the camera's clock and sets it to a typed time or to the computer's time. "Set" sends the typed time unchecked;
+// the camera accepts or refuses it. Enter does nothing while the typed time is invalid.
 InformationDialog {
     id: dialog
 
@@ -39,7 +39,7 @@ InformationDialog {
         }
 
         WrappingButton {
-            //: Sets the camera's clock by the computer's
+            //: Sets the camera's clock to the computer's time
             text: qsTr("Sync camera time to PC time")
             onClicked: dialog.timeModel.syncCameraTimeToPC()
         }
@@ -66,8 +66,8 @@ InformationDialog {
 
     Connections {
         target: dialog.timeModel
-        // "Get" shows the camera's time over what was typed even if it is the same time. An invalid
-        // time that was typed stays, to be corrected.
+        // After "Get" the camera's time replaces the typed one, even if the property keeps its value. An invalid time
+        // does not replace the typed one, so that the operator can correct it.
         function onCameraTimeChanged() {
             const time = dialog.timeModel.cameraTime
             if (!isNaN(time.getTime()))

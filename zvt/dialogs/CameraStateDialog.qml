@@ -4,8 +4,8 @@ import zvt.dialogs
 import zvt.look
 import zvt.rows
 
-// The states that the camera keeps. It saves into one or loads one, as `mode` says, which is set before it opens; in
-// each mode it renames, deletes and copies them too.
+// The states that are saved in the camera. `mode` must be set before the dialog opens. The mode "save" saves the
+// settings as a state, the mode "load" loads one; every mode can rename, delete, upload and download states.
 InformationDialog {
     id: dialog
 
@@ -39,21 +39,21 @@ InformationDialog {
     }
 
     function _upload() {
-        stateModel.uploadState(String(uploadFileDialog.made().fileUrl))
+        stateModel.uploadState(String(uploadFileDialog.instance().fileUrl))
     }
 
     function _askToOverwrite(what: string) {
-        overwriteDialog.made().mode = what
+        overwriteDialog.instance().mode = what
         overwriteDialog.open()
     }
 
-    function _renameOrDelete(question: Later) {
-        question.made().stateName = chooser.selected
+    function _renameOrDelete(question: LazyLoader) {
+        question.instance().stateName = chooser.selected
         question.open()
     }
 
-    // The camera names an uploaded state by its file.
-    function _stemOf(file: url): string {
+    // The name of a state after its upload from `file`: the file name without its extension.
+    function _stateNameOf(file: url): string {
         const encoded = String(file)
         return decodeURIComponent(encoded.slice(encoded.lastIndexOf("/") + 1)).replace(/\.[^.]*$/, "")
     }
@@ -73,7 +73,7 @@ InformationDialog {
     initialFocus: chooser.firstField
     onAboutToShow: chooser.select("")
 
-    // The dialog has room for five of them.
+    // Narrower than other dialog buttons, since the dialog has five of them.
     component ActionButton: DialogButton {
         width: implicitWidth
     }
@@ -93,13 +93,13 @@ InformationDialog {
 
         stateModel: dialog.stateModel
         saves: dialog._saves
-        named: !dialog._manages
+        showsName: !dialog._manages
         onConfirmed: dialog._saveOrLoad()
     }
     buttons: [
         ActionButton {
             enabled: dialog._hasSelection
-            //: Gives a state another name
+            //: Changes the name of a state
             text: qsTr("Rename")
             onClicked: dialog._renameOrDelete(renameDialog)
         },
@@ -120,12 +120,12 @@ InformationDialog {
             //: Copies a state from the camera
             text: qsTr("Download")
             onClicked: {
-                downloadFileDialog.made().stateName = chooser.selected
+                downloadFileDialog.instance().stateName = chooser.selected
                 downloadFileDialog.open()
             }
         },
         ActionButton {
-            //: Closes a dialog in which everything has been done
+            //: Closes a dialog after its work is done
             text: dialog._manages ? qsTr("Done")
                                   //: Closes a dialog and changes nothing
                                   : qsTr("Cancel")
@@ -133,7 +133,7 @@ InformationDialog {
         }
     ]
 
-    // A transfer may outlive the dialog: a failure is reported then too.
+    // A transfer may end after the dialog was closed; its failure is reported then too.
     Connections {
         target: dialog.stateModel
         function onTransferringChanged() {
@@ -142,12 +142,12 @@ InformationDialog {
         }
     }
 
-    Later {
+    LazyLoader {
         id: uploadFileDialog
 
         StateFileDialog {
             onAccepted: {
-                if (dialog.stateModel.stateExists(dialog._stemOf(fileUrl)))
+                if (dialog.stateModel.stateExists(dialog._stateNameOf(fileUrl)))
                     dialog._askToOverwrite("upload")
                 else
                     dialog._upload()
@@ -155,7 +155,7 @@ InformationDialog {
         }
     }
 
-    Later {
+    LazyLoader {
         id: downloadFileDialog
 
         StateFileDialog {
@@ -167,7 +167,7 @@ InformationDialog {
         }
     }
 
-    Later {
+    LazyLoader {
         id: renameDialog
 
         InformationDialog {
@@ -182,7 +182,7 @@ InformationDialog {
                 }
                 dialog.stateModel.renameState(stateName, names.newName)
                 accept()
-                // The renamed one has moved to the end.
+                // The renamed state is at another row now, so the first one is selected.
                 chooser.selectRow(0)
             }
 
@@ -200,7 +200,7 @@ InformationDialog {
             }
             buttons: [
                 DialogButton {
-                    //: Gives a state another name
+                    //: Changes the name of a state
                     text: qsTr("Rename")
                     onClicked: question._rename()
                 },
@@ -213,7 +213,7 @@ InformationDialog {
         }
     }
 
-    Later {
+    LazyLoader {
         id: deleteDialog
 
         ConfirmationDialog {
@@ -235,7 +235,7 @@ InformationDialog {
         }
     }
 
-    Later {
+    LazyLoader {
         id: overwriteDialog
 
         ConfirmationDialog {
@@ -256,7 +256,7 @@ InformationDialog {
         }
     }
 
-    Later {
+    LazyLoader {
         id: invalidNameDialog
 
         GenericMessageDialog {
@@ -268,13 +268,13 @@ InformationDialog {
         }
     }
 
-    Later {
+    LazyLoader {
         id: transferFailedDialog
 
         GenericMessageDialog {
             readonly property bool _uploading: dialog.stateModel ? dialog.stateModel.transferUpload : false
 
-            // In the content of a closed dialog it would be in no window.
+            // The content of a closed dialog is in no window.
             parent: dialog.parent
             //: Title of a message
             title: qsTr("Error")

@@ -1,7 +1,7 @@
 import QtQuick
 import zvt.rows
 
-// A question. The confirming button accepts the dialog; the denying one and Esc reject it.
+// Asks a question. The confirming button accepts the dialog; the denying button and Esc reject it.
 InformationDialog {
     id: dialog
 
@@ -9,11 +9,11 @@ InformationDialog {
     property string confirmButtonText: qsTr("Yes")
     //: Answer to a question
     property string denyButtonText: qsTr("No")
-    // What is confirmed cannot be undone.
+    // Whether the confirmed action cannot be undone.
     property bool destructive
 
     fullWidth: 400
-    // So that Enter confirms nothing that cannot be undone.
+    // Enter must not confirm an action that cannot be undone.
     initialFocus: destructive ? denyButton : confirmButton
     buttons: [
         DialogButton {

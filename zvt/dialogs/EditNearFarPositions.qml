@@ -4,7 +4,7 @@ import zvt.dialogs
 import zvt.look
 import zvt.rows
 
-// Edits the limits of the focus that the camera keeps for its two fields of view.
+// Edits the nearest and farthest focus positions of the two fields of view, which the camera keeps.
 InformationDialog {
     id: dialog
 
@@ -53,7 +53,7 @@ InformationDialog {
 
         FactRow {
             headingWidth: 176
-            //: Where the focus is now
+            //: The current position of the focus
             heading: qsTr("Current Position:")
             value: dialog.tabModel ? dialog.tabModel.selectedFocusPosition : ""
         }
@@ -69,18 +69,18 @@ InformationDialog {
         Limits {
             id: narrow
 
-            //: Heads a group of fields
+            //: Heading of a group of fields
             fieldOfView: qsTr("Narrow Field Of View")
         }
 
         Limits {
             id: wide
 
-            //: Heads a group of fields
+            //: Heading of a group of fields
             fieldOfView: qsTr("Wide Field Of View")
         }
 
-        // Keeps its height while there is no fault.
+        // Has the same height without a text, so that the dialog keeps its size.
         PlainLabel {
             Layout.fillWidth: true
             Layout.preferredHeight: implicitHeight
@@ -93,7 +93,7 @@ InformationDialog {
         DialogButton {
             enabled: dialog._acceptable
             primary: true
-            //: Keeps what was entered
+            //: Saves the entered positions
             text: qsTr("OK")
             onClicked: dialog.accept()
         },

@@ -1,11 +1,11 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// A message to be read and dismissed, by a click beside it too.
+// Shows a message. The button or a click outside closes it.
 InformationDialog {
     //: Title of a message; the name of the program
     title: qsTr("KESTRIN Quarry Desk")
-    //: Dismisses a message
+    //: Closes a message
     buttonText: qsTr("OK")
     primary: true
     fullWidth: 360

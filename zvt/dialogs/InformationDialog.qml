@@ -5,24 +5,24 @@ import zvt.dialogs
 import zvt.look
 import zvt.rows
 
-// The frame of all dialogs: modal, in the middle of the window, no larger than it, and closed only by its buttons and by
-// Esc, which rejects it. By default it shows a text with one button, which accepts it; other dialogs have a content and
-// buttons of their own. A content that is longer than the window scrolls, by the arrow keys too. Once the dialog closes, the
-// keyboard focus is where it was before.
+// The base of all dialogs: modal, centred in the window and never larger than it. Only its buttons and Esc, which
+// rejects it, close it. By default it shows `text` and one button, which accepts it; other dialogs set a content and
+// buttons of their own. A content that does not fit scrolls, also by the arrow keys. When the dialog closes, the
+// keyboard focus returns to the item that had it before.
 T.Dialog {
     id: dialog
 
     property string text
     //: Closes a dialog
     property string buttonText: qsTr("Close")
-    // Whether the one button is the main action of the dialog.
+    // Whether the default button is the main action of the dialog.
     property bool primary
-    // In place of the one button.
+    // Buttons that replace the default button.
     property alias buttons: buttonRow.data
     property Item initialFocus: closeButton
     property int fullWidth: 440
 
-    // What had the keyboard focus when the dialog opened.
+    // The item that had the keyboard focus when the dialog opened.
     property Item _opener
     property bool _openedByKeyboard
 
@@ -46,14 +46,14 @@ T.Dialog {
         _openedByKeyboard = _opener instanceof T.Control && _opener.visualFocus
         initialFocus.forceActiveFocus(Qt.TabFocusReason)
     }
-    // Not later: another dialog may have the focus before a fading one has gone.
+    // Not in onClosed: another dialog may take the focus while this one is closing.
     onAboutToHide: {
         if (_opener && _opener.visible)
             _opener.forceActiveFocus(_openedByKeyboard ? Qt.TabFocusReason : Qt.OtherFocusReason)
     }
 
     T.Overlay.modal: Rectangle {
-        // Of several open dialogs only the lowest one darkens what is below it.
+        // If several dialogs are open, only the lowest one dims the page.
         readonly property bool lowest: parent ? Array.from(parent.children).find(item => item.objectName === objectName)
                                                 === this : true
 
@@ -75,7 +75,7 @@ T.Dialog {
         rightPadding: 16
         topPadding: 16
     }
-    // Without ids, so that it is not made where another content takes its place.
+    // Without ids, so that Qt does not create it in dialogs that set another content.
     contentItem: DialogScroller {
         PlainLabel {
             Layout.fillWidth: true

@@ -1,4 +1,4 @@
-// Asks for another name of a lens state.
+// Asks for a new name for a lens state.
 AddLensStateDialog {
     property string currentName
 

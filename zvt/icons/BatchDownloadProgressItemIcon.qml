@@ -5,7 +5,7 @@ import zvt.look
 Item {
     id: icon
 
-    // A number of ESTATUS.
+    // A value of ESTATUS.
     required property int status
 
     readonly property bool _waiting: status === 0

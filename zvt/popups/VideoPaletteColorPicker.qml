@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// Picks one of the colours of the video palette. Entry 0 cannot be picked here: it is transparency.
+// Picks a colour of the video palette. Entry 0 is hidden, because it is transparent.
 T.Popup {
     id: picker
 
@@ -42,7 +42,7 @@ T.Popup {
         cellHeight: 17
         interactive: false
         keyNavigationEnabled: true
-        // The swatches are made when the picker opens.
+        // The swatches exist only while the picker is open.
         model: picker.visible ? picker.colors : []
         Keys.onReturnPressed: picker._pick(Math.max(1, currentIndex))
         Keys.onEnterPressed: picker._pick(Math.max(1, currentIndex))
@@ -67,7 +67,7 @@ T.Popup {
 
             contentItem: GlyphLabel {
                 text: swatch.selected ? Glyph.apply : ""
-                // Whichever stands out from the colour.
+                // The colour with the better contrast.
                 color: swatch.modelData.hslLightness > 0.5 ? Look.inverseTextColor : Look.strongTextColor
             }
             background: Rectangle {
