@@ -1,4 +1,4 @@
-# The target `zvt_qmllint` and the test `lint.qmllint`: no fault in any QML file.
+# The target `zvt_qmllint` and the test `lint.qmllint`, which check all QML files. They fail on any finding.
 find_program(QMLLINT_PROGRAM NAMES qmllint qmllint6 HINTS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS} /usr/lib/qt6/bin)
 if(NOT QMLLINT_PROGRAM)
     message(STATUS "qmllint is missing: QML files are not checked")

@@ -1,4 +1,4 @@
-# The page and everything that it is made of, as resources below :/zvt. Paths are relative to the folder zvt.
+# The files of the folder zvt, which become resources below :/zvt. Paths are relative to that folder.
 set(ZVT_QML_FILES
     zvtmain.qml
     SetupTab.qml
@@ -51,10 +51,10 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
     DOC "Material Icons, the font of the icons that the host's icon font lacks"
     REQUIRED)
 
-# What pages are made of: one module zvt.NAME for each folder parts/NAME.
+# The modules that pages are made of: zvt.NAME is the folder parts/NAME.
 set(ZVT_MODULES look rows dialogs setup status frame)
 
-# The tree as the module zvt, for files that cannot import its folders by path.
+# The files of the folder zvt as the module zvt, for files that cannot import them by path.
 set(ZVT_TREE_QMLDIR "module zvt\n")
 foreach(file IN LISTS ZVT_QML_FILES)
     get_filename_component(type ${file} NAME_WE)
@@ -63,7 +63,8 @@ foreach(file IN LISTS ZVT_QML_FILES)
     endif()
 endforeach()
 
-# zvt_add_modules(TARGET): compiles the modules into the library TARGET, below a prefix where engines look for imports.
+# zvt_add_modules(TARGET): compiles the modules into the library TARGET, below the resource prefix in which every engine
+# looks for imports.
 function(zvt_add_modules target)
     set(prefix /qt-project.org/imports/zvt)
     set(qml_files "")
@@ -88,7 +89,7 @@ function(zvt_add_modules target)
     endforeach()
     qt_target_qml_sources(${target} PREFIX ${prefix} QML_FILES ${qml_files} RESOURCES ${qmldirs})
 
-    # At run time the files of the module zvt are those of the tree.
+    # At run time the files of the module zvt are those below :/zvt.
     set(qmldir ${CMAKE_CURRENT_BINARY_DIR}/qmldir)
     file(CONFIGURE OUTPUT ${qmldir} CONTENT "${ZVT_TREE_QMLDIR}prefer :/zvt/\n")
     set_source_files_properties(${qmldir} PROPERTIES QT_RESOURCE_ALIAS qmldir)
@@ -96,7 +97,7 @@ function(zvt_add_modules target)
 endfunction()
 
 # zvt_add_pages(TARGET): compiles the pages ahead of time into the library TARGET. Its resources then hold exactly the
-# files above and the font below :/zvt, and the modules where every engine looks for imports.
+# files above and the font below :/zvt, and the modules below the prefix of zvt_add_modules().
 function(zvt_add_pages target)
     set(qml_files "")
     set(resource_files "")
@@ -111,8 +112,8 @@ function(zvt_add_pages target)
     set_source_files_properties(${ZVT_MATERIAL_ICONS} PROPERTIES QT_RESOURCE_ALIAS fonts/MaterialIcons-Regular.ttf)
     list(APPEND resource_files ${ZVT_MATERIAL_ICONS})
 
-    # The compiler finds the modules in its output directory. This qmldir is not in the resources: there, it would change
-    # how the host's folders resolve.
+    # The compiler finds the modules in its output directory. This qmldir is not in the resources: there, it would
+    # change how the host's folders resolve.
     set(output_directory ${PROJECT_BINARY_DIR}/zvt)
     file(CONFIGURE OUTPUT ${output_directory}/qmldir CONTENT "${ZVT_TREE_QMLDIR}")
     qt_add_qml_module(${target}
@@ -126,7 +127,7 @@ function(zvt_add_pages target)
         RESOURCES ${resource_files})
     zvt_add_modules(${target})
 
-    # Warnings in the code that the QML compiler writes cannot be mended here.
+    # Warnings in code that the QML compiler generates cannot be fixed here.
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "/qmlcache/")
     set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)

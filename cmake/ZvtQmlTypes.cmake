@@ -1,8 +1,8 @@
-# What the QML compiler and qmllint know of types that are not written in the pages' own QML: one folder of imports in the
-# build folder. At run time the types are registered from C++, and the style of the controls is the host's.
+# A folder of imports in the build folder, for the QML compiler and qmllint. It describes the types that pages use and
+# that are not QML files of this project. At run time the types are registered from C++, and the host chooses the style.
 set(ZVT_QML_IMPORTS ${PROJECT_BINARY_DIR}/imports)
 
-# zvt_copy_imports(SOURCE COPY): what lies below the folder SOURCE, below the folder COPY of the imports.
+# zvt_copy_imports(SOURCE COPY): copies the files of the folder SOURCE to the folder COPY of the imports.
 function(zvt_copy_imports source copy)
     file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${source} ${source}/*)
     foreach(file IN LISTS files)
@@ -10,8 +10,8 @@ function(zvt_copy_imports source copy)
     endforeach()
 endfunction()
 
-# zvt_add_host_types(): the modules of the host with their types that are written in QML, and the controls of a style
-# that has all types of controls.
+# zvt_add_host_types(): adds the modules of the host, as far as they are QML files, and a style that has all types of
+# controls.
 function(zvt_add_host_types)
     set(types ${PROJECT_SOURCE_DIR}/platform/hlxcamui/types)
     zvt_copy_imports(${PROJECT_SOURCE_DIR}/cmake/imports .)
@@ -19,8 +19,8 @@ function(zvt_add_host_types)
     configure_file(${types}/DisplayEditor.qml ${ZVT_QML_IMPORTS}/com/kestrin/hlxui/DisplayEditor.qml COPYONLY)
 endfunction()
 
-# zvt_describe(VARIABLE FOLDER HEADER ...): lets moc describe the classes of the headers, with one file in FOLDER for each
-# header that has any.
+# zvt_describe(VARIABLE FOLDER HEADER ...): lets moc describe the classes of the headers. VARIABLE gets the
+# descriptions: one file in FOLDER for each header with a class for moc.
 function(zvt_describe variable folder)
     set(includes "")
     foreach(directory ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/common/boundary
@@ -45,8 +45,8 @@ function(zvt_describe variable folder)
     set(${variable} ${descriptions} PARENT_SCOPE)
 endfunction()
 
-# zvt_add_model_types(TARGET FOLDER ...): describes the types that plugin/qmlTypes.h lists, whose headers are in these
-# folders, again after each change of a header. The pages of TARGET are compiled after that.
+# zvt_add_model_types(TARGET FOLDER ...): describes the types that plugin/qmlTypes.h lists and whose headers are in
+# these folders, before the pages of TARGET are compiled. A changed header is described again.
 function(zvt_add_model_types target)
     set(uri com.kestrin.hlx.cam.ui.zvt)
     string(REPLACE "." "/" module ${uri})

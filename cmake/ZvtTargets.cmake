@@ -1,4 +1,4 @@
-# Settings and helper functions that every room of the project uses.
+# Settings and helper functions for all folders of the project.
 include(GNUInstallDirs)
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Concurrent Qml Quick QuickControls2 Widgets Test)
@@ -10,7 +10,7 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
-# Everything that runs lies in one folder, so that programs and plug-in find the libraries beside them.
+# All programs and libraries are in one folder, so that programs and plug-in find the libraries beside them.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
@@ -31,12 +31,12 @@ target_link_options(zvt_options INTERFACE
     $<$<BOOL:${ZVT_SANITIZE}>:-fsanitize=address,undefined>)
 target_compile_definitions(zvt_options INTERFACE QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 
-# Line coverage is counted in the models, and in the tests that make code of the models' templates.
+# Line coverage is counted in the models, and in the unit tests, which instantiate the models' templates.
 add_library(zvt_coverage INTERFACE)
 target_compile_options(zvt_coverage INTERFACE $<$<BOOL:${ZVT_COVERAGE}>:--coverage>)
 
-# zvt_moc_globbed(TARGET): moc for a target whose sources are globbed. moc looks again only when a source that it knows or
-# a file of CMake changes, so the list of the sources is made one.
+# zvt_moc_globbed(TARGET): runs moc for a target whose sources are globbed. moc looks for new sources only when a source
+# that it has seen or a file of CMake changes. So the list of sources is written to a file of CMake.
 function(zvt_moc_globbed target)
     set_target_properties(${target} PROPERTIES AUTOMOC ON)
     get_target_property(sources ${target} SOURCES)
@@ -45,13 +45,14 @@ function(zvt_moc_globbed target)
     include(${list})
 endfunction()
 
-# The headers between the plug-in and what a real installation brings.
+# The headers between the plug-in and the libraries of a real installation.
 add_library(zvt_boundary INTERFACE)
 add_library(Zvt::boundary ALIAS zvt_boundary)
 target_include_directories(zvt_boundary INTERFACE ${PROJECT_SOURCE_DIR}/common/boundary)
 
-# zvt_platform_library(NAME SOURCES ... [LINK ...]): one shared library of the bundled platform, under its field name,
-# also known as Zvt::NAME, installed and exported so that the plug-in can be built against it elsewhere.
+# zvt_platform_library(NAME SOURCES ... [LINK ...]): adds a shared library of the bundled platform. NAME is the name of
+# this library in a real installation; Zvt::NAME is an alias. It is installed and exported, so that the plug-in can be
+# built against the installed platform.
 function(zvt_platform_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} SHARED ${ARG_SOURCES})

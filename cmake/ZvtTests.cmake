@@ -1,8 +1,9 @@
 set(ZVT_TEST_FILTER "" CACHE STRING "Build only the test files whose name matches this expression")
 
-# zvt_tests(KIND [LINK ...] [TIMEOUT seconds] [LONG tst_A ...] [DEFINITIONS ...]): one program `zvt_KIND_tests` of all
-# test classes of the folder (one link instead of many), and one CTest entry `KIND.tst_A` with the label KIND for each file
-# tst_A.cpp. Those of LONG build things of their own: they get half an hour and are started first.
+# zvt_tests(KIND [LINK ...] [TIMEOUT seconds] [LONG tst_A ...] [DEFINITIONS ...]): adds one program `zvt_KIND_tests`
+# with all test classes of the folder, since one program links faster than many, and one CTest entry `KIND.tst_A` with
+# the label KIND for each file tst_A.cpp. The default of TIMEOUT is 120 seconds. The tests of LONG run a build: they get
+# half an hour and are started first.
 function(zvt_tests kind)
     cmake_parse_arguments(ARG "" "TIMEOUT" "LINK;LONG;DEFINITIONS" ${ARGN})
     if(NOT ARG_TIMEOUT)

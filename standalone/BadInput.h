@@ -4,7 +4,8 @@
 
 #include <stdexcept>
 
-/// Something that the user gave cannot be used; what() is one line for him. Ends the program with status 2.
+/// An option, file or folder of the user cannot be used. what() is one line that explains why to the user. The program
+/// ends with status 2.
 class BadInput : public std::runtime_error
 {
 public:

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-/// One camera to choose from. GUI thread only.
+/// One camera in the list of cameras to choose from. GUI thread only.
 class CameraEntry : public QObject
 {
     Q_OBJECT
@@ -14,13 +14,13 @@ class CameraEntry : public QObject
 public:
     CameraEntry(const QString &profile, const QString &name, const QString &folder, QObject *parent = nullptr);
 
-    /// What StandaloneModel::connect() takes.
+    /// The argument of StandaloneModel::connect() for this camera.
     const QString &key() const { return m_profile; }
-    /// The name for people.
+    /// The name that lists show.
     const QString &name() const { return m_name; }
-    /// The name of the profile, or its file.
+    /// The name of a built-in profile, or the path of a profile's file.
     const QString &profile() const { return m_profile; }
-    /// Where the camera keeps its files.
+    /// The folder in which the camera keeps its files.
     const QString &folder() const { return m_folder; }
 
 private:

@@ -25,7 +25,7 @@ QString accessOf(const QMetaProperty &property)
     return access.join(u' ');
 }
 
-/// The signature with the names of the parameters, since signal handlers in QML can use them.
+/// The signature with the names of the parameters, which signal handlers in QML can use.
 QString signatureOf(const QMetaMethod &method)
 {
     const QList<QByteArray> names = method.parameterNames();
@@ -61,15 +61,15 @@ QStringList InterfaceDump::lines(QObject &root, const char *module)
 
 void InterfaceDump::visitRegistered(const char *module)
 {
-    // QML has no list of a module's types to offer, but registering one also registers the pointer to its class, and
-    // those have consecutive numbers, with gaps where a library has been unloaded.
+    // QML does not list the types of a module. But the registration of a type also registers the pointer to its class,
+    // and these pointer types have consecutive numbers, with gaps where a library has been unloaded.
     constexpr int last = QMetaType::User + 10'000;
     for (int id = QMetaType::User; id < last; ++id) {
         if (!QMetaType::isRegistered(id))
             continue;
         const QMetaType type(id);
         const QMetaObject *metaObject = type.flags() & QMetaType::PointerToQObject ? type.metaObject() : nullptr;
-        // A class that is known already need not be looked up, and neither need Qt's own: a look-up that fails is slow.
+        // Known classes and those of Qt are not looked up: a look-up that fails is slow.
         if (!metaObject || m_classes.contains(QString::fromLatin1(metaObject->className()))
             || qstrncmp(metaObject->className(), "Q", 1) == 0)
             continue;
@@ -89,7 +89,7 @@ void InterfaceDump::visitObject(QObject &object)
         if (type.property(i).metaType().flags() & QMetaType::PointerToQObject)
             if (auto *value = type.property(i).read(&object).value<QObject *>())
                 visitObject(*value);
-    // The rows of a list are of one class.
+    // All rows of a list have the same class, so the first one is enough.
     if (const auto *list = qobject_cast<ObjectListModel *>(&object); list && list->size() > 0)
         visitObject(*list->at(0));
 }

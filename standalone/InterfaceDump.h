@@ -4,14 +4,14 @@
 #include <QSet>
 #include <QStringList>
 
-/// Lists what QML can see of a plug-in: the classes that can be reached from its root model, and the types that it has
-/// registered. GUI thread only; no camera is needed.
+/// Lists the interface that a plug-in shows to QML: the classes that can be reached from its root model, and the types
+/// that it has registered. GUI thread only; no camera is needed.
 class InterfaceDump
 {
 public:
     /// One line for each property, invokable, public slot, signal and enum value, sorted. The fields, separated by
-    /// tabs: class, kind, name, type or signature, access, notify signal; "-" where there is nothing to say. What a
-    /// class has from its base classes, up to QObject, is listed under the class itself.
+    /// tabs: class, kind, name, type or signature, access, notify signal; "-" for a field that does not apply. Members
+    /// of base classes, except those of QObject, are listed under the class itself.
     ///
     /// `module` is the name of the QML module (version 1.0) whose types belong to it.
     static QStringList lines(QObject &root, const char *module);

@@ -62,7 +62,7 @@ void readGate(const QCommandLineParser &parser, Options &options)
         refuse(parser, latency, "a whole number of milliseconds from 0");
     const QString failRate = QStringLiteral("fail-rate");
     options.failRate = parser.value(failRate).toDouble(&valid);
-    // Put so that a value that is no number at all fails too.
+    // Negated, so that NaN is refused too.
     if (!valid || !(options.failRate >= 0 && options.failRate <= 1))
         refuse(parser, failRate, "a probability from 0 to 1");
     const QString seed = QStringLiteral("seed");

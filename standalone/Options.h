@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-/// What the command line asks for.
+/// The options of the command line.
 struct Options {
     enum class Mode { Interactive, Answer, ListProfiles, Screenshots, SelfTest, DumpInterface };
 
@@ -13,15 +13,15 @@ struct Options {
     static Options parse(const QStringList &arguments);
 
     Mode mode = Mode::Interactive;
-    QString answer; ///< Mode Answer: what to print instead of running.
-    QString plugin; ///< The plug-in's file.
-    QString profile; ///< The first camera: the name of a profile, or a file.
-    QString storage; ///< Where the cameras keep their files; empty: in the user's application data.
+    QString answer; ///< Mode Answer: the text that the program prints instead of running.
+    QString plugin; ///< The path of the plug-in.
+    QString profile; ///< The first camera: the name of a built-in profile, or the path of a profile's file.
+    QString storage; ///< The folder of the cameras' files; empty: the user's application data.
     QString screenshots;
     bool connectAtStart = false;
-    bool otherClient = false; ///< Lines of the standard input change the camera behind the operator's back.
-    bool asHost = false; ///< The page as in a host application: without a standaloneModel.
-    int latency = 0; ///< Milliseconds that each call to the camera takes longer.
-    double failRate = 0; ///< The probability with which each call to the camera fails.
-    uint32_t seed = 1; ///< Starts the generator behind failRate.
+    bool otherClient = false; ///< Lines of the standard input change the camera, as another client of it would.
+    bool asHost = false; ///< Shows the page as a host application does: without a standaloneModel.
+    int latency = 0; ///< Milliseconds added to each call to the camera.
+    double failRate = 0; ///< The probability (0 to 1) with which each call to the camera fails.
+    uint32_t seed = 1; ///< The seed of the generator that failRate uses.
 };

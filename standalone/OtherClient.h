@@ -12,18 +12,18 @@ class Camera;
 
 class StandaloneModel;
 
-/// Plays another client of the camera, so that a page can be seen to learn of its changes: each line that comes through
-/// a descriptor changes one setting, as "device.setting value", or one capability, as "capabilities.name value". A
-/// value is written as in JSON; what is none is a text. What is refused is told on the standard error. GUI thread only.
+/// Acts as another client of the camera, to show how a page follows changes by others. Each line from a descriptor
+/// changes one setting, as "device.setting value", or one capability, as "capabilities.name value". The value is JSON;
+/// any other text is taken as a string. A refused line is printed to the standard error. GUI thread only.
 class OtherClient : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `model` outlives it. It reads until the descriptor ends.
+    /// `model` must outlive this object, which reads until the end of `descriptor`.
     OtherClient(StandaloneModel &model, int descriptor, QObject *parent = nullptr);
 
-    /// Does what a line says; gives what is wrong with it, empty if nothing is.
+    /// Applies a line to the camera. Returns the reason if it is refused, else an empty text.
     static QString apply(emulator::Camera &camera, const QString &line);
 
 private:
@@ -31,5 +31,5 @@ private:
 
     StandaloneModel &m_model;
     QSocketNotifier m_notifier;
-    QByteArray m_pending; ///< A line that has not come to its end.
+    QByteArray m_pending; ///< The start of a line whose end has not arrived yet.
 };

@@ -9,14 +9,14 @@
 
 class Session;
 
-/// A window with the page of a session, which outlives it. Its title shows the camera and whether it is connected. It
-/// stays open while the camera's model does not allow it to be closed. GUI thread only.
+/// A window with the page of a session. The session must outlive the window. The title shows the camera and whether it
+/// is connected. The window stays open while the model does not allow the controller to be closed. GUI thread only.
 class PageWindow : public QQuickWindow
 {
     Q_OBJECT
 
 public:
-    /// `asHost`: the page gets no standaloneModel, and refreshes at F5. Throws BadInput.
+    /// `asHost`: the page gets no standaloneModel and refreshes when F5 is pressed. Throws BadInput.
     PageWindow(Session &session, bool asHost);
 
     QQuickItem &page() { return *m_page->item(); }
@@ -29,7 +29,7 @@ private:
     void updateTitle();
 
     Session &m_session;
-    // In this order: the page is destroyed before its engine.
+    // The order matters: the page is destroyed before its engine.
     QQmlEngine m_engine;
     std::unique_ptr<hlx::cam::ui::PageHost> m_page;
 };

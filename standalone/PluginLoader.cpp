@@ -28,7 +28,7 @@ PluginLoader::PluginLoader(const QString &file)
 PluginLoader::~PluginLoader()
 {
     QThreadPool::globalInstance()->waitForDone();
-    // The creator is exported as a C++ function; the factory must not keep it beyond the library.
+    // The factory must not keep the creator, a function of the library, after the library is unloaded.
     const auto creator = reinterpret_cast<hlx::cam::ui::ModelCreator>(m_library.resolve(
         "_Z24CreateModelForControllerN3hlx10TSharedPtrINS_3cam11IControllerEEEP7QObjectRS5_R7QString"));
     if (creator)

@@ -2,11 +2,10 @@
 
 #include <QLibrary>
 
-/// The camera plug-in as a host loads it: by its file, knowing nothing but the name of its entry point. GUI thread
-/// only.
+/// Loads the camera plug-in as a host does: by its file and the name of its entry point only. GUI thread only.
 ///
-/// Everything that came out of the plug-in must be gone before its loader. QML remembers where the plug-in's types lay,
-/// so that a process which has unloaded it must not load it again.
+/// All objects of the plug-in must be destroyed before the loader. A process that has unloaded the plug-in must not
+/// load it again, since QML keeps the addresses of its types.
 class PluginLoader
 {
 public:
@@ -15,7 +14,7 @@ public:
     PluginLoader(const PluginLoader &) = delete;
     PluginLoader &operator=(const PluginLoader &) = delete;
 
-    /// Waits for the tasks of the global thread pool, whose code may lie in the plug-in, and unloads the library.
+    /// Waits for the tasks of the global thread pool, whose code may be in the plug-in, and unloads the library.
     ~PluginLoader();
 
 private:

@@ -1,7 +1,7 @@
 #include "standalone/Screenshots.h"
 
 #include "standalone/BadInput.h"
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 #include "standalone/PageWindow.h"
 #include "standalone/Session.h"
 
@@ -37,25 +37,25 @@ int Screenshots::run(const Options &options)
     Session session(options);
     PageWindow window(session, false);
     window.show();
-    const PageDriver driver(window, window.page());
+    const PageUser user(window, window.page());
     StandaloneModel &model = session.standaloneModel();
-    Screenshots screenshots(window, driver, folder);
+    Screenshots screenshots(window, user, folder);
 
-    if (!PageDriver::waitFor([&window] { return window.isExposed(); }) || !driver.settle())
+    if (!PageUser::waitFor([&window] { return window.isExposed(); }) || !user.settle())
         return complain(QStringLiteral("the window does not appear")), 1;
     if (!screenshots.takeAll(QStringLiteral("-not-connected")))
         return 1;
     model.connect(session.firstCamera());
-    if (!PageDriver::waitFor([&model] { return !model.connecting(); }, 60'000) || !model.connected())
+    if (!PageUser::waitFor([&model] { return !model.connecting(); }, 60'000) || !model.connected())
         return complain(QStringLiteral("the camera cannot be connected")), 1;
-    if (!driver.settle(60'000) || !screenshots.takeAll({}))
+    if (!user.settle(60'000) || !screenshots.takeAll({}))
         return 1;
     std::printf("%s\n", qPrintable(folder));
     return 0;
 }
 
-Screenshots::Screenshots(PageWindow &window, const PageDriver &driver, const QString &folder)
-    : m_window(window), m_driver(driver), m_folder(folder)
+Screenshots::Screenshots(PageWindow &window, const PageUser &user, const QString &folder)
+    : m_window(window), m_user(user), m_folder(folder)
 {
 }
 
@@ -63,7 +63,7 @@ bool Screenshots::takeAll(const QString &suffix)
 {
     for (const QSize size : {QSize(900, 720), QSize(640, 480), QSize(1280, 1024)}) {
         m_window.resize(size);
-        if (!PageDriver::waitFor([this, size] { return m_window.size() == size; }))
+        if (!PageUser::waitFor([this, size] { return m_window.size() == size; }))
             return complain(QStringLiteral("the window cannot be resized"));
         const QString full = QStringLiteral("-%1x%2%3").arg(size.width()).arg(size.height()).arg(suffix);
         if (!takeTabs(full) || !takePopup(full))
@@ -74,10 +74,10 @@ bool Screenshots::takeAll(const QString &suffix)
 
 bool Screenshots::takeTabs(const QString &suffix)
 {
-    const QList<QQuickItem *> buttons = m_driver.tabButtons();
+    const QList<QQuickItem *> buttons = m_user.tabButtons();
     for (QQuickItem *button : buttons) {
         const QString tab = button->property("text").toString();
-        if (!m_driver.openTab(*button))
+        if (!m_user.openTab(*button))
             return complain(QStringLiteral("the tab %1 does not come to rest").arg(tab));
         if (!take(tab + suffix))
             return false;
@@ -88,13 +88,13 @@ bool Screenshots::takeTabs(const QString &suffix)
 bool Screenshots::takePopup(const QString &suffix)
 {
     const QString name = QStringLiteral("Configuration");
-    QQuickItem *button = m_driver.button(name);
+    QQuickItem *button = m_user.button(name);
     if (!button)
         return complain(QStringLiteral("the page has no button \"%1\"").arg(name));
-    m_driver.press(*button);
-    const bool taken = m_driver.settle() && take(name + suffix);
-    m_driver.key(Qt::Key_Escape);
-    return taken && m_driver.settle();
+    m_user.press(*button);
+    const bool taken = m_user.settle() && take(name + suffix);
+    m_user.key(Qt::Key_Escape);
+    return taken && m_user.settle();
 }
 
 bool Screenshots::take(const QString &name)

@@ -5,7 +5,7 @@
 #include <QSize>
 #include <QString>
 
-class PageDriver;
+class PageUser;
 class PageWindow;
 
 /// Pictures of every tab of the page and of its configuration popup, in two sizes, without a camera and with one. GUI
@@ -13,12 +13,12 @@ class PageWindow;
 class Screenshots
 {
 public:
-    /// Writes them as PNG files named by tab and prints the folder. The program's exit status: 0 if all pictures could
-    /// be taken. Throws BadInput and emulator::SetupError.
+    /// Writes the pictures as PNG files named by tab and prints their folder. Returns the exit status of the program: 0
+    /// if all pictures could be taken. Throws BadInput and emulator::SetupError.
     static int run(const Options &options);
 
 private:
-    Screenshots(PageWindow &window, const PageDriver &driver, const QString &folder);
+    Screenshots(PageWindow &window, const PageUser &user, const QString &folder);
 
     bool takeAll(const QString &suffix);
     bool takeTabs(const QString &suffix);
@@ -26,6 +26,6 @@ private:
     bool take(const QString &name);
 
     PageWindow &m_window;
-    const PageDriver &m_driver;
+    const PageUser &m_user;
     QString m_folder;
 };

@@ -1,6 +1,6 @@
 #include "standalone/SelfTest.h"
 
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 #include "standalone/PageWindow.h"
 #include "standalone/Session.h"
 #include "standalone/WarningCounter.h"
@@ -12,10 +12,11 @@
 namespace
 {
 
-/// Room for slow cameras.
+/// Milliseconds for each step: enough for slow cameras.
 constexpr int limit = 60'000;
 
-/// Prints how a step went, by the reason why it failed, empty if it did not; it has also failed if QML has warned.
+/// Prints the result of a step. `failure` explains why it failed and is empty if it passed. A warning from QML during
+/// the step is a failure too. Returns whether the step passed.
 bool report(const QString &step, QString failure)
 {
     const int warnings = WarningCounter::take();
@@ -37,10 +38,10 @@ int SelfTest::run(const Options &options)
         Session session(options);
         PageWindow window(session, false);
         window.show();
-        const PageDriver driver(window, window.page());
-        const bool shown = PageDriver::waitFor([&window] { return window.isExposed(); });
+        const PageUser user(window, window.page());
+        const bool shown = PageUser::waitFor([&window] { return window.isExposed(); });
         passed = report(QStringLiteral("load"), shown ? QString() : QStringLiteral("the window does not appear"))
-            && SelfTest(session, driver).steps();
+            && SelfTest(session, user).steps();
         window.close();
     }
     return report(QStringLiteral("quit"), {}) && passed ? 0 : 1;
@@ -55,12 +56,11 @@ bool SelfTest::steps()
 
 bool SelfTest::openTabs()
 {
-    const QList<QQuickItem *> buttons = m_driver.tabButtons();
+    const QList<QQuickItem *> buttons = m_user.tabButtons();
     if (buttons.isEmpty())
         return report(QStringLiteral("tabs"), QStringLiteral("the page has none"));
     for (QQuickItem *button : buttons) {
-        const QString failure
-            = m_driver.openTab(*button, limit) ? QString() : QStringLiteral("it does not come to rest");
+        const QString failure = m_user.openTab(*button, limit) ? QString() : QStringLiteral("it does not come to rest");
         if (!report(QStringLiteral("tab ") + button->property("text").toString(), failure))
             return false;
     }
@@ -78,7 +78,7 @@ QString SelfTest::connectCamera()
         = QObject::connect(&model, &StandaloneModel::connectingChanged, [&] { answered = !model.connecting(); });
     const QString failure = chooseCamera();
     if (failure.isEmpty())
-        PageDriver::waitFor([&answered] { return answered; }, limit);
+        PageUser::waitFor([&answered] { return answered; }, limit);
     QObject::disconnect(noting);
     QObject::disconnect(waiting);
     if (!failure.isEmpty())
@@ -87,7 +87,7 @@ QString SelfTest::connectCamera()
         return reason;
     if (!showsConnected(true))
         return QStringLiteral("the page does not notice it");
-    return m_driver.settle(limit) ? QString() : QStringLiteral("the page does not come to rest");
+    return m_user.settle(limit) ? QString() : QStringLiteral("the page does not come to rest");
 }
 
 QString SelfTest::chooseCamera()
@@ -95,19 +95,19 @@ QString SelfTest::chooseCamera()
     for (const QString &name : {QStringLiteral("Connect"), m_session.standaloneModel().cameraName()})
         if (const QString failure = press(name); !failure.isEmpty())
             return failure;
-    // The list of the cameras is open, with this one chosen.
-    m_driver.key(Qt::Key_Return);
+    // The list of cameras is open and this camera is selected.
+    m_user.key(Qt::Key_Return);
     return {};
 }
 
 QString SelfTest::press(const QString &name)
 {
-    // What has just been opened finds its place with the next frames.
-    const bool shown = PageDriver::waitFor([this, &name] { return m_driver.button(name) != nullptr; });
-    QQuickItem *button = shown && m_driver.settle(limit) ? m_driver.button(name) : nullptr;
+    // A dialog or menu that has just opened is laid out during the next frames.
+    const bool shown = PageUser::waitFor([this, &name] { return m_user.button(name) != nullptr; });
+    QQuickItem *button = shown && m_user.settle(limit) ? m_user.button(name) : nullptr;
     if (!button)
         return QStringLiteral("the page has no button \"%1\"").arg(name);
-    m_driver.press(*button);
+    m_user.press(*button);
     return {};
 }
 
@@ -117,21 +117,21 @@ QString SelfTest::disconnectCamera()
     const QString failure = press(QStringLiteral("Disconnect"));
     if (!failure.isEmpty())
         return failure;
-    const bool done = PageDriver::waitFor([&model] { return !model.connected() && !model.disconnecting(); }, limit);
+    const bool done = PageUser::waitFor([&model] { return !model.connected() && !model.disconnecting(); }, limit);
     if (done && !showsConnected(false))
         return QStringLiteral("the page does not notice it");
-    return done && m_driver.settle(limit) ? QString() : QStringLiteral("it does not end in time");
+    return done && m_user.settle(limit) ? QString() : QStringLiteral("it does not end in time");
 }
 
 bool SelfTest::showsConnected(bool connected) const
 {
     const QObject &model = m_session.cameraModel();
-    return PageDriver::waitFor([&model, connected] { return model.property("connected").toBool() == connected; });
+    return PageUser::waitFor([&model, connected] { return model.property("connected").toBool() == connected; });
 }
 
 QString SelfTest::refresh()
 {
     if (!QMetaObject::invokeMethod(&m_session.cameraModel(), "refreshAllVisible"))
         return QStringLiteral("the camera's model has no refreshAllVisible");
-    return m_driver.settle(limit) ? QString() : QStringLiteral("it does not end in time");
+    return m_user.settle(limit) ? QString() : QStringLiteral("it does not end in time");
 }

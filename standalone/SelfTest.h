@@ -4,20 +4,20 @@
 
 #include <functional>
 
-class PageDriver;
+class PageUser;
 class Session;
 
-/// Drives the page through connecting, every tab, a refresh, disconnecting and reconnecting, and prints one line for
+/// Connects a camera on the page, opens every tab, refreshes, disconnects and connects again, and prints one line for
 /// each step. GUI thread only.
 class SelfTest
 {
 public:
-    /// The program's exit status: 0 if every step passed without a warning from QML. Throws BadInput and
+    /// Returns the exit status of the program: 0 if every step passed without a warning from QML. Throws BadInput and
     /// emulator::SetupError.
     static int run(const Options &options);
 
 private:
-    SelfTest(Session &session, const PageDriver &driver) : m_session(session), m_driver(driver) { }
+    SelfTest(Session &session, const PageUser &user) : m_session(session), m_user(user) { }
 
     bool steps();
     bool openTabs();
@@ -29,5 +29,5 @@ private:
     bool showsConnected(bool connected) const;
 
     Session &m_session;
-    const PageDriver &m_driver;
+    const PageUser &m_user;
 };

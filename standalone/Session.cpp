@@ -11,7 +11,7 @@ Session::Session(const Options &options)
     : m_plugin(options.plugin), m_firstCamera(options.profile),
       m_standaloneModel(options.profile, options.storage, {options.latency, options.failRate, options.seed})
 {
-    // With its font, before there is a window.
+    // The icon font must be there before a window is made.
     hlx::cam::ui::registerHostModules();
     if (options.asHost)
         connectFirst();

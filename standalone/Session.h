@@ -12,8 +12,8 @@
 class Session
 {
 public:
-    /// With `asHost` of the options the camera is asked to connect before the model is made, as in a host application.
-    /// Throws BadInput and emulator::SetupError.
+    /// With the option `asHost` the camera starts to connect before the model is made, as in a host application. Throws
+    /// BadInput and emulator::SetupError.
     explicit Session(const Options &options);
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
@@ -21,7 +21,7 @@ public:
     StandaloneModel &standaloneModel() { return m_standaloneModel; }
     QObject &cameraModel() { return *m_cameraModel; }
 
-    /// The path of the page below the resources' root.
+    /// The path of the page below the root of the resources.
     const QString &page() const { return m_page; }
 
     /// The key of the camera of the options' profile.
@@ -30,7 +30,7 @@ public:
 private:
     void connectFirst();
 
-    // In this order: the library is unloaded last.
+    // The order matters: the library is unloaded last.
     PluginLoader m_plugin;
     QString m_firstCamera;
     StandaloneModel m_standaloneModel;

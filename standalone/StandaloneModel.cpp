@@ -70,13 +70,13 @@ StandaloneModel::Connection StandaloneModel::open(Connection connection, const Q
 {
     if (!connection.error.isEmpty())
         return connection;
-    // Replaced below where the reason is known better.
+    // Replaced below if a more exact reason is known.
     connection.error = tr("the camera does not answer");
     try {
         if (!connection.camera)
             connection.camera = makeCamera(connection.key, folder, line);
         if (!hlx::cam::attach(*controller, connection.camera)) {
-            // The present camera has been connected meanwhile, and stays.
+            // The present camera has been connected in the meantime and is kept.
             connection.camera.reset();
             return connection;
         }
@@ -123,7 +123,7 @@ hlx::cam::IController::ValueChanged StandaloneModel::connectionListener()
     return hlx::cam::IController::ValueChanged::FromMember<StandaloneModel, &StandaloneModel::valueChanged>(this);
 }
 
-/// Called on the thread on which the value has changed.
+// Any thread: called on the thread on which the value has changed.
 void StandaloneModel::valueChanged(hlx::CString name)
 {
     if (name == "Connected")
@@ -132,7 +132,7 @@ void StandaloneModel::valueChanged(hlx::CString name)
 
 void StandaloneModel::followConnection()
 {
-    // Their end calls this again.
+    // finishedConnecting() and finishedDisconnecting() call this again.
     if (m_connecting || m_disconnecting)
         return;
     const bool connected = m_controller->IsConnected();

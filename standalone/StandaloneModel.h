@@ -18,11 +18,10 @@ namespace emulator
 class Camera;
 }
 
-/// What the page knows as `standaloneModel`: which cameras there are, and the connection to one of them. GUI thread
-/// only.
+/// The `standaloneModel` of the page: the list of cameras, and the connection to one of them. GUI thread only.
 ///
-/// There is one controller for all of its life; connecting points it at the chosen camera. Connecting and disconnecting
-/// run on the global thread pool, since a camera may take its time to answer.
+/// The model has one controller during its whole life. Connecting points it at the chosen camera. Connecting and
+/// disconnecting run on the global thread pool, since a camera may answer slowly.
 class StandaloneModel : public QObject
 {
     Q_OBJECT
@@ -40,7 +39,7 @@ class StandaloneModel : public QObject
     Q_PROPERTY(int controllerIndex READ controllerIndex WRITE setControllerIndex NOTIFY controllerIndexChanged FINAL)
 
 public:
-    /// What the calls to every camera of this model go through.
+    /// Faults of the line, which apply to the calls to every camera of this model.
     struct Line {
         int latency = 0; ///< Milliseconds.
         double failRate = 0;
@@ -53,18 +52,18 @@ public:
     ~StandaloneModel() override;
 
     CameraFinder *cameraFinder() { return &m_cameraFinder; }
-    /// Where the cameras keep their files.
+    /// The folder in which the cameras keep their files.
     const QString &configDir() const { return m_configDir; }
     /// The name of the camera that the controller points at.
     const QString &cameraName() const { return m_cameraName; }
 
-    /// Follows the controller, so that it is false after the cable is pulled. While `connecting` or `disconnecting` it
-    /// stays as it was.
+    /// Follows the controller, so that it becomes false when the cable is pulled. It does not change while `connecting`
+    /// or `disconnecting` is true.
     bool connected() const { return m_connected; }
     bool connecting() const { return m_connecting; }
     bool disconnecting() const { return m_disconnecting; }
-    /// Why the last attempt to connect failed, as a sentence for the operator. Empty if it did not, and during the
-    /// next one.
+    /// The reason why the last attempt to connect failed, as a sentence for the operator. Empty after a success and
+    /// while `connecting` is true.
     const QString &connectError() const { return m_connectError; }
 
     bool canSelectController() const { return controllerDisplayNames().size() > 1; }
@@ -91,7 +90,7 @@ signals:
     void disconnectingChanged();
     void connectErrorChanged();
     void controllerIndexChanged();
-    /// A camera could not be connected, for a reason told in one line.
+    /// A camera could not be connected. `reason` is one line.
     void connectFailed(const QString &reason);
 
 private slots:
@@ -102,7 +101,7 @@ private:
     struct Connection {
         QString key;
         std::shared_ptr<emulator::Camera> camera; ///< Null if it could not be made.
-        QString error; ///< Why it is not connected, if it is not.
+        QString error; ///< The reason why it is not connected; empty if it is.
     };
 
     static Connection open(Connection connection, const QString &folder, const Line &line,
@@ -124,7 +123,7 @@ private:
     QString m_connectError;
     int m_controllerIndex = 0;
     std::shared_ptr<emulator::Camera> m_camera;
-    /// A camera once made is kept, so that it goes on where it was when it is chosen again.
+    /// All cameras made so far. A camera that is chosen again continues in the state in which it was left.
     QHash<QString, std::shared_ptr<emulator::Camera>> m_cameras;
     hlx::TSharedPtr<hlx::cam::CZVTController> m_controller;
     QFutureWatcher<Connection> m_connection;

@@ -9,7 +9,7 @@
 namespace
 {
 
-std::atomic<int> warnings = 0; // Qt's message handlers carry no context of ours.
+std::atomic<int> warnings = 0; // Global, since a message handler of Qt has no context argument.
 QtMessageHandler previousHandler = nullptr;
 
 bool isFromQml(const QMessageLogContext &context, const QString &message)
@@ -18,7 +18,7 @@ bool isFromQml(const QMessageLogContext &context, const QString &message)
     for (const char *prefix : {"qml", "js", "qt.qml", "qt.quick"})
         if (category.startsWith(QLatin1String(prefix)))
             return true;
-    // The engine reports a failing binding without a category, but begins with the place.
+    // The engine reports a failing binding without a category, but its message begins with the place.
     return message.contains(QLatin1String(".qml:"));
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Counts the warnings and errors of the QML engine and of QML code for as long as it lives, and prints all messages as
-/// before. There is one at a time; it counts on any thread.
+/// Counts the warnings and errors of the QML engine and of QML code during its life. All messages are printed as
+/// before. Only one counter may exist at a time. It counts messages from any thread.
 class WarningCounter
 {
 public:
@@ -10,6 +10,6 @@ public:
     WarningCounter &operator=(const WarningCounter &) = delete;
     ~WarningCounter();
 
-    /// How many there were since the last call.
+    /// Returns the count since the last call and starts again at 0.
     static int take();
 };

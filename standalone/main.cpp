@@ -21,7 +21,8 @@
 namespace
 {
 
-/// Without a display the program still answers, tests itself and takes pictures; true if it has to do so.
+/// Selects the offscreen platform of Qt if there is no display, and returns whether it did. All modes but the
+/// interactive one work without a display.
 bool goOffscreenWithoutDisplay()
 {
     for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
@@ -30,7 +31,7 @@ bool goOffscreenWithoutDisplay()
     return qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
-/// The arguments with "--plugin FILE" made one, "--plugin=FILE": Qt would take the two for an option of its own.
+/// The arguments with "--plugin FILE" joined to "--plugin=FILE", since Qt would take "--plugin FILE" as its own option.
 std::vector<std::string> joinPluginOption(int argc, char *argv[])
 {
     std::vector<std::string> arguments;
@@ -53,7 +54,7 @@ int runWindow(const Options &options)
         otherClient.emplace(model, STDIN_FILENO);
     PageWindow window(session, options.asHost);
     if (options.connectAtStart && !options.asHost)
-        // The page stands before the camera begins to answer.
+        // The page is shown before the camera begins to answer.
         QObject::connect(
             &window, &QQuickWindow::frameSwapped, &model, [&] { model.connect(session.firstCamera()); },
             Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));

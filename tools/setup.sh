@@ -1,5 +1,5 @@
 # Shared by ./run, ./test, ./bench and CI: installs what is missing, configures a preset and builds it.
-# To be sourced; expects to stand in the project's root.
+# To be sourced with the project's root as the current folder.
 
 fail() {
     echo "$(basename "$0"): $*" >&2
@@ -27,7 +27,15 @@ install_missing() {
     $root env DEBIAN_FRONTEND=noninteractive apt-get install -qq --no-install-recommends $missing >/dev/null
 }
 
-# Passes on what ninja prints into a log, but only one line of progress for each tenth of the work.
+# Prints the folders of the code that is made of models, one on each line: those that exist.
+model_folders() {
+    local folder
+    for folder in common plugin $(sed '/^#/d' cmake/model-folders.txt); do
+        [ ! -d "$folder" ] || echo "$folder"
+    done
+}
+
+# Copies the output of ninja, with only one line of progress for each tenth of the work, for logs.
 thin_out() {
     local line tenth=0
     while IFS= read -r line; do
@@ -40,13 +48,13 @@ thin_out() {
     done
 }
 
-# build PRESET [TARGET ...]: configures it once and builds the targets, or everything, on all cores, and shows how far it
-# is. Two commands that build the same preset at once wait for each other.
+# build PRESET [TARGET ...]: configures the preset once, builds the targets, or everything, on all cores, and shows the
+# progress. Commands that build the same preset at the same time wait for each other.
 build() {
     local preset=$1 targets=()
     shift
     [ $# -eq 0 ] || targets=(--target "$@")
-    # What the compiler cache must know of precompiled headers.
+    # The compiler cache needs this for precompiled headers.
     export CCACHE_SLOPPINESS=pch_defines,time_macros
     mkdir -p build
     (

@@ -1,27 +1,27 @@
 cmake_minimum_required(VERSION 3.23)
-# Checks every QML file of SOURCE_DIR with the program QMLLINT: pages, parts and the host's own.
+# Checks every QML file of SOURCE_DIR with the program QMLLINT: pages, parts and those of the bundled host.
 #
-# A page imports modules, and the host's shared controls by their place beside it. Both are found at run time and in the
-# build folder, not in the source tree. So the copies that a build puts into BINARY_DIR are checked.
+# A page imports modules by name and the shared controls of the host by a relative path. These imports resolve at run
+# time and in the build folder, but not in the source tree. So the copies in BINARY_DIR are checked.
 #
-# Ids in the contents of controls are allowed: the contents are then made at once, which they are in any case.
+# Ids in the contents of controls are allowed. Qt then does not defer the contents, but these are needed at once anyway.
 set(options -I ${BINARY_DIR}/imports -I ${BINARY_DIR} --deferred-property-id disable --unused-imports warning)
 
-# Files that use names from outside of all QML files: what the host gives to the page, and its icon font.
+# Files that use names which no QML file declares: the context names of the host and its icon font.
 set(unqualified zvt/zvtmain.qml zvt/look/GlyphLabel.qml)
 
-# copies(VARIABLE SOURCE COPY): the copies below the folder COPY of the files below the folder SOURCE.
+# copies(VARIABLE SOURCE COPY): sets VARIABLE to the copies in the folder COPY of the files in the folder SOURCE.
 function(copies variable source copy)
     file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/${source} ${SOURCE_DIR}/${source}/*.qml)
     list(TRANSFORM files PREPEND ${copy}/)
     set(${variable} ${files} PARENT_SCOPE)
 endfunction()
 
-# without_limits(VARIABLE FILE OUTPUT): what qmllint says about a file, without what comes from the limits of its version:
-# it knows no unsigned numbers, and no ids of the file inside of a Component, for which QML has no other name.
+# without_limits(VARIABLE FILE OUTPUT): sets VARIABLE to the OUTPUT of qmllint for a file, without false findings. This
+# version of qmllint does not support unsigned numbers, nor ids of the file inside a Component.
 function(without_limits variable file output)
     file(READ ${BINARY_DIR}/${file} text)
-    # These would break CMake's lists.
+    # These characters have a meaning in the lists of CMake.
     string(REGEX REPLACE "[][;]" "|" output "${output}")
     set(place "([^\n]*)\n( *)(\\^+)\n")
     string(REGEX REPLACE "Warning: [^\n]*: Type \"uint[^\n]* not found[^\n]*\n${place}" "" output "${output}")

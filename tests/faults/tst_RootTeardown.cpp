@@ -32,7 +32,7 @@ void tst_RootTeardown::rootDiesWithEverythingInFlight()
     root->refreshAllVisible();
     root->statusTabModel()->setVisible(true);
     QVERIFY(rig.gate().waitHeld("*", 2));
-    root.reset(); // A destructor that waits would wait for ever here.
+    root.reset(); // The calls are still held, so a destructor that waits would never return.
     rig.gate().release("*");
     CameraRig::settle();
 }
@@ -48,7 +48,7 @@ void tst_RootTeardown::disconnectInTheMiddleOfAReadEndsIt()
     rig.camera().disconnect();
     rig.gate().release("*");
     CameraRig::settle();
-    // What had been read before stands, the rest is as it was.
+    // Values that were read before are published, the others stay as they were.
     QVERIFY(!root.statusTabModel()->frameSize().isEmpty());
     QVERIFY(root.statusTabModel()->frameRate().isEmpty());
 }

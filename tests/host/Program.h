@@ -4,12 +4,12 @@
 #include <QString>
 #include <QStringList>
 
-/// The built zvtcontroller, run as its user runs it.
+/// Runs the built zvtcontroller as a user does.
 namespace Program
 {
 
 struct Result {
-    int status = -1; ///< -1: it crashed, or did not end.
+    int status = -1; ///< The exit status; -1: it crashed, or did not end in time.
     QString output;
     QString errors;
 };

@@ -87,7 +87,7 @@ void tst_CommandLine::badInputEndsWithOneLineAndStatus2()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, message);
-    // What is wrong with the input shows before the window does.
+    // A fault of the input is reported before a window is shown.
     const auto result = Program::run(arguments);
     QCOMPARE(result.status, 2);
     QCOMPARE(result.output, QString());

@@ -11,7 +11,8 @@
 namespace
 {
 
-/// How much of all pages must run as C++, in percent: a little less than does.
+/// The share of the bindings and functions of all pages that must run as C++, in percent: a little below the actual
+/// share.
 constexpr int floorPercent = 80;
 
 /// The bindings and functions of one file.
@@ -27,8 +28,8 @@ const QQmlPrivate::CachedQmlUnit *compiledUnit(const QString &resource)
     return QQmlMetaType::findCachedCompilationUnit(QUrl(QStringLiteral("qrc") + resource), &status);
 }
 
-/// Indices of the bindings and functions of a unit. Functions inside of them have indices of their own, which are not
-/// among these: with such a one, the binding itself is never compiled.
+/// Indices of the bindings and functions of a unit. Functions inside a binding have indices of their own, which are
+/// left out: a binding with a function inside is never compiled.
 QSet<int> bindingsAndFunctions(const QV4::CompiledData::Unit *unit)
 {
     QSet<int> indices;
@@ -66,7 +67,7 @@ Share shareOf(const QQmlPrivate::CachedQmlUnit &unit)
 
 } // namespace
 
-/// How many bindings and functions of the pages run as C++ and not in the interpreter.
+/// Checks how many bindings and functions of the pages run as C++ and not in the interpreter.
 class tst_CompiledShare : public Test
 {
     Q_OBJECT

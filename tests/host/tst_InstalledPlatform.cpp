@@ -10,7 +10,7 @@ namespace
 
 const QString buildDir = QStringLiteral(ZVT_BINARY_DIR);
 
-/// What the configuration of the running build says of a variable; empty if it says nothing.
+/// The value of a variable in the configuration of the running build; empty if it is not set.
 QString cached(const QString &variable)
 {
     QFile file(buildDir + "/CMakeCache.txt");
@@ -24,7 +24,7 @@ QString cached(const QString &variable)
 
 struct Output {
     bool good = false;
-    QString text; ///< Standard output and errors in one.
+    QString text; ///< Standard output and standard error together.
 };
 
 Output run(const QString &program, const QStringList &arguments)
@@ -50,7 +50,7 @@ Output cmake(const QStringList &arguments) { return run(cached("CMAKE_COMMAND"),
         QVERIFY2(output.good, qPrintable(output.text));                                                                \
     } while (false)
 
-/// The platform installed somewhere as a real installation would be, and the plug-in built against it alone.
+/// Installs the platform as a real installation would be, and builds the plug-in against it alone.
 class tst_InstalledPlatform : public Test
 {
     Q_OBJECT
@@ -71,8 +71,8 @@ private:
 
 void tst_InstalledPlatform::initTestCase() { VERIFY_RUN(cmake({"--install", buildDir, "--prefix", m_prefix.path()})); }
 
-/// The command that configures a build as the running one is configured, but for the platform. It starts afresh in a
-/// folder that may hold an earlier build.
+/// The command that configures a build like the running one, except for the platform. Values from an earlier build in
+/// the same folder are discarded.
 QStringList tst_InstalledPlatform::configure(const QString &platform, const QString &folder) const
 {
     QStringList arguments{"--fresh", "-G", "Ninja", "-S", ZVT_SOURCE_DIR, "-B", folder, "-DZVT_PLATFORM=" + platform};
@@ -91,12 +91,12 @@ void tst_InstalledPlatform::programRunsFromWhereItIsInstalled()
     QVERIFY(QFile::exists(m_prefix.filePath("bin/libhlxcamuiZVT.so")));
 }
 
-// They are the plug-in's own: an installation that brought others would be another version.
+// The boundary headers belong to the plug-in. An installation with its own headers could be of another version.
 void tst_InstalledPlatform::headersStayBehind() { QVERIFY(!QFile::exists(m_prefix.filePath("include"))); }
 
 void tst_InstalledPlatform::plugInIsBuiltAgainstIt()
 {
-    // Kept for the next run, which then builds only what has changed.
+    // The build folder is kept, so that the next run builds only changed files.
     const QString folder = buildDir + "/installed-platform";
     VERIFY_RUN(cmake(configure("installed", folder)));
     VERIFY_RUN(cmake({"--build", folder, "--target", "hlxcamuiZVT", "--parallel", "2"}));

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-/// What pages and hosts rely on: every name that QML sees, as committed in interface.tsv.
+/// Checks the interface that pages and hosts rely on: every name that QML sees, as committed in interface.tsv.
 class tst_Interface : public Test
 {
     Q_OBJECT
@@ -78,7 +78,7 @@ void tst_Interface::holdsTheRootAndTheRegisteredTypes()
         QVERIFY2(holds(start), start);
 }
 
-// Of a class that it does not know, the compiler leaves every binding to the interpreter.
+// The QML compiler leaves every binding on a class that it does not know to the interpreter.
 void tst_Interface::everyClassIsDescribedToTheQmlCompiler()
 {
     QFile file(QStringLiteral(ZVT_BINARY_DIR "/imports/com/kestrin/hlx/cam/ui/zvt/zvt.qmltypes"));

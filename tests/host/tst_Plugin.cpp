@@ -20,12 +20,12 @@ namespace
 
 const QString pluginFile = QStringLiteral(ZVT_BINARY_DIR "/bin/libhlxcamuiZVT.so");
 
-/// A controller of some other camera family.
+/// A controller of another camera family.
 class ForeignController : public hlx::cam::IController
 {
 };
 
-/// Lines of tests/support/pending.txt: what has not landed yet.
+/// The lines of tests/support/pending.txt: the files that do not exist yet.
 QStringList pending()
 {
     QFile file(QStringLiteral(ZVT_SOURCE_DIR "/tests/support/pending.txt"));
@@ -102,7 +102,7 @@ void tst_Plugin::entryPointReturnsOneAndMayRunTwice()
     QCOMPARE(hlx::cam::ui::controllerModelFactory()->CreatorCount(), creators);
 }
 
-// Painting shares the global pool with the reads. Whoever has made it larger keeps it so.
+// Painting shares the global pool with the reads. A host that has set a larger limit keeps it.
 void tst_Plugin::readsLeaveThreadsToPaintWith()
 {
     auto *pool = QThreadPool::globalInstance();
@@ -113,7 +113,7 @@ void tst_Plugin::readsLeaveThreadsToPaintWith()
     }
 }
 
-// Two entries of one family would each be asked for every icon.
+// The host would ask two entries of one family for every icon.
 void tst_Plugin::iconFontIsAddedOnce()
 {
     m_entryPoint();
@@ -183,7 +183,7 @@ void tst_Plugin::modulesAreInTheResources_data()
     QTest::newRow("module") << "PlainLabel";
 }
 
-// An engine of a host that knows nothing of the modules finds them, and nothing of theirs outside of the library.
+// An engine of a host finds the modules without any setting, and finds all their files in the library.
 void tst_Plugin::modulesAreInTheResources()
 {
     QFETCH(QString, type);
@@ -216,7 +216,7 @@ void tst_Plugin::oneTypeWhicheverWayItIsImported()
 void tst_Plugin::typesCanNotBeMadeInQmlExceptTwo_data()
 {
     QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("reason"); // Empty: it can be made.
+    QTest::addColumn<QString>("reason"); // Why it cannot be made; empty if it can.
     QTest::newRow("root") << "ZvtCameraModel"
                           << "Can only get through controller plugin";
     QTest::newRow("validator") << "FPASizeIntValidator"
@@ -268,8 +268,8 @@ void tst_Plugin::fixedWidthNamesAreKnown()
     QCOMPARE(QMetaType::fromName(QTest::currentDataTag()), type);
 }
 
-// A host may take the plug-in down once its page, its root and the engine are gone and no task runs. It stays down: QML
-// and the meta type registry keep what a library has told them, so that a process loads the plug-in once.
+// A host may unload the plug-in when its page, its root and the engine are destroyed and no task runs. It must not load
+// it again: QML and the meta type registry keep the registrations of the library.
 void tst_Plugin::libraryUnloadsWhenNothingOfItIsLeft()
 {
     CameraRig rig;

@@ -1,7 +1,7 @@
 #include "hlxui/IControllerModelFactory.h"
 #include "platform/emulator/control.h"
 #include "standalone/BadInput.h"
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 #include "standalone/PageWindow.h"
 #include "standalone/Session.h"
 #include "tests/host/Program.h"
@@ -13,7 +13,7 @@
 #include <QQuickItem>
 #include <QTemporaryDir>
 
-/// The plug-in in the hands of the standalone controller: made, shown, taken apart.
+/// Tests how the standalone controller loads, shows and destroys the plug-in.
 class tst_Session : public Test
 {
     Q_OBJECT
@@ -40,8 +40,8 @@ private:
 
 void tst_Session::initTestCase()
 {
-    // Held until the end of the process: QML remembers where the types of a library lay, and a library that is loaded
-    // anew may lie elsewhere.
+    // Kept until the end of the process: QML keeps the addresses of the types of a library, and a library that is
+    // loaded again may be at another address.
     m_library.setLoadHints(QLibrary::PreventUnloadHint);
     QVERIFY2(m_library.load(), qPrintable(m_library.errorString()));
 }
@@ -150,7 +150,7 @@ void tst_Session::livesThroughManySessions()
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         session.standaloneModel().connect(session.firstCamera());
         QTRY_VERIFY(session.standaloneModel().connected());
-        // Left with its reads in flight.
+        // Destroyed with its reads in flight.
     }
     QCOMPARE(hlx::cam::ui::controllerModelFactory()->CreatorCount(), 0);
 }

@@ -9,7 +9,7 @@
 namespace
 {
 
-/// A text of the pages, as its translator gets it.
+/// A text of the pages as the translator receives it.
 struct Message {
     QString context;
     QString source;
@@ -38,7 +38,7 @@ QList<Message> readMessages(QIODevice *file)
 
 } // namespace
 
-/// The texts of the pages, as a translator sees them.
+/// Checks the texts of the pages as a translator sees them.
 class tst_Translations : public Test
 {
     Q_OBJECT

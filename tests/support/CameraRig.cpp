@@ -34,7 +34,7 @@ QStringList CameraRig::callsSince(size_t mark) const
 
 void CameraRig::settle()
 {
-    // What a task posts may start another task; three rounds are more than any model chains.
+    // An event that a task posts may start another task. No model chains more than three tasks.
     constexpr int rounds = 3;
     for (int round = 0; round < rounds; ++round) {
         QThreadPool::globalInstance()->waitForDone();

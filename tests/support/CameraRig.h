@@ -9,26 +9,28 @@
 #include "hlx/TSharedPtr.h"
 #include "platform/emulator/control.h"
 
-/// A connected emulated camera of a profile with its controller, on a stopped clock, with storage of its own.
+/// An emulated camera of a profile with its controller. The clock is stopped, and the camera has its own temporary
+/// storage.
 class CameraRig
 {
 public:
     explicit CameraRig(const QString &profile = QStringLiteral("everything"), bool connected = true);
     CameraRig(const CameraRig &) = delete;
     CameraRig &operator=(const CameraRig &) = delete;
-    /// Releases every held call, waits for the pool, and lets the clock run again.
+    /// Releases every held call, settles, and starts the clock again.
     ~CameraRig();
 
     emulator::Gate &gate() { return m_camera->gate(); }
     emulator::Camera &camera() { return *m_camera; }
     hlx::TSharedPtr<hlx::cam::CZVTController> controller() const { return m_controller; }
 
-    /// The names of the calls that reached the camera since `mark`, in order; those of controller.IsConnected,
-    /// controller.GetHandle and controller.capabilities, which say nothing, are left out.
+    /// The names of the calls that reached the camera since `mark`, in order, without controller.IsConnected,
+    /// controller.GetHandle and controller.capabilities, which every access makes.
     QStringList callsSince(size_t mark) const;
 
-    /// Waits until no task of the pool runs, all that tasks have posted is delivered, and what was to be deleted later
-    /// is gone. Workers with a thread of their own are waited for by QTRY_ macros.
+    /// Waits until no task of the pool runs, delivers all events that tasks have posted, and deletes the objects that
+    /// were to be deleted later. It does not wait for workers with a thread of their own: use the QTRY_ macros for
+    /// these.
     static void settle();
 
 private:

@@ -16,7 +16,7 @@
 namespace
 {
 
-/// As a host does it, once for the process. The library stays loaded.
+/// Loads the plug-in as a host does, once for the process. The library stays loaded. Throws std::runtime_error.
 void loadPlugin()
 {
     static bool loaded = false;
@@ -34,7 +34,7 @@ using Condition = std::function<bool(const QQuickItem &)>;
 
 QQuickItem *findBelow(const QQuickItem &item, const Condition &condition)
 {
-    // What is drawn last lies on top: a dialog before the page.
+    // The item drawn last is on top, so a dialog is found before the page.
     const auto children = item.childItems();
     for (auto child = children.crbegin(); child != children.crend(); ++child) {
         if (!(*child)->isVisible())
@@ -171,7 +171,7 @@ QObject *PageDriver::create(const QString &qml, const QVariantMap &properties)
         "import QtQuick\nimport QtQuick.Templates as T\nimport zvt\nimport zvt.look\nimport zvt.rows\n");
     QQmlComponent component(&m_engine);
     component.setData((imports + qml).toUtf8(), QUrl(QStringLiteral("qrc:/zvt/created.qml")));
-    // A part's context is the page's own, in which its ids stand.
+    // The context of the page, as for its own parts.
     QQuickItem *pane = page()->childItems().constFirst();
     QObject *object = component.beginCreate(qmlContext(pane));
     if (object == nullptr)
@@ -200,7 +200,7 @@ void PageDriver::settle()
 
 void PageDriver::awaitFrame()
 {
-    // Layouts take their places with the next frame.
+    // Layouts are done with the next frame.
     QSignalSpy frames(&m_window, &QQuickWindow::frameSwapped);
     m_window.update();
     frames.wait();

@@ -14,19 +14,19 @@
 
 #include "platform/hlxcamui/PageHost.h"
 
-/// What a PageDriver opens.
+/// The camera, the surroundings and the size of the page that a PageDriver opens.
 struct PageSetup {
     QString profile = QStringLiteral("everything");
     bool connected = true;
-    /// What stands around the page: nothing means a host application.
+    /// The surroundings of the page; the default is a host application.
     hlx::cam::ui::PageOptions options = {};
     QSize size{640, 480};
-    /// Done to the camera before it is connected and the model is made.
+    /// Called with the camera before it is connected and the model is made.
     std::function<void(emulator::Camera &)> prepare = [](emulator::Camera &) {};
 };
 
-/// The page of an emulated camera, made by the built plug-in and shown in a real window, and an operator before it who
-/// finds things by their accessible names. GUI thread only.
+/// Shows the page of an emulated camera, made by the built plug-in, in a real window, and operates it: finds items by
+/// their accessible names, clicks and types. GUI thread only.
 class PageDriver
 {
 public:
@@ -37,52 +37,53 @@ public:
 
     CameraRig &rig() { return m_rig; }
     QObject *cameraModel() const { return m_model.get(); }
-    /// The tab model that the camera model's property of this name holds.
+    /// The tab model in this property of the camera model.
     QObject *tabModel(const char *property) const;
     QQuickItem *page() const { return m_host->item(); }
     QQuickWindow &window() { return m_window; }
 
-    /// The visible item of this accessible name, null if there is none. Below `below`, the whole window if it is null.
+    /// The visible item below `below` (null: in the whole window) with this accessible name; null if there is none.
     QQuickItem *find(const QString &name, const QQuickItem *below = nullptr) const;
     /// The accessible name of an item; empty if it has none.
     static QString nameOf(const QQuickItem &item);
-    /// The visible item that shows just this text, null if there is none.
+    /// The visible item whose text is equal to `text`; null if there is none.
     QQuickItem *findText(const QString &text) const;
-    /// The property `text` of the visible item of this name; "(not shown)" if there is none.
+    /// The property `text` of the visible item with this accessible name; "(not shown)" if there is none.
     QString text(const QString &name) const;
-    /// The text of the tool tip on show; empty if there is none.
+    /// The text of the visible tool tip; empty if there is none.
     QString hint() const;
-    /// An object of the page by its object name, visible or not.
+    /// The object of the page with this object name, visible or not; null if there is none.
     QObject *object(const QString &objectName) const;
-    /// The visible items below this one that show a text.
+    /// The visible items below `below` that show a text.
     static QList<QQuickItem *> shownTexts(const QQuickItem &below);
-    /// Whether a text stands whole within this part of the window: neither elided nor cut off nor outside.
+    /// Whether a text is completely visible within `place`, in coordinates of the window: not elided, not cut off.
     static bool fits(const QQuickItem &text, const QRectF &place);
-    /// A property of the page's root: a colour, a size.
+    /// A property of the page's root item.
     QVariant rootProperty(const char *name) const { return page()->property(name); }
 
     /// Presses and releases the left button in the middle of the item.
     void click(QQuickItem *item);
     void click(const QString &name);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    /// Types into what has the focus.
+    /// Types into the item with the focus. Latin-1 characters only.
     void type(const QString &text);
-    /// Opens the configuration menu and clicks the action of this name. Waits for no task.
+    /// Opens the configuration menu and clicks the action with this name. Does not wait for tasks.
     void choose(const QString &action);
 
-    /// Makes a further object as a part of the page, which sees what the page's own parts see; all controls, dialogs
-    /// and rows are imported. An item lies over the page. It lives until the page dies.
+    /// Makes an object from QML source in the context of the page, with all controls, dialogs and rows imported. An
+    /// item is placed over the page. The object is deleted with the page. Throws std::runtime_error if the source has a
+    /// fault.
     QObject *create(const QString &qml, const QVariantMap &properties = {});
 
-    /// Runs the status poll once and waits for its values.
+    /// Runs the poll of the Status tab once and waits until its values are shown.
     void poll();
-    /// Waits until nothing runs any more and everything is shown.
+    /// Waits until no task runs and the next frame is shown.
     void settle();
-    /// Waits until layouts have taken their places, while tasks may still run.
+    /// Waits for the next frame, with which layouts are done. Tasks may still run.
     void awaitFrame();
     QImage grab() { return m_window.grabWindow(); }
 
-    /// The host lets go of the camera before the page.
+    /// Deletes the camera model before the page, as a host may do.
     void deleteModel() { m_model.reset(); }
 
 private:

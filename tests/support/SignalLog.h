@@ -7,14 +7,14 @@
 
 #include <utility>
 
-/// The signals of one or more objects, by name, in the order in which they came.
+/// Records the signals of one or more objects by name, in the order in which they were emitted.
 class SignalLog : public QObject
 {
 public:
     SignalLog() = default;
     explicit SignalLog(QObject *subject) { watch(subject); }
 
-    /// Notes every signal of `subject` from now on, with `prefix` before its name.
+    /// Records every signal of `subject` from now on, with `prefix` before its name.
     void watch(QObject *subject, const QString &prefix = {})
     {
         const QMetaObject *meta = subject->metaObject();
@@ -27,10 +27,10 @@ public:
         }
     }
 
-    /// What came since the last call.
+    /// Returns the signals since the last call.
     QStringList take() { return std::exchange(m_order, {}); }
 
-    // The slots have no names: one for each signal.
+    // Each signal has a slot without a name, found by its number.
     int qt_metacall(QMetaObject::Call call, int id, void **arguments) override
     {
         const int slot = QObject::qt_metacall(call, id, arguments);

@@ -22,8 +22,8 @@ std::map<std::string, TestRegistry::Factory> &registry()
 
 void Test::init()
 {
-    // What the offscreen platform cannot do is no fault of ours: it says so for every minimum size and every raised
-    // window.
+    // The offscreen platform warns for every minimum size and every raised window that it does not support them. These
+    // warnings are no faults of the code under test.
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support )")));
 }
 
@@ -35,7 +35,7 @@ int TestRegistry::add(const char *name, Factory factory)
 
 int main(int argc, char *argv[])
 {
-    // Nothing of the user who runs the tests is read or written, and no display is needed.
+    // The tests do not read or write the files of the user who runs them, and need no display.
     const QTemporaryDir home;
     for (const char *variable : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "HOME"})
         qputenv(variable, home.path().toUtf8());
@@ -45,7 +45,8 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("zvt-tests"));
     QCoreApplication::setApplicationName(QStringLiteral("zvt-tests"));
-    // Held calls occupy threads of the pool; two held calls must not stall every other read on a small machine.
+    // Held calls occupy threads of the pool. On a machine with two cores, two held calls must not stall all other
+    // reads.
     QThreadPool::globalInstance()->setMaxThreadCount(16);
 
     QStringList arguments = QCoreApplication::arguments();

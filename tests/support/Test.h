@@ -31,6 +31,6 @@ public:
     static int add(const char *name, Factory factory);
 };
 
-// The name is not in a namespace of its own, since moc wants the class where it stands.
+// The class is not in an anonymous namespace, since moc needs it in the enclosing one.
 #define ZVT_TEST(Class)                                                                                                \
     static const int registered_##Class = TestRegistry::add(#Class, [] { return std::make_unique<Class>(); });

@@ -3,7 +3,8 @@
 #include "plugin/ZvtCameraModel.h"
 #include "tests/support/walkers.h"
 
-/// The walkers' view of a model of class M below a ZvtCameraModel. Only for tests that are linked with the models.
+/// The description of a model of class M below a ZvtCameraModel, for the walkers. The test must be linked with the
+/// models.
 template <class M> ModelUnderTest modelOf(const QString &profile = QStringLiteral("everything"))
 {
     ModelUnderTest model;

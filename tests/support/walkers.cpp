@@ -1,6 +1,7 @@
 #include "tests/support/walkers.h"
 
-#include <QAbstractItemModel>
+#include "tests/support/modelProperties.h"
+
 #include <QMetaMethod>
 #include <QMetaProperty>
 #include <QRandomGenerator>
@@ -15,7 +16,7 @@
 namespace
 {
 
-/// A camera, a root and the model that is walked.
+/// A camera, a root and the model under test.
 struct Walk {
     explicit Walk(const ModelUnderTest &model, bool connected = true) : rig(model.profile, connected)
     {
@@ -26,7 +27,7 @@ struct Walk {
     void useRoot(const ModelUnderTest &model, const hlx::TSharedPtr<hlx::cam::IZVTController> &controller)
     {
         root.reset(model.makeRoot(controller));
-        // The root's own models must not read beside the one that is walked.
+        // The root's own models must not read at the same time as the model under test.
         for (QTimer *timer : root->findChildren<QTimer *>())
             timer->stop();
         subject = model.makeModel(root.get());
@@ -38,7 +39,7 @@ struct Walk {
     QObject *subject = nullptr;
 };
 
-/// One call of a read: the n-th of its name.
+/// One call of a read: the n-th with its name.
 struct ReadCall {
     QString name;
     int number = 1;
@@ -51,46 +52,6 @@ bool isFlag(const QString &property)
     return property == QLatin1String("refreshing") || property == QLatin1String("hasRefreshed");
 }
 
-QVariantMap valuesOf(const QObject *model);
-
-/// The rows of a list as a page sees them: the values of each role, and of the objects among them.
-QVariantList rowsOf(const QAbstractItemModel &list)
-{
-    QVariantList rows;
-    for (int row = 0; row < list.rowCount(); ++row) {
-        QVariantList values;
-        for (const int role : list.roleNames().keys()) {
-            const QVariant value = list.index(row, 0).data(role);
-            const auto *object = value.value<QObject *>();
-            values << (object ? QVariant(valuesOf(object)) : value);
-        }
-        rows << QVariant(values);
-    }
-    return rows;
-}
-
-/// The values that a page sees. Lists and objects that belong to the model count with what they hold.
-QVariantMap valuesOf(const QObject *model)
-{
-    QVariantMap values;
-    const QMetaObject *meta = model->metaObject();
-    for (int i = QObject::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
-        const QMetaProperty property = meta->property(i);
-        QVariant value = property.read(model);
-        if (property.metaType().flags().testFlag(QMetaType::PointerToQObject)) {
-            const auto *object = value.value<QObject *>();
-            if (const auto *list = qobject_cast<const QAbstractItemModel *>(object))
-                value = rowsOf(*list);
-            else if (object && object->parent() == model)
-                value = valuesOf(object);
-            else
-                continue;
-        }
-        values.insert(QString::fromLatin1(property.name()), value);
-    }
-    return values;
-}
-
 /// The name of a property's change signal.
 QString notifierOf(const QObject *model, const QString &property)
 {
@@ -98,7 +59,7 @@ QString notifierOf(const QObject *model, const QString &property)
     return QString::fromLatin1(meta->property(meta->indexOfProperty(property.toLatin1())).notifySignal().name());
 }
 
-/// Counts the signals of a model, by name.
+/// Counts the signals of a model by name.
 class Signals
 {
 public:
@@ -123,7 +84,7 @@ private:
     std::vector<std::unique_ptr<QSignalSpy>> m_spies;
 };
 
-/// The calls of one read that came from its task, in order.
+/// The calls that the task of one read makes, in order.
 std::vector<ReadCall> callsOfOneRead(const ModelUnderTest &model)
 {
     Walk walk(model);
@@ -146,7 +107,7 @@ struct Outcome {
     QVariantMap after;
 };
 
-/// The first read of a fresh model, with a failing call or without one.
+/// The values before and after the first read of a fresh model; `failing` is a call that fails, or null.
 Outcome firstRead(const ModelUnderTest &model, const ReadCall *failing)
 {
     Walk walk(model);
@@ -158,15 +119,6 @@ Outcome firstRead(const ModelUnderTest &model, const ReadCall *failing)
     CameraRig::settle();
     outcome.after = valuesOf(walk.subject);
     return outcome;
-}
-
-QStringList differing(const QVariantMap &first, const QVariantMap &second)
-{
-    QStringList names;
-    for (auto it = first.cbegin(); it != first.cend(); ++it)
-        if (it.value() != second.value(it.key()))
-            names << it.key();
-    return names;
 }
 
 QString described(const QStringList &names)
@@ -181,8 +133,8 @@ QString described(const QStringList &names)
 namespace
 {
 
-/// What is wrong when a call fails in the first read of a model; empty if nothing is. Adds the call's own values to
-/// `readerOf`.
+/// Returns the fault when a call fails in the first read of a model; empty if there is none. Adds the values of the
+/// call to `readerOf`.
 QString faultOfFirstRead(const ModelUnderTest &model, const ReadCall &call, const Outcome &good,
                          const ReadException *exception, QMap<QString, QString> &readerOf)
 {
@@ -208,7 +160,7 @@ QString faultOfFirstRead(const ModelUnderTest &model, const ReadCall &call, cons
     return {};
 }
 
-/// The same when a call fails in the second read of a model: what it affects stays as it was, without a signal.
+/// The same when a call fails in the second read: the affected values must stay as they were, without a signal.
 QString faultOfSecondRead(const ModelUnderTest &model, const ReadCall &call, const QStringList &affected,
                           const QStringList &reset)
 {
@@ -269,7 +221,7 @@ void walkHeldDeletion(const ModelUnderTest &model)
             model.read(walk.subject);
             if (!walk.rig.gate().waitHeld(call.name.toStdString()))
                 FAIL_WALK(QStringLiteral("%1 does not arrive").arg(call.name));
-            // A destructor that waits for its read would wait here for ever: the call is let go only behind it.
+            // The call is released only after the deletion, so a destructor that waits for its read would never return.
             if (wholeRoot)
                 walk.root.reset();
             else
@@ -295,7 +247,7 @@ void walkSecondRefresh(const ModelUnderTest &model)
         model.read(walk.subject);
         QCOMPARE(spies.emitted(), QStringList());
     }
-    // The calls are compared at the end: a read may make some of them beside the one that is held.
+    // The calls are counted at the end, since a read may make some of them at the same time as the held one.
     walk.rig.gate().release("*");
     CameraRig::settle();
     int made = 0;
@@ -331,30 +283,6 @@ void walkNoCamera(const ModelUnderTest &model, const QStringList &published)
     }
 }
 
-namespace
-{
-
-QVariant randomValue(const QMetaType &type, QRandomGenerator &random)
-{
-    if (type.id() == QMetaType::Bool)
-        return random.bounded(2) == 1;
-    if (type.id() == QMetaType::QString)
-        return QString(random.bounded(300), QChar(random.bounded(32, 0x2000)));
-    QVariant value(random.bounded(4) == 0 ? random.generate() : static_cast<quint32>(random.bounded(8)));
-    value.convert(type);
-    return value;
-}
-
-void writeRandomProperty(QObject *model, QRandomGenerator &random)
-{
-    const QMetaObject *meta = model->metaObject();
-    const QMetaProperty property = meta->property(random.bounded(meta->propertyCount()));
-    if (property.isWritable() && qstrcmp(property.name(), "objectName") != 0)
-        property.write(model, randomValue(property.metaType(), random));
-}
-
-} // namespace
-
 void walkRandomOperator(const ModelUnderTest &model, uint32_t seed, int steps)
 {
     QRandomGenerator random(seed);
@@ -383,7 +311,7 @@ void walkRandomOperator(const ModelUnderTest &model, uint32_t seed, int steps)
             model.read(walk->subject);
             break;
         default:
-            writeRandomProperty(walk->subject, random);
+            writeRandomProperty({walk->subject}, random);
         }
     }
     CameraRig::settle();

@@ -7,7 +7,7 @@
 namespace
 {
 
-/// As much of a root model as a host asks for.
+/// A root model with only the members that a host uses.
 class FaultyModel : public QObject
 {
     Q_OBJECT

@@ -1,4 +1,4 @@
-#include "standalone/PageDriver.h"
+#include "standalone/PageUser.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -31,23 +31,23 @@ void collect(const QQuickItem &item, const std::function<bool(QQuickItem &)> &co
 
 } // namespace
 
-QList<QQuickItem *> PageDriver::visibleItems(const QQuickItem &item, const std::function<bool(QQuickItem &)> &condition)
+QList<QQuickItem *> PageUser::visibleItems(const QQuickItem &item, const std::function<bool(QQuickItem &)> &condition)
 {
     Items found;
     collect(item, condition, found);
     return found;
 }
 
-void PageDriver::pause(int milliseconds)
+void PageUser::pause(int milliseconds)
 {
     QEventLoop loop;
     QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
     loop.exec();
 }
 
-QList<QQuickItem *> PageDriver::tabButtons() const
+QList<QQuickItem *> PageUser::tabButtons() const
 {
-    // The outermost bar comes first; further bars inside the pages are no tabs of the page itself.
+    // The outermost bar comes first. Bars inside the tabs do not belong to the page itself.
     const Items bars = visibleItems(m_page, [](QQuickItem &item) { return item.inherits("QQuickTabBar"); });
     if (bars.isEmpty())
         return {};
@@ -55,7 +55,7 @@ QList<QQuickItem *> PageDriver::tabButtons() const
                         [](QQuickItem &item) { return item.inherits("QQuickTabButton") && item.width() > 0; });
 }
 
-QQuickItem *PageDriver::button(const QString &name) const
+QQuickItem *PageUser::button(const QString &name) const
 {
     const Items found = visibleItems(*m_window.contentItem(), [&name](QQuickItem &item) {
         return item.inherits("QQuickAbstractButton")
@@ -64,7 +64,7 @@ QQuickItem *PageDriver::button(const QString &name) const
     return found.value(0);
 }
 
-void PageDriver::press(QQuickItem &item) const
+void PageUser::press(QQuickItem &item) const
 {
     const QPointF local = item.mapToScene(QPointF(item.width() / 2, item.height() / 2));
     const QPointF global = m_window.mapToGlobal(local);
@@ -74,7 +74,7 @@ void PageDriver::press(QQuickItem &item) const
     QCoreApplication::sendEvent(&m_window, &releasing);
 }
 
-void PageDriver::key(Qt::Key code) const
+void PageUser::key(Qt::Key code) const
 {
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent event(type, code, Qt::NoModifier);
@@ -82,13 +82,13 @@ void PageDriver::key(Qt::Key code) const
     }
 }
 
-bool PageDriver::openTab(QQuickItem &tabButton, int limit) const
+bool PageUser::openTab(QQuickItem &tabButton, int limit) const
 {
     press(tabButton);
     return waitFor([&tabButton] { return tabButton.property("checked").toBool(); }, limit) && settle(limit);
 }
 
-bool PageDriver::waitFor(const std::function<bool()> &condition, int limit)
+bool PageUser::waitFor(const std::function<bool()> &condition, int limit)
 {
     const QDeadlineTimer deadline(limit);
     while (!condition()) {
@@ -99,9 +99,9 @@ bool PageDriver::waitFor(const std::function<bool()> &condition, int limit)
     return true;
 }
 
-bool PageDriver::settle(int limit) const
+bool PageUser::settle(int limit) const
 {
-    // Several looks in a row, since the end of one task often starts another.
+    // No task may run at several checks in a row, since the end of one task often starts another.
     constexpr int looks = 5;
     int quiet = 0;
     return waitFor(
