@@ -79,7 +79,7 @@ QString roomOf(const QString &path)
 
 } // namespace
 
-/// Checks the includes against the table of rooms in ARCHITECTURE.md.
+/// Checks the includes against the table of folders in ARCHITECTURE.md.
 class tst_IncludeRules : public Test
 {
     Q_OBJECT
@@ -87,6 +87,7 @@ class tst_IncludeRules : public Test
 private slots:
     void everyIncludeIsAllowed();
     void groundFloorsKnowLittleOfQt();
+    void devicesIncludeLittleOfTheCamera();
 };
 
 void tst_IncludeRules::everyIncludeIsAllowed()
@@ -123,6 +124,41 @@ void tst_IncludeRules::everyIncludeIsAllowed()
     QStringList met = used.values();
     met.sort();
     QCOMPARE(met, exceptions.keys());
+}
+
+// A device is made of its base class, the clock, its camera and files. It knows nothing of calls, and the camera knows
+// only the devices that it needs itself.
+void tst_IncludeRules::devicesIncludeLittleOfTheCamera()
+{
+    static const QRegularExpression include(R"re(^#include "platform/emulator/([^"]+)")re",
+                                            QRegularExpression::MultilineOption);
+    const QStringList forDevices{"Camera.h", "Clock.h",   "Device.h",    "Section.h",  "SetupError.h",
+                                 "Status.h", "Storage.h", "fileNames.h", "stateFile.h"};
+    const QStringList forTheCamera{"devices/EventQueue.h", "devices/Identity.h", "devices/StateStore.h"};
+    QStringList broken;
+    QSet<QString> used;
+    QDirIterator it(sourceDir + "/platform/emulator", {"*.h", "*.cpp"}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        QFile file(it.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString name = file.fileName().mid(sourceDir.size() + 1);
+        const bool isDevice = name.startsWith("platform/emulator/devices/");
+        auto matches = include.globalMatch(QString::fromUtf8(file.readAll()));
+        while (matches.hasNext()) {
+            const QString included = matches.next().captured(1);
+            const bool ofDevice = included.startsWith("devices/");
+            if (isDevice == ofDevice || it.fileName() == "DeviceKind.cpp") // Beside it, or the list of all devices.
+                continue;
+            if (isDevice ? forDevices.contains(included)
+                         : it.fileName() == "Camera.cpp" && forTheCamera.contains(included))
+                used << included;
+            else
+                broken << name + " > " + included;
+        }
+    }
+    QCOMPARE(broken, QStringList());
+    QCOMPARE(used,
+             QSet<QString>(forDevices.begin(), forDevices.end()).unite({forTheCamera.begin(), forTheCamera.end()}));
 }
 
 void tst_IncludeRules::groundFloorsKnowLittleOfQt()
