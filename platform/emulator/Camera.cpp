@@ -8,12 +8,15 @@
 #include "platform/emulator/devices/EventQueue.h"
 #include "platform/emulator/devices/Identity.h"
 #include "platform/emulator/devices/StateStore.h"
+#include "zvt/zvttypes.h"
 
 #include <QDir>
 #include <QStandardPaths>
 
 #include <atomic>
 #include <map>
+#include <string>
+#include <utility>
 
 namespace emulator
 {
@@ -24,7 +27,7 @@ namespace
 const auto memoryFile = QStringLiteral("camera.json");
 const auto identityKey = QStringLiteral("identity");
 
-/// The cameras of this process by their handles. Never destroyed, since a late call may come while the process ends.
+/// The cameras of this process by their handles. Never destroyed, since calls are possible while the process ends.
 struct Registry {
     std::mutex mutex;
     std::map<uint64_t, std::weak_ptr<Camera>> cameras;
@@ -52,8 +55,8 @@ struct Camera::State {
         bool inSnapshots;
     };
     std::map<QString, DeviceEntry> byKey;
-    QJsonObject written; ///< The values in the memory file.
-    bool complete = false; ///< All devices are there and have their values.
+    QJsonObject savedValues; ///< The values in the memory file.
+    bool complete = false; ///< All devices exist and have their values.
     std::recursive_mutex listenerMutex;
     std::map<int, std::function<void()>> listeners;
     int lastListener = 0;
@@ -71,21 +74,21 @@ struct Camera::State {
         return refusal;
     }
 
-    /// The saved values of the devices for which `wanted` is set.
-    QJsonObject save(bool DeviceEntry::*wanted) const
+    /// Returns the saved values of the devices for which `included` is true.
+    QJsonObject save(bool DeviceEntry::*included) const
     {
         QJsonObject values;
         for (const auto &[key, entry] : byKey)
-            if (entry.*wanted)
+            if (entry.*included)
                 values[key] = entry.device->save();
         return values;
     }
 
-    /// Restores the devices for which `wanted` is set from their values of save(). Reports refused values.
-    void restore(bool DeviceEntry::*wanted, const QJsonObject &values, const QString &source)
+    /// Restores the devices for which `included` is true from values of save(). Logs refused values.
+    void restore(bool DeviceEntry::*included, const QJsonObject &values, const QString &source)
     {
         for (const auto &[key, entry] : byKey)
-            if (entry.*wanted && values.contains(key))
+            if (entry.*included && values.contains(key))
                 for (const QString &refusal : entry.device->restore(values.value(key).toObject()))
                     qInfo("%s: %s.%s", qUtf8Printable(source), qUtf8Printable(key), qUtf8Printable(refusal));
     }
@@ -94,8 +97,8 @@ struct Camera::State {
 std::shared_ptr<Camera> Camera::create(const QString &profile, const QString &folder)
 {
     auto loaded = Profile::load(profile);
-    const QString place = folderOf(loaded.name(), folder);
-    std::shared_ptr<Camera> camera(new Camera(std::move(loaded), place));
+    const QString cameraFolder = folderOf(loaded.name(), folder);
+    std::shared_ptr<Camera> camera(new Camera(std::move(loaded), cameraFolder));
     const std::lock_guard lock(registry().mutex);
     camera->m_state->handle = ++registry().last;
     registry().cameras.emplace(camera->handle(), camera);
@@ -130,14 +133,14 @@ Camera::Camera(Profile profile, QString folder)
     }
     m_newSettings = snapshot();
     const QJsonObject values = readMemory();
-    // It starts in its last state. The values that devices remember by themselves are newer than that.
+    // The camera starts in its last state. Values that devices remember are newer than that state.
     const auto *const states = device<StateStore>();
     const std::string state = states->stateAtStart(values.value(QStringLiteral("states")).toObject());
     m_state->restore(&State::DeviceEntry::inSnapshots, states->settingsOf(state).value_or(QJsonObject()),
                      QStringLiteral("state ") + QString::fromStdString(state));
     m_state->restore(&State::DeviceEntry::remembers, values, memorySource());
-    // A camera that is as its profile made it needs no file.
-    m_state->written = values.isEmpty() ? m_state->save(&State::DeviceEntry::remembers) : values;
+    // A camera with the values of its profile needs no file.
+    m_state->savedValues = values.isEmpty() ? m_state->save(&State::DeviceEntry::remembers) : values;
     m_state->complete = true;
 }
 
@@ -152,14 +155,14 @@ Camera::~Camera()
 
 QString Camera::memorySource() const { return QStringLiteral("storage %1/%2").arg(m_folder, memoryFile); }
 
-/// Reads the values that the camera's folder keeps. Throws a SetupError about a value of a kind that no device writes.
+/// Reads the values in the camera's folder. Throws a SetupError if a value has another type than devices write.
 QJsonObject Camera::readMemory() const
 {
-    QJsonObject model = m_state->save(&State::DeviceEntry::remembers);
-    // Its device saves only what differs from the profile.
-    model[identityKey] = m_profile.identity();
+    QJsonObject reference = m_state->save(&State::DeviceEntry::remembers);
+    // Identity::save() contains only the values that differ from the profile.
+    reference[identityKey] = m_profile.identity();
     const QJsonObject values = m_state->storage.read(memoryFile);
-    Section(values, memorySource()).requireKindsOf(model);
+    Section(values, memorySource()).requireTypesOf(reference);
     return values;
 }
 
@@ -180,7 +183,7 @@ void Camera::setConnected(bool connected)
             remember();
     }
     const std::lock_guard lock(m_state->listenerMutex);
-    // A listener may end itself or others.
+    // A listener may remove itself or other listeners.
     const auto listeners = m_state->listeners;
     for (const auto &[number, listener] : listeners)
         if (m_state->listeners.contains(number))
@@ -208,9 +211,8 @@ bool Camera::OtherClient::set(const QString &name, const QVariant &value, QStrin
 {
     const std::lock_guard lock(m_camera.m_mutex);
     const auto dot = name.indexOf(QLatin1Char('.'));
-    auto *const addressed = dot < 0 ? nullptr : m_camera.deviceOf(name.left(dot));
-    const Refusal refusal
-        = addressed ? addressed->change(name.mid(dot + 1), QJsonValue::fromVariant(value)) : noSuchSetting();
+    auto *const target = dot < 0 ? nullptr : m_camera.deviceOf(name.left(dot));
+    const Refusal refusal = target ? target->change(name.mid(dot + 1), fromVariant(value)) : noSuchSetting();
     if (!refusal.isEmpty()) {
         if (why)
             *why = QStringLiteral("other client: %1: %2").arg(name, refusal);
@@ -223,7 +225,7 @@ bool Camera::OtherClient::set(const QString &name, const QVariant &value, QStrin
 bool Camera::changeMakeUp(const QString &capability, const QVariant &value, QString *why)
 {
     const std::lock_guard lock(m_mutex);
-    const Refusal refusal = m_state->changeCapability(capability, QJsonValue::fromVariant(value));
+    const Refusal refusal = m_state->changeCapability(capability, fromVariant(value));
     if (!refusal.isEmpty()) {
         if (why)
             *why = QStringLiteral("other client: capabilities.%1: %2").arg(capability, refusal);
@@ -261,6 +263,18 @@ Status Camera::letTimePass(int64_t milliseconds)
     return connected() ? Ok : NotConnected;
 }
 
+std::vector<SettingInfo> Camera::settings() const
+{
+    const std::lock_guard lock(m_mutex);
+    std::vector<SettingInfo> list;
+    for (const auto &[key, entry] : m_state->byKey)
+        for (SettingInfo &setting : entry.device->settings()) {
+            setting.name = key + QLatin1Char('.') + setting.name;
+            list.push_back(std::move(setting));
+        }
+    return list;
+}
+
 QJsonObject Camera::snapshot() const
 {
     const std::lock_guard lock(m_mutex);
@@ -280,12 +294,12 @@ void Camera::remember()
     if (!m_state->complete)
         return;
     const QJsonObject values = m_state->save(&State::DeviceEntry::remembers);
-    // A folder that somebody has removed is not made again behind their back.
-    if (values == m_state->written || !QDir(m_folder).exists())
+    // A folder that has been removed while the camera exists is not made again.
+    if (values == m_state->savedValues || !QDir(m_folder).exists())
         return;
     try {
         m_state->storage.write(memoryFile, values);
-        m_state->written = values;
+        m_state->savedValues = values;
     } catch (const SetupError &error) {
         qWarning("%s", error.what());
     }

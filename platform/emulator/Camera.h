@@ -4,6 +4,7 @@
 #include "platform/emulator/Gate.h"
 #include "platform/emulator/Profile.h"
 
+#include <QJsonObject>
 #include <QString>
 #include <QVariant>
 
@@ -16,16 +17,15 @@
 namespace emulator
 {
 
-/// An emulated camera. It answers while it is connected, knows that it is an emulator, and keeps its files in a folder.
-/// Any thread.
+/// An emulated camera. It answers calls while it is connected, and keeps its files in a folder. Any thread.
 class Camera : public std::enable_shared_from_this<Camera>
 {
 public:
-    /// A camera of a profile (a built-in name, or a file), not connected yet, that keeps its files below
-    /// `folder`/cameras/PROFILE; an empty folder means the user's application data. Throws SetupError.
+    /// Makes a camera of a profile (a built-in name, or the path of a file), which is not connected. It keeps its files
+    /// in `folder`/cameras/PROFILE; an empty `folder` is the user's folder for application data. Throws a SetupError.
     static std::shared_ptr<Camera> create(const QString &profile, const QString &folder);
 
-    /// The folder in which a camera of a profile of this name then keeps its files.
+    /// The folder in which create() would put the files of a camera whose profile has this name.
     static QString folderOf(const QString &profileName, const QString &folder);
 
     Camera(const Camera &) = delete;
@@ -36,16 +36,16 @@ public:
     void disconnect();
     bool connected() const;
 
-    /// The number under which the SDK knows this camera, for as long as it lives; never used twice.
+    /// The handle of this camera in the SDK, while the camera exists. A handle is never used again.
     uint64_t handle() const;
 
-    /// The camera of a handle; null for 0 and for one that is gone.
+    /// The camera of a handle, null for 0 and for a camera that no longer exists.
     static std::shared_ptr<Camera> find(uint64_t handle);
 
     const Profile &profile() const { return m_profile; }
     Gate &gate() { return m_gate; }
 
-    /// Where this camera keeps its files.
+    /// The folder of the files of this camera.
     const QString &folder() const { return m_folder; }
 
     /// The device of this kind, null if the camera has none.
@@ -60,8 +60,8 @@ public:
     /// Held by the gate while a device answers.
     std::recursive_mutex &mutex() { return m_mutex; }
 
-    /// Gives the camera's lock back for as long as it lives: around what takes long inside an operation, and around
-    /// calls of its caller's delegates. Only where the lock is held once, as it is when the gate asks a device.
+    /// Releases the camera's lock while this object exists: during a slow part of an operation, and during calls of the
+    /// caller's delegates. Use it only where the lock is held once, as in functions of devices that the gate calls.
     class Unlocked
     {
     public:
@@ -74,17 +74,17 @@ public:
         std::recursive_mutex &m_mutex;
     };
 
-    /// Lets the time of a slow operation pass: advances the Clock by so many milliseconds, with the lock released.
-    /// Other operations may run meanwhile, so read again afterwards what was read before. Returns NotConnected if the
-    /// camera is no longer connected; the operation then ends with that status.
+    /// Lets the time of a slow operation pass by Clock::wait(), with the lock released. Other operations may change the
+    /// camera meanwhile, so the operation has to read values again afterwards. Returns NotConnected if the camera is no
+    /// longer connected; the operation then ends with that status.
     Status letTimePass(int64_t milliseconds);
 
-    /// Another client of the camera, which changes settings and so raises the event for changed settings.
+    /// Another client of the camera. Its changes of settings raise the event for changed settings.
     class OtherClient
     {
     public:
-        /// Changes a setting, named as "device.setting". False if it is refused; `why` is then one line for the user,
-        /// as "other client: cooler.setpoint: must lie between 60 and 120".
+        /// Changes the setting `name`, which is "device.setting". Returns false if it is refused; `why` is then one
+        /// line for the user, as "other client: cooler.setpoint: must lie between 60 and 120".
         bool set(const QString &name, const QVariant &value, QString *why = nullptr);
 
     private:
@@ -94,28 +94,31 @@ public:
     };
     OtherClient otherClient() { return OtherClient(*this); }
 
-    /// Changes one capability by the name of its property and raises the event for a changed make-up. False if it is
-    /// refused, with `why` as for OtherClient::set().
+    /// The settings that other clients may change, by device.
+    std::vector<SettingInfo> settings() const;
+
+    /// Changes a capability by the name of its property and raises the event for changed equipment. Returns false if it
+    /// is refused, with `why` as for OtherClient::set().
     bool changeMakeUp(const QString &capability, const QVariant &value, QString *why = nullptr);
 
-    /// The capabilities by the names of their properties, as they are now.
+    /// The present capabilities by the names of their properties.
     QJsonObject capabilities() const;
 
-    /// Called on the thread of connect() or disconnect(), after the change. The number ends it; removeListener() waits
-    /// for a call in progress on another thread.
+    /// Calls the listener after each change, on the thread of connect() or disconnect(). Returns a number for
+    /// removeListener(), which waits while the listener runs on another thread.
     int onConnectionChanged(std::function<void()> listener);
     void removeListener(int number);
 
-    /// The camera's settings, as a named snapshot holds them: the devices by their keys, and what each of them saves.
+    /// The camera's settings, as states contain them: the saved values of the devices, by the keys of the devices.
     QJsonObject snapshot() const;
-    /// Takes a snapshot() back. Devices that it does not contain stay as they are, and so do values that a device
-    /// refuses: each of those is reported as "source: path of the key: why".
+    /// Restores the settings of a snapshot(). Devices that it does not contain do not change, and neither do values
+    /// that a device refuses. Each refused value is reported in the log as "source: path of the key: why".
     void restore(const QJsonObject &snapshot, const QString &source = QStringLiteral("snapshot"));
 
     /// The settings of a new camera of this profile.
     const QJsonObject &newSettings() const { return m_newSettings; }
 
-    /// Writes to the camera's folder what outlives the process. A folder that has become unwritable is warned of.
+    /// Writes the values that outlive the process to the camera's folder. Logs a warning if they cannot be written.
     void remember();
 
 private:

@@ -10,7 +10,7 @@ namespace emulator
 namespace
 {
 
-constexpr int64_t manualStart = 1709208000000; // 2024-02-29 12:00:00 UTC: a leap day, since dates go wrong there first.
+constexpr int64_t manualStart = 1709208000000; // 2024-02-29 12:00:00 UTC: a leap day, where errors of dates show first.
 
 std::atomic<bool> manualClock{false};
 std::atomic<int64_t> manualTime{manualStart};

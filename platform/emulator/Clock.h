@@ -5,28 +5,28 @@
 namespace emulator
 {
 
-/// The one clock of the emulated world. By default it follows the computer's; a test takes it over and moves it by
-/// hand. Any thread.
+/// The clock of all emulated cameras. By default it follows the computer's clock; a test can stop it and move it
+/// forward. Any thread.
 class Clock
 {
 public:
-    /// Milliseconds since the epoch in the emulated world, UTC.
+    /// Milliseconds since 1970-01-01 00:00 UTC.
     static int64_t now();
 
-    /// Stops the clock at a fixed instant (2024-02-29 12:00:00 UTC); from here on it moves only by advance() and
-    /// wait().
+    /// Sets the clock to a fixed time (2024-02-29 12:00:00 UTC) and stops it. After that only advance() and wait() move
+    /// it.
     static void manual();
 
-    /// Lets the clock follow the computer's again.
+    /// Lets the clock follow the computer's clock again.
     static void automatic();
 
     static bool isManual();
 
-    /// Moves a manual clock forward.
+    /// Moves a manual clock forward. Does nothing with an automatic clock or for a negative time.
     static void advance(int64_t milliseconds);
 
-    /// How a device takes its time: sleeps with an automatic clock, and moves a manual clock forward itself, so that no
-    /// call ever waits for somebody to turn the clock.
+    /// Lets the time of an operation pass. Sleeps with an automatic clock; moves a manual clock forward, so that a call
+    /// never waits for a test to advance the clock.
     static void wait(int64_t milliseconds);
 };
 

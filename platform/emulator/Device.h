@@ -66,20 +66,15 @@ protected:
     /// See SettingTable::add(). Only in constructors.
     void addSettings(Section &section, std::vector<Setting> rows) { m_table.add(section, std::move(rows)); }
 
-    /// Changes the setting that `member` is, by the rule of its row. Refused if the row refuses the value.
+    /// Adds rows that no profile has.
+    void addSettings(std::vector<Setting> rows) { m_table.add(std::move(rows)); }
+
+    /// See SettingTable::assign() and SettingTable::fetch().
     template <class T> Status assign(T &member, const std::type_identity_t<T> &value)
     {
-        return m_table.of(&member).change(toJson(value)).isEmpty() ? Ok : Refused;
+        return m_table.assign(member, value);
     }
-
-    /// Reads the setting that `member` is. Refused while it cannot be changed.
-    template <class T> Status fetch(const T &member, T &value) const
-    {
-        if (!m_table.of(&member).changeable())
-            return Refused;
-        value = member;
-        return Ok;
-    }
+    template <class T> Status fetch(const T &member, T &value) const { return m_table.fetch(member, value); }
 
     /// Something that outlives the process has changed: the camera writes it to its folder.
     void remember() const;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/Section.h"
 
 #include <QLatin1String>
 
@@ -11,19 +10,19 @@
 namespace emulator
 {
 
-/// A kind of device that a profile can give to a camera, under "devices".
+/// A kind of device that a camera can have. Profiles list the devices of a camera under "devices".
 struct DeviceKind {
     enum Presence { Always, WhereListed };
     enum Memory { Forgets, Remembers };
     enum Snapshot { LeftOut, Included };
 
-    QLatin1String key; ///< Its name in profiles, and before the dot in names of settings.
-    Presence presence; ///< Always: a profile that does not list it gives the device its defaults.
-    Memory memory; ///< Remembers: what it saves outlives the process, in the camera's folder.
-    Snapshot snapshot; ///< Included: what it saves are settings, which a snapshot holds. Hours and clocks are none.
+    QLatin1String key; ///< Its key in profiles and the first part of the names of its settings, before the dot.
+    Presence presence; ///< Always: if the profile does not list it, it has its default values.
+    Memory memory; ///< Remembers: its saved values outlive the process, in the camera's folder.
+    Snapshot snapshot; ///< Included: snapshots contain its saved values. Hours and clocks are not settings.
     std::unique_ptr<Device> (*make)(Camera &camera, Section &section);
 
-    /// All kinds, in the order in which a camera builds its devices.
+    /// All kinds, in the order in which a camera constructs its devices.
     static std::span<const DeviceKind> all();
 };
 

@@ -3,6 +3,8 @@
 #include "platform/emulator/GateState.h"
 
 #include <algorithm>
+#include <chrono>
+#include <mutex>
 
 namespace emulator
 {
@@ -25,13 +27,13 @@ std::vector<Call> Gate::calls() const { return callsSince(0); }
 size_t Gate::mark() const
 {
     const std::lock_guard lock(m_state->mutex);
-    return m_state->forgotten + m_state->log.size();
+    return m_state->droppedCalls + m_state->log.size();
 }
 
 std::vector<Call> Gate::callsSince(size_t mark) const
 {
     const std::lock_guard lock(m_state->mutex);
-    const size_t skipped = std::min(std::max(mark, m_state->forgotten) - m_state->forgotten, m_state->log.size());
+    const size_t skipped = std::min(std::max(mark, m_state->droppedCalls) - m_state->droppedCalls, m_state->log.size());
     return {m_state->log.begin() + static_cast<std::ptrdiff_t>(skipped), m_state->log.end()};
 }
 
@@ -39,14 +41,14 @@ void Gate::failNext(const std::string &name, int n)
 {
     const std::lock_guard lock(m_state->mutex);
     m_state->countdowns.push_back({name, std::max(n, 1)});
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 void Gate::failAlways(const std::string &name)
 {
     const std::lock_guard lock(m_state->mutex);
     m_state->failing.insert(name);
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 void Gate::failRandomly(double probability, uint32_t seed)
@@ -55,7 +57,7 @@ void Gate::failRandomly(double probability, uint32_t seed)
     m_state->failProbability = probability;
     m_state->failSeed = seed;
     m_state->generators.clear();
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 void Gate::failNever()
@@ -64,7 +66,7 @@ void Gate::failNever()
     m_state->countdowns.clear();
     m_state->failing.clear();
     m_state->failProbability = 0;
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 void Gate::hold(const std::string &name)
@@ -76,7 +78,7 @@ void Gate::hold(const std::string &name)
     } else {
         m_state->held.insert(name);
     }
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 bool Gate::waitHeld(const std::string &name, int n) const
@@ -102,7 +104,7 @@ void Gate::release(const std::string &name)
             m_state->letThrough.insert(name);
     }
     m_state->releaseWaiters(name);
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 void Gate::delay(int milliseconds, const std::string &name)
@@ -112,7 +114,7 @@ void Gate::delay(int milliseconds, const std::string &name)
         m_state->delays[name] = milliseconds;
     else
         m_state->delays.erase(name);
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 void Gate::script(const std::string &name, const QVariant &value)
@@ -122,14 +124,14 @@ void Gate::script(const std::string &name, const QVariant &value)
         m_state->scripts[name] = value;
     else
         m_state->scripts.erase(name);
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 void Gate::fillBuffers(bool fill)
 {
     const std::lock_guard lock(m_state->mutex);
     m_state->filling = fill;
-    m_state->updateAsked();
+    m_state->updateRequested();
 }
 
 Gate &Sdk::gate()

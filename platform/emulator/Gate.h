@@ -2,7 +2,6 @@
 
 #include "platform/emulator/Status.h"
 
-#include <QString>
 #include <QVariant>
 
 #include <chrono>
@@ -15,23 +14,23 @@
 namespace emulator
 {
 
-/// One call that reached the camera, written down when it arrived.
+/// One call in the log of a gate.
 struct Call {
     std::string name; ///< "zvtGetGainLevel" or "controller.GetWindow".
-    std::string arguments; ///< The inputs, separated by ", "; texts in double quotes; the handle and outputs left out.
+    std::string arguments; ///< The inputs without the handle, separated by ", "; texts in double quotes.
     std::thread::id thread;
-    int status = Pending; ///< A controller operation counts 0 for true and void.
-    std::chrono::nanoseconds duration{0}; ///< Time spent inside the gate.
+    int status = Pending; ///< 0 for a controller operation that returns true or has no result.
+    std::chrono::nanoseconds duration{0}; ///< Time from the start of the call to its end.
 };
 
-/// Who answers a call. The camera is at the far end of a line, which may be slow and may lose calls; the framework is
-/// on the caller's side of it.
+/// The part of the platform that answers a call. The camera is at the other end of a connection, which may be slow and
+/// may lose calls; the framework runs in the caller's process.
 enum class AnsweredBy { Camera, Framework };
 
-/// The gate through which everything passes that reaches a camera: it keeps the log and does what a test asked for.
-/// Each camera has one, and there is one for the functions that take no handle. Any thread.
+/// The gate that every call to a camera passes. It logs the calls, and fails, holds, delays or scripts them as a test
+/// requests. Each camera has a gate; functions without a handle have one too, Sdk::gate(). Any thread.
 ///
-/// In all of it `name` is the name of a call, or "*" for every call.
+/// In all functions `name` is the name of a call, or "*" for every call.
 class Gate
 {
 public:
@@ -40,40 +39,41 @@ public:
     Gate &operator=(const Gate &) = delete;
     ~Gate();
 
-    /// The log, oldest call first. It keeps the last 100 000 calls.
+    /// Returns the last 100 000 calls, the oldest first.
     std::vector<Call> calls() const;
-    /// A place in the log: what came before is left out by callsSince().
+    /// Returns the present end of the log. callsSince() returns the calls after it.
     size_t mark() const;
     std::vector<Call> callsSince(size_t mark) const;
 
-    /// The n-th next call of this name fails, once.
+    /// Fails the n-th of the next calls of this name, once.
     void failNext(const std::string &name, int n = 1);
+    /// Fails every call of this name.
     void failAlways(const std::string &name);
-    /// Every call that the camera answers fails with this probability (0 to 1), drawn from a generator with this seed.
-    /// Each name has a sequence of its own: its n-th call fares the same in every run, whatever other threads call
-    /// meanwhile.
+    /// Fails calls that the camera answers with this probability (0 to 1). Each name has its own sequence of random
+    /// numbers, made from `seed`: the n-th call of a name has the same result in every run, independent of other
+    /// threads.
     void failRandomly(double probability, uint32_t seed);
-    /// Ends failNext, failAlways and failRandomly.
+    /// Ends failNext(), failAlways() and failRandomly().
     void failNever();
 
-    /// From now on calls of this name wait at the gate, except on the GUI thread, which would wait for itself. While
-    /// "*" is held, release() of a single name lets its calls through.
+    /// Holds calls of this name at the gate until release(). Calls on the GUI thread are never held, since the test
+    /// that releases them runs there. While "*" is held, release() of a single name lets the calls of this name pass.
     void hold(const std::string &name);
-    /// Waits until `n` calls of this name are held; false after ten seconds.
+    /// Waits until `n` calls of this name are held. Returns false after ten seconds.
     bool waitHeld(const std::string &name, int n = 1) const;
-    /// Lets the held calls through and ends the holding. "*" releases everything.
+    /// Lets the held calls of this name pass and ends hold(). "*" releases all calls.
     void release(const std::string &name);
 
-    /// Every call of this name takes this much longer, in real time; what "*" asks for comes on top, for calls that the
-    /// camera answers. 0 ends it.
+    /// Delays every call of this name, in real time. The delay of "*" is added to calls that the camera answers. 0 ends
+    /// the delay.
     void delay(int milliseconds, const std::string &name = "*");
 
-    /// Calls of this name do not ask the device: they succeed and give these values. One value for each output of the
-    /// function, a QVariantList if there are several; a text for a text buffer; a bool as the result of a controller
-    /// operation that has no outputs. An invalid QVariant ends it.
+    /// Lets calls of this name succeed with these values, without a call of the device. `value` is the value of the
+    /// output, a QVariantList if there are several outputs, a text for a text buffer, or the result (a bool) of a
+    /// controller operation without outputs. An invalid QVariant ends the script.
     void script(const std::string &name, const QVariant &value);
 
-    /// Texts fill their buffers to the last byte, without a zero at the end.
+    /// Fills the buffers of texts to the last byte, without a terminating zero.
     void fillBuffers(bool fill);
 
 private:
@@ -82,7 +82,7 @@ private:
     std::shared_ptr<State> m_state;
 };
 
-/// The gate of the functions that take no handle, and of calls whose handle is not known.
+/// The gate of functions without a handle, and of calls with an unknown handle.
 struct Sdk {
     static Gate &gate();
 };

@@ -5,7 +5,11 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <chrono>
+#include <mutex>
 #include <set>
+#include <thread>
+#include <utility>
 
 namespace emulator
 {
@@ -13,7 +17,7 @@ namespace emulator
 namespace
 {
 
-constexpr size_t keptCalls = 100'000;
+constexpr size_t maximumCalls = 100'000;
 
 bool onGuiThread()
 {
@@ -21,7 +25,7 @@ bool onGuiThread()
     return application && application->thread() == QThread::currentThread();
 }
 
-/// The setting for this name, else the one for every name.
+/// Finds the entry of this name, or that of every name.
 template <class Map> auto findFor(const Map &map, const std::string &name)
 {
     const auto found = map.find(name);
@@ -34,11 +38,11 @@ GatePass::GatePass(Gate &gate, const char *name, std::string arguments, Answered
     : m_state(gate.m_state), m_name(name), m_answeredBy(answeredBy), m_start(std::chrono::steady_clock::now())
 {
     const std::lock_guard lock(m_state->mutex);
-    if (m_state->log.size() == keptCalls) {
+    if (m_state->log.size() == maximumCalls) {
         m_state->log.pop_front();
-        ++m_state->forgotten;
+        ++m_state->droppedCalls;
     }
-    m_number = m_state->forgotten + m_state->log.size();
+    m_number = m_state->droppedCalls + m_state->log.size();
     m_state->log.push_back({name, std::move(arguments), std::this_thread::get_id()});
 }
 
@@ -46,16 +50,16 @@ GatePass::~GatePass()
 {
     const auto duration = std::chrono::steady_clock::now() - m_start;
     const std::lock_guard lock(m_state->mutex);
-    if (m_number < m_state->forgotten)
+    if (m_number < m_state->droppedCalls)
         return;
-    Call &call = m_state->log[m_number - m_state->forgotten];
+    Call &call = m_state->log[m_number - m_state->droppedCalls];
     call.status = m_status;
     call.duration = duration;
 }
 
 void GatePass::wait()
 {
-    if (m_state->isAsked(Gate::State::Holds) && !onGuiThread()) {
+    if (m_state->isRequested(Gate::State::Holds) && !onGuiThread()) {
         std::unique_lock lock(m_state->mutex);
         Gate::State::Waiter self{m_name};
         if (m_state->isHeld(self.name)) {
@@ -64,7 +68,7 @@ void GatePass::wait()
             m_state->changed.wait(lock, [&self] { return self.released; });
         }
     }
-    if (m_state->isAsked(Gate::State::Delays)) {
+    if (m_state->isRequested(Gate::State::Delays)) {
         std::chrono::milliseconds delay{0};
         {
             const std::lock_guard lock(m_state->mutex);
@@ -78,25 +82,25 @@ void GatePass::wait()
 
 bool GatePass::fails()
 {
-    if (!m_state->isAsked(Gate::State::Failures))
+    if (!m_state->isRequested(Gate::State::Failures))
         return false;
     const std::lock_guard lock(m_state->mutex);
     const bool counted = m_state->countDown(m_name);
     const bool drawn = m_answeredBy == AnsweredBy::Camera && m_state->drawFailure(m_name);
-    m_state->updateAsked();
+    m_state->updateRequested();
     return counted || drawn || findFor(m_state->failing, m_name) != m_state->failing.end();
 }
 
 QVariant GatePass::script() const
 {
-    if (!m_state->isAsked(Gate::State::Scripts))
+    if (!m_state->isRequested(Gate::State::Scripts))
         return {};
     const std::lock_guard lock(m_state->mutex);
     const auto found = findFor(m_state->scripts, m_name);
     return found != m_state->scripts.end() ? found->second : QVariant();
 }
 
-bool GatePass::fillsBuffers() const { return m_state->isAsked(Gate::State::Fills); }
+bool GatePass::fillsBuffers() const { return m_state->isRequested(Gate::State::Fills); }
 
 const char *GatePass::staticText(const QVariant &script)
 {

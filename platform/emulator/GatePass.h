@@ -3,6 +3,8 @@
 #include "platform/emulator/Gate.h"
 #include "platform/emulator/arguments.h"
 
+#include <QVariant>
+
 #include <chrono>
 #include <memory>
 #include <string>
@@ -10,8 +12,8 @@
 namespace emulator
 {
 
-/// One call on its way through a gate: it is written into the log when it is made, and its status and duration when it
-/// ends. It outlives the gate, so that a camera may go while calls are held.
+/// One call that passes a gate. The constructor adds the call to the log, the destructor adds its status and duration.
+/// It may outlive the gate, so that a camera may be destroyed while calls are held.
 class GatePass
 {
 public:
@@ -20,20 +22,21 @@ public:
     GatePass &operator=(const GatePass &) = delete;
     ~GatePass();
 
-    /// The latch and the latency.
+    /// Waits while the call is held, and then for its delay.
     void wait();
-    /// Whether this call is one that a test wants to fail.
+    /// Returns whether a test requested that this call fails. Call it once: it counts the call.
     bool fails();
-    /// The scripted value; not valid if there is none.
+    /// The scripted value, invalid if there is none.
     QVariant script() const;
+    /// Whether texts fill their buffers; see Gate::fillBuffers().
     bool fillsBuffers() const;
-    /// A scripted text as the result of a function that returns static texts: it stays for the life of the program.
+    /// Returns a scripted text for a function that returns static texts. It is valid until the process ends.
     static const char *staticText(const QVariant &script);
-    /// Ends the call with this status.
+    /// Ends the call with this status, and returns the status.
     int end(int status);
 
-    /// Ends the call with what `answer` gives, unless a failure or a script comes first. `resultIsScripted`: the script
-    /// of a call without outputs says whether it succeeds.
+    /// Ends the call with the status that `answer` returns, unless a test requested a failure or a script. Refused if
+    /// an argument is not usable(). `resultIsScripted`: the script of a call without outputs is its result.
     template <class Answer, class... Args> int answer(bool resultIsScripted, Answer answer, Args &...arguments)
     {
         if (fails())

@@ -2,14 +2,18 @@
 
 #include "platform/emulator/Gate.h"
 
-#include <algorithm>
+#include <QVariant>
+
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <mutex>
 #include <random>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace emulator
 {
@@ -17,33 +21,34 @@ namespace emulator
 /// The name that means every call.
 inline const std::string everyName = "*";
 
-/// The contents of a gate, shared with the calls on their way through it. Only for Gate.cpp and GatePass.cpp.
+/// The data of a gate, shared with the calls that pass it. Only for Gate.cpp and GatePass.cpp.
 struct Gate::State {
-    /// What a test asked for, as bits of `asked`: a call that finds none of them takes no second look.
-    enum Asked : unsigned { Holds = 1, Delays = 2, Failures = 4, Scripts = 8, Fills = 16 };
+    /// The requests of tests, as bits of `requested`. A call without a request of a kind does not lock the mutex for
+    /// it.
+    enum Request : unsigned { Holds = 1, Delays = 2, Failures = 4, Scripts = 8, Fills = 16 };
 
     struct Countdown {
         std::string name;
         int remaining;
     };
 
-    /// A call at the latch. It lives on the stack of its thread.
+    /// A held call. It is on the stack of its thread.
     struct Waiter {
         const std::string name;
         bool released = false;
     };
 
-    std::atomic<unsigned> asked{0};
+    std::atomic<unsigned> requested{0};
 
     mutable std::mutex mutex;
     mutable std::condition_variable changed;
 
     std::deque<Call> log;
-    size_t forgotten = 0; ///< Calls that were dropped from the front of the log.
+    size_t droppedCalls = 0; ///< Calls that were dropped from the front of the log.
 
     std::set<std::string> held;
     bool everythingHeld = false;
-    std::set<std::string> letThrough; ///< Released while everything is held.
+    std::set<std::string> letThrough; ///< Names that were released while every call is held.
     std::vector<Waiter *> waiters;
 
     std::map<std::string, int> delays;
@@ -57,14 +62,14 @@ struct Gate::State {
     std::map<std::string, QVariant> scripts;
     bool filling = false;
 
-    bool isAsked(Asked what) const { return asked & what; }
+    bool isRequested(Request request) const { return requested & request; }
 
-    // The rest is called with the mutex held.
+    // Call these functions with the mutex locked.
 
-    void updateAsked()
+    void updateRequested()
     {
         const bool failures = !countdowns.empty() || !failing.empty() || failProbability > 0;
-        asked = (held.empty() && !everythingHeld ? 0u : Holds) | (delays.empty() ? 0u : Delays)
+        requested = (held.empty() && !everythingHeld ? 0u : Holds) | (delays.empty() ? 0u : Delays)
             | (failures ? Failures : 0u) | (scripts.empty() ? 0u : Scripts) | (filling ? Fills : 0u);
     }
 
@@ -82,6 +87,7 @@ struct Gate::State {
         changed.notify_all();
     }
 
+    /// Counts a call of this name. Returns whether it is one that failNext() requested.
     bool countDown(const std::string &name)
     {
         for (Countdown &countdown : countdowns)
@@ -90,8 +96,7 @@ struct Gate::State {
         return std::erase_if(countdowns, [](const Countdown &countdown) { return countdown.remaining <= 0; }) > 0;
     }
 
-    /// Each name draws from a sequence of its own, so that the n-th call of a name fares the same in every run,
-    /// whatever other threads call meanwhile.
+    /// Returns whether the next call of this name fails by chance; see Gate::failRandomly().
     bool drawFailure(const std::string &name)
     {
         if (failProbability <= 0)

@@ -2,7 +2,9 @@
 
 #include "platform/emulator/DeviceKind.h"
 #include "platform/emulator/Section.h"
+#include "platform/emulator/SetupError.h"
 
+#include <QByteArray>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -17,8 +19,8 @@ namespace
 {
 
 const auto builtInFolder = QStringLiteral(":/emulator/profiles");
-// More than any profile needs; keeps a device file or a movie from being read to its end.
-constexpr qint64 largestFile = qint64{1024} * 1024;
+// In bytes; more than any profile needs. A movie or a device file is not read to its end.
+constexpr qint64 maximumFileSize = qint64{1024} * 1024;
 
 constexpr auto gainLevels = "numFPAGainLevels";
 constexpr std::array flags{"hasFrontPanelTemperature",
@@ -58,15 +60,15 @@ constexpr std::array flags{"hasFrontPanelTemperature",
 
 QString pathOf(const QString &builtIn) { return QStringLiteral("%1/%2.json").arg(builtInFolder, builtIn); }
 
-QJsonObject readFile(const QString &path, const QString &place)
+QJsonObject readFile(const QString &path, const QString &messagePrefix)
 {
     const auto refuse
-        = [&](const QString &why) { throw SetupError(QStringLiteral("%1: %2").arg(place, why).toStdString()); };
+        = [&](const QString &why) { throw SetupError(QStringLiteral("%1: %2").arg(messagePrefix, why).toStdString()); };
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         refuse(QStringLiteral("cannot be read: %1").arg(file.errorString()));
-    const QByteArray content = file.read(largestFile + 1);
-    if (content.size() > largestFile)
+    const QByteArray content = file.read(maximumFileSize + 1);
+    if (content.size() > maximumFileSize)
         refuse(QStringLiteral("too large for a profile"));
     QJsonParseError error;
     const auto document = QJsonDocument::fromJson(content, &error);
@@ -77,8 +79,8 @@ QJsonObject readFile(const QString &path, const QString &place)
     return document.object();
 }
 
-/// Reads the given keys of the section into `values`; keys that the section lacks keep their values.
-void takeIdentity(Section section, QJsonObject &values)
+/// Reads the keys of an identity into `values`. Values of keys that the section does not contain stay the same.
+void mergeIdentity(Section section, QJsonObject &values)
 {
     for (const auto *key : {"boardSet", "type", "subtype", "detector", "readout", "variant", "pleora"})
         values[QLatin1String(key)]
@@ -88,7 +90,8 @@ void takeIdentity(Section section, QJsonObject &values)
     section.finish();
 }
 
-void takeCapabilities(Section section, QJsonObject &values)
+/// Reads the keys of the capabilities into `values`, like mergeIdentity().
+void mergeCapabilities(Section section, QJsonObject &values)
 {
     for (const auto *key : flags)
         values[QLatin1String(key)] = section.flag(QLatin1String(key), values.value(QLatin1String(key)).toBool());
@@ -97,8 +100,8 @@ void takeCapabilities(Section section, QJsonObject &values)
     section.finish();
 }
 
-/// Sections are merged key by key; null takes an inherited key or a whole device away.
-void takeDevices(Section section, QJsonObject &devices)
+/// Merges the devices key by key. null removes an inherited key or an inherited device.
+void mergeDevices(Section section, QJsonObject &devices)
 {
     for (const auto &kind : DeviceKind::all()) {
         const QString key = kind.key;
@@ -109,8 +112,8 @@ void takeDevices(Section section, QJsonObject &devices)
         if (!section.contains(key))
             continue;
         QJsonObject merged = devices.value(key).toObject();
-        const QJsonObject own = section.object(key);
-        for (auto value = own.begin(); value != own.end(); ++value)
+        const QJsonObject overrides = section.object(key);
+        for (auto value = overrides.begin(); value != overrides.end(); ++value)
             merged[value.key()] = value.value();
         for (const auto &name : merged.keys())
             if (merged.value(name).isNull())
@@ -132,7 +135,7 @@ QStringList Profile::names()
 
 Profile Profile::load(const QString &nameOrFile) { return load(nameOrFile, {}); }
 
-Profile Profile::load(const QString &nameOrFile, const QStringList &chain)
+Profile Profile::load(const QString &nameOrFile, const QStringList &derivedProfiles)
 {
     const bool builtIn = names().contains(nameOrFile);
     if (!builtIn && !QFileInfo::exists(nameOrFile)) {
@@ -141,33 +144,34 @@ Profile Profile::load(const QString &nameOrFile, const QStringList &chain)
         throw SetupError(message.toStdString());
     }
     const QString path = builtIn ? pathOf(nameOrFile) : QFileInfo(nameOrFile).canonicalFilePath();
-    const QString place = QStringLiteral("profile %1").arg(nameOrFile);
-    Section section(readFile(path, place), place);
-    if (chain.contains(path))
+    const QString messagePrefix = QStringLiteral("profile %1").arg(nameOrFile);
+    Section section(readFile(path, messagePrefix), messagePrefix);
+    if (derivedProfiles.contains(path))
         section.refuse(QStringLiteral("extends"), QStringLiteral("leads back to this profile"));
 
     Profile profile;
     if (const QString base = section.text(QStringLiteral("extends"), {}); !base.isEmpty()) {
-        // A file names another file from where it lies itself.
-        const QString named = names().contains(base) ? base : QFileInfo(path).dir().absoluteFilePath(base);
-        if (named != base && !QFileInfo::exists(named))
+        // The path of another file is relative to the folder of this file.
+        const QString baseNameOrFile = names().contains(base) ? base : QFileInfo(path).dir().absoluteFilePath(base);
+        if (baseNameOrFile != base && !QFileInfo::exists(baseNameOrFile))
             section.refuse(QStringLiteral("extends"), QStringLiteral("there is no profile \"%1\"").arg(base));
-        profile = load(named, chain + QStringList{path});
+        profile = load(baseNameOrFile, derivedProfiles + QStringList{path});
     }
     profile.m_name = QFileInfo(path).completeBaseName();
     profile.m_source = nameOrFile;
-    // The name becomes that of a folder.
+    // The name is used as the name of a folder.
     if (profile.m_name.isEmpty() || profile.m_name.startsWith(QLatin1Char('.')))
-        throw SetupError(QStringLiteral("%1: the file needs a name before its suffix").arg(place).toStdString());
+        throw SetupError(
+            QStringLiteral("%1: the file needs a name before its suffix").arg(messagePrefix).toStdString());
     profile.m_title = section.text(QStringLiteral("title"), profile.m_name);
     const QString clock = section.text(QStringLiteral("clock"),
                                        profile.m_realTimeClock ? QStringLiteral("rtc") : QStringLiteral("irig"));
     if (clock != QLatin1String("rtc") && clock != QLatin1String("irig"))
         section.refuse(QStringLiteral("clock"), QStringLiteral("must be \"rtc\" or \"irig\""));
     profile.m_realTimeClock = clock == QLatin1String("rtc");
-    takeIdentity(section.section(QStringLiteral("identity")), profile.m_identity);
-    takeCapabilities(section.section(QStringLiteral("capabilities")), profile.m_capabilities);
-    takeDevices(section.section(QStringLiteral("devices")), profile.m_devices);
+    mergeIdentity(section.section(QStringLiteral("identity")), profile.m_identity);
+    mergeCapabilities(section.section(QStringLiteral("capabilities")), profile.m_capabilities);
+    mergeDevices(section.section(QStringLiteral("devices")), profile.m_devices);
     section.finish();
     return profile;
 }

@@ -9,20 +9,22 @@
 namespace emulator
 {
 
-/// A kind of camera, as data: who it is, what it can do, and what its devices start with. Profiles inherit by
-/// "extends"; unknown keys are errors.
+/// The description of a kind of camera: its identity, its capabilities, and its devices with their first values. A
+/// profile extends another one by "extends". Unknown keys are errors.
 class Profile
 {
 public:
-    /// A profile by the name of a built-in one or the path of a file. Throws SetupError.
+    /// Loads a built-in profile by its name, or any profile by the path of its file. Throws a SetupError.
     static Profile load(const QString &nameOrFile);
 
-    /// The built-in names, sorted.
+    /// The names of the built-in profiles, sorted.
     static QStringList names();
 
+    /// The file name without its last extension.
     const QString &name() const { return m_name; }
-    /// The name or file that it was loaded by.
+    /// The name or path that load() was called with.
     const QString &source() const { return m_source; }
+    /// The name for the user, by default name().
     const QString &title() const { return m_title; }
     const QJsonObject &identity() const { return m_identity; }
     const QJsonObject &capabilities() const { return m_capabilities; }
@@ -31,7 +33,8 @@ public:
     bool hasRealTimeClock() const { return m_realTimeClock; }
 
 private:
-    static Profile load(const QString &nameOrFile, const QStringList &chain);
+    /// `derivedProfiles` are the paths of the profiles that extend this one, which must not contain its own path.
+    static Profile load(const QString &nameOrFile, const QStringList &derivedProfiles);
 
     QString m_name;
     QString m_source;

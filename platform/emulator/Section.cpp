@@ -2,6 +2,8 @@
 
 #include "platform/emulator/SetupError.h"
 
+#include <utility>
+
 namespace emulator
 {
 
@@ -22,13 +24,13 @@ QJsonObject Section::object(const QString &key)
 
 Section Section::section(const QString &key) { return {object(key), m_source, pathOf(key)}; }
 
-void Section::requireKindsOf(const QJsonObject &model)
+void Section::requireTypesOf(const QJsonObject &reference)
 {
-    for (auto known = model.begin(); known != model.end(); ++known) {
-        const QString &key = known.key();
+    for (auto entry = reference.begin(); entry != reference.end(); ++entry) {
+        const QString &key = entry.key();
         if (!contains(key))
             continue;
-        switch (known->type()) {
+        switch (entry->type()) {
         case QJsonValue::Bool:
             flag(key, false);
             break;
@@ -42,7 +44,7 @@ void Section::requireKindsOf(const QJsonObject &model)
             numbers(key, {});
             break;
         default:
-            section(key).requireKindsOf(known->toObject());
+            section(key).requireTypesOf(entry->toObject());
             break;
         }
     }
@@ -51,7 +53,7 @@ void Section::requireKindsOf(const QJsonObject &model)
 void Section::finish() const
 {
     for (const auto &key : m_values.keys())
-        if (!m_known.contains(key))
+        if (!m_knownKeys.contains(key))
             refuse(key, QStringLiteral("unknown key"));
 }
 
@@ -64,7 +66,7 @@ QString Section::pathOf(const QString &key) const { return m_path.isEmpty() ? ke
 
 QJsonValue Section::value(const QString &key)
 {
-    m_known.insert(key);
+    m_knownKeys.insert(key);
     return m_values.value(key);
 }
 

@@ -1,7 +1,5 @@
 #include "platform/emulator/Setting.h"
 
-#include <QStringList>
-
 namespace emulator
 {
 
@@ -45,16 +43,6 @@ SettingInfo Setting::info() const
     info.value = value();
     info.changeable = changeable();
     return info;
-}
-
-Refusal Setting::checkChoice(const OneOf &choices, const QJsonValue &json)
-{
-    if (choices.holds(json.toDouble()))
-        return {};
-    QStringList texts;
-    for (const double number : choices.numbers)
-        texts.append(QString::number(number, 'g', 10));
-    return u"must be one of %1"_s.arg(texts.join(u", "));
 }
 
 } // namespace emulator

@@ -1,42 +1,18 @@
 #pragma once
 
+#include "platform/emulator/Rule.h"
 #include "platform/emulator/Status.h"
-#include "platform/emulator/values.h"
 
 #include <QFlags>
-#include <QJsonArray>
 #include <QList>
 
 #include <concepts>
 #include <functional>
-#include <optional>
 #include <type_traits>
 #include <utility>
 
 namespace emulator
 {
-
-/// The only numbers that a setting takes.
-struct OneOf {
-    QList<double> numbers;
-
-    bool holds(double number) const { return numbers.contains(number); }
-};
-
-/// Which values a setting takes beside those that its type can hold: a range (of a list: for each entry), a few
-/// numbers, or a check by the device, which returns why it refuses a value.
-template <class T> struct Rule {
-    Rule() = default;
-    Rule(Between numbers) : range(numbers) { }
-    Rule(OneOf numbers) : choices(std::move(numbers)) { }
-    template <class Check>
-    requires std::is_invocable_r_v<Refusal, Check, const T &> Rule(Check device) : check(std::move(device)) { }
-    template <class Check> Rule(Between numbers, Check device) : range(numbers), check(std::move(device)) { }
-
-    Between range = rangeOf<T>();
-    std::optional<OneOf> choices;
-    std::function<Refusal(const T &)> check;
-};
 
 /// What a list of settings shows of one.
 struct SettingInfo {
@@ -50,9 +26,9 @@ struct SettingInfo {
     bool changeable; ///< The camera takes changes of it at present.
 };
 
-/// Why a value is refused that follows its rule.
+/// The reason for a value that follows its rule but cannot be set.
 Refusal refusedByTheCamera();
-/// Why a change is refused that no row is for.
+/// The reason for a change of an unknown setting.
 Refusal noSuchSetting();
 
 /// One row of a device's table of settings. It is read from profiles, saved, restored, changed by other clients and by
@@ -123,11 +99,7 @@ private:
           m_uses(uses), m_member(member), m_get([get = std::move(get)] { return toJson(get()); }),
           m_set([set = std::move(set), rule = std::move(rule)](const QJsonValue &json) -> Refusal {
               T value{};
-              Refusal refusal = parse(json, value, rule.range);
-              if (refusal.isEmpty() && rule.choices)
-                  refusal = checkChoice(*rule.choices, json);
-              if (refusal.isEmpty() && rule.check)
-                  refusal = rule.check(value);
+              Refusal refusal = rule.parse(json, value);
               if (refusal.isEmpty() && set(value) != Ok)
                   refusal = refusedByTheCamera();
               return refusal;
@@ -141,15 +113,15 @@ private:
             return SettingInfo::Flag;
         else if constexpr (std::floating_point<T>)
             return SettingInfo::Number;
-        else if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>)
+        else if constexpr (NumberType<T>)
             return SettingInfo::WholeNumber;
-        else if constexpr (std::same_as<T, QString>)
+        else if constexpr (std::same_as<T, QString> || std::same_as<T, std::string>)
             return SettingInfo::Text;
+        else if constexpr (std::same_as<T, QStringList>)
+            return SettingInfo::Texts;
         else
-            return std::same_as<T, QStringList> ? SettingInfo::Texts : SettingInfo::Numbers;
+            return SettingInfo::Numbers;
     }
-
-    static Refusal checkChoice(const OneOf &choices, const QJsonValue &json);
 
     SettingInfo m_info;
     Uses m_uses;

@@ -33,7 +33,7 @@ QStringList SettingTable::restore(const QJsonObject &values) const
     QStringList refused;
     for (const Setting &row : m_rows)
         if (row.isFor(Setting::Snapshot) && values.contains(row.key()) && row.changeable())
-            // The device may have a first value that cannot be set: there is nothing to report if it is the saved one.
+            // A profile may start with a value that cannot be set later. Such a saved value is in place already.
             if (const Refusal refusal = row.change(values.value(row.key()));
                 !refusal.isEmpty() && row.value() != values.value(row.key()))
                 refused.append(row.key() + QStringLiteral(": ") + refusal);
@@ -69,7 +69,8 @@ const Setting &SettingTable::of(const void *member) const
         return row.isMember(member) && (row.isFor(Setting::Snapshot) || row.isFor(Setting::OtherClient));
     };
     const auto row = std::ranges::find_if(m_rows, takesChangesOfIt);
-    Q_ASSERT(row != m_rows.end());
+    if (row == m_rows.end())
+        qFatal("a setter of an emulated device has no row in its table");
     return *row;
 }
 

@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QStringList>
 
+#include <type_traits>
 #include <vector>
 
 namespace emulator
@@ -38,10 +39,24 @@ public:
     /// The settings that other clients may change.
     std::vector<SettingInfo> list() const;
 
-    /// The row whose value `member` is, and which takes changes.
-    const Setting &of(const void *member) const;
+    /// Changes the setting that `member` is, by the rule of its row. Refused if the row refuses the value.
+    template <class T> Status assign(T &member, const std::type_identity_t<T> &value) const
+    {
+        return of(&member).change(toJson(value)).isEmpty() ? Ok : Refused;
+    }
+
+    /// Reads the setting that `member` is. Refused while it cannot be changed.
+    template <class T> Status fetch(const T &member, T &value) const
+    {
+        if (!of(&member).changeable())
+            return Refused;
+        value = member;
+        return Ok;
+    }
 
 private:
+    /// The row for changes of this member.
+    const Setting &of(const void *member) const;
     const Setting *find(const QString &name) const;
 
     std::vector<Setting> m_rows;

@@ -5,7 +5,7 @@
 namespace emulator
 {
 
-/// A profile or a storage folder cannot be used; what() is one line for the user.
+/// A profile or a storage folder cannot be used. what() is one line for the user.
 class SetupError : public std::runtime_error
 {
 public:

@@ -2,11 +2,15 @@
 
 #include "platform/emulator/SetupError.h"
 
+#include <QByteArray>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QSaveFile>
 #include <QTemporaryFile>
+
+#include <utility>
 
 namespace emulator
 {
@@ -16,8 +20,8 @@ namespace
 
 constexpr auto cameraMagic = "zvt-emulated-camera";
 constexpr int version = 1;
-// More than any camera fills; a file of this size is not ours.
-constexpr qint64 largestFile = qint64{16} * 1024 * 1024;
+// More bytes than the values of any camera need. A larger file was not written by an emulated camera.
+constexpr qint64 maximumFileSize = qint64{16} * 1024 * 1024;
 
 [[noreturn]] void refuse(const QString &path, const QString &why)
 {
@@ -30,8 +34,8 @@ Storage::Storage(QString folder) : m_folder(std::move(folder))
 {
     if (const QFileInfo info(m_folder); info.exists() && !info.isDir())
         refuse(m_folder, QStringLiteral("not a folder"));
-    for (const auto *part : {"states", "nucs", "movies", "lens"}) {
-        const QString path = m_folder + QLatin1Char('/') + QLatin1String(part);
+    for (const auto *subfolder : {"states", "nucs", "movies", "lens"}) {
+        const QString path = m_folder + QLatin1Char('/') + QLatin1String(subfolder);
         if (!QDir().mkpath(path))
             refuse(path, QStringLiteral("the folder cannot be made"));
     }
@@ -57,10 +61,10 @@ QJsonObject Storage::readFile(const QString &path, const char *magic)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         refuse(file.fileName(), QStringLiteral("cannot be read: %1").arg(file.errorString()));
-    const QByteArray content = file.read(largestFile + 1);
+    const QByteArray content = file.read(maximumFileSize + 1);
     QJsonParseError error;
     const auto document = QJsonDocument::fromJson(content, &error);
-    if (content.size() > largestFile || error.error != QJsonParseError::NoError || !document.isObject()
+    if (content.size() > maximumFileSize || error.error != QJsonParseError::NoError || !document.isObject()
         || document[QLatin1String("magic")] != QLatin1String(magic) || !document[QLatin1String("values")].isObject())
         refuse(file.fileName(), QStringLiteral("corrupt, or not a file of an emulated camera"));
     if (document[QLatin1String("version")] != version)

@@ -6,25 +6,25 @@
 namespace emulator
 {
 
-/// The folder of one camera: `states`, `nucs`, `movies` and `lens` for what the operator keeps on the camera, and small
-/// files of values beside them. Each such file carries a magic and a version; it is replaced as a whole, so that it is
-/// never half written.
+/// The folder of one camera. Its subfolders `states`, `nucs`, `movies` and `lens` contain the files that the operator
+/// keeps on the camera; beside them are small files of values. Each file of values has a magic and a version. It is
+/// replaced as a whole, so that it is never partly written.
 class Storage
 {
 public:
-    /// Makes the folder with its subfolders where they are missing, and looks into every file of values. Throws a
-    /// SetupError if the folder cannot be used or a file is not what it should be; such a file is left as it is.
+    /// Makes the folder and its subfolders where they are missing, and checks every file of values. Throws a SetupError
+    /// if the folder cannot be used or a file is not valid. Does not change such a file.
     explicit Storage(QString folder);
 
     const QString &folder() const { return m_folder; }
 
-    /// The values of the file `name`, empty if there is none. Throws SetupError.
+    /// Returns the values of the file `name`, empty if the file does not exist. Throws a SetupError if it is not valid.
     QJsonObject read(const QString &name) const;
 
-    /// Throws a SetupError if the file cannot be written; the old one is then still there.
+    /// Replaces the file `name`. Throws a SetupError if it cannot be written; the old file is then unchanged.
     void write(const QString &name, const QJsonObject &values) const;
 
-    /// The same for a file of values anywhere, with a magic of its own. A file that is not there is refused.
+    /// The same for a file of values in any folder, with its own magic. readFile() throws if the file does not exist.
     static QJsonObject readFile(const QString &path, const char *magic);
     static void writeFile(const QString &path, const char *magic, const QJsonObject &values);
 

@@ -13,20 +13,22 @@
 namespace emulator
 {
 
-/// A text that a function gives back in a buffer of its caller. The device writes `value`; the gate copies it into the
-/// buffer once the call has succeeded.
+/// A text output of a function, with the buffer of the caller. The device writes `value`; the gate copies it into the
+/// buffer after the call has succeeded.
 class Text
 {
 public:
     Text(char *buffer, uint32_t size) : m_buffer(buffer), m_size(size) { }
+    Text(const Text &) = delete;
+    Text &operator=(const Text &) = delete;
 
     std::string value; ///< UTF-8.
 
-    /// A null buffer and an empty one hold no text.
+    /// False for a null buffer or a buffer of 0 bytes.
     bool usable() const { return m_buffer && m_size > 0; }
 
-    /// Writes `value` with a zero at its end, cut between two characters where it does not fit. With `fill` every byte
-    /// of the buffer belongs to the text, and no zero ends it.
+    /// Writes `value` with a terminating zero. A text that does not fit is cut between two characters. With `fill` the
+    /// text has no terminating zero and is extended by "#" to the end of the buffer.
     void copyToBuffer(bool fill) const;
 
 private:
@@ -34,7 +36,7 @@ private:
     uint32_t m_size;
 };
 
-// What the gate has to know about the arguments of a function: which of them are inputs, which outputs.
+// The gate distinguishes the inputs of a function from its outputs by the types of its arguments.
 
 template <class T> struct IsDelegate : std::false_type {
 };
@@ -43,18 +45,18 @@ template <class Signature> struct IsDelegate<hlx::delegate<Signature>> : std::tr
 
 template <class T> constexpr bool isTextOutput = std::is_same_v<T, Text>;
 
-/// What a function may change through a pointer. A delegate is an input though it comes by pointer, and may be null.
+/// Whether a function may write to a T through a pointer. A pointer to a delegate is an input, which may be null.
 template <class T> constexpr bool isWritable = !(IsDelegate<T>::value || std::is_const_v<T>);
 
 template <class T> constexpr bool isPointerOutput = isWritable<std::remove_pointer_t<T>> && (std::is_pointer_v<T>);
 
 template <class T> constexpr bool isScalar = std::is_arithmetic_v<T> || std::is_enum_v<T>;
 
-/// An output that a script can give a value.
+/// Whether a script can set the value of this output.
 template <class T>
 constexpr bool isScriptable = isTextOutput<T> || (isPointerOutput<T> && isScalar<std::remove_pointer_t<T>>);
 
-/// Whether a call can be made with this argument: outputs and texts must not be null.
+/// Returns whether a call can be made with this argument: outputs and texts must not be null.
 template <class T> bool usable(const T &argument)
 {
     if constexpr (isTextOutput<T>)
@@ -65,9 +67,10 @@ template <class T> bool usable(const T &argument)
         return true;
 }
 
+/// Appends a text in double quotes, or "null".
 void appendQuoted(std::string &list, const char *text);
 
-/// An input as the call log shows it.
+/// Appends an input as the call log shows it.
 template <class T> void appendInput(std::string &list, const T &argument)
 {
     if constexpr (std::is_convertible_v<const T &, const char *>) {
@@ -88,7 +91,7 @@ template <class T> void appendInput(std::string &list, const T &argument)
     }
 }
 
-/// Adds an argument to the inputs in a call log, if it is one.
+/// Appends an argument to the inputs in the call log. Does nothing for an output.
 template <class T> void appendArgument(std::string &list, const T &argument)
 {
     if constexpr (!isTextOutput<T> && !isPointerOutput<T>) {
@@ -98,7 +101,7 @@ template <class T> void appendArgument(std::string &list, const T &argument)
     }
 }
 
-/// The inputs of a call as the call log shows them, separated by ", ".
+/// Returns the inputs of a call as the call log shows them, separated by ", ".
 template <class... Args> std::string describe(const Args &...arguments)
 {
     std::string list;
@@ -106,7 +109,7 @@ template <class... Args> std::string describe(const Args &...arguments)
     return list;
 }
 
-/// Takes the first of the scripted values for an argument, if that is an output and a value is left.
+/// Moves the first scripted value into the argument, if the argument is an output and a value is left.
 template <class T> void takeScripted(QVariantList &values, T &argument)
 {
     if constexpr (isScriptable<T>) {
@@ -127,7 +130,7 @@ template <class T> void takeScripted(QVariantList &values, T &argument)
     }
 }
 
-/// Gives the outputs of a call the values of a script, in their order. Outputs without a value stay as they are.
+/// Writes the values of a script to the outputs of a call, in their order. Outputs without a value do not change.
 template <class... Args> void writeScript(const QVariant &script, Args &...arguments)
 {
     QVariantList values = script.typeId() == QMetaType::QVariantList ? script.toList() : QVariantList{script};

@@ -1,7 +1,6 @@
 #pragma once
 
-// The control face of the emulator: what tests and the standalone controller may do to an emulated camera beside using
-// it through the SDK and the controller.
+// The control interface of the emulator. Tests and the standalone controller use it beside the SDK and the controller.
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/Gate.h"

@@ -13,35 +13,18 @@ namespace emulator
 {
 
 // The ways in which the functions of the SDK and the operations of the controller reach an emulated camera. Each of
-// them is one line through a template of this file, with its arguments (but the handle) in their order: they are
-// logged, checked and passed on.
+// them passes its arguments (but the handle) in their order, which are logged and checked. memberCalls.h has the short
+// forms for those that only call a function of a device; here are the forms with a body:
 //
-// A function that is one function of a device names it. Outputs are pointers here and references there:
-//
-//     int zvtSetFocusPos(uint64_t handle, uint32_t position)
+//     int zvtAutoFocusFull(uint64_t handle, int flag)
 //     {
-//         return call<&Focus::goTo>(__func__, handle, position);
+//         return onDevice<AutoFocus>(
+//             __func__, handle, [&](AutoFocus &d) { return flag == 0 ? d.focusFull() : Refused; }, flag);
 //     }
 //
-// A function that reads values which a device returns names their getters, one for each output:
-//
-//     int zvtGetFocusRange(uint64_t handle, uint32_t *minimum, uint32_t *maximum)
-//     {
-//         return get<&Focus::minimum, &Focus::maximum>(__func__, handle, minimum, maximum);
-//     }
-//
-// A text output is a Text:
-//
-//     int zvtGetCameraSN(uint64_t handle, char *buffer, uint32_t size)
-//     {
-//         return get<&Identity::serial>(__func__, handle, Text(buffer, size));
-//     }
-//
-// All others have a body, which takes the device (onDevice) or the camera (dispatch).
-//
-// Bodies and functions of devices run with the camera's lock held and with outputs and texts that are not null. They
-// return a status, true or false, or nothing. A slow operation releases the lock while it takes its time, and ends when
-// the camera is disconnected meanwhile; it calls a delegate of its caller within a Camera::Unlocked:
+// A body runs with the camera's lock held and with outputs and texts that are not null. It returns a status, true or
+// false, or nothing. A slow operation releases the lock while it takes its time, and ends when the camera is
+// disconnected meanwhile; it calls a delegate of its caller within a Camera::Unlocked:
 //
 //     Status Wheel::turnTo(uint8_t slot)
 //     {
@@ -50,46 +33,6 @@ namespace emulator
 //         m_slot = slot;
 //         return Ok;
 //     }
-
-/// A function of a device: its class, and how it is called with the arguments of a call.
-template <class Function> struct DeviceFunction;
-template <class D, class Result, class... Parameters> struct DeviceFunction<Result (D::*)(Parameters...)> {
-    using Device = D;
-
-    template <class Function, class... Args> static Result invoke(Function function, D &device, Args &...arguments)
-    {
-        static_assert(sizeof...(Parameters) == sizeof...(Args));
-        return (device.*function)(pass<Parameters>(arguments)...);
-    }
-
-private:
-    /// An output of a call is a reference to the device.
-    template <class Parameter, class Argument> static decltype(auto) pass(Argument &argument)
-    {
-        constexpr bool isOutput
-            = std::is_lvalue_reference_v<Parameter> && !std::is_const_v<std::remove_reference_t<Parameter>>;
-        if constexpr (isOutput && isTextOutput<Argument>)
-            return (argument.value);
-        else if constexpr (isOutput)
-            return *argument;
-        else
-            return (argument);
-    }
-};
-template <class D, class Result, class... Parameters>
-struct DeviceFunction<Result (D::*)(Parameters...) const> : DeviceFunction<Result (D::*)(Parameters...)> {
-};
-
-template <auto Function> using DeviceOf = typename DeviceFunction<decltype(Function)>::Device;
-
-/// Writes a value that a device returns into an output of a call.
-template <class Output, class Value> void writeOutput(Output &output, const Value &value)
-{
-    if constexpr (isTextOutput<Output>)
-        output.value = value;
-    else
-        *output = static_cast<std::remove_pointer_t<Output>>(value);
-}
 
 /// The status for the result of a body: the status that it returns, Ok or Refused for true or false, Ok for nothing.
 template <class Body, class Subject> int statusOf(Body &body, Subject &subject)
@@ -101,6 +44,8 @@ template <class Body, class Subject> int statusOf(Body &body, Subject &subject)
     } else if constexpr (std::is_same_v<Result, bool>) {
         return body(subject) ? Ok : Refused;
     } else {
+        static_assert(std::is_same_v<Result, Status> || std::is_same_v<Result, int>,
+                      "a body returns a status, true or false, or nothing; values are read by get()");
         return body(subject);
     }
 }
@@ -136,13 +81,6 @@ template <class D, class Body> auto withDevice(Body &body)
     };
 }
 
-/// Reads a value for each output by its getter.
-template <auto... Getters, class D, class... Outputs> void readValues(D &device, Outputs &...outputs)
-{
-    static_assert(sizeof...(Getters) == sizeof...(Outputs));
-    (writeOutput(outputs, (device.*Getters)()), ...);
-}
-
 /// A function of the SDK whose body takes a Camera&.
 template <class Body, class... Args> int dispatch(const char *name, uint64_t handle, Body body, Args &&...arguments)
 {
@@ -154,22 +92,6 @@ template <class D, class Body, class... Args>
 int onDevice(const char *name, uint64_t handle, Body body, Args &&...arguments)
 {
     return callCamera(Camera::find(handle), name, false, withDevice<D>(body), arguments...);
-}
-
-/// A function of the SDK that is this function of a device.
-template <auto Function, class... Args> int call(const char *name, uint64_t handle, Args... arguments)
-{
-    const auto body = [&](DeviceOf<Function> &device) {
-        return DeviceFunction<decltype(Function)>::invoke(Function, device, arguments...);
-    };
-    return onDevice<DeviceOf<Function>>(name, handle, body, arguments...);
-}
-
-/// A function of the SDK that reads these values of a device, one for each output.
-template <auto Getter, auto... Getters, class... Outputs> int get(const char *name, uint64_t handle, Outputs... outputs)
-{
-    const auto body = [&](DeviceOf<Getter> &device) { readValues<Getter, Getters...>(device, outputs...); };
-    return onDevice<DeviceOf<Getter>>(name, handle, body, outputs...);
 }
 
 /// A function of the SDK for equipment that no emulated camera has: it fails as on a camera that lacks it.
@@ -204,8 +126,8 @@ template <class Body, class... Args> auto lookUp(const char *name, Body body, Ar
     return found;
 }
 
-/// An operation of the controller, named "controller.X", with a body that takes a Camera&. A null camera fails. The
-/// result is that of the operation.
+/// An operation of the controller, named "controller.X", with a body that takes a Camera&. Returns true on success, and
+/// false for a null camera.
 template <class Body, class... Args>
 bool dispatchController(const std::shared_ptr<Camera> &camera, const char *name, Body body, Args &&...arguments)
 {
@@ -217,24 +139,6 @@ template <class D, class Body, class... Args>
 bool controllerOnDevice(const std::shared_ptr<Camera> &camera, const char *name, Body body, Args &&...arguments)
 {
     return callCamera(camera, name, true, withDevice<D>(body), arguments...) == Ok;
-}
-
-/// An operation of the controller that is this function of a device.
-template <auto Function, class... Args>
-bool controllerCall(const std::shared_ptr<Camera> &camera, const char *name, Args... arguments)
-{
-    const auto body = [&](DeviceOf<Function> &device) {
-        return DeviceFunction<decltype(Function)>::invoke(Function, device, arguments...);
-    };
-    return controllerOnDevice<DeviceOf<Function>>(camera, name, body, arguments...);
-}
-
-/// An operation of the controller that reads these values of a device, one for each output.
-template <auto Getter, auto... Getters, class... Outputs>
-bool controllerGet(const std::shared_ptr<Camera> &camera, const char *name, Outputs... outputs)
-{
-    const auto body = [&](DeviceOf<Getter> &device) { readValues<Getter, Getters...>(device, outputs...); };
-    return controllerOnDevice<DeviceOf<Getter>>(camera, name, body, outputs...);
 }
 
 /// A call that the framework answers itself, whether or not the camera is connected; a null camera fails. `answer`

@@ -1,11 +1,14 @@
 #include "platform/emulator/stateFile.h"
 
+#include "hlx/CString.h"
 #include "platform/hlx/ByteStream.h"
 
 #include <QCryptographicHash>
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <cstdint>
+#include <string_view>
 
 namespace emulator
 {
@@ -37,7 +40,7 @@ QByteArray toStateFile(const QString &profile, const QJsonObject &settings)
 
 std::optional<QJsonObject> fromStateFile(const QByteArray &content, const QString &profile)
 {
-    if (content.size() < checksumSize || content.size() > largestStateFile
+    if (content.size() < checksumSize || content.size() > maximumStateFileSize
         || checksumOf(content.chopped(checksumSize)) != content.last(checksumSize))
         return std::nullopt;
     hlx::ByteReader reader(reinterpret_cast<const uint8_t *>(content.constData()),
@@ -45,10 +48,10 @@ std::optional<QJsonObject> fromStateFile(const QByteArray &content, const QStrin
     reader.expect(magic);
     if (reader.number<uint32_t>() != version)
         return std::nullopt;
-    const hlx::CString madeFor = reader.text();
+    const hlx::CString storedProfile = reader.text();
     const hlx::CString json = reader.text();
     const auto document = QJsonDocument::fromJson({json.c_str(), json.length()});
-    if (!reader.complete() || madeFor != textOf(profile.toUtf8()) || !document.isObject())
+    if (!reader.complete() || storedProfile != textOf(profile.toUtf8()) || !document.isObject())
         return std::nullopt;
     const QJsonObject settings = document.object();
     const auto isObject = [](const QJsonValue &device) { return device.isObject(); };

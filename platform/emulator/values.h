@@ -1,24 +1,24 @@
 #pragma once
 
-#include <QJsonArray>
 #include <QJsonValue>
+#include <QList>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
-#include <cmath>
 #include <concepts>
 #include <limits>
+#include <string>
 #include <type_traits>
-#include <utility>
 
 namespace emulator
 {
 
-// The one way in which values of JSON become values of devices, and back. A profile, a file of the camera's storage and
-// another client all pass through here, so that they are refused for the same reasons in the same words. Any thread.
+// The conversion of JSON into values of devices, and back. Values of profiles, of files in the camera's storage and of
+// other clients all pass through here, so that a bad one is refused for the same reason in the same words. Any thread.
 
-/// Why a value is refused, as it follows the path of its key in a message: "must be a whole number". Empty if the value
-/// was taken.
+/// Why a value is refused, as it follows the path of its key in a message: "must be a whole number". Empty if it is
+/// not.
 using Refusal = QString;
 
 /// Numbers from `minimum` to `maximum`, both included.
@@ -29,115 +29,106 @@ struct Between {
     bool holds(double number) const { return number >= minimum && number <= maximum; } ///< False for NaN.
 };
 
-/// A container of numbers: std::vector, or std::array for a fixed number of them.
+/// Numbers, and enumerations as their numbers.
 template <class T>
-concept NumberList = std::is_arithmetic_v<typename T::value_type>;
+concept NumberType = std::is_enum_v<T> ||(std::is_arithmetic_v<T> && !std::same_as<T, bool>);
+
+/// A container of numbers: std::vector or QList, or std::array for a fixed number of them.
+template <class T>
+concept NumberList = !std::same_as<T, std::string> && std::is_arithmetic_v<typename T::value_type>;
+
+/// The types that have a range.
+template <class T>
+concept RangedType = NumberType<T> || NumberList<T>;
+
+/// All numbers that T can hold. Integers of 64 bits are limited to those that JSON holds exactly, up to 2^53.
+template <class T> constexpr Between rangeOf()
+{
+    using Limits = std::numeric_limits<T>;
+    constexpr double exact = 9007199254740992;
+    if constexpr (std::integral<T> && Limits::digits > std::numeric_limits<double>::digits)
+        return {Limits::is_signed ? -exact : 0, exact};
+    else
+        return {static_cast<double>(Limits::lowest()), static_cast<double>(Limits::max())};
+}
+template <class T>
+requires std::is_enum_v<T>
+constexpr Between rangeOf() { return rangeOf<std::underlying_type_t<T>>(); }
+template <NumberList T> constexpr Between rangeOf() { return rangeOf<typename T::value_type>(); }
 
 namespace values
 {
 
-template <class T> struct NumberOf {
-    using Type = T;
+/// How numbers of a type are read.
+struct NumberFormat {
+    Between own; ///< All numbers of the type.
+    bool whole;
+    bool single; ///< They are floats: the number is rounded to one before it is compared with a range.
 };
-template <class T>
-requires std::is_enum_v<T>
-struct NumberOf<T> {
-    using Type = std::underlying_type_t<T>;
-};
-template <NumberList T> struct NumberOf<T> {
-    using Type = typename T::value_type;
-};
+template <class T> constexpr NumberFormat formatOf()
+{
+    return {rangeOf<T>(), !std::floating_point<T>, std::same_as<T, float>};
+}
 
-Refusal outside(Between range);
-/// Takes over what is a list whose entries are all of `kind`; refuses anything else with `why`.
-Refusal parseList(const QJsonValue &json, QJsonValue::Type kind, const QString &why, QJsonArray &entries);
-/// What is wrong with an entry of a list of numbers.
-Refusal checkEntry(double number, Between range, bool whole);
+/// A number as messages show it.
+QString toText(double number);
+Refusal parseNumber(const QJsonValue &json, double &number, const NumberFormat &format, Between range);
+Refusal parseNumbers(const QJsonValue &json, QList<double> &numbers, const NumberFormat &format, Between range);
+/// Refuses a list of another length than `size`.
+Refusal checkSize(qsizetype size, qsizetype wanted);
+QJsonValue fromNumbers(const QList<double> &numbers);
 
 } // namespace values
 
-/// All numbers that T can hold; of a list, that an entry can hold.
-template <class T> constexpr Between rangeOf()
+// Each parse() sets `value` from JSON, or refuses it and leaves `value` unchanged: for another kind of value, a number
+// outside the range, a fraction for an integer, and a list of another length for an array.
+
+Refusal parse(const QJsonValue &json, bool &value);
+Refusal parse(const QJsonValue &json, QString &value);
+Refusal parse(const QJsonValue &json, std::string &value); ///< UTF-8.
+Refusal parse(const QJsonValue &json, QStringList &value);
+
+template <NumberType T> Refusal parse(const QJsonValue &json, T &value, Between range = rangeOf<T>())
 {
-    using Number = typename values::NumberOf<T>::Type;
-    if constexpr (std::is_arithmetic_v<Number>)
-        return {static_cast<double>(std::numeric_limits<Number>::lowest()),
-                static_cast<double>(std::numeric_limits<Number>::max())};
-    else
-        return {0, 0};
+    double number = 0;
+    Refusal refusal = values::parseNumber(json, number, values::formatOf<T>(), range);
+    if (refusal.isEmpty())
+        value = static_cast<T>(number);
+    return refusal;
 }
 
-/// Takes a value of JSON over into `value`. Refuses one of another kind, numbers outside `range`, fractions where T
-/// counts, and lists of another length where T has a fixed one; `value` is then as before.
-///
-/// T is bool, a number, an enumeration (as its number), a QString, a QStringList, or a NumberList.
-template <class T> Refusal parse(const QJsonValue &json, T &value, Between range = rangeOf<T>())
+template <NumberList T> Refusal parse(const QJsonValue &json, T &value, Between range = rangeOf<T>())
 {
-    using namespace Qt::StringLiterals;
-    if constexpr (std::same_as<T, bool>) {
-        if (!json.isBool())
-            return u"must be true or false"_s;
-        value = json.toBool();
-    } else if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>) {
-        if (!json.isDouble())
-            return u"must be a number"_s;
-        if (!range.holds(json.toDouble()))
-            return values::outside(range);
-        if (!std::floating_point<T> && std::trunc(json.toDouble()) != json.toDouble())
-            return u"must be a whole number"_s;
-        value = static_cast<T>(json.toDouble());
-    } else if constexpr (std::same_as<T, QString>) {
-        if (!json.isString())
-            return u"must be a text"_s;
-        value = json.toString();
-    } else if constexpr (std::same_as<T, QStringList>) {
-        QJsonArray entries;
-        if (Refusal refusal = values::parseList(json, QJsonValue::String, u"must be a list of texts"_s, entries);
-            !refusal.isEmpty())
-            return refusal;
-        value.clear();
-        for (const auto &entry : entries)
-            value.append(entry.toString());
-    } else {
-        static_assert(NumberList<T>);
-        using Number = typename T::value_type;
-        QJsonArray entries;
-        if (Refusal refusal = values::parseList(json, QJsonValue::Double, u"must be a list of numbers"_s, entries);
-            !refusal.isEmpty())
-            return refusal;
-        T taken{};
-        const auto size = static_cast<typename T::size_type>(entries.size());
-        if constexpr (requires { taken.resize(size); })
-            taken.resize(size);
-        if (taken.size() != size)
-            return u"must have %1 entries"_s.arg(taken.size());
-        auto place = taken.begin();
-        for (const auto &entry : std::as_const(entries)) {
-            if (Refusal refusal = values::checkEntry(entry.toDouble(), range, std::integral<Number>);
-                !refusal.isEmpty())
-                return refusal;
-            *place++ = static_cast<Number>(entry.toDouble());
-        }
-        value = taken;
-    }
+    using Number = typename T::value_type;
+    QList<double> numbers;
+    Refusal refusal = values::parseNumbers(json, numbers, values::formatOf<Number>(), range);
+    T taken{};
+    if constexpr (requires { taken.resize(numbers.size()); })
+        taken.resize(static_cast<typename T::size_type>(numbers.size()));
+    else if (refusal.isEmpty())
+        refusal = values::checkSize(numbers.size(), static_cast<qsizetype>(taken.size()));
+    if (!refusal.isEmpty())
+        return refusal;
+    auto place = taken.begin();
+    for (const double number : numbers)
+        *place++ = static_cast<Number>(number);
+    value = taken;
     return {};
 }
 
-/// The value as JSON: what parse() takes back. Numbers above 2^53 lose their last digits.
-template <class T> QJsonValue toJson(const T &value)
+// Each toJson() returns what parse() takes back.
+
+inline QJsonValue toJson(bool value) { return value; }
+inline QJsonValue toJson(const QString &value) { return value; }
+QJsonValue toJson(const std::string &value); ///< Null if it is not UTF-8.
+QJsonValue toJson(const QStringList &value);
+template <NumberType T> QJsonValue toJson(const T &value) { return static_cast<double>(value); }
+template <NumberList T> QJsonValue toJson(const T &value)
 {
-    if constexpr (std::same_as<T, bool> || std::same_as<T, QString>) {
-        return value;
-    } else if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T>) {
-        return static_cast<double>(value);
-    } else if constexpr (std::same_as<T, QStringList>) {
-        return QJsonArray::fromStringList(value);
-    } else {
-        QJsonArray entries;
-        for (const auto number : value)
-            entries.append(static_cast<double>(number));
-        return entries;
-    }
+    return values::fromNumbers(QList<double>(value.begin(), value.end()));
 }
+
+/// A value of another client as JSON: bool, numbers of every type, texts, and lists of them. Null for anything else.
+QJsonValue fromVariant(const QVariant &value);
 
 } // namespace emulator

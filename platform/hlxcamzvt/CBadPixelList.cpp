@@ -2,6 +2,8 @@
 
 #include "platform/hlx/BadPixelFile.h"
 
+#include <utility>
+
 namespace hlx::cam::zvt
 {
 

@@ -1,8 +1,10 @@
 #include "platform/hlxcamzvt/EmulatedController.h"
 
+#include "platform/emulator/Camera.h"
+#include "platform/emulator/GatePass.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 #include "platform/hlxcam/EmulatedDevice.h"
 #include "platform/hlxcamzvt/EmulatedVideoSource.h"
 
@@ -13,13 +15,14 @@ namespace hlx::cam
 
 using emulator::controllerCall;
 using emulator::dispatchController;
+using emulator::passGate;
 using emulator::Sensor;
 using emulator::StateStore;
 
 namespace
 {
 
-/// An operation for equipment that the emulated cameras do not have.
+/// An operation for equipment that emulated cameras do not have.
 template <class... Args>
 bool absent(const std::shared_ptr<emulator::Camera> &camera, const char *name, Args &&...arguments)
 {
@@ -58,7 +61,7 @@ int EmulatedController::connect()
     const auto subject = camera();
     emulator::GatePass pass(subject ? subject->gate() : emulator::Sdk::gate(), "controller.Connect", {});
     pass.wait();
-    // Without the camera's lock, since the listeners of the connection take locks of their own.
+    // Without the camera's lock, since the listeners of the connection take other locks.
     const auto answer = [&]() -> int {
         if (!subject)
             return emulator::InvalidHandle;
@@ -80,7 +83,7 @@ void EmulatedController::listen()
 
 void EmulatedController::stopListening()
 {
-    // Waits for a notification in flight on another thread.
+    // Waits while a notification runs on another thread.
     if (const auto subject = camera())
         subject->removeListener(m_listener);
 }
@@ -88,7 +91,7 @@ void EmulatedController::stopListening()
 void EmulatedController::announceConnection()
 {
     capabilities.configure(this);
-    // The last act: a delegate may let go of this controller.
+    // Last, since a delegate may release this controller.
     FireValueChanged("Connected");
 }
 
@@ -108,7 +111,7 @@ bool EmulatedController::IsConnected()
 {
     bool connected = false;
     const auto subject = camera();
-    emulator::passGate(
+    passGate(
         subject, "controller.IsConnected",
         [&] {
             connected = subject->connected();
@@ -122,7 +125,7 @@ uint64_t EmulatedController::GetHandle()
 {
     uint64_t handle = 0;
     const auto subject = camera();
-    emulator::passGate(
+    passGate(
         subject, "controller.GetHandle",
         [&] {
             handle = subject->handle();
@@ -147,7 +150,7 @@ bool EmulatedController::HasRealTimeClock()
 {
     bool has = false;
     const auto subject = camera();
-    emulator::passGate(
+    passGate(
         subject, "controller.HasRealTimeClock",
         [&] {
             if (!subject->connected())
@@ -161,20 +164,22 @@ bool EmulatedController::HasRealTimeClock()
 
 bool EmulatedController::LoadFactoryDefaults()
 {
-    return upToDateAfter(controllerCall<&StateStore::loadFactoryDefaults>(camera(), "controller.LoadFactoryDefaults"));
+    return readCapabilitiesAfter(
+        controllerCall<&StateStore::loadFactoryDefaults>(camera(), "controller.LoadFactoryDefaults"));
 }
 
 bool EmulatedController::LoadHardDefaults()
 {
-    return upToDateAfter(controllerCall<&StateStore::loadHardDefaults>(camera(), "controller.LoadHardDefaults"));
+    return readCapabilitiesAfter(
+        controllerCall<&StateStore::loadHardDefaults>(camera(), "controller.LoadHardDefaults"));
 }
 
 bool EmulatedController::LoadState(const char *name)
 {
-    return upToDateAfter(controllerCall<&StateStore::load>(camera(), "controller.LoadState", name));
+    return readCapabilitiesAfter(controllerCall<&StateStore::load>(camera(), "controller.LoadState", name));
 }
 
-bool EmulatedController::upToDateAfter(bool loaded)
+bool EmulatedController::readCapabilitiesAfter(bool loaded)
 {
     if (loaded)
         capabilities.configure(this);

@@ -13,19 +13,20 @@ class Camera;
 namespace hlx::cam
 {
 
-/// The controller on an emulated camera. Every operation passes the camera's gate under "controller.NAME". What the
-/// emulated cameras have no equipment for fails as on a camera that lacks it.
+/// The controller of an emulated camera. Every operation passes the camera's gate as "controller.NAME". Operations for
+/// equipment that emulated cameras do not have fail, as on a camera that lacks it.
 ///
-/// When its camera is connected or disconnected, it fires the value change "Connected" on the thread on which that
-/// happens; the capabilities have been read anew by then. It may be destroyed on any thread, also while it fires.
+/// When its camera is connected or disconnected, the controller reads the capabilities again and then fires the value
+/// change "Connected", on the thread that connected or disconnected the camera. It may be destroyed on any thread, also
+/// during this notification.
 class EmulatedController final : public CZVTController
 {
 public:
     explicit EmulatedController(std::shared_ptr<emulator::Camera> camera);
     ~EmulatedController() override;
 
-    /// Drives another camera, or none, from now on. False while the present one is connected. Not at the same time from
-    /// several threads.
+    /// Attaches another camera, or none. Returns false, and changes nothing, while the present camera is connected. Not
+    /// from several threads at the same time.
     bool attach(std::shared_ptr<emulator::Camera> camera);
 
     /// See hlx::cam::connect().
@@ -94,7 +95,7 @@ public:
     bool FindFrameRange(hlx::CDateTime start, hlx::CDateTime end, unsigned int *first, unsigned int *last) override;
 
 private:
-    /// What follows from the camera that the controller drives.
+    /// The attached camera with its device and its video source.
     struct Target {
         std::shared_ptr<emulator::Camera> camera;
         hlx::TSharedPtr<IDevice> device;
@@ -105,9 +106,10 @@ private:
     void listen();
     void stopListening();
     void announceConnection();
-    bool upToDateAfter(bool loaded);
+    /// Reads the capabilities again if a state has been loaded. Returns `loaded`.
+    bool readCapabilitiesAfter(bool loaded);
 
-    mutable std::mutex m_mutex; ///< Held while the target is copied or exchanged, and for nothing else.
+    mutable std::mutex m_mutex; ///< Protects m_target. Locked only while the target is copied or exchanged.
     Target m_target;
     int m_listener = 0;
 };

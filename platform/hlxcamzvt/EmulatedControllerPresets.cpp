@@ -1,9 +1,9 @@
-// The operations that the sensor and its calibrations answer: windows, presets, rates and sequences.
+// The operations of the sensor and its calibrations: windows, presets, rates and sequences.
 #include "platform/hlxcamzvt/EmulatedController.h"
 
 #include "platform/emulator/devices/FactoryCalibrations.h"
 #include "platform/emulator/devices/Sensor.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 
 #include <algorithm>
 #include <vector>

@@ -3,6 +3,8 @@
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/dispatch.h"
 
+#include <utility>
+
 namespace hlx::cam
 {
 

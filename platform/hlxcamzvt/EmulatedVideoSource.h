@@ -12,7 +12,7 @@ class Camera;
 namespace hlx::cam
 {
 
-/// The stream of frames of an emulated camera. It does not keep the camera alive.
+/// The video stream of an emulated camera. It does not keep the camera alive.
 class EmulatedVideoSource final : public IVideoSource
 {
 public:

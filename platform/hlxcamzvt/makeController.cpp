@@ -1,7 +1,9 @@
 #include "platform/hlxcamzvt/makeController.h"
 
-#include "platform/emulator/Gate.h"
+#include "platform/emulator/Status.h"
 #include "platform/hlxcamzvt/EmulatedController.h"
+
+#include <utility>
 
 namespace hlx::cam
 {

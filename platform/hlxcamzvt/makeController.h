@@ -12,16 +12,16 @@ class Camera;
 namespace hlx::cam
 {
 
-/// A controller that drives this emulated camera, or none yet if it is null.
+/// Makes a controller of this emulated camera. The camera may be null; attach() attaches one later.
 hlx::TSharedPtr<CZVTController> makeController(std::shared_ptr<emulator::Camera> camera);
 
-/// Makes a controller of makeController() drive another camera, or none. False, and nothing done, while its present
-/// camera is connected, or for a controller of another make. Not at the same time from several threads.
+/// Attaches another camera, or none, to a controller of makeController(). Returns false, and changes nothing, while its
+/// present camera is connected, and for any other controller. Not from several threads at the same time.
 bool attach(CZVTController &controller, std::shared_ptr<emulator::Camera> camera);
 
-/// Connects the camera that a controller of makeController() drives, by the call "controller.Connect" of its gate, and
-/// returns the call's status: emulator::Ok, or why the camera stays disconnected. Without a camera, and for a
-/// controller of another make, it is emulator::InvalidHandle.
+/// Connects the camera of a controller of makeController(), by the call "controller.Connect" of its gate. Returns the
+/// status of the call: emulator::Ok, or the reason why the camera is not connected. Returns emulator::InvalidHandle
+/// without a camera, and for any other controller.
 int connect(CZVTController &controller);
 
 } // namespace hlx::cam

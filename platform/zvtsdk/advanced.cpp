@@ -1,7 +1,7 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of saturation thresholds, lock-in and digital outputs, which emulated cameras do not have.
 #include "zvt/zvtsdk.h"
 
-// Saturation thresholds, lock-in and digital outputs. No emulated camera has them.
+#include "platform/emulator/dispatch.h"
 
 using namespace emulator;
 

@@ -1,9 +1,9 @@
-#include "platform/emulator/devices/DetectorGain.h"
-#include "platform/emulator/devices/ImageMode.h"
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of detector voltages, gain and image orientation. Emulated detectors have no adjustable voltages.
 #include "zvt/zvtsdk.h"
 
-// Detector voltages, gain and orientation. The emulated detector has no voltages to set.
+#include "platform/emulator/devices/DetectorGain.h"
+#include "platform/emulator/devices/ImageMode.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 
@@ -22,8 +22,7 @@ int zvtSetGainLevel(uint64_t handle, uint8_t level) { return call<&DetectorGain:
 
 int zvtGetGainLevelName(uint64_t handle, uint8_t level, char *buffer, uint32_t size)
 {
-    Text text(buffer, size);
-    return call<&DetectorGain::name>(__func__, handle, level, text);
+    return call<&DetectorGain::name>(__func__, handle, level, Text(buffer, size));
 }
 
 int zvtGetGlobalOffsetVoltage(uint64_t handle, float *out) { return absent(__func__, handle, out); }

@@ -1,9 +1,9 @@
-// The SDK's functions of the camera's clocks and its hour meter.
+// The SDK's functions of the camera's clocks and hour meter.
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/devices/CameraClock.h"
 #include "platform/emulator/devices/HourMeter.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 

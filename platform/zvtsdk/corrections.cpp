@@ -2,12 +2,11 @@
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/devices/Corrections.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 
 int zvtGetNUCName(uint64_t handle, uint8_t preset, char *buffer, uint32_t size)
 {
-    Text text(buffer, size);
-    return call<&Corrections::name>(__func__, handle, preset, text);
+    return call<&Corrections::name>(__func__, handle, preset, Text(buffer, size));
 }

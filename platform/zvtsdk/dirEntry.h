@@ -8,8 +8,8 @@
 namespace zvt
 {
 
-/// The entry of a file of the camera in a listing: its UTF-8 name, its bytes, and when it was written in milliseconds
-/// since 1970-01-01 UTC.
+/// Returns the directory entry of a file on the camera. `name` is UTF-8, `size` is in bytes, and `written` is the time
+/// of the last change in milliseconds since 1970-01-01 UTC.
 inline zvtSDirEntry dirEntry(const std::string &name, int64_t size, int64_t written)
 {
     constexpr int64_t millisecondsTo1970 = 11'644'473'600'000; // From 1601.

@@ -2,7 +2,7 @@
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/devices/EventQueue.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 

@@ -1,7 +1,7 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of the filter wheel, which emulated cameras do not have.
 #include "zvt/zvtsdk.h"
 
-// The filter wheel. No emulated camera has one.
+#include "platform/emulator/dispatch.h"
 
 using namespace emulator;
 

@@ -1,7 +1,7 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of the calibration flag, which emulated cameras do not have.
 #include "zvt/zvtsdk.h"
 
-// The calibration flag. No emulated camera has one.
+#include "platform/emulator/dispatch.h"
 
 using namespace emulator;
 

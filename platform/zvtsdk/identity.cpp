@@ -1,8 +1,8 @@
-// The SDK's functions of the camera's identity, and the names of its numbers.
+// The SDK's functions of the camera's identity, with the names of its numbers.
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/devices/Identity.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 #include "platform/zvtsdk/names.h"
 
 using namespace emulator;
@@ -10,7 +10,7 @@ using namespace emulator;
 namespace
 {
 
-Status give(Text &text, const char *name)
+Status writeText(Text &text, const char *name)
 {
     if (!name)
         return Refused;
@@ -22,16 +22,14 @@ Status give(Text &text, const char *name)
 
 int zvtGetCameraModel(uint64_t handle, char *buffer, uint32_t size)
 {
-    Text text(buffer, size);
-    return get<&Identity::model>(__func__, handle, text);
+    return get<&Identity::model>(__func__, handle, Text(buffer, size));
 }
 
 int zvtSetCameraModel(uint64_t handle, const char *model) { return call<&Identity::setModel>(__func__, handle, model); }
 
 int zvtGetCameraSN(uint64_t handle, char *buffer, uint32_t size)
 {
-    Text text(buffer, size);
-    return get<&Identity::serial>(__func__, handle, text);
+    return get<&Identity::serial>(__func__, handle, Text(buffer, size));
 }
 
 int zvtSetCameraSN(uint64_t handle, const char *serial) { return call<&Identity::setSerial>(__func__, handle, serial); }
@@ -72,40 +70,40 @@ int zvtGetCameraTypeName(uint8_t type, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
     return withoutHandle(
-        __func__, [&] { return give(text, zvt::nameIn(zvt::typeNames, type)); }, type, text);
+        __func__, [&] { return writeText(text, zvt::nameIn(zvt::typeNames, type)); }, type, text);
 }
 
 int zvtGetCameraSubtypeName(uint8_t type, uint8_t subtype, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
     return withoutHandle(
-        __func__, [&] { return give(text, zvt::subtypeName(type, subtype)); }, type, subtype, text);
+        __func__, [&] { return writeText(text, zvt::subtypeName(type, subtype)); }, type, subtype, text);
 }
 
 int zvtGetReadoutName(uint8_t readout, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
     return withoutHandle(
-        __func__, [&] { return give(text, zvt::nameIn(zvt::readoutNames, readout)); }, readout, text);
+        __func__, [&] { return writeText(text, zvt::nameIn(zvt::readoutNames, readout)); }, readout, text);
 }
 
 int zvtGetDetectorTypeName(uint8_t detector, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
     return withoutHandle(
-        __func__, [&] { return give(text, zvt::nameIn(zvt::detectorNames, detector)); }, detector, text);
+        __func__, [&] { return writeText(text, zvt::nameIn(zvt::detectorNames, detector)); }, detector, text);
 }
 
 int zvtGetPleoraBoardTypeName(uint8_t board, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
     return withoutHandle(
-        __func__, [&] { return give(text, zvt::nameIn(zvt::pleoraBoardNames, board)); }, board, text);
+        __func__, [&] { return writeText(text, zvt::nameIn(zvt::pleoraBoardNames, board)); }, board, text);
 }
 
 int zvtGetVariantName(uint8_t variant, char *buffer, uint32_t size)
 {
     Text text(buffer, size);
     return withoutHandle(
-        __func__, [&] { return give(text, zvt::nameIn(zvt::variantNames, variant)); }, variant, text);
+        __func__, [&] { return writeText(text, zvt::nameIn(zvt::variantNames, variant)); }, variant, text);
 }

@@ -1,4 +1,4 @@
-// The SDK's function of what the camera tells about itself beside its identity.
+// The SDK's function of additional information about the camera.
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/devices/Information.h"

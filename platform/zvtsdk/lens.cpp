@@ -1,3 +1,4 @@
+// The SDK's functions of the lens: focus, zoom, field of view, cover, athermalization and lens states.
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/devices/Athermalization.h"
@@ -8,10 +9,8 @@
 #include "platform/emulator/devices/LensCover.h"
 #include "platform/emulator/devices/LensStates.h"
 #include "platform/emulator/devices/Zoom.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 #include "platform/zvtsdk/dirEntry.h"
-
-// The SDK's functions of the lens: focus, zoom, field of view, cover, athermalization and lens states.
 
 using namespace emulator;
 

@@ -1,7 +1,7 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's functions for manufacturing, which emulated cameras do not have.
 #include "zvt/zvtsdk.h"
 
-// What only the maker sets. No emulated camera offers it.
+#include "platform/emulator/dispatch.h"
 
 using namespace emulator;
 

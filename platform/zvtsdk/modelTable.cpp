@@ -1,4 +1,4 @@
-// The table of all camera models that the SDK knows.
+// The SDK's table of all camera models.
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/dispatch.h"
@@ -13,13 +13,13 @@ enum Detector : uint8_t { InSb, Mct, Sls, InGaAs, Bolometer, TwoColors };
 enum Readout : uint8_t { R320A, R640A, R640D, R1280A, R1280D, R512S, R384U };
 enum Pleora : uint8_t { NoPleora, OnePort, TwoPorts, TenGigabit };
 enum Variant : uint8_t { Standard, Extended, Export, Demonstrator };
-enum Wheel : uint8_t { NoWheel, HasWheel };
+enum FilterWheel : uint8_t { NoWheel, HasWheel };
 
-// A number that no table has a name for: prototypes that were built before they were named.
+// The number of prototypes that were built before they got a name. No table contains it.
 constexpr uint8_t unnamed = 99;
 
 constexpr zvtSModelInfo model(const char *name, uint8_t board, uint8_t type, uint8_t subType, uint8_t detector,
-                              uint8_t readout, uint8_t pleora, uint8_t variant, Wheel wheel)
+                              uint8_t readout, uint8_t pleora, uint8_t variant, FilterWheel filterWheel)
 {
     zvtSModelInfo info{};
     info.boardSet = board;
@@ -29,14 +29,14 @@ constexpr zvtSModelInfo model(const char *name, uint8_t board, uint8_t type, uin
     info.subType = subType;
     info.pleoraBoard = pleora;
     info.variant = variant;
-    info.filterWheel = wheel;
+    info.filterWheel = filterWheel;
     info.name = name;
     const char *subTypeName = zvt::subtypeName(type, subType);
     info.subTypeName = subTypeName ? subTypeName : "Prototype";
     return info;
 }
 
-// The rows of one board stand together.
+// Grouped by board.
 constexpr zvtSModelInfo models[] = {
     model("Hazel 320", Zvt1, Hazel, 0, InSb, R320A, NoPleora, Standard, NoWheel),
     model("Hazel 320 B", Zvt1, Hazel, 1, InSb, R320A, OnePort, Standard, HasWheel),

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-// The names that the SDK knows for the numbers of a camera's identity. Each is null for a number that has no name.
+// The names for the numbers of a camera's identity. The functions return null for a number without a name.
 namespace zvt
 {
 

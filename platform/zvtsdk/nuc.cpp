@@ -1,7 +1,7 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of non-uniformity corrections: files, making and use. Emulated cameras make no corrections.
 #include "zvt/zvtsdk.h"
 
-// Non-uniformity corrections: files, runs and use. No emulated camera makes any.
+#include "platform/emulator/dispatch.h"
 
 using namespace emulator;
 

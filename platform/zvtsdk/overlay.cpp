@@ -1,8 +1,8 @@
-#include "platform/emulator/devices/AutoFocus.h"
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of the video overlay. Emulated cameras have only the region of the automatic focus.
 #include "zvt/zvtsdk.h"
 
-// The overlay of the video output. Of it, emulated cameras know the region of the automatic focus.
+#include "platform/emulator/devices/AutoFocus.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 

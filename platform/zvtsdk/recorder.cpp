@@ -1,7 +1,7 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of the recorder, its playback and its drive, which emulated cameras do not have.
 #include "zvt/zvtsdk.h"
 
-// The recorder, its playback and its drive. No emulated camera has one.
+#include "platform/emulator/dispatch.h"
 
 using namespace emulator;
 

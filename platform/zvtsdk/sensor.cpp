@@ -2,7 +2,7 @@
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/devices/Sensor.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 
@@ -52,7 +52,7 @@ int zvtGetVideoPreset(uint64_t handle, uint8_t *preset) { return get<&Sensor::vi
 int zvtGetWindow(uint64_t handle, uint8_t preset, uint16_t *x, uint16_t *y, uint16_t *width, uint16_t *height)
 {
     const auto body = [&](Sensor &s) -> Status {
-        // All presets look through the one window of the sensor.
+        // All presets use the same window.
         if (preset >= s.numPresets())
             return Refused;
         const Sensor::Window &window = s.geometry().window();

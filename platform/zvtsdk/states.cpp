@@ -1,9 +1,12 @@
 // The SDK's functions of the camera's states and its files.
 #include "zvt/zvtsdk.h"
 
+#include "platform/emulator/devices/FileTransfer.h"
 #include "platform/emulator/devices/StateStore.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 #include "platform/zvtsdk/dirEntry.h"
+
+#include <QString>
 
 using namespace emulator;
 
@@ -32,8 +35,7 @@ int zvtStateExists(uint64_t handle, const char *name) { return call<&StateStore:
 
 int zvtGetStateName(uint64_t handle, char *buffer, uint32_t size)
 {
-    Text text(buffer, size);
-    return get<&StateStore::current>(__func__, handle, text);
+    return get<&StateStore::current>(__func__, handle, Text(buffer, size));
 }
 
 int zvtIsFactoryDefaultState(uint64_t handle, uint8_t *isFactory)

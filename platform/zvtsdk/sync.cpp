@@ -1,8 +1,8 @@
-#include "platform/emulator/devices/FrameSync.h"
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of frame sync and trigger. Emulated cameras have only the source of the frame sync.
 #include "zvt/zvtsdk.h"
 
-// Frame sync and trigger. What starts a frame can be chosen; the rest no emulated camera has.
+#include "platform/emulator/devices/FrameSync.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 

@@ -3,7 +3,7 @@
 
 #include "platform/emulator/devices/Cooler.h"
 #include "platform/emulator/devices/Temperatures.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 
@@ -80,20 +80,20 @@ const char *zvtCoolerTypeText(uint8_t type)
 
 int zvtGetSCTemperatures(uint64_t handle, float *frontPanel, float *airGap, float *internal)
 {
-    return call<&Temperatures::sc>(__func__, handle, frontPanel, airGap, internal);
+    return call<&Temperatures::scTemperatures>(__func__, handle, frontPanel, airGap, internal);
 }
 
 int zvtGetRSTemperatures(uint64_t handle, float *internal)
 {
-    return call<&Temperatures::rs>(__func__, handle, internal);
+    return call<&Temperatures::rsTemperature>(__func__, handle, internal);
 }
 
 int zvtGetHasLensTemperature(uint64_t handle, uint8_t *has)
 {
-    return get<&Temperatures::hasLens>(__func__, handle, has);
+    return get<&Temperatures::hasLensSensor>(__func__, handle, has);
 }
 
 int zvtGetLensTemperature(uint64_t handle, float *temperature)
 {
-    return call<&Temperatures::lens>(__func__, handle, temperature);
+    return call<&Temperatures::lensTemperature>(__func__, handle, temperature);
 }

@@ -1,12 +1,12 @@
+// The SDK's texts and name rules that do not depend on a camera.
+#include "zvt/zvtsdk.h"
+
 #include "platform/emulator/dispatch.h"
 #include "platform/emulator/fileNames.h"
-#include "zvt/zvtsdk.h"
 
 #include <array>
 #include <span>
 #include <string>
-
-// The texts and the name rules that the SDK knows without asking a camera.
 
 using namespace emulator;
 
@@ -31,7 +31,7 @@ const char *textAt(std::span<const char *const> texts, uint8_t index)
     return index < texts.size() ? texts[index] : nullptr;
 }
 
-/// The filters behind the stock ones are made for single customers and are only numbered.
+/// Filters after the stock filters are made for single customers and have only a number.
 const char *filterName(uint8_t id)
 {
     static const auto customFilters = [] {

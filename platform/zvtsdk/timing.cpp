@@ -1,4 +1,4 @@
-// What the camera works out about frame periods.
+// The SDK's functions that compute frame periods.
 #include "zvt/zvtsdk.h"
 
 #include "platform/emulator/devices/Sensor.h"

@@ -1,7 +1,7 @@
-#include "platform/emulator/dispatch.h"
+// The SDK's functions of the video output and its gain control, which emulated cameras do not have.
 #include "zvt/zvtsdk.h"
 
-// The video output and its gain control. No emulated camera has a video output.
+#include "platform/emulator/dispatch.h"
 
 using namespace emulator;
 

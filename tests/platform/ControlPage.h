@@ -11,13 +11,13 @@
 
 #include "platform/hlxcamui/hostModules.h"
 
-/// A page of the usual looks, shown in a window of its own, with a control of the host inside.
+/// A page with the usual palette in its own window, which contains a control of the host.
 class ControlPage
 {
 public:
     ControlPage() { hlx::cam::ui::registerHostModules(); }
 
-    /// Shows a page with this text inside, in the window of this size, and returns the page's first item.
+    /// Shows a page with these contents in a window of this size, and returns the first item of the contents.
     QQuickItem *show(const QString &contents, const QSize &size = {480, 360})
     {
         QQmlComponent component(&m_engine);
@@ -59,7 +59,7 @@ public:
         QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, to);
     }
 
-    /// A picture for whoever looks at the controls.
+    /// Saves a picture of the window, for inspection by developers.
     void shot(const char *name) const
     {
         const QString folder = QStringLiteral(ZVT_BINARY_DIR "/shots");

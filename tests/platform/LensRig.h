@@ -9,14 +9,14 @@
 #include <limits>
 #include <memory>
 
-/// A connected emulated camera on a stopped clock, with what its lens says. A value that the camera refuses to tell is
-/// the largest of its kind.
+/// A connected emulated camera with a stopped clock, and the values of its lens. A value that the camera refuses to
+/// return is the largest of its type.
 class LensRig
 {
 public:
     static constexpr uint32_t none = std::numeric_limits<uint32_t>::max();
 
-    /// The profile of a lens so slow that its moves last for as long as a test goes on, for tests on a running clock.
+    /// The profile of a lens whose moves take longer than any test, for tests with a running clock.
     static constexpr auto slow = "slow";
 
     explicit LensRig(const char *profile = "everything")
@@ -28,7 +28,7 @@ public:
     LensRig &operator=(const LensRig &) = delete;
     ~LensRig() { emulator::Clock::automatic(); }
 
-    /// Another camera, or the same one after it was switched off and on.
+    /// Opens another camera, or switches the same one off and on.
     void open(const char *profile)
     {
         m_camera.reset();
@@ -52,7 +52,7 @@ public:
     uint8_t field() const { return readByte(zvtGetFOV); }
     uint8_t cover() const { return readByte(zvtGetLensCoverState); }
 
-    /// Lets the lens come to rest.
+    /// Lets so much time pass that the lens is at rest.
     static void settle() { emulator::Clock::advance(60'000); }
 
 private:

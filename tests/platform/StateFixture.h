@@ -6,13 +6,12 @@
 #include "zvt/zvtsdk.h"
 
 #include <QCryptographicHash>
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <memory>
 
-/// A connected camera on a stopped clock, for the tests of its states. Each test class has slots that call init() and
+/// A connected camera with a stopped clock, for tests of its states. Each test class has slots that call init() and
 /// cleanup().
 class StateFixture : public Test
 {
@@ -32,7 +31,7 @@ protected:
         emulator::Clock::automatic();
     }
 
-    /// A camera with the same folder: the old one is switched off before.
+    /// Switches the present camera off, and makes and connects a camera with the same folder.
     void switchOn(const QString &profile = QStringLiteral("everything"))
     {
         m_camera.reset();
@@ -65,7 +64,7 @@ protected:
 
     QString stateFile(const QString &name) const { return m_camera->folder() + "/states/" + name + ".qsf"; }
 
-    /// A state of this camera that differs from a new one, in its file form.
+    /// The contents of a state file for this camera, with settings that differ from those of a new camera.
     QByteArray otherState() const
     {
         QJsonObject settings = m_camera->newSettings();
@@ -86,7 +85,7 @@ protected:
         QCOMPARE(file.write(content), content.size());
     }
 
-    /// Rows of a column "content": what no camera "everything" takes for a state.
+    /// Adds rows with a column "content": file contents that are not a state of a camera "everything".
     static void addUnsoundContents()
     {
         using emulator::toStateFile;
@@ -115,7 +114,7 @@ protected:
         QTest::newRow("no JSON") << sealed(sound.chopped(32).replace('{', '['));
     }
 
-    /// What a state file holds, with a checksum that is right.
+    /// Returns these contents with a valid checksum.
     static QByteArray sealed(const QByteArray &body)
     {
         return body + QCryptographicHash::hash(body, QCryptographicHash::Sha256);

@@ -32,7 +32,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The message of the SetupError that making this camera throws.
+/// Returns the message of the SetupError that Camera::create() throws.
 QString errorOf(const QString &folder, const char *profile = "bare")
 {
     try {
@@ -284,7 +284,7 @@ void tst_Camera::holdsItsSettingsInASnapshot()
     QCOMPARE(preset, uint8_t(2));
     QCOMPARE(camera->snapshot(), snapshot);
 
-    // Who the camera is and what time it has are none of its settings.
+    // The identity and the time of a camera are not settings.
     char serial[64];
     QCOMPARE(zvtGetCameraSN(camera->handle(), serial, sizeof serial), 0);
     QCOMPARE(QString::fromUtf8(serial), QStringLiteral("Newer"));

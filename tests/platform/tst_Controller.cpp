@@ -14,8 +14,8 @@ using hlx::cam::IController;
 namespace
 {
 
-/// One operation: how to call it, with what it gives as a text. A call that fails gives the text of its untouched
-/// outputs.
+/// One operation, with a function that calls it and returns its outputs as a text. After a failed call the text
+/// contains the unchanged outputs.
 struct Operation {
     enum Kind { Read, Write, Absent };
 
@@ -182,7 +182,7 @@ std::vector<Operation> presetOperations()
              for (auto &entry : entries)
                  entry = {77, 77};
              const bool ok = c.GetPresetSequence(entries, 9);
-             // Never more than four.
+             // At most four entries are written.
              return entries[4].preset == 77 ? text(ok, entries[0].preset, entries[3].preset, entries[0].count)
                                             : QString();
          },
@@ -245,7 +245,7 @@ std::vector<Operation> presetOperations()
     };
 }
 
-/// What no emulated camera has.
+/// Operations for equipment that emulated cameras do not have.
 std::vector<Operation> absentOperations()
 {
     using C = CZVTController;
@@ -303,7 +303,7 @@ private slots:
 private:
     void addOperations();
     const Operation &operation() const;
-    /// What the operation gives when it fails.
+    /// Returns the text of the operation when it fails.
     QString untouched() const;
     emulator::Call lastCall() { return m_camera->gate().calls().back(); }
     emulator::Sensor &sensor() { return *m_camera->device<emulator::Sensor>(); }
@@ -323,7 +323,7 @@ void tst_Controller::init()
     profile.close();
     m_camera = Camera::create(profile.fileName(), m_folder->path());
     m_camera->connect();
-    // No value is one that a failing operation would leave.
+    // All values differ from those of a failed operation.
     sensor().setReduceNoise(true);
     m_controller = hlx::cam::makeController(m_camera);
 }
@@ -398,7 +398,7 @@ void tst_Controller::withoutAConnectionNothingWorks()
         return;
     }
     QCOMPARE(answer, untouched());
-    // "Not connected" is a good answer to this question.
+    // This operation succeeds on a camera that is not connected.
     QCOMPARE(lastCall().status, int(name == "IsConnected" ? emulator::Ok : emulator::NotConnected));
 }
 

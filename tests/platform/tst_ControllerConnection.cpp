@@ -17,7 +17,7 @@ using ValueChanged = hlx::cam::IController::ValueChanged;
 namespace
 {
 
-/// Remembers what it was called with.
+/// Records the arguments of its calls.
 struct Listener {
     void valueChanged(CString name)
     {
@@ -30,7 +30,7 @@ struct Listener {
     std::thread::id thread;
 };
 
-/// A delegate that stays in its call until it is let go.
+/// A delegate whose call waits until it is released.
 struct Latch {
     ValueChanged delegate()
     {

@@ -9,7 +9,6 @@
 
 #include <array>
 #include <atomic>
-#include <cstring>
 #include <future>
 #include <limits>
 #include <string>
@@ -22,7 +21,7 @@ namespace
 
 enum class Colour : uint8_t { Red = 1, Green = 2 };
 
-/// Equipment that no camera has.
+/// A device that cameras do not have.
 class Gearbox : public Device
 {
 public:
@@ -358,7 +357,7 @@ private slots:
     }
 
 private:
-    /// A call on a thread of its own; it has its lock when this returns.
+    /// Makes a call on another thread. Returns when the call has the camera's lock.
     template <class Body> std::future<int> inBackground(Body body)
     {
         const auto begun = std::make_shared<std::promise<void>>();
@@ -372,7 +371,7 @@ private:
         return call;
     }
 
-    /// A call that succeeds, with these arguments.
+    /// Makes a call with these arguments, which succeeds.
     template <class... Args> int call(Args &&...args)
     {
         return dispatch(

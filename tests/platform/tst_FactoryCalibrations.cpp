@@ -106,7 +106,7 @@ void tst_FactoryCalibrations::aSnapshotRestoresTheSelection()
     QCOMPARE(calibrations().select(1, 0), emulator::Ok);
     calibrations().restore(saved);
     QCOMPARE(selected(1), 2);
-    // What can not be is passed over.
+    // Values that are not valid are ignored.
     calibrations().restore({{QStringLiteral("selected"), QJsonArray{3, -2, QStringLiteral("first")}}});
     QCOMPARE(selected(0), -1);
     QCOMPARE(selected(1), 2);

@@ -4,7 +4,6 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <atomic>
 #include <future>
 #include <string>
 #include <thread>
@@ -16,7 +15,7 @@ using namespace std::chrono_literals;
 namespace
 {
 
-/// A call that gets as far as the device and succeeds there.
+/// Makes a call that reaches the device and succeeds there.
 int callOf(const std::shared_ptr<Camera> &camera, const char *name)
 {
     return dispatch(name, camera->handle(), [](Camera &) { return Ok; });
@@ -331,7 +330,7 @@ private slots:
         QCOMPARE(callOf(other, "test.a"), int(Ok));
         QCOMPARE(gate().calls().front().status, int(Pending));
         gate().failNext("test.b");
-        // A failing call asks no device, so it does not wait for the slow one either.
+        // A call that fails at the gate does not reach a device, so it does not wait for the slow one.
         QCOMPARE(callOf(m_camera, "test.b"), int(Injected));
         mayEnd.set_value();
         QCOMPARE(slow.get(), int(Ok));
@@ -365,7 +364,8 @@ private:
 
     static QByteArray outcome(const char *text) { return text; }
 
-    /// Makes the calls one after the other: "." for one that succeeds, "x" for one that fails.
+    /// Makes the calls one after another. The result contains "." for each call that succeeds and "x" for each that
+    /// fails.
     QByteArray statuses(const std::vector<const char *> &names)
     {
         QByteArray result;

@@ -36,7 +36,7 @@ private slots:
     void pageCodeCannotNameWhatIsOnlyAttached();
 
 private:
-    /// A page file with this text, as PageHost::load() takes it.
+    /// Writes a page file with this text, and returns its path as PageHost::load() accepts it.
     QString page(const QString &text);
 
     QTemporaryDir m_folder;
@@ -174,7 +174,7 @@ Item {
 void tst_PageHost::theItemGoesBeforeItsContext()
 {
     QObject model;
-    // A page whose last words need its context: with the context gone the name would be an error.
+    // A page that uses its context while it is destroyed: without the context the name would be an error.
     auto host = PageHost::load(m_engine, &model,
                                page("import QtQuick\n"
                                     "Item { Component.onDestruction: cameraModel.objectName = fontAwesome.name }"));

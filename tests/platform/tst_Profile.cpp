@@ -50,7 +50,7 @@ private:
         return out.fileName();
     }
 
-    /// The message of the SetupError that this profile gives as a camera, "" without one.
+    /// Returns the message of the SetupError for a camera of this profile, "" without an error.
     QString errorOf(const QString &profile)
     {
         try {
@@ -99,7 +99,7 @@ void tst_Profile::isSoundAsBuiltIn()
     const auto camera = Camera::create(name, m_folder.path());
     const auto *cooler = camera->device<emulator::Cooler>();
     QVERIFY(cooler);
-    // A camera has a thermoelectric cooler for its detector or for its flag.
+    // A thermoelectric cooler cools the detector or the flag.
     if (cooler->type() == emulator::Cooler::Thermoelectric || !has("hasFlagCooler"))
         QCOMPARE(has("hasTeCooler"), cooler->type() == emulator::Cooler::Thermoelectric);
     const QJsonObject temperatures = profile.devices().value(QLatin1String("temperatures")).toObject();

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 using emulator::Camera;
 using emulator::Sensor;
@@ -53,7 +52,7 @@ private:
     Sensor &sensor() { return *m_camera->device<Sensor>(); }
     uint64_t handle() const { return m_camera->handle(); }
     double highestRate(int preset = 0);
-    /// In clocks; 0 if the camera does not tell.
+    /// The shortest frame in clocks, 0 if the call fails.
     uint32_t shortestFrame(uint16_t width, uint16_t height, uint32_t integration, bool sequencing)
     {
         uint32_t clocks = 0;
@@ -378,7 +377,7 @@ void tst_Sensor::aHotBlackbodySaturates()
 {
     QCOMPARE(sensor().setIntegrationTime(0, 10.0), emulator::Ok);
     QVERIFY(!sensor().saturated());
-    // Twice the light of 35 degrees.
+    // A blackbody with twice the light of one at 35 degrees.
     for (const auto *blackbody : {"emulator./BlackbodyTemp1", "emulator./BlackbodyTemp2"}) {
         QVERIFY(m_camera->otherClient().set(QLatin1String(blackbody), 55.0));
         QVERIFY(sensor().saturated());

@@ -64,7 +64,7 @@ void tst_SensorGeometry::standardWindowsLieInTheMiddle()
     QCOMPARE(sensor().setWindowSizeIndex(2), emulator::Ok);
     QVERIFY((sensor().geometry().window() == Sensor::Window{160, 128, 320, 256}));
     QCOMPARE(sensor().geometry().sizeIndex(), 2);
-    // The row of free windows.
+    // The row of the custom window.
     QCOMPARE(sensor().setWindowSizeIndex(5), emulator::Ok);
     QCOMPARE(sensor().geometry().sizeIndex(), 2);
     QCOMPARE(sensor().setWindowSizeIndex(6), emulator::Refused);

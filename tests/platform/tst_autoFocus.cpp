@@ -84,7 +84,7 @@ void tst_autoFocus::swingsVisibly()
     QVERIFY(rig.set("autoFocus.sceneDistance", 1.0));
     const auto before = Clock::now();
     QCOMPARE(zvtAutoFocusFast(rig.handle(), 1), 0);
-    // From 6000 to 7005, back to 4005, to 5405 and 4805, and to the sharp place at 5005, with 5 counts a millisecond.
+    // From 6000 to 7005, 4005, 5405 and 4805, and to the sharp position at 5005, with 5 counts per millisecond.
     QCOMPARE(Clock::now() - before, 201 + 600 + 280 + 120 + 40);
 }
 
@@ -95,7 +95,7 @@ void tst_autoFocus::theFullFormRunsThroughTheRange()
     QCOMPARE(zvtAutoFocusFast(rig.handle(), 1), 0);
     const auto fast = Clock::now() - before;
     QCOMPARE(zvtAutoFocusFull(rig.handle(), 0), 0);
-    // Two runs over the range take four seconds.
+    // Two moves over the whole range take four seconds.
     QVERIFY(Clock::now() - before > 2 * fast + 2000);
     float metres = 0;
     QCOMPARE(zvtGetFocusToDistanceMin(rig.handle(), &metres), 0);
@@ -145,7 +145,7 @@ void tst_autoFocus::takesTheRegionsThatThereAre()
     for (const uint8_t position : {uint8_t(5), uint8_t(255)})
         QCOMPARE(zvtSetAutoFocusROIPosition(rig.handle(), position), int(emulator::Refused));
     QCOMPARE(region(rig.handle()), (QList<int>{512, 4, 1, 0}));
-    // A camera may come with a size that nobody can set.
+    // A profile may contain a size that cannot be set.
     rig.open("edge-values");
     QCOMPARE(region(rig.handle()).at(0), 100);
 }

@@ -111,7 +111,7 @@ void tst_badPixelList::refusesWhatIsNoList()
         store(foreign);
         QVERIFY(!list.Load(path("b.bpl")));
     }
-    // A failed load keeps the list that was there.
+    // A failed load does not change the list.
     QCOMPARE(list.GetCount(), 1U);
 }
 

@@ -118,11 +118,11 @@ void tst_cameraFinder::open()
 {
     QVERIFY(QMetaObject::invokeMethod(m_item, "open"));
     QTRY_VERIFY(popup()->property("opened").toBool());
-    // The list makes its rows with its first frame.
+    // The list makes its rows when its first frame is rendered.
     m_page.window()->grabWindow();
 }
 
-/// Shows the finder with so many more cameras, "c1" and so on.
+/// Shows the finder with this number of additional cameras, "c1", "c2" and so on.
 void tst_cameraFinder::show(int cameras)
 {
     for (int number = 1; number <= cameras; ++number) {
@@ -332,7 +332,7 @@ void tst_cameraFinder::showsWhereTheFocusIs()
 {
     show(1);
     const QColor accent(0x18, 0xaa, 0xe2);
-    // In the middle of the ring's left line, which lies three units outside.
+    // In the middle of the left line of the ring, which is three units outside of the item.
     const auto isRinged = [&](QQuickItem *item) {
         const QPoint place = item->mapToScene({-3, item->height() / 2}).toPoint();
         return m_page.window()->grabWindow().pixelColor(place) == accent;

@@ -124,7 +124,7 @@ void tst_factory::anUnregisteredCreatorIsNotAsked()
 
 void tst_factory::registeringIsTheFourthOperation()
 {
-    // A pointer to a virtual function holds its place in the table, in bytes, plus one.
+    // A pointer to a virtual function contains its offset in the table, in bytes, plus one.
     const auto pointer = &hlx::cam::ui::IControllerModelFactory::RegisterModelCreator;
     std::ptrdiff_t place = 0;
     static_assert(sizeof(pointer) >= sizeof(place));

@@ -104,7 +104,7 @@ void tst_focus::runsOnALittleWhenStopped()
     QCOMPARE(zvtFocusMove(rig.handle(), 0), 0);
     QCOMPARE(rig.focus(), 5000U);
     Clock::advance(50);
-    // It slows down: most of the way is in the first half.
+    // It slows down: most of the distance is in the first half of the time.
     QCOMPARE(rig.focus(), 4813U);
     Clock::advance(50);
     QCOMPARE(rig.focus(), 4750U);
@@ -308,7 +308,7 @@ void tst_focus::manualModeRefusesCommands()
     QCOMPARE(zvtAutoFocusFast(rig.handle(), 1), refused);
     LensRig::settle();
     QCOMPARE(rig.focus(), 4750U);
-    // The hand turns it at once.
+    // Turning by hand takes no time.
     QVERIFY(rig.set("focus.position", 123));
     QCOMPARE(rig.focus(), 123U);
     QVERIFY(rig.set("focus.manual", false));
@@ -411,7 +411,7 @@ void tst_focus::snapshotsHoldIt()
     QCOMPARE(rig.camera().snapshot(), snapshot);
     QCOMPARE(rig.field(), uint8_t(1));
     QCOMPARE(rig.nearLimit(1), 8888U);
-    // The lens travels there.
+    // The lens moves to this position.
     QCOMPARE(rig.focus(), 3000U);
     LensRig::settle();
     QCOMPARE(rig.focus(), 5000U);

@@ -110,7 +110,7 @@ void tst_hlxCCalPack::comesBackAsItWasWritten()
     QCOMPARE(nuc->name.c_str(), "nuc 5");
     QCOMPARE(nuc->width, uint16_t{3});
     QCOMPARE(nuc->height, uint16_t{2});
-    // What an array does not hold is neutral.
+    // Entries that an array does not contain have the neutral value.
     QCOMPARE(nuc->gains.size(), std::size_t{6});
     QCOMPARE(nuc->gains[1], 2.0F);
     QCOMPARE(nuc->gains[5], 1.0F);

@@ -118,7 +118,7 @@ void tst_hlxDelegate::callsAFunctor()
     count();
     count();
     QCOMPARE(calls, 2);
-    // A result that nobody asked for is dropped.
+    // A result that the delegate does not return is dropped.
     hlx::delegate<void()>::FromLamda([&calls] { return ++calls; })();
     QCOMPARE(calls, 3);
 }

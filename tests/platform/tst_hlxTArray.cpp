@@ -3,7 +3,6 @@
 #include <array>
 #include <cstring>
 #include <numeric>
-#include <string>
 #include <vector>
 
 #include "common/Nullable.h"
@@ -15,7 +14,7 @@ using hlx::TArray;
 namespace
 {
 
-// Counts its living objects and notices when its bytes were moved behind its back.
+// Counts its objects, and detects when its bytes were moved without its constructor.
 struct Item {
     Item(int n) : number(n), self(this) { ++alive; }
     Item(const Item &other) : number(other.number), self(this)

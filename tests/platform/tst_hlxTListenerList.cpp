@@ -10,7 +10,7 @@ using List = hlx::TListenerList<int, int>;
 namespace
 {
 
-/// Hears calls, and does something more with the list if told.
+/// Records calls, and may change the list during a call.
 struct Ear {
     QList<int> heard;
     std::function<void()> more;
@@ -78,7 +78,7 @@ private slots:
         list.Call(1, 2);
         QCOMPARE(first.heard.size(), 2);
         QVERIFY(second.heard.empty());
-        // Added meanwhile: it hears from the next call on.
+        // A listener that was added during a call is called from the next call on.
         QVERIFY(third.heard.empty());
         list.Call(5, 6);
         QCOMPARE(third.heard, (QList<int>{5, 6}));

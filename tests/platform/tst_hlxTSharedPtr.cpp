@@ -25,13 +25,13 @@ struct Other {
     int padding = 0;
 };
 
-// Two bases: the pointer to the second one is not the pointer to the whole.
+// Two base classes: the pointer to the second one differs from the pointer to the object.
 struct Derived : Other, Base {
     explicit Derived(int n = 0) : number(n) { }
     int number;
 };
 
-// No virtual destructor: destroyed right only as the type it was made with.
+// No virtual destructor: it must be destroyed as the type with which it was made.
 struct PlainBase {
     int x = 0;
 };

@@ -44,7 +44,7 @@ private:
     void show(const QString &contents) { m_item = m_page.show(contents); }
     template <class T> T get(const char *property) const { return m_item->property(property).value<T>(); }
 
-    /// The place in the window of a point of a frame, both in parts of the frame's size.
+    /// Returns the position in the window of a point of a frame. `x` and `y` are fractions of the size of the frame.
     QPoint at(const char *frame, qreal x, qreal y) const;
 
     ControlPage m_page;
@@ -65,7 +65,7 @@ const auto windowEditor = QStringLiteral(R"(
 WindowEditor { x: 10; y: 10; width: 328; height: 264; window: Qt.rect(40, 40, 80, 64)
                minSize: Qt.size(16, 8); maxSize: Qt.size(160, 128); increment: Qt.point(8, 4); %1 })");
 
-/// Shows the middle of a 640 by 512 array on a 640 by 480 raster, unless the settings say otherwise.
+/// Shows the middle of an array of 640 by 512 on a raster of 640 by 480, unless the settings have other values.
 QString displayEditor(const QString &settings)
 {
     const auto unlessSet = [&settings](const char *name, const char *value) {

@@ -44,7 +44,7 @@ private:
     /// Shows a page with a file dialog of these settings and returns the dialog.
     QObject *showFileDialog(const QString &settings);
     QFileDialog *openDialog() const;
-    /// A picture of the widget, which is also saved for inspection.
+    /// Returns a picture of the widget, which is also saved for inspection.
     static QImage shot(QWidget &widget, const char *name);
 
     ControlPage m_page;
@@ -102,7 +102,7 @@ void tst_hostDialogs::requestsOfAWindowStack()
     call("pushSecond", QSizeF(500, 500));
     QCOMPARE(m_page.window()->minimumSize(), QSize(600, 500));
     QTRY_COMPARE(m_page.window()->size(), QSize(600, 500));
-    // Not in the order of opening, and the first twice.
+    // In another order than they were opened, and the first one twice.
     call("popFirst");
     QCOMPARE(m_page.window()->minimumSize(), QSize(500, 500));
     QTRY_COMPARE(m_page.window()->size(), QSize(500, 500));

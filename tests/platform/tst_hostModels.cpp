@@ -24,7 +24,7 @@ private:
     QString m_text;
 };
 
-/// Runs events as a root model does.
+/// Runs events like a root model.
 class Receiver : public QObject
 {
 public:

@@ -1,6 +1,5 @@
 #include "hlx/CRQSImagerFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtEndian>
@@ -55,7 +54,7 @@ CReduceObjectArray describedObjects()
     return objects;
 }
 
-// A disk on which nothing can be written after the file was opened.
+// A file system whose files cannot be written after they were opened.
 class FullDisk : public hlx::IFileSystem
 {
 public:
@@ -63,7 +62,7 @@ public:
     bool DeleteFile(const hlx::CString &) override { return false; }
 };
 
-// One file in memory, which stops growing when the test says so.
+// One file in memory, whose size the test limits.
 class DiskThatFills : public hlx::IFileSystem
 {
 public:

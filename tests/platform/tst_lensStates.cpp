@@ -62,11 +62,11 @@ void tst_lensStates::areListedByName()
     QCOMPARE(names(rig.handle()), QStringList());
     for (const auto *name : {"near", "far", "In between"})
         QCOMPARE(zvtSaveLensStateAs(rig.handle(), name), 0);
-    // What else lies in the folder is no state.
+    // Other files in the folder are not states.
     QVERIFY(QFile::copy(path(rig, QStringLiteral("near")), rig.camera().folder() + QStringLiteral("/lens/other.txt")));
     const QStringList listed{QStringLiteral("In between"), QStringLiteral("far"), QStringLiteral("near")};
     QCOMPARE(names(rig.handle()), listed);
-    // Saving one of them again does not move it.
+    // Saving a state again does not change the order.
     QCOMPARE(zvtSaveLensStateAs(rig.handle(), "near"), 0);
     QCOMPARE(names(rig.handle()), listed);
 }
@@ -96,7 +96,7 @@ void tst_lensStates::moveTheLens()
     QCOMPARE(zvtLoadLensState(rig.handle(), "one"), 0);
     QCOMPARE(rig.zoom(), 5000U);
     QCOMPARE(rig.focus(), 2000U);
-    // Zoom and focus travel at the same time.
+    // Zoom and focus move at the same time.
     QVERIFY(Clock::now() - before >= 1000 && Clock::now() - before < 2000);
 }
 
@@ -240,7 +240,7 @@ void tst_lensStates::refuseFilesThatAreNoStates()
     LensRig::settle();
     QCOMPARE(rig.zoom(), 500U);
     QCOMPARE(rig.focus(), 6000U);
-    // It is on the list, can be written over, and then be used.
+    // The state is in the list, can be replaced, and can then be loaded.
     QCOMPARE(names(rig.handle()), QStringList{QStringLiteral("one")});
     QCOMPARE(zvtSaveLensStateAs(rig.handle(), "one"), 0);
     QCOMPARE(zvtLoadLensState(rig.handle(), "one"), 0);
@@ -288,7 +288,7 @@ void tst_lensStates::aLensThatIsSentElsewhereFailsTheLoad()
     QCOMPARE(zvtSaveLensStateAs(rig.handle(), "wide"), 0);
     place(rig, 600, 0);
     Clock::automatic();
-    // The zoom is waited for first, and meanwhile somebody takes the focus.
+    // The load waits for the zoom first. Meanwhile another command moves the focus.
     auto loading = std::async(std::launch::async, [&] { return zvtLoadLensState(rig.handle(), "wide"); });
     QTRY_VERIFY(rig.zoom() < 600);
     QCOMPARE(zvtFocusMoveTo(rig.handle(), 50), 0);

@@ -4,7 +4,9 @@
 #include "platform/emulator/devices/Focus.h"
 #include "platform/emulator/devices/Identity.h"
 #include "platform/emulator/devices/LensStates.h"
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/devices/StateStore.h"
+#include "platform/emulator/memberCalls.h"
 #include "tests/support/Test.h"
 
 #include <QTemporaryDir>
@@ -20,8 +22,10 @@ private slots:
     void init();
 
     void inputsArePassedAndLogged();
-    void anOutputIsAReferenceForTheDevice();
+    void outputsArePassedByReference();
     void aFailedFunctionLeavesItsOutputAlone();
+    void resultsBecomeAStatus();
+    void scriptsFillTheOutputs();
     void textsArePassedBothWays();
     void gettersFillTheirOutputs();
     void nullOutputsAreRefused();
@@ -53,7 +57,7 @@ void tst_memberCalls::inputsArePassedAndLogged()
     QCOMPARE(lastCall().status, int(Refused));
 }
 
-void tst_memberCalls::anOutputIsAReferenceForTheDevice()
+void tst_memberCalls::outputsArePassedByReference()
 {
     uint32_t counts = 7;
     QCOMPARE(call<&Focus::increment>("name", handle(), uint8_t(2), &counts), int(Ok));
@@ -70,13 +74,34 @@ void tst_memberCalls::aFailedFunctionLeavesItsOutputAlone()
     QCOMPARE(counts, 7U);
 }
 
+void tst_memberCalls::resultsBecomeAStatus()
+{
+    // Nothing, and true or false.
+    QCOMPARE(call<&Identity::setType>("name", handle(), uint8_t(9)), int(Ok));
+    QCOMPARE(m_camera->device<Identity>()->type(), uint8_t(9));
+    QCOMPARE(call<&StateStore::exists>("name", handle(), "none"), int(Refused));
+}
+
+void tst_memberCalls::scriptsFillTheOutputs()
+{
+    m_camera->gate().script("name", "abc");
+    char buffer[8] = "?";
+    QCOMPARE(get<&Identity::serial>("name", handle(), Text(buffer, sizeof buffer)), int(Ok));
+    QCOMPARE(buffer, "abc");
+    m_camera->gate().script("name", QVariantList{3, 4});
+    uint32_t minimum = 0, maximum = 0;
+    const int status = get<&Focus::minimum, &Focus::maximum>("name", handle(), &minimum, &maximum);
+    QCOMPARE(status, int(Ok));
+    QCOMPARE(QPair(minimum, maximum), QPair(3U, 4U));
+}
+
 void tst_memberCalls::textsArePassedBothWays()
 {
     char buffer[8] = "?";
     QCOMPARE(call<&DetectorGain::name>("name", handle(), uint8_t(0), Text(buffer, sizeof buffer)), int(Ok));
     QCOMPARE(buffer, "Low");
     QCOMPARE(lastCall().arguments, std::string("0"));
-    QCOMPARE(call<&Identity::setSerial>("name", handle(), static_cast<const char *>("one")), int(Ok));
+    QCOMPARE(call<&Identity::setSerial>("name", handle(), "one"), int(Ok));
     QCOMPARE(lastCall().arguments, std::string("\"one\""));
     QCOMPARE(get<&Identity::serial>("name", handle(), Text(buffer, sizeof buffer)), int(Ok));
     QCOMPARE(buffer, "one");
@@ -94,6 +119,9 @@ void tst_memberCalls::gettersFillTheirOutputs()
     uint8_t type = 0;
     QCOMPARE(get<&Cooler::type>("name", handle(), &type), int(Ok));
     QCOMPARE(type, uint8_t(Cooler::LinearStirling));
+    uint8_t presets = 0;
+    QCOMPARE(get<&Sensor::numPresets>("name", handle(), &presets), int(Ok));
+    QCOMPARE(presets, uint8_t(4));
 }
 
 void tst_memberCalls::nullOutputsAreRefused()
@@ -104,6 +132,7 @@ void tst_memberCalls::nullOutputsAreRefused()
     QCOMPARE(status, int(Refused));
     QCOMPARE(minimum, 1U);
     QCOMPARE(call<&Focus::increment>("name", handle(), uint8_t(2), none), int(Refused));
+    QCOMPARE(get<&Identity::serial>("name", handle(), Text(nullptr, 8)), int(Refused));
 }
 
 void tst_memberCalls::aLackingDeviceIsAbsent()
@@ -113,7 +142,7 @@ void tst_memberCalls::aLackingDeviceIsAbsent()
     bool available = true;
     QCOMPARE(get<&Athermalization::available>("name", handle(), &available), int(Absent));
     QVERIFY(available);
-    QCOMPARE(call<&LensStates::load>("name", handle(), static_cast<const char *>("x")), int(Absent));
+    QCOMPARE(call<&LensStates::load>("name", handle(), "x"), int(Absent));
     QCOMPARE(get<&Athermalization::available>("name", 0, &available), int(InvalidHandle));
 }
 
@@ -125,6 +154,9 @@ void tst_memberCalls::operationsOfTheControllerReturnTrueOrFalse()
     QCOMPARE(level, uint8_t(1));
     QVERIFY(!controllerCall<&DetectorGain::setLevel>(m_camera, "controller.set", uint8_t(7)));
     QCOMPARE(lastCall().arguments, std::string("7"));
+    uint32_t counts = 0;
+    QVERIFY(controllerCall<&Focus::increment>(m_camera, "controller.increment", uint8_t(2), &counts));
+    QVERIFY(counts > 0);
     QVERIFY(!controllerGet<&DetectorGain::level>(nullptr, "controller.get", &level));
     // The script of an operation without outputs is its result.
     m_camera->gate().script("controller.set", false);

@@ -18,7 +18,7 @@ using namespace emulator;
 namespace
 {
 
-/// A harmless value for an argument, and the memory that it points to.
+/// A harmless value of an argument, with the memory that it points to.
 template <class T> struct Argument {
     T value{};
     T get() { return value; }
@@ -31,11 +31,11 @@ template <> struct Argument<const char *> {
 };
 
 template <class T> struct Argument<T *> {
-    // A buffer is behind its pointer: the largest of the SDK has 768 bytes.
+    // A pointer may point to a buffer. The largest one of the SDK has 768 bytes.
     std::array<T, std::is_arithmetic_v<T> ? 1024 : 1> values{};
     Argument()
     {
-        // Not 0, which is what a careless failure would write.
+        // Not 0, which a call that fails might write.
         if constexpr (std::is_arithmetic_v<T>)
             values.fill(std::is_same_v<T, bool> ? T(true) : T(77));
     }
@@ -56,7 +56,7 @@ template <class T> T nullOr(Argument<T> &argument)
         return argument.get();
 }
 
-/// How to call a function of the SDK without knowing its arguments.
+/// Calls a function of the SDK with generated arguments.
 struct Function {
     const char *name;
     bool takesHandle;
@@ -66,7 +66,7 @@ struct Function {
     std::function<bool(uint64_t)> leavesOutputsAlone;
 };
 
-/// Whether the memory of an argument is as it was made.
+/// Returns whether the memory of an argument still has its first values.
 template <class T> bool untouched(Argument<T> &argument)
 {
     if constexpr (
@@ -125,7 +125,7 @@ const std::vector<Function> &functions()
     return table;
 }
 
-/// The names that the SDK's header declares.
+/// Returns the names of the functions that the SDK's header declares.
 std::set<std::string> declaredNames()
 {
     QFile header(QStringLiteral(ZVT_SOURCE_DIR "/common/boundary/zvt/zvtsdk.h"));
@@ -150,7 +150,8 @@ private slots:
     void init()
     {
         Test::init();
-        // No slow function keeps the tests waiting, and what one of them saves to a file "name" stays in here.
+        // A manual clock, so that slow functions take no time, and a working folder for the file "name" that some of
+        // them write.
         Clock::manual();
         QDir::setCurrent(m_folder.path());
     }

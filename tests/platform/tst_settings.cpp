@@ -134,7 +134,7 @@ void tst_settings::aProfileGivesTheFirstValues()
     QCOMPARE(device->pair, (std::array<float, 2>{0.5F, 10}));
     QCOMPARE(device->list, (std::vector{1, 2, 3}));
     QCOMPARE(int(device->colour), int(Colour::Blue));
-    // Settings that no profile has are unknown to it.
+    // A profile cannot contain a setting that is not for profiles.
     QVERIFY_THROWS_EXCEPTION(SetupError, make({{"counted", 1}}));
 }
 
@@ -160,7 +160,7 @@ void tst_settings::refusedValuesHaveOneMessage_data()
     row("count", 300, "must lie between 1 and 200");
     row("size", 17, "must be one of 16, 32, 64");
     row("size", true, "must be a number");
-    row("factor", 1e300, "must lie between -3.402823466e+38 and 3.402823466e+38");
+    row("factor", 1e300, "must lie between -3.40282e+38 and 3.40282e+38");
     row("factor", QJsonValue(), "must be a number");
     row("name", 3, "must be a text");
     row("names", QJsonArray{"a", 1}, "must be a list of texts");
@@ -172,7 +172,7 @@ void tst_settings::refusedValuesHaveOneMessage_data()
     row("colour", 3, "must lie between 0 and 2");
 }
 
-// The same words wherever the value comes from, with the path of the key; and the device keeps its value.
+// The message is the same for every source of the value and contains the path of the key. The device keeps its value.
 void tst_settings::refusedValuesHaveOneMessage()
 {
     QFETCH(const QString, key);
@@ -228,7 +228,7 @@ void tst_settings::aSnapshotRestoresEveryKind()
     QCOMPARE(device->save(), fresh);
 }
 
-// A first value may be one that cannot be set.
+// A first value may be a value that cannot be set.
 void tst_settings::aSavedFirstValueIsNotReported()
 {
     const auto device = make();
@@ -254,7 +254,7 @@ void tst_settings::aSettingMayDependOnACondition()
     QVERIFY(!mode);
     QCOMPARE(device->setMode(false), Refused);
     QCOMPARE(device->change("mode", false), "cannot be changed now");
-    // A snapshot of a camera in which it was available has nothing to say now.
+    // The snapshot is of a camera in which the mode was available: its value is ignored now.
     QCOMPARE(device->restore({{"mode", false}}), QStringList());
     QVERIFY(device->mode);
     QCOMPARE(device->change("available", true), QString());

@@ -1,7 +1,7 @@
 #include "tests/platform/LensRig.h"
 #include "tests/support/Test.h"
 
-// The simple settings of the camera: gain levels, image orientation and sensitivity, what starts a frame.
+/// The simple settings of the camera: gain levels, image orientation and sensitivity, frame sync source.
 class tst_setupDevices : public Test
 {
     Q_OBJECT
@@ -55,7 +55,7 @@ void tst_setupDevices::gainLevelsMayHaveNone()
     rig.open("edge-values");
     QVERIFY(flag(zvtGetGainLevelsAreNamed, rig.handle()));
     QCOMPARE(gainName(rig.handle(), 0), QString());
-    // What the buffer of a hundred bytes holds, whole characters.
+    // The whole characters that fit into the buffer of 100 bytes.
     QCOMPARE(gainName(rig.handle(), 1).size(), 99);
     QVERIFY(gainName(rig.handle(), 2).startsWith(QStringLiteral("Äöü")));
     QVERIFY(!gainName(rig.handle(), 2).contains(QChar::ReplacementCharacter));

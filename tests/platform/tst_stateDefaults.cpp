@@ -2,6 +2,7 @@
 #include "platform/hlxcamzvt/makeController.h"
 #include "tests/platform/StateFixture.h"
 
+#include <QDir>
 #include <QJsonDocument>
 
 #include <atomic>
@@ -11,7 +12,7 @@
 
 using namespace emulator;
 
-/// The two special states, the controller's loads, and what outlives a restart.
+/// The two special states, the loads of the controller, and the values that outlive a restart.
 class tst_stateDefaults : public StateFixture
 {
     Q_OBJECT
@@ -249,7 +250,7 @@ void tst_stateDefaults::wakesUpInItsState()
     restart();
     QCOMPARE(current(), QStringLiteral("a"));
     QCOMPARE(activePreset(), 2);
-    // The cooler remembers by itself, and this is what it was set to last.
+    // The cooler remembers its own values: this is the last setpoint.
     QCOMPARE(setpoint(), 67.0F);
     QVERIFY(m_controller->LoadHardDefaults());
     restart();

@@ -108,7 +108,7 @@ void tst_stateFile::survivesRandomDamage()
 
 void tst_stateFile::survivesRandomContentsWithARightChecksum()
 {
-    // Behind a right checksum the lengths and the JSON are what somebody made up.
+    // The checksum is valid, the lengths and the JSON are random.
     const QByteArray sound = otherState().chopped(32);
     std::mt19937 random(2);
     const auto below = [&](qsizetype end) { return static_cast<qsizetype>(random() % static_cast<uint32_t>(end)); };

@@ -1,8 +1,10 @@
 #include "tests/platform/StateFixture.h"
 
+#include <QDir>
+
 using namespace emulator;
 
-/// Which files go to the camera and come from it, and what becomes of them there.
+/// The files that are transferred to the camera and from it, and their use on the camera.
 class tst_stateFiles : public StateFixture
 {
     Q_OBJECT
@@ -121,7 +123,7 @@ void tst_stateFiles::refusesToTakeAnEndlessFile()
 void tst_stateFiles::refusesToTakeTooLargeAFile()
 {
     QFile file(local(QStringLiteral("day.qsf")));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(largestStateFile + 1));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(maximumStateFileSize + 1));
     const int64_t before = Clock::now();
     QCOMPARE(upload(file.fileName()), int(Refused));
     QCOMPARE(Clock::now(), before);
@@ -188,7 +190,7 @@ void tst_stateFiles::aNewCameraGivesItsFactoryDefault()
 
 void tst_stateFiles::theFactoryDefaultTravels()
 {
-    // The name of the local file says nothing here.
+    // The name of the local file does not matter here.
     const QString file = local(QStringLiteral("a:b"));
     write(file, otherState());
     QCOMPARE(zvtUploadFactoryDefaultStateStd(m_handle, qPrintable(file), {}), 0);

@@ -1,5 +1,6 @@
 #include "tests/platform/StateFixture.h"
 
+#include <QDir>
 #include <QDirIterator>
 #include <QMap>
 
@@ -17,7 +18,7 @@ namespace
 
 using Progress = hlx::delegate<int(unsigned int, unsigned int)>;
 
-/// A way in which a file travels between the local file "state.qsf" and the camera.
+/// One of the functions that transfer the local file "state.qsf" to the camera or from it.
 struct Transfer {
     const char *name;
     bool toCamera;
@@ -92,7 +93,7 @@ private:
         return run(Progress::FromLamda(progress));
     }
 
-    /// The file that the transfer writes.
+    /// Returns the path of the file that the transfer writes.
     QString target() const
     {
         if (!transfer().toCamera)
@@ -101,8 +102,8 @@ private:
                                                         : m_camera->folder() + "/factory.qsf";
     }
 
-    /// All files of the camera and the local ones, with their contents. What the camera remembers of itself is none of
-    /// them: it writes that anew when it is connected and disconnected.
+    /// Returns the contents of all files of the camera and of all local files. The file of the values that devices
+    /// remember is left out, since the camera writes it when it is connected and disconnected.
     QMap<QString, QByteArray> everything() const
     {
         QMap<QString, QByteArray> files;
@@ -140,7 +141,7 @@ void tst_stateTransfers::bringsTheWholeFile()
         QCOMPARE(run(), 0);
         QCOMPARE(contentOf(target()), sent);
     }
-    // It moves files, and no settings.
+    // A transfer does not change settings.
     QCOMPARE(m_camera->snapshot(), before);
     QCOMPARE(current(), QStringLiteral("night"));
 }
@@ -225,7 +226,7 @@ void tst_stateTransfers::endsWithTheConnection()
 
 void tst_stateTransfers::letsOthersInMeanwhile()
 {
-    // Without the lock given back they would end behind the transfer, and so would this test.
+    // If the transfer did not release the lock, these reads would wait for its end, and so would this test.
     std::vector<std::future<QString>> reads;
     const auto readAlongside = [&](unsigned int, unsigned int) {
         reads.push_back(std::async(std::launch::async, [this] { return current(); }));

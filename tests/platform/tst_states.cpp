@@ -2,6 +2,8 @@
 #include "platform/hlxcamzvt/makeController.h"
 #include "tests/platform/StateFixture.h"
 
+#include <QDir>
+
 #include <algorithm>
 #include <ctime>
 #include <functional>
@@ -59,7 +61,7 @@ private slots:
     void listsAThousandStatesQuickly();
 
 private:
-    /// What an operator might do to a camera, at random.
+    /// Makes a random change that an operator could make.
     void changeSomething(std::mt19937 &random);
 
     int load(const char *name) { return m_controller->LoadState(name) ? 0 : m_camera->gate().calls().back().status; }
@@ -414,7 +416,7 @@ void tst_states::savesNothingWhenDisconnected()
     const QJsonObject before = m_camera->snapshot();
     QVERIFY(set("cooler.setpoint", 66.0));
     const size_t mark = m_camera->gate().mark();
-    // Held, so that both wait to begin while the connection ends.
+    // Locked, so that both calls wait to start while the camera is disconnected.
     std::unique_lock lock(m_camera->mutex());
     auto save = std::async(std::launch::async, [this] { return zvtSaveStateAs(m_handle, "b"); });
     auto load = std::async(std::launch::async, [this] { return m_controller->LoadState("a"); });
@@ -440,11 +442,11 @@ void tst_states::savesNothingWithoutAFolder()
 void tst_states::listsAThousandStatesQuickly()
 {
     const auto fill = [this](int from, int to) {
-        // What is in them is of no interest to the listing.
+        // The contents of the files do not matter for the list.
         for (int n = from; n < to; ++n)
             write(stateFile(QString::number(n)), QByteArray(10'000, 'x'));
     };
-    // In processor time, since other programs come in between.
+    // Processor time, since other programs run meanwhile.
     const auto fastest = [this] {
         std::clock_t best = std::numeric_limits<std::clock_t>::max();
         for (int round = 0; round < 10; ++round) {

@@ -10,7 +10,7 @@
 using emulator::Camera;
 using emulator::Sensor;
 
-/// What the SDK works out about frame periods.
+/// The functions of the SDK that compute frame periods.
 class tst_timing : public Test
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ private slots:
 private:
     Sensor &sensor() { return *m_camera->device<Sensor>(); }
     uint64_t handle() const { return m_camera->handle(); }
-    /// In clocks; 0 if the camera does not tell.
+    /// The shortest frame in clocks, 0 if the call fails.
     uint32_t shortestFrame(uint16_t width, uint16_t height, uint32_t integration, bool sequencing)
     {
         uint32_t clocks = 0;
@@ -53,7 +53,7 @@ void tst_timing::theShortestFrameFollowsItsArguments()
     uint32_t clocks = 0;
     QCOMPARE(zvtCalcMinFrameWidth(handle(), &clocks, 320, 256), 0);
     QCOMPARE(clocks, small);
-    // Neither the presets nor their window matter.
+    // The result does not depend on the presets or their window.
     QCOMPARE(sensor().setIntegrationTime(0, 500.0), emulator::Ok);
     QCOMPARE(sensor().setWindow({0, 0, 64, 4}), emulator::Ok);
     QCOMPARE(shortestFrame(320, 256, 1000, false), small);

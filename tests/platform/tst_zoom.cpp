@@ -52,7 +52,7 @@ void tst_zoom::tellsWhereItIsAndWhereItWasSent()
     Clock::advance(500);
     QCOMPARE(rig.zoom(), 2750U);
     QCOMPARE(rig.commandedZoom(), 5000U);
-    // A move by speed has no goal.
+    // A move by speed has no target.
     QCOMPARE(zvtFOVMove(rig.handle(), 0), 0);
     QCOMPARE(rig.commandedZoom(), 2750U);
     LensRig::settle();
@@ -77,7 +77,7 @@ void tst_zoom::coastsPastItsLimits_data()
 {
     QTest::addColumn<int>("speed");
     QTest::addColumn<uint32_t>("rest");
-    // It slows down in a tenth of a second from full speed, and the hard stop is 200 counts behind the limit.
+    // It slows down in a tenth of a second from full speed, and the hard stop is 200 counts beyond the limit.
     QTest::newRow("quickly to narrow") << 3 << 9700U;
     QTest::newRow("to narrow") << 2 << 9536U;
     QTest::newRow("slowly to wide") << -1 << 498U;
@@ -101,7 +101,7 @@ void tst_zoom::isBroughtBackFromBehindALimit()
     LensRig::settle();
     QVERIFY(rig.zoom() > 9500);
     const uint32_t behind = rig.zoom();
-    // No further.
+    // It moves no further.
     QCOMPARE(zvtFOVMove(rig.handle(), 3), 0);
     LensRig::settle();
     QCOMPARE(rig.zoom(), behind);
@@ -158,7 +158,7 @@ void tst_zoom::dragsTheFocusAlong()
     QCOMPARE(rig.focus(), 6400U);
     QCOMPARE(zvtFOVMin(rig.handle()), 0);
     QCOMPARE(rig.focus(), 6000U);
-    // Never out of the range.
+    // Never outside the range.
     QCOMPARE(zvtFocusFar(rig.handle()), 0);
     QCOMPARE(zvtFOVMax(rig.handle()), 0);
     QCOMPARE(rig.focus(), 10'000U);
@@ -290,7 +290,7 @@ void tst_zoom::noCommandsLeadOutOfTheLens()
             zvtFocusToDistance(handle, float(pick(1000)) / 10);
             break;
         default:
-            // Seldom, since the camera writes down what it is told.
+            // Seldom, since each change is written to a file.
             (pick(2) ? zvtSetFocusNearPos : zvtSetFocusFarPos)(handle, uint8_t(pick(3)),
                                                                anywhere(focusMinimum, focusMaximum));
         }
@@ -300,7 +300,7 @@ void tst_zoom::noCommandsLeadOutOfTheLens()
             QVERIFY(rig.zoom() + overtravel >= zoomMinimum && rig.zoom() <= zoomMaximum + overtravel);
         if (n % 50 != 0)
             continue;
-        // A stop always stops, within the time that a turning turret takes to slow down.
+        // A stop always succeeds, within the time that a turning turret takes.
         QCOMPARE(zvtFocusMove(handle, 0), 0);
         if (zooms)
             QCOMPARE(zvtFOVMove(handle, 0), 0);

@@ -5,7 +5,7 @@
 namespace emulator
 {
 
-/// Keeps the lens in focus over temperature, while it is available.
+/// The athermalization of the lens: it keeps the focus when the temperature changes.
 class Athermalization : public Device
 {
 public:
@@ -13,7 +13,7 @@ public:
     Athermalization(Camera &camera, Section &section);
 
     bool available() const { return m_available; }
-    /// Reading and setting it are refused while it is not available.
+    /// Whether it is switched on. Reading and setting are refused while the athermalization is not available.
     Status enabled(bool &enabled) const { return fetch(m_enabled, enabled); }
     Status setEnabled(bool enabled) { return assign(m_enabled, enabled); }
 

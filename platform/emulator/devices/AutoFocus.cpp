@@ -2,12 +2,11 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/Focus.h"
+#include "zvt/zvttypes.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-
-#include "zvt/zvttypes.h"
 
 namespace emulator
 {
@@ -17,8 +16,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// How far the focus swings past the sharp position, as fractions of its range.
-constexpr std::array swings{0.2, -0.1, 0.04, -0.02, 0.0};
+// The distances from the sharp position, as fractions of the range of the focus.
+constexpr std::array swingAmplitudes{0.2, -0.1, 0.04, -0.02, 0.0};
 
 } // namespace
 
@@ -41,10 +40,10 @@ Status AutoFocus::focusFast()
     auto *const focus = camera().device<Focus>();
     if (!focus)
         return Absent;
-    for (const double swing : swings) {
-        const double wanted
-            = focus->positionFor(m_sceneDistance) + swing * (double(focus->maximum()) - focus->minimum());
-        const double reachable = std::clamp(wanted, double(focus->minimum()), double(focus->maximum()));
+    for (const double amplitude : swingAmplitudes) {
+        const double target
+            = focus->positionFor(m_sceneDistance) + amplitude * (double(focus->maximum()) - focus->minimum());
+        const double reachable = std::clamp(target, double(focus->minimum()), double(focus->maximum()));
         if (const Status status = focus->goTo(static_cast<uint32_t>(std::llround(reachable))); status != Ok)
             return status;
     }

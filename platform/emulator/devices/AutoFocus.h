@@ -7,27 +7,28 @@
 namespace emulator
 {
 
-/// The automatic focus with the region of the image that it evaluates. It swings around the position in which the scene
-/// is sharp, with smaller and smaller amplitude, and ends there.
+/// The automatic focus, with the region of the image that it evaluates. It moves the focus around the position in which
+/// the scene is sharp, with decreasing amplitude, and ends at this position.
 class AutoFocus : public Device
 {
 public:
-    /// Profile keys and settings: "regionSize" (pixels; a profile may have any size, also one that cannot be set),
+    /// Profile keys and settings: "regionSize" (pixels; a profile may contain a size that cannot be set),
     /// "regionPosition", "showWhenFocusing", "showAlways", and "sceneDistance" (metres from the camera to the scene).
     AutoFocus(Camera &camera, Section &section);
 
-    /// Searches around the present position. Refused if another command moves the focus meanwhile.
+    /// Focuses on the scene, and returns when the focus is at rest. Absent without a focus. Refused if the focus is
+    /// turned by hand, or if another command moves it meanwhile.
     Status focusFast();
-    /// The same after a run from near to far.
+    /// The same after a move to the near and to the far limit.
     Status focusFull();
 
     uint16_t regionSize() const { return m_regionSize; }
-    /// 16, 32, 64, 128, 256 or 512 pixels.
+    /// Sets the size: 16, 32, 64, 128, 256 or 512 pixels. Refuses other sizes.
     Status setRegionSize(uint16_t pixels) { return assign(m_regionSize, pixels); }
-    /// A zvtEAutoFocusRoiPosition.
+    /// The position of the region in the image, a zvtEAutoFocusRoiPosition. Other values are refused.
     uint8_t regionPosition() const { return m_regionPosition; }
     Status setRegionPosition(uint8_t position) { return assign(m_regionPosition, position); }
-    /// The overlay shows the region while focusing, and at all times.
+    /// Whether the overlay shows the region while the camera focuses, and whether it always shows it.
     bool showWhenFocusing() const { return m_showWhenFocusing; }
     Status setShowWhenFocusing(bool show) { return assign(m_showWhenFocusing, show); }
     bool showAlways() const { return m_showAlways; }

@@ -13,10 +13,10 @@ namespace
 {
 
 constexpr int firstYear = 2000;
-// Some 65 000 years: all that the 16 bits of the year can express.
-constexpr int64_t largestOffset = 2'100'000'000'000'000;
+// About 65 000 years in milliseconds: the range of a year of 16 bits.
+constexpr int64_t maximumOffset = 2'100'000'000'000'000;
 
-QDateTime ahead(int64_t offset) { return QDateTime::fromMSecsSinceEpoch(Clock::now() + offset, Qt::UTC); }
+QDateTime timeWithOffset(int64_t offset) { return QDateTime::fromMSecsSinceEpoch(Clock::now() + offset, Qt::UTC); }
 
 int64_t offsetOf(const QDate &date, const QTime &time)
 {
@@ -28,7 +28,7 @@ int64_t offsetOf(const QDate &date, const QTime &time)
 CameraClock::CameraClock(Camera &camera, Section &section)
     : Device(camera), m_irigYear(section.flag(u"irigYear"_s, true))
 {
-    const double limit = largestOffset;
+    const double limit = maximumOffset;
     addSettings(section,
                 {
                     {u"irigLocked"_s, m_irigLocked, Profile | OtherClient},
@@ -40,7 +40,7 @@ CameraClock::CameraClock(Camera &camera, Section &section)
 
 CameraClock::RealTime CameraClock::realTime() const
 {
-    const QDateTime now = ahead(m_realTimeOffset);
+    const QDateTime now = timeWithOffset(m_realTimeOffset);
     const auto byte = [](int value) { return static_cast<uint8_t>(value); };
     return {
         byte(now.date().year() - firstYear), byte(now.date().month()), byte(now.date().day()), byte(now.time().hour()),
@@ -50,17 +50,17 @@ CameraClock::RealTime CameraClock::realTime() const
 Status CameraClock::setRealTime(const RealTime &time)
 {
     const QDate date(firstYear + time.year, time.month, time.day);
-    const QTime ofDay(time.hour, time.minute, time.second);
-    if (!date.isValid() || !ofDay.isValid())
+    const QTime timeOfDay(time.hour, time.minute, time.second);
+    if (!date.isValid() || !timeOfDay.isValid())
         return Refused;
-    m_realTimeOffset = offsetOf(date, ofDay);
+    m_realTimeOffset = offsetOf(date, timeOfDay);
     remember();
     return Ok;
 }
 
 CameraClock::IrigTime CameraClock::irigTime() const
 {
-    const QDateTime now = ahead(m_irigOffset);
+    const QDateTime now = timeWithOffset(m_irigOffset);
     const auto byte = [](int value) { return static_cast<uint8_t>(value); };
     const auto word = [](int value) { return static_cast<uint16_t>(value); };
     return {word(m_irigYear ? now.date().year() : 0),
@@ -74,15 +74,15 @@ CameraClock::IrigTime CameraClock::irigTime() const
 
 Status CameraClock::setIrigTime(const IrigTime &time)
 {
-    int year = time.year != 0 ? time.year : ahead(m_irigOffset).date().year();
-    // Without a year in the signal the last day of a leap year exists in every year.
+    int year = time.year != 0 ? time.year : timeWithOffset(m_irigOffset).date().year();
+    // Without a year in the signal, day 366 is valid: a leap year is used for it.
     if (!m_irigYear && time.day == 366)
         year = firstYear;
     const QDate date = QDate(year, 1, 1).addDays(time.day - 1);
-    const QTime ofDay(time.hour, time.minute, time.second, time.millisecond);
-    if (date.year() != year || !ofDay.isValid() || time.microsecond > 999)
+    const QTime timeOfDay(time.hour, time.minute, time.second, time.millisecond);
+    if (date.year() != year || !timeOfDay.isValid() || time.microsecond > 999)
         return Refused;
-    m_irigOffset = offsetOf(date, ofDay);
+    m_irigOffset = offsetOf(date, timeOfDay);
     m_irigMicrosecond = time.microsecond;
     remember();
     return Ok;

@@ -7,23 +7,23 @@
 namespace emulator
 {
 
-/// The two clocks of a camera: a real-time clock and the IRIG time. Both run on while the camera is off, and every
-/// camera has both, whichever of them its images carry. They have no time zone. A time that does not exist is refused.
+/// The two clocks of a camera: the real-time clock and the IRIG time. Every camera has both, and both run while the
+/// camera is off. They have no time zone. Times that do not exist are refused.
 class CameraClock : public Device
 {
 public:
     struct RealTime {
-        uint8_t year; ///< From 2000.
-        uint8_t month;
-        uint8_t day;
+        uint8_t year; ///< Years since 2000.
+        uint8_t month; ///< From 1.
+        uint8_t day; ///< Day of the month, from 1.
         uint8_t hour;
         uint8_t minute;
         uint8_t second;
     };
 
     struct IrigTime {
-        uint16_t year; ///< In full; 0: unknown.
-        uint16_t day; ///< Of the year, from 1.
+        uint16_t year; ///< All digits; 0 if it is unknown.
+        uint16_t day; ///< Day of the year, from 1.
         uint8_t hour;
         uint8_t minute;
         uint8_t second;
@@ -31,23 +31,24 @@ public:
         uint16_t microsecond;
     };
 
-    /// Profile keys: "irigYear" (the signal contains the year), "irigLocked". Setting: "irigLocked".
+    /// Profile keys: "irigYear" (whether the signal contains the year), "irigLocked". Setting: "irigLocked".
     CameraClock(Camera &camera, Section &section);
 
     RealTime realTime() const;
+    /// Sets the real-time clock.
     Status setRealTime(const RealTime &time);
 
     IrigTime irigTime() const;
-    /// A year of 0 leaves the year as it is.
+    /// Sets the IRIG time. A year of 0 keeps the present year.
     Status setIrigTime(const IrigTime &time);
 
-    /// The IRIG time follows a signal from outside.
+    /// Whether the IRIG time is synchronised with an external signal.
     bool irigLocked() const { return m_irigLocked; }
 
 private:
     bool m_irigYear;
     bool m_irigLocked = false;
-    // Milliseconds by which the clocks are ahead of the Clock.
+    // The difference of each clock from Clock, in milliseconds.
     int64_t m_realTimeOffset = 0;
     int64_t m_irigOffset = 0;
     uint16_t m_irigMicrosecond = 0;

@@ -16,21 +16,23 @@ namespace
 {
 
 constexpr double zeroCelsius = 273.15;
-constexpr double hottest = 1e6;
+constexpr double maximumNumber = 1e6;
 constexpr std::array typeNames{"None", "Thermoelectric", "Rotary Stirling", "Linear Stirling"};
 constexpr uint64_t noiseSeed = 1;
 
+/// The range of the setpoint. Its ends are setpoints too, so they are values of a float.
 Between readRange(Section &section, Cooler::Type type)
 {
     const bool celsius = type == Cooler::Thermoelectric;
-    const double minimum = section.number(u"minimum"_s, celsius ? -40 : 60, -zeroCelsius, hottest);
-    return {minimum, section.number(u"maximum"_s, celsius ? 40 : 120, minimum, hottest)};
+    const double minimum = section.number(u"minimum"_s, celsius ? -40 : 60, -zeroCelsius, maximumNumber);
+    const double maximum = section.number(u"maximum"_s, celsius ? 40 : 120, minimum, maximumNumber);
+    return {static_cast<float>(minimum), static_cast<float>(maximum)};
 }
 
 Cooler::Control readControl(Section section)
 {
     const auto value = [&section](const char *key, double fallback) {
-        return static_cast<float>(section.number(QLatin1String(key), fallback, -hottest, hottest));
+        return static_cast<float>(section.number(QLatin1String(key), fallback, -maximumNumber, maximumNumber));
     };
     const Cooler::Control control{value("kP", 1.5), value("kI", 0.25), value("kD", 0.05), value("kOff", 0)};
     section.finish();
@@ -43,32 +45,32 @@ const char *Cooler::typeName(uint8_t type) { return type < typeNames.size() ? ty
 
 Cooler::Cooler(Camera &camera, Section &section)
     : Device(camera), m_type(static_cast<Type>(section.integer(u"type"_s, LinearStirling, None, LinearStirling))),
-      m_ambient(section.number(u"ambient"_s, 296.15, 0, hottest)), m_cold(section.number(u"cold"_s, 0, 0, hottest)),
-      m_range(readRange(section, m_type)),
+      m_ambient(section.number(u"ambient"_s, 296.15, 0, maximumNumber)),
+      m_cold(section.number(u"cold"_s, 0, 0, maximumNumber)), m_range(readRange(section, m_type)),
       m_setpoint(
           static_cast<float>(std::clamp(m_type == Thermoelectric ? 10.0 : 77.0, m_range.minimum, m_range.maximum))),
-      m_coolSeconds(section.number(u"coolSeconds"_s, 30, 0.001, hottest)),
-      m_warmSeconds(section.number(u"warmSeconds"_s, 120, 0.001, hottest)),
-      m_noise(section.number(u"noise"_s, 0.02, 0, hottest)), m_control(readControl(section.section(u"control"_s))),
-      m_from(m_ambient)
+      m_coolSeconds(section.number(u"coolSeconds"_s, 30, 0.001, maximumNumber)),
+      m_warmSeconds(section.number(u"warmSeconds"_s, 120, 0.001, maximumNumber)),
+      m_noise(section.number(u"noise"_s, 0.02, 0, maximumNumber)),
+      m_control(readControl(section.section(u"control"_s))), m_startTemperature(m_ambient)
 {
-    const auto isThere = [this] { return m_type != None; };
+    const auto hasCooler = [this] { return m_type != None; };
     addSettings(section,
                 {
-                    Setting(u"kP"_s, m_control.kP, Snapshot).onlyIf(isThere),
-                    Setting(u"kI"_s, m_control.kI, Snapshot).onlyIf(isThere),
-                    Setting(u"kD"_s, m_control.kD, Snapshot).onlyIf(isThere),
-                    Setting(u"kOff"_s, m_control.kOff, Snapshot).onlyIf(isThere),
+                    Setting(u"kP"_s, m_control.kP, Snapshot).onlyIf(hasCooler),
+                    Setting(u"kI"_s, m_control.kI, Snapshot).onlyIf(hasCooler),
+                    Setting(u"kD"_s, m_control.kD, Snapshot).onlyIf(hasCooler),
+                    Setting(u"kOff"_s, m_control.kOff, Snapshot).onlyIf(hasCooler),
                     {u"setpoint"_s, m_setpoint, m_range, Profile},
                     Setting(
                         u"setpoint"_s, [this] { return m_setpoint; },
                         [this](float value) { return setSetpoint(value); }, m_range, Snapshot | OtherClient)
-                        .onlyIf(isThere),
+                        .onlyIf(hasCooler),
                     {u"power"_s, m_power, Profile},
                     Setting(
                         u"power"_s, [this] { return m_power; }, [this](bool on) { return setPower(on); },
                         Snapshot | OtherClient)
-                        .onlyIf(isThere),
+                        .onlyIf(hasCooler),
                 });
 }
 
@@ -99,7 +101,7 @@ Status Cooler::setSetpoint(float value)
         return Absent;
     if (!m_range.holds(value))
         return Refused;
-    rebase();
+    restartCurve();
     m_setpoint = value;
     remember();
     return Ok;
@@ -117,7 +119,7 @@ Status Cooler::setPower(bool on)
 {
     if (m_type == None)
         return Absent;
-    rebase();
+    restartCurve();
     m_power = on;
     remember();
     return Ok;
@@ -147,7 +149,7 @@ void Cooler::connectionChanged(bool connected)
 {
     if (connected && !m_switchedOn) {
         m_switchedOn = true;
-        m_since = Clock::now();
+        m_startTime = Clock::now();
     }
 }
 
@@ -156,16 +158,16 @@ double Cooler::setpointKelvin() const { return m_type == Thermoelectric ? m_setp
 double Cooler::temperatureNow() const
 {
     if (m_type == None || !m_switchedOn)
-        return m_from;
+        return m_startTemperature;
     const double target = m_power ? setpointKelvin() : m_ambient;
-    const double seconds = static_cast<double>(std::max<int64_t>(0, Clock::now() - m_since)) / 1000;
-    return target + (m_from - target) * std::exp(-seconds / (m_power ? m_coolSeconds : m_warmSeconds));
+    const double seconds = static_cast<double>(std::max<int64_t>(0, Clock::now() - m_startTime)) / 1000;
+    return target + (m_startTemperature - target) * std::exp(-seconds / (m_power ? m_coolSeconds : m_warmSeconds));
 }
 
-void Cooler::rebase()
+void Cooler::restartCurve()
 {
-    m_from = temperatureNow();
-    m_since = Clock::now();
+    m_startTemperature = temperatureNow();
+    m_startTime = Clock::now();
 }
 
 } // namespace emulator

@@ -7,15 +7,16 @@
 namespace emulator
 {
 
-/// The temperature of the detector, and the cooler that controls it. After the camera is switched on, the detector
-/// cools down from ambient towards the setpoint; it warms up again while the cooler's power is off. Setpoint, power and
-/// control values outlive the process; the temperature does not.
+/// The cooler of the detector, with the temperature of the detector. After the camera is switched on, the detector
+/// cools from the ambient temperature towards the setpoint. It warms up while the cooler's power is off. Setpoint,
+/// power and control parameters outlive the process; the temperature does not. Without a cooler (None) the detector has
+/// the ambient temperature, and setpoint, power and control parameters are Absent.
 class Cooler : public Device
 {
 public:
     enum Type : uint8_t { None = 0, Thermoelectric = 1, RotaryStirling = 2, LinearStirling = 3 };
 
-    /// The name of a type, null for an unknown type. Static text.
+    /// The name of a type as a static text, null for an unknown type.
     static const char *typeName(uint8_t type);
 
     /// The parameters of the control loop.
@@ -26,24 +27,26 @@ public:
         float kOff;
     };
 
-    /// Profile keys: "type"; "ambient", "cold" (the working temperature, unknown without it) in Kelvin; "setpoint",
+    /// Profile keys: "type"; "ambient" and "cold" in Kelvin (coldTemperature() is Absent without "cold"); "setpoint",
     /// "minimum", "maximum" in the unit of the setpoint; "coolSeconds", "warmSeconds" (time constants); "noise"
-    /// (Kelvin); "power"; "control" (kP, kI, kD, kOff). Settings: "setpoint", "power".
+    /// (Kelvin); "power"; "control" ("kP", "kI", "kD", "kOff"). Settings: "setpoint", "power".
     Cooler(Camera &camera, Section &section);
 
     Type type() const { return m_type; }
-    /// The temperature of the detector, Kelvin.
+    /// The temperature of the detector in Kelvin.
     float temperature() const;
-    /// The temperature, Kelvin, at and below which the detector works. Absent if it is unknown.
+    /// The temperature in Kelvin at and below which the detector counts as cold. Absent if it is unknown.
     Status coldTemperature(float &kelvin) const;
 
-    /// Celsius for a thermoelectric cooler, Kelvin for any other. Refused outside "minimum" to "maximum".
+    /// The setpoint, in Celsius for a thermoelectric cooler and in Kelvin for the others. Refused outside "minimum" to
+    /// "maximum".
     Status setpoint(float &value) const;
     Status setSetpoint(float value);
 
     Status power(bool &on) const;
     Status setPower(bool on);
 
+    /// The parameters of the control loop. Values that are not finite are refused.
     Status control(Control &values) const;
     Status setControl(const Control &values);
 
@@ -51,13 +54,15 @@ public:
 
 private:
     double setpointKelvin() const;
+    /// The temperature of the detector without noise, in Kelvin.
     double temperatureNow() const;
-    void rebase();
+    /// Lets the exponential curve start at the present temperature, before its target changes.
+    void restartCurve();
 
     Type m_type;
     double m_ambient;
-    double m_cold; ///< 0: unknown.
-    Between m_range; ///< Of the setpoint.
+    double m_cold; ///< 0 if it is unknown.
+    Between m_range; ///< The range of the setpoint.
     float m_setpoint;
     double m_coolSeconds;
     double m_warmSeconds;
@@ -65,10 +70,10 @@ private:
     bool m_power = true;
     Control m_control;
 
-    // The temperature changes exponentially from m_from since m_since, when the power or the setpoint was changed or
-    // the camera was switched on.
-    double m_from;
-    int64_t m_since = 0;
+    // The temperature changes exponentially from m_startTemperature since m_startTime. This is the time of the last
+    // change of the power or the setpoint, or the time at which the camera was switched on.
+    double m_startTemperature;
+    int64_t m_startTime = 0;
     bool m_switchedOn = false;
 };
 

@@ -10,16 +10,17 @@
 namespace emulator
 {
 
-/// The non-uniformity corrections in the camera's memory, one for each preset.
+/// The non-uniformity corrections (NUCs) that are loaded, one for each preset.
 class Corrections : public Device
 {
 public:
-    /// Knows in the profile: "names", one text for each preset that the camera has; an empty one where none is loaded.
+    /// Profile keys: "names", one text for each preset of the camera, empty for a preset without a correction.
     Corrections(Camera &camera, Section &section);
 
-    /// The name of the correction in a preset, UTF-8, empty if there is none. Refuses a preset that the camera lacks.
+    /// The name of the correction of a preset in UTF-8, empty if none is loaded. Refuses a preset that the camera
+    /// lacks.
     Status name(uint8_t preset, std::string &text) const;
-    /// Puts a correction into a preset. Refuses a preset that the camera lacks.
+    /// Loads a correction into a preset. Refuses a preset that the camera lacks.
     Status load(uint8_t preset, const QString &name);
 
 private:

@@ -10,19 +10,21 @@
 namespace emulator
 {
 
-/// The gain levels of the detector, from 0. They may have names.
+/// The gain levels of the detector. They count from 0 and may have names.
 class DetectorGain : public Device
 {
 public:
-    /// Profile keys: "levels" (how many), "names" (may be fewer), "level", "named". Settings: "level", "named".
+    /// Profile keys: "levels" (their number), "names" (may be fewer), "level", "named". Settings: "level", "named".
     DetectorGain(Camera &camera, Section &section);
 
     int levels() const { return m_levels; }
     uint8_t level() const { return m_level; }
+    /// Refuses a level that the detector lacks.
     Status setLevel(uint8_t level) { return assign(m_level, level); }
 
+    /// Whether the levels have names.
     bool named() const { return m_named; }
-    /// UTF-8. Refused for a level without a name.
+    /// The name of a level in UTF-8. Refused for a level without a name.
     Status name(uint8_t level, std::string &text) const;
 
 private:

@@ -3,29 +3,31 @@
 #include "platform/emulator/Device.h"
 
 #include <QString>
-#include <QVariantMap>
+#include <QVariant>
+
+#include <map>
 
 namespace emulator
 {
 
-/// The properties that only an emulated camera has, by their paths: "/RecordStart" and "/SSDTransfer" (bool),
+/// The properties that only emulated cameras have, by their paths: "/RecordStart" and "/SSDTransfer" (bool),
 /// "/Pattern" (int), "/BlackbodyTemp1" and "/BlackbodyTemp2" (float, Celsius) and "/ChamberProfile" (text).
 class EmulatorProperties : public Device
 {
 public:
-    /// Profile keys: the names without the slash. Settings: the paths.
+    /// Profile keys: the paths without the slash. Settings: the paths.
     EmulatorProperties(Camera &camera, Section &section);
 
-    /// False and `value` untouched: there is no such property.
+    /// Reads a property. Returns false, and does not change `value`, if the property does not exist.
     bool get(const QString &path, QVariant &value) const;
 
-    /// False: there is no such property, or the value is not of its kind. A number of another kind is taken if it fits.
+    /// Sets a property. Returns false if the property does not exist, or if its type cannot hold the value.
     bool set(const QString &path, const QVariant &value);
 
-    Refusal change(const QString &name, const QJsonValue &value) override;
-
 private:
-    QVariantMap m_values;
+    template <class T> void addProperty(Section &section, const QString &key, const T &value);
+
+    std::map<QString, QVariant> m_values; ///< By path.
 };
 
 } // namespace emulator

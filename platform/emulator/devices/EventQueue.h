@@ -9,18 +9,19 @@
 namespace emulator
 {
 
-/// What the camera has to say by itself, taken out one by one.
+/// The events of the camera, which clients read one after another.
 class EventQueue : public Device
 {
 public:
     using Device::Device;
 
-    /// The queue holds so many events; one more pushes the oldest out.
+    /// The largest number of events in the queue.
     static constexpr size_t capacity = 64;
 
+    /// Adds an event. Removes the oldest one if the queue is full.
     void push(zvtEEventType event);
 
-    /// The oldest event, or ZVT_EVENT_NONE.
+    /// Removes the oldest event and returns it. Returns ZVT_EVENT_NONE if the queue is empty.
     zvtEEventType take();
 
 private:

@@ -11,25 +11,23 @@
 namespace emulator
 {
 
-/// The calibrations that the factory has stored in the camera. Selecting one for a preset sets the integration time and
-/// loads the non-uniformity correction of the preset too.
+/// The calibrations that the factory has stored in the camera. The selection of a calibration for a preset also sets
+/// the integration time of the preset and loads its non-uniformity correction.
 class FactoryCalibrations : public Device
 {
 public:
     static constexpr int none = -1;
 
-    /// Profile keys: "names", and "integrationTimes" (ms), one for each name. Setting: "selected", the row of the
-    /// active preset, or `none`.
+    /// Profile keys: "names", and "integrationTimes" (ms), one for each name. Setting: "selected", the row that is
+    /// selected for the active preset, or `none`.
     FactoryCalibrations(Camera &camera, Section &section);
-
-    QJsonObject save() const override;
-    QStringList restore(const QJsonObject &values) override;
 
     const QStringList &names() const { return m_names; }
 
     /// The row of names() that is selected for a preset, or `none`. Refuses a preset that the camera lacks.
     Status selected(int preset, int &row) const;
-    /// Selects a row for a preset. The row after the last one means `none` and changes no other setting.
+    /// Selects a row for a preset. The row after the last one selects `none` and changes no other setting. Refuses
+    /// other rows, and a preset that the camera lacks.
     Status select(int preset, int row);
 
 private:
@@ -37,7 +35,6 @@ private:
 
     QStringList m_names;
     std::vector<double> m_integrationTimes;
-    Between m_rows{none, none};
     std::array<int, Sensor::maxPresets> m_selected;
 };
 

@@ -7,8 +7,8 @@
 namespace emulator
 {
 
-/// A turret with two optics, for a narrow and a wide field of view. Each has focus limits of its own: a turning turret
-/// moves the focus to the same relative place between the new limits.
+/// A turret with two optics, for a narrow and a wide field of view. Each field of view has its own focus limits. When
+/// the turret turns, it moves the focus to the same relative position between the new limits.
 class FieldOfView : public Device
 {
 public:
@@ -19,10 +19,11 @@ public:
 
     Field selected() const { return m_selected; }
 
-    /// Starts to turn, and moves the focus to its place between the new limits.
+    /// Selects a field of view, and starts to move the focus to its relative position between the new limits. Refuses
+    /// other values than Narrow and Wide.
     Status select(uint8_t field);
-    /// Leaves the focus alone, for a caller that moves it too.
-    Status selectAlone(uint8_t field);
+    /// The same without a move of the focus, for callers that move it themselves.
+    Status selectWithoutFocus(uint8_t field);
 
 private:
     Field m_selected = Narrow;

@@ -16,10 +16,10 @@ namespace emulator
 namespace
 {
 
-constexpr qint64 usualBlocks = 50;
-constexpr qint64 smallestBlock = 64;
-constexpr qint64 largestBlock = 65536;
-constexpr qint64 largestTransfer = std::numeric_limits<unsigned int>::max();
+constexpr qint64 typicalBlockCount = 50;
+constexpr qint64 minimumBlockSize = 64;
+constexpr qint64 maximumBlockSize = 65536;
+constexpr qint64 maximumTransferSize = std::numeric_limits<unsigned int>::max();
 
 } // namespace
 
@@ -29,10 +29,10 @@ FileTransfer::FileTransfer(Camera &camera, Section &section) : Device(camera)
                 {{QStringLiteral("bytesPerSecond"), m_bytesPerSecond, Between{1000, 1e9}, Profile | OtherClient}});
 }
 
-Status FileTransfer::upload(const QString &localPath, qint64 largest, QByteArray &content, const Progress &progress)
+Status FileTransfer::upload(const QString &localPath, qint64 maximumSize, QByteArray &content, const Progress &progress)
 {
-    // A read of anything but a plain file might never end.
-    if (const QFileInfo info(localPath); !info.isFile() || info.size() > largest)
+    // Only regular files: a read of a device file may never end.
+    if (const QFileInfo info(localPath); !info.isFile() || info.size() > maximumSize)
         return Refused;
     QFile file(localPath);
     QBuffer received;
@@ -53,32 +53,32 @@ Status FileTransfer::download(const QByteArray &content, const QString &localPat
 
 Status FileTransfer::downloadFile(const QString &cameraPath, const QString &localPath, const Progress &progress)
 {
-    // The canonical paths, so that neither dots nor links lead anywhere else.
+    // Canonical paths, so that neither ".." nor links lead out of the folder.
     const QString folder = QFileInfo(camera().folder()).canonicalFilePath() + QLatin1Char('/');
-    const QFileInfo wanted(folder + cameraPath);
-    if (!wanted.isFile() || !wanted.canonicalFilePath().startsWith(folder))
+    const QFileInfo source(folder + cameraPath);
+    if (!source.isFile() || !source.canonicalFilePath().startsWith(folder))
         return Refused;
-    QFile file(wanted.canonicalFilePath());
+    QFile file(source.canonicalFilePath());
     return copyInto(localPath, file, progress);
 }
 
 Status FileTransfer::copy(QIODevice &from, QIODevice &to, const Progress &progress)
 {
     const qint64 total = from.size();
-    if (total > largestTransfer)
+    if (total > maximumTransferSize)
         return Refused;
-    const qint64 block = std::clamp(total / usualBlocks, smallestBlock, largestBlock);
+    const qint64 block = std::clamp(total / typicalBlockCount, minimumBlockSize, maximumBlockSize);
     const auto timeFor = [speed = m_bytesPerSecond](qint64 bytes) { return bytes * 1000 / speed; };
     for (qint64 done = 0; done < total;) {
         const QByteArray bytes = from.read(std::min(block, total - done));
         if (bytes.isEmpty() || to.write(bytes) != bytes.size())
             return Refused;
-        // The time is computed from the start of the file, so that the rounding of short blocks does not add up.
+        // The time is computed from the start of the file, so that the rounding errors of short blocks do not add up.
         const qint64 before = done;
         done += bytes.size();
         if (const Status status = camera().letTimePass(timeFor(done) - timeFor(before)); status != Ok)
             return status;
-        if (const Status status = report(progress, done, total); status != Ok)
+        if (const Status status = reportProgress(progress, done, total); status != Ok)
             return status;
     }
     return Ok;
@@ -87,7 +87,7 @@ Status FileTransfer::copy(QIODevice &from, QIODevice &to, const Progress &progre
 Status FileTransfer::copyInto(const QString &localPath, QIODevice &from, const Progress &progress)
 {
     QSaveFile file(localPath);
-    // Without a name the file would be refused at the end of the transfer only.
+    // An empty path would otherwise be refused only at the end of the transfer.
     if (localPath.isEmpty() || !from.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly))
         return Refused;
     if (const Status status = copy(from, file, progress); status != Ok)
@@ -95,16 +95,16 @@ Status FileTransfer::copyInto(const QString &localPath, QIODevice &from, const P
     return file.commit() ? Ok : Refused;
 }
 
-Status FileTransfer::report(const Progress &progress, qint64 done, qint64 total)
+Status FileTransfer::reportProgress(const Progress &progress, qint64 done, qint64 total)
 {
-    int answer = 0;
+    int result = 0;
     {
         const Camera::Unlocked unlocked(camera());
-        answer = progress(static_cast<unsigned int>(done), static_cast<unsigned int>(total));
+        result = progress(static_cast<unsigned int>(done), static_cast<unsigned int>(total));
     }
     if (!camera().connected())
         return NotConnected;
-    return answer == 0 ? Ok : Stopped;
+    return result == 0 ? Ok : Stopped;
 }
 
 } // namespace emulator

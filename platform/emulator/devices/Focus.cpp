@@ -27,9 +27,9 @@ std::vector<double> distances(Section &section, const QString &key, const QList<
 
 Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum, double zoomShare)
 {
-    constexpr double usualSpeed = 5000;
+    constexpr double defaultSpeed = 5000;
     const double middle = minimum + (maximum - minimum) / 2;
-    return Motor::fromProfile(section, {minimum - zoomShare, double(maximum)}, usualSpeed,
+    return Motor::fromProfile(section, {minimum - zoomShare, double(maximum)}, defaultSpeed,
                               {double(minimum), double(maximum)}, middle);
 }
 
@@ -41,7 +41,7 @@ Focus::Focus(Camera &camera, Section &section)
       m_descending(section.flag(u"descending"_s, false)), m_near{m_descending ? m_maximum : m_minimum},
       m_percent(section.flag(u"percent"_s, false)), m_nearest(distances(section, u"nearest"_s, {5.0, 0.5})),
       m_farthest(distances(section, u"farthest"_s, {5000.0, 500.0})),
-      m_zoomShare(section.integer(u"zoomShare"_s, 0, 0, Motor::mostCounts)),
+      m_zoomShare(section.integer(u"zoomShare"_s, 0, 0, Motor::maximumCounts)),
       m_motor(makeMotor(section, m_minimum, m_maximum, m_zoomShare))
 {
     readSettings(section);
@@ -49,35 +49,35 @@ Focus::Focus(Camera &camera, Section &section)
 
 void Focus::readSettings(Section &section)
 {
-    const Between range{double(m_minimum), double(m_maximum)};
-    const auto sized
-        = [](bool right) { return right ? Refusal() : u"must have one entry, or one for each field of view"_s; };
-    const auto oneOrTwo = [sized](const Counts &list) { return sized(list.size() == 1 || list.size() == 2); };
-    const auto asNear = [this, sized](const Counts &list) { return sized(list.size() == m_near.size()); };
+    const auto checkSize
+        = [](bool isValid) { return isValid ? Refusal() : u"must have one entry, or one for each field of view"_s; };
+    const auto oneOrTwo = [checkSize](const Counts &list) { return checkSize(list.size() == 1 || list.size() == 2); };
+    const auto sameSizeAsNear
+        = [this, checkSize](const Counts &list) { return checkSize(list.size() == m_near.size()); };
 
-    // The near limits of the profile decide how many fields the lens has.
-    addSettings(section, {{u"near"_s, m_near, {range, oneOrTwo}, Profile}});
+    // The number of near limits in the profile is the number of fields of the lens.
+    addSettings(section, {{u"near"_s, m_near, {range(), oneOrTwo}, Profile}});
     m_far.assign(m_near.size(), m_descending ? m_minimum : m_maximum);
     m_increments.assign(m_near.size(), 90);
     addSettings(section,
                 {
-                    {u"near"_s, m_near, {range, asNear}, Snapshot | OtherClient},
-                    {u"far"_s, m_far, {range, asNear}, Everywhere},
-                    {u"increments"_s, m_increments, {Between{0, Motor::mostCounts}, asNear}, Everywhere},
+                    {u"near"_s, m_near, {range(), sameSizeAsNear}, Snapshot | OtherClient},
+                    {u"far"_s, m_far, {range(), sameSizeAsNear}, Everywhere},
+                    {u"increments"_s, m_increments, {Between{0, Motor::maximumCounts}, sameSizeAsNear}, Everywhere},
                     {u"slowBySteps"_s, m_slowBySteps, Everywhere},
                     {u"manual"_s, [this] { return m_manual; }, [this](bool manual) { return setManual(manual); },
                      Profile | OtherClient},
-                    {u"position"_s, [this] { return position(); }, [this](uint32_t place) { return takeTo(place); },
-                     range, OtherClient},
+                    {u"position"_s, [this] { return position(); },
+                     [this](uint32_t position) { return changePosition(position); }, range(), OtherClient},
                     {u"withoutZoom"_s, [this] { return m_motor.restingPosition(); },
-                     [this](double rest) { return restoreRest(rest); }, Between{m_minimum - m_zoomShare, range.maximum},
-                     Snapshot},
+                     [this](double position) { return restoreMotorPosition(position); },
+                     Between{m_minimum - m_zoomShare, range().maximum}, Snapshot},
                 });
 }
 
 uint32_t Focus::position() const
 {
-    return static_cast<uint32_t>(std::llround(within(m_motor.position() + zoomShare())));
+    return static_cast<uint32_t>(std::llround(clampedToRange(m_motor.position() + zoomShare())));
 }
 
 uint8_t Focus::presentField() const
@@ -127,18 +127,18 @@ Status Focus::increment(uint8_t field, uint32_t &counts) const
     return Ok;
 }
 
-Status Focus::move(int32_t speed) { return movePart(Motor::speedFractionOfStep(speed)); }
+Status Focus::move(int32_t speed) { return moveBySpeed(Motor::speedFractionOfStep(speed)); }
 
 Status Focus::movePercent(float percent)
 {
-    return m_percent ? movePart(Motor::speedFractionOfPercent(percent)) : Absent;
+    return m_percent ? moveBySpeed(Motor::speedFractionOfPercent(percent)) : Absent;
 }
 
 Status Focus::moveTo(uint32_t position)
 {
-    if (m_manual || position < m_minimum || position > m_maximum)
+    if (m_manual || !range().holds(position))
         return Refused;
-    m_motor.travelTo(position - restingZoomShare());
+    m_motor.moveTo(position - restingZoomShare());
     return Ok;
 }
 
@@ -157,13 +157,15 @@ double Focus::farthest() const { return std::max(nearest(), std::lerp(m_farthest
 uint32_t Focus::positionFor(double metres) const
 {
     // The position follows the reciprocal of the distance.
-    const double closest = 1 / nearest();
-    const double range = closest - 1 / farthest();
-    const double place = range > 0 ? (closest - 1 / std::clamp(metres, nearest(), farthest())) / range : 0;
-    return static_cast<uint32_t>(std::llround(std::lerp(presentLimit(Near), presentLimit(Far), place)));
+    const double nearestReciprocal = 1 / nearest();
+    const double reciprocalRange = nearestReciprocal - 1 / farthest();
+    const double fraction = reciprocalRange > 0
+        ? (nearestReciprocal - 1 / std::clamp(metres, nearest(), farthest())) / reciprocalRange
+        : 0;
+    return static_cast<uint32_t>(std::llround(std::lerp(presentLimit(Near), presentLimit(Far), fraction)));
 }
 
-double Focus::placeBetweenLimits() const
+double Focus::relativePosition() const
 {
     const double near = presentLimit(Near);
     const double far = presentLimit(Far);
@@ -172,10 +174,10 @@ double Focus::placeBetweenLimits() const
     return std::clamp((m_motor.restingPosition() + restingZoomShare() - near) / (far - near), 0.0, 1.0);
 }
 
-void Focus::carryBetweenLimits(double place, double seconds)
+void Focus::moveToRelativePosition(double fraction, double seconds)
 {
-    const double position = std::round(std::lerp(presentLimit(Near), presentLimit(Far), place));
-    m_motor.travelTo(position - restingZoomShare(), seconds);
+    const double position = std::round(std::lerp(presentLimit(Near), presentLimit(Far), fraction));
+    m_motor.moveTo(position - restingZoomShare(), seconds);
 }
 
 void Focus::connectionChanged(bool connected)
@@ -186,25 +188,25 @@ void Focus::connectionChanged(bool connected)
 
 uint32_t Focus::presentLimit(End end) const { return (end == Near ? m_near : m_far)[indexOf(presentField())]; }
 
-Status Focus::movePart(std::optional<double> part)
+Status Focus::moveBySpeed(std::optional<double> fraction)
 {
-    if (m_manual || !part)
+    if (m_manual || !fraction)
         return Refused;
-    const double limit = presentLimit(*part < 0 ? Near : Far) - restingZoomShare();
-    m_motor.move(m_descending ? -*part : *part, limit);
+    const double limit = presentLimit(*fraction < 0 ? Near : Far) - restingZoomShare();
+    m_motor.moveBySpeed(m_descending ? -*fraction : *fraction, limit);
     return Ok;
 }
 
 Status Focus::setManual(bool manual)
 {
     if (manual && !m_manual)
-        m_motor.move(0, 0);
+        m_motor.moveBySpeed(0, 0);
     m_manual = manual;
     return Ok;
 }
 
-/// Another client moves the focus, or the operator's hand does.
-Status Focus::takeTo(uint32_t position)
+/// Another client moves the focus, or turns it by hand.
+Status Focus::changePosition(uint32_t position)
 {
     if (!m_manual)
         return moveTo(position);
@@ -212,13 +214,13 @@ Status Focus::takeTo(uint32_t position)
     return Ok;
 }
 
-Status Focus::restoreRest(double position)
+Status Focus::restoreMotorPosition(double position)
 {
-    // While the camera is off, the lens does not move.
+    // The lens does not move while the camera is off.
     if (!camera().connected())
         m_motor.setPosition(position);
     else if (!m_manual)
-        m_motor.travelTo(position);
+        m_motor.moveTo(position);
     return Ok;
 }
 
@@ -241,6 +243,9 @@ double Focus::restingZoomShare() const
     return zoom ? m_zoomShare * zoom->restingNarrowness() * zoom->restingNarrowness() : 0;
 }
 
-double Focus::within(double position) const { return std::clamp(position, double(m_minimum), double(m_maximum)); }
+double Focus::clampedToRange(double position) const
+{
+    return std::clamp(position, double(m_minimum), double(m_maximum));
+}
 
 } // namespace emulator

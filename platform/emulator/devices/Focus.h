@@ -4,72 +4,79 @@
 #include "platform/emulator/devices/Motor.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace emulator
 {
 
 /// The focus of the lens. Its encoder counts up from near to far, or from far to near. A lens with discrete fields of
-/// view has limits for each of them, 0 narrow and 1 wide; any other lens has one pair of limits, as field 2. A move by
-/// speed ends at a limit of the present field and coasts a little, but never out of the range. The zoom changes the
-/// position by some counts, because no real lens holds its focus perfectly.
+/// view has focus limits for each of them, 0 narrow and 1 wide; any other lens has one pair of limits, as field 2. A
+/// move by speed ends at a limit of the present field and coasts a little, but not out of the range. The zoom adds some
+/// counts to the position, because no real lens keeps its focus exactly. Positions are encoder counts.
 class Focus : public Device
 {
 public:
     enum End { Near, Far };
 
-    /// Profile keys: "minimum", "maximum" (the range), "descending" (far is at the minimum), "near", "far" (the limits:
-    /// lists with one entry, or with those of both fields), "position", "zoomShare" (counts that the whole zoom adds)
-    /// and "increments" (the step of a slow move, for each field) in encoder counts; "countsPerSecond",
-    /// "slowingSeconds"; "percent" (takes percentages of its speed), "slowBySteps", "manual"; "nearest", "farthest"
-    /// (limits of the distance in metres: lists for the narrow and the wide view).
+    /// Profile keys: "minimum", "maximum" (the range), "descending" (far is at the minimum), "near", "far" (the limits,
+    /// lists of one entry or of one for each field), "position", "zoomShare" (the counts that the narrowest zoom adds)
+    /// and "increments" (the step of a slow move, a list like "near"), all in encoder counts; "countsPerSecond" (full
+    /// speed), "slowingSeconds"; "percent" (the focus moves by percentages of its speed), "slowBySteps", "manual";
+    /// "nearest", "farthest" (distances in metres, lists for the narrow and the wide view).
     ///
-    /// Settings: "position" (starts a move, or is set by hand), "manual", "slowBySteps", and as lists like in the
-    /// profile "near", "far", "increments".
+    /// Settings: "position" (starts a move, or turns the focus by hand if "manual" is true), "manual", "slowBySteps",
+    /// and as lists like in the profile "near", "far", "increments".
     Focus(Camera &camera, Section &section);
 
     uint32_t minimum() const { return m_minimum; }
     uint32_t maximum() const { return m_maximum; }
+    /// True: the encoder counts up from far to near.
     bool descending() const { return m_descending; }
     uint32_t position() const;
-    /// 2 on a lens without discrete fields of view.
+    /// The field of view whose limits are in use: 0 or 1, or 2 on a lens without discrete fields of view.
     uint8_t presentField() const;
     bool hasField(uint8_t field) const;
+    /// The limit of a field. Refuses a field that the lens lacks, as the following functions do.
     Status limit(End end, uint8_t field, uint32_t &position) const;
-    /// Refused outside the range. Near may be beyond far, as it is between two calls that set one limit after the
+    /// Sets a limit of a field. Refused outside the range. Near may be beyond far, since one limit is set after the
     /// other.
     Status setLimit(End end, uint8_t field, uint32_t position);
 
-    /// The focus is turned by hand at the lens: the motor refuses commands.
+    /// True: the focus is turned by hand at the lens, and moves are refused.
     bool manual() const { return m_manual; }
+    /// Whether movePercent() is available.
     bool movesByPercent() const { return m_percent; }
-    /// 0: slow moves are made of steps of position.
+    /// How slow moves are made in a field: 0 by steps of position, 1 by speed.
     Status slowControl(uint8_t field, uint8_t &control) const;
+    /// The step of a slow move in a field.
     Status increment(uint8_t field, uint32_t &counts) const;
 
-    /// Starts a move with a speed -3 to 3, positive to far; 0 stops.
+    /// Starts a move with a speed from -3 to 3. Positive speeds move to far; 0 stops the move. Refuses other speeds.
     Status move(int32_t speed);
-    /// Starts a move with -100 to 100 percent of the speed; 0 stops.
+    /// Starts a move with -100 to 100 percent of the full speed. 0 stops the move. Absent if the focus lacks this.
     Status movePercent(float percent);
-    /// Starts a move to a position in the range.
+    /// Starts a move to a position. Refused outside the range.
     Status moveTo(uint32_t position);
-    /// Moves to a position, and returns when it is reached.
+    /// Moves to a position, and returns when the focus is at rest. Refused like moveTo() and awaitRest().
     Status goTo(uint32_t position);
-    /// Moves to a limit of the present field, and returns when it is reached.
+    /// Moves to a limit of the present field, and returns when the focus is at rest.
     Status goToEnd(End end);
-    /// Returns when the focus is at rest.
+    /// Returns when the focus is at rest. Refused if another command replaces the present one meanwhile.
     Status awaitRest() const { return m_motor.awaitRest(camera()); }
 
-    /// The nearest and the farthest distance that it can focus to with the present zoom, metres.
+    /// The nearest and the farthest distance at which objects are sharp with the present zoom or field, in metres.
     double nearest() const;
     double farthest() const;
-    /// The position in which objects at a distance are sharp; for a distance out of reach, that of the nearest limit.
+    /// The position in which objects at a distance (metres) are sharp. A distance beyond a limit has the position of
+    /// this limit.
     uint32_t positionFor(double metres) const;
 
-    /// Its relative place between the limits of the present field when it is at rest, 0 near to 1 far.
-    double placeBetweenLimits() const;
-    /// Starts a move to a relative place, as a turning turret does, also while the focus is turned by hand.
-    void carryBetweenLimits(double place, double seconds);
+    /// The position after the present move, relative to the limits of the present field: 0 near to 1 far.
+    double relativePosition() const;
+    /// Starts a move to a relative position (0 near to 1 far), as a turning turret does. Not refused while the focus is
+    /// turned by hand.
+    void moveToRelativePosition(double fraction, double seconds);
 
     void connectionChanged(bool connected) override;
 
@@ -77,17 +84,21 @@ private:
     /// Encoder counts: one entry, or one for each field of view.
     using Counts = std::vector<uint32_t>;
 
+    Between range() const { return {double(m_minimum), double(m_maximum)}; }
     size_t indexOf(uint8_t field) const { return m_near.size() == 1 ? 0 : field; }
     uint32_t presentLimit(End end) const;
-    Status movePart(std::optional<double> part);
+    /// Starts a move with a fraction of the full speed, -1 to 1, positive to far. Refuses an empty fraction.
+    Status moveBySpeed(std::optional<double> fraction);
     Status setManual(bool manual);
-    Status takeTo(uint32_t position);
-    Status restoreRest(double position);
+    Status changePosition(uint32_t position);
+    Status restoreMotorPosition(double position);
     void readSettings(Section &section);
+    /// How narrow the view is, from 0 (widest) to 1.
     double narrowness() const;
+    /// The counts that the zoom adds to the position: now, and after its present move.
     double zoomShare() const;
     double restingZoomShare() const;
-    double within(double position) const;
+    double clampedToRange(double position) const;
 
     uint32_t m_minimum;
     uint32_t m_maximum;
@@ -101,7 +112,7 @@ private:
     std::vector<double> m_nearest;
     std::vector<double> m_farthest;
     double m_zoomShare;
-    Motor m_motor; ///< Its encoder has the position without the zoom's share.
+    Motor m_motor; ///< Its position does not contain the counts that the zoom adds.
 };
 
 } // namespace emulator

@@ -7,13 +7,14 @@
 namespace emulator
 {
 
-/// Counts the time in use: the time during which the camera is connected. Outlives the process.
+/// Counts the time in use, which is the time during which the camera is connected. It outlives the process.
 class HourMeter : public Device
 {
 public:
     /// Profile key: "minutes", the time in use of a new camera.
     HourMeter(Camera &camera, Section &section);
 
+    /// The time in use in whole minutes.
     uint32_t minutes() const;
 
     QJsonObject save() const override;
@@ -21,10 +22,10 @@ public:
     void connectionChanged(bool connected) override;
 
 private:
-    int64_t total() const;
+    int64_t totalMilliseconds() const;
 
-    int64_t m_milliseconds; ///< Up to m_since.
-    int64_t m_since = 0;
+    int64_t m_milliseconds; ///< The time in use until m_countedUntil.
+    int64_t m_countedUntil = 0;
     bool m_running = false;
 };
 

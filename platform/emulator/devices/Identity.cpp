@@ -5,80 +5,51 @@
 namespace emulator
 {
 
-namespace
-{
+using namespace Qt::StringLiterals;
 
-constexpr size_t longestText = 255;
-
-bool isStorable(const std::string &text)
+Identity::Identity(Camera &camera) : Device(camera)
 {
-    return text.size() <= longestText && QString::fromStdString(text).toStdString() == text;
+    const auto notTooLong
+        = [](const std::string &text) { return text.size() <= 255 ? Refusal() : u"must have at most 255 bytes"_s; };
+    const auto keep = [this] { remember(); };
+    readProfile();
+    addSettings({
+        Setting(u"model"_s, m_model, notTooLong, Snapshot | OtherClient).then(keep),
+        Setting(u"serial"_s, m_serial, notTooLong, Snapshot | OtherClient).then(keep),
+        Setting(u"type"_s, m_type, Snapshot | OtherClient).then(keep),
+        Setting(u"subtype"_s, m_subtype, Snapshot | OtherClient).then(keep),
+        Setting(u"pleora"_s, m_pleoraBoard, Snapshot | OtherClient).then(keep),
+    });
 }
-
-} // namespace
-
-Identity::Identity(Camera &camera) : Device(camera), m_values(camera.profile().identity()) { }
 
 QJsonObject Identity::save() const
 {
-    QJsonObject changed;
-    for (auto value = m_values.begin(); value != m_values.end(); ++value)
-        if (camera().profile().identity().value(value.key()) != value.value())
-            changed[value.key()] = value.value();
+    QJsonObject changed = Device::save();
+    for (const QString &key : changed.keys())
+        if (changed.value(key) == camera().profile().identity().value(key))
+            changed.remove(key);
     return changed;
 }
 
 QStringList Identity::restore(const QJsonObject &values)
 {
-    QStringList refused;
-    m_values = camera().profile().identity();
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        const Refusal refusal = change(value.key(), value.value());
-        if (!refusal.isEmpty() && m_values.contains(value.key()))
-            refused.append(value.key() + QStringLiteral(": ") + refusal);
-    }
-    return refused;
+    readProfile();
+    return Device::restore(values);
 }
 
-Refusal Identity::change(const QString &name, const QJsonValue &value)
+void Identity::readProfile()
 {
-    const QByteArray key = name.toLatin1();
-    if (key == "model" || key == "serial") {
-        QString text;
-        const Refusal refusal = parse(value, text);
-        return refusal.isEmpty() && storeText(key, text.toStdString()) != Ok ? refusedByTheCamera() : refusal;
-    }
-    if (key != "type" && key != "subtype" && key != "pleora")
-        return noSuchSetting();
-    uint8_t number = 0;
-    const Refusal refusal = parse(value, number);
-    if (refusal.isEmpty())
-        store(key, number);
-    return refusal;
-}
-
-uint8_t Identity::number(const char *key) const
-{
-    return static_cast<uint8_t>(m_values.value(QLatin1String(key)).toInt());
-}
-
-std::string Identity::text(const char *key) const
-{
-    return m_values.value(QLatin1String(key)).toString().toStdString();
-}
-
-void Identity::store(const char *key, const QJsonValue &value)
-{
-    m_values[QLatin1String(key)] = value;
-    remember();
-}
-
-Status Identity::storeText(const char *key, const std::string &text)
-{
-    if (!isStorable(text))
-        return Refused;
-    store(key, QString::fromStdString(text));
-    return Ok;
+    const QJsonObject &values = camera().profile().identity();
+    const auto number = [&values](const QString &key) { return static_cast<uint8_t>(values.value(key).toInt()); };
+    m_board = number(u"boardSet"_s);
+    m_type = number(u"type"_s);
+    m_subtype = number(u"subtype"_s);
+    m_detector = number(u"detector"_s);
+    m_readout = number(u"readout"_s);
+    m_variant = number(u"variant"_s);
+    m_pleoraBoard = number(u"pleora"_s);
+    m_model = values.value(u"model"_s).toString().toStdString();
+    m_serial = values.value(u"serial"_s).toString().toStdString();
 }
 
 } // namespace emulator

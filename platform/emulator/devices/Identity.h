@@ -8,44 +8,47 @@
 namespace emulator
 {
 
-/// The identity of the camera. The numbers are indices into tables of the SDK; the camera takes all of them, since new
-/// boards and cameras are released before the tables contain them. Texts are UTF-8. Changes outlive the process.
+/// The identity of the camera. The numbers are indices into tables of the SDK. The camera accepts every number, since
+/// new boards and cameras are released before the tables contain them. Texts are UTF-8. Changes outlive the process.
 class Identity : public Device
 {
 public:
-    /// Starts with the values of the camera's profile.
+    /// Starts with the identity in the camera's profile. Settings: "model", "serial", "type", "subtype", "pleora".
     explicit Identity(Camera &camera);
 
-    uint8_t board() const { return number("boardSet"); }
-    uint8_t type() const { return number("type"); }
-    uint8_t subtype() const { return number("subtype"); }
-    uint8_t detector() const { return number("detector"); }
-    uint8_t readout() const { return number("readout"); }
-    uint8_t variant() const { return number("variant"); }
-    uint8_t pleoraBoard() const { return number("pleora"); }
-    std::string model() const { return text("model"); }
-    std::string serial() const { return text("serial"); }
+    uint8_t board() const { return m_board; }
+    uint8_t type() const { return m_type; }
+    uint8_t subtype() const { return m_subtype; }
+    uint8_t detector() const { return m_detector; }
+    uint8_t readout() const { return m_readout; }
+    uint8_t variant() const { return m_variant; }
+    uint8_t pleoraBoard() const { return m_pleoraBoard; }
+    const std::string &model() const { return m_model; }
+    const std::string &serial() const { return m_serial; }
 
-    void setType(uint8_t value) { store("type", value); }
-    void setSubtype(uint8_t value) { store("subtype", value); }
-    void setPleoraBoard(uint8_t value) { store("pleora", value); }
-    /// Refuses a text that is longer than 255 bytes or is not UTF-8, as setSerial() does.
-    Status setModel(const std::string &text) { return storeText("model", text); }
-    Status setSerial(const std::string &text) { return storeText("serial", text); }
+    Status setType(uint8_t value) { return assign(m_type, value); }
+    Status setSubtype(uint8_t value) { return assign(m_subtype, value); }
+    Status setPleoraBoard(uint8_t value) { return assign(m_pleoraBoard, value); }
+    /// Sets the model and the serial number. Refuses a text that is longer than 255 bytes or is not UTF-8.
+    Status setModel(const std::string &text) { return assign(m_model, text); }
+    Status setSerial(const std::string &text) { return assign(m_serial, text); }
 
     /// Only the values that differ from the profile.
     QJsonObject save() const override;
     QStringList restore(const QJsonObject &values) override;
-    /// Settings: "model", "serial", "type", "subtype", "pleora".
-    Refusal change(const QString &name, const QJsonValue &value) override;
 
 private:
-    uint8_t number(const char *key) const;
-    std::string text(const char *key) const;
-    void store(const char *key, const QJsonValue &value);
-    Status storeText(const char *key, const std::string &text);
+    void readProfile();
 
-    QJsonObject m_values;
+    uint8_t m_board = 0;
+    uint8_t m_type = 0;
+    uint8_t m_subtype = 0;
+    uint8_t m_detector = 0;
+    uint8_t m_readout = 0;
+    uint8_t m_variant = 0;
+    uint8_t m_pleoraBoard = 0;
+    std::string m_model;
+    std::string m_serial;
 };
 
 } // namespace emulator

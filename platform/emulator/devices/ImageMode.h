@@ -5,7 +5,7 @@
 namespace emulator
 {
 
-/// How the detector is read: mirrored or not, and with high sensitivity if the camera has that mode.
+/// The orientation of the image, and the high sensitivity mode (HSM) if the camera has it.
 class ImageMode : public Device
 {
 public:
@@ -18,7 +18,7 @@ public:
     Status setInverted(bool inverted) { return assign(m_inverted, inverted); }
 
     bool hsmAvailable() const { return m_hsmAvailable; }
-    /// Reading and setting it are refused while the high sensitivity mode is not available.
+    /// Whether the high sensitivity mode is on. Reading and setting are refused while it is not available.
     Status hsmEnabled(bool &enabled) const { return fetch(m_hsmEnabled, enabled); }
     Status setHsmEnabled(bool enabled) { return assign(m_hsmEnabled, enabled); }
 

@@ -9,13 +9,14 @@
 namespace emulator
 {
 
-/// What a camera tells about itself beside its identity: names and values for the operator to read, in UTF-8.
+/// Additional information about a camera for the operator, as names with values in UTF-8.
 class Information : public Device
 {
 public:
+    /// A name and its value.
     using Row = std::pair<std::string, std::string>;
 
-    /// Knows in the profile: "rows", a list of texts like "Firmware Version: 3.2.1".
+    /// Profile keys: "rows", a list of texts like "Firmware Version: 3.2.1".
     Information(Camera &camera, Section &section);
 
     const std::vector<Row> &rows() const { return m_rows; }

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// How often a move checks whether the camera is still connected.
-constexpr int64_t lookMilliseconds = 50;
+// The interval of the checks whether the camera is still connected.
+constexpr int64_t checkIntervalMilliseconds = 50;
 
 } // namespace
 
@@ -39,7 +39,7 @@ Status LensCover::moveTo(uint8_t state)
     start(static_cast<State>(state));
     const int64_t arrival = m_arrival;
     while (Clock::now() < arrival) {
-        const Status status = camera().letTimePass(std::min(arrival - Clock::now(), lookMilliseconds));
+        const Status status = camera().letTimePass(std::min(arrival - Clock::now(), checkIntervalMilliseconds));
         if (status != Ok)
             return status;
         if (m_target != state)
@@ -51,7 +51,7 @@ Status LensCover::moveTo(uint8_t state)
 QStringList LensCover::restore(const QJsonObject &values)
 {
     const QStringList refused = Device::restore(values);
-    // While the camera is off, the cover does not move.
+    // The cover does not move while the camera is off.
     if (!camera().connected())
         m_arrival = 0;
     return refused;

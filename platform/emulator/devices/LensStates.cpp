@@ -10,6 +10,7 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -26,10 +27,10 @@ const auto focusKey = QStringLiteral("focus");
 const auto zoomKey = QStringLiteral("zoom");
 const auto fieldOfViewKey = QStringLiteral("fieldOfView");
 
-/// Reads the position of a part of the lens in a state. Returns false if there is none in the range of the part.
-bool findPlace(const QJsonObject &state, const QString &key, uint32_t minimum, uint32_t maximum, uint32_t &place)
+/// Reads a position from a state. Returns false if it is missing or out of range.
+bool readPosition(const QJsonObject &state, const QString &key, uint32_t minimum, uint32_t maximum, uint32_t &position)
 {
-    return parse(state.value(key), place, {double(minimum), double(maximum)}).isEmpty();
+    return parse(state.value(key), position, {double(minimum), double(maximum)}).isEmpty();
 }
 
 } // namespace
@@ -80,35 +81,36 @@ Status LensStates::load(const std::string &name)
     auto *const turret = camera().device<FieldOfView>();
     auto *const zoom = camera().device<Zoom>();
     auto *const focus = camera().device<Focus>();
-    // Where each of them is to go; one that the lens lacks goes nowhere.
+    // The target positions. Those of devices that the lens lacks are not used.
     uint32_t field = 0;
-    uint32_t zoomPlace = 0;
-    uint32_t focusPlace = 0;
-    if (path.isEmpty() || (turret && !findPlace(state, fieldOfViewKey, FieldOfView::Narrow, FieldOfView::Wide, field))
-        || (zoom && !findPlace(state, zoomKey, zoom->minimum(), zoom->maximum(), zoomPlace))
-        || (focus && !findPlace(state, focusKey, focus->minimum(), focus->maximum(), focusPlace))
+    uint32_t zoomPosition = 0;
+    uint32_t focusPosition = 0;
+    if (path.isEmpty()
+        || (turret && !readPosition(state, fieldOfViewKey, FieldOfView::Narrow, FieldOfView::Wide, field))
+        || (zoom && !readPosition(state, zoomKey, zoom->minimum(), zoom->maximum(), zoomPosition))
+        || (focus && !readPosition(state, focusKey, focus->minimum(), focus->maximum(), focusPosition))
         || (focus && focus->manual()))
         return Refused;
 
     if (turret)
-        turret->selectAlone(static_cast<uint8_t>(field));
+        turret->selectWithoutFocus(static_cast<uint8_t>(field));
     if (zoom)
-        zoom->moveTo(zoomPlace);
-    // After the zoom, which would take it along.
+        zoom->moveTo(zoomPosition);
+    // After the zoom, since the target of the focus depends on that of the zoom.
     if (focus)
-        focus->moveTo(focusPlace);
-    const Status zoomed = zoom ? zoom->awaitRest() : Ok;
-    if (const Status focused = focus ? focus->awaitRest() : Ok; zoomed != Ok || focused != Ok)
-        return zoomed != Ok ? zoomed : focused;
-    // Somebody may have sent one of them elsewhere while the other was waited for.
-    return (!zoom || zoom->position() == zoomPlace) && (!focus || focus->position() == focusPlace) ? Ok : Refused;
+        focus->moveTo(focusPosition);
+    const Status zoomStatus = zoom ? zoom->awaitRest() : Ok;
+    if (const Status focusStatus = focus ? focus->awaitRest() : Ok; zoomStatus != Ok || focusStatus != Ok)
+        return zoomStatus != Ok ? zoomStatus : focusStatus;
+    // Another command may have moved one of them while this call waited for the other.
+    return (!zoom || zoom->position() == zoomPosition) && (!focus || focus->position() == focusPosition) ? Ok : Refused;
 }
 
 Status LensStates::rename(const std::string &oldName, const std::string &newName) const
 {
     const QString from = pathOf(oldName);
     const QString to = pathOf(newName);
-    // QFile::rename() does not go over a file that is there.
+    // QFile::rename() does not replace a file.
     return !from.isEmpty() && !to.isEmpty() && QFile::rename(from, to) ? Ok : Refused;
 }
 

@@ -9,8 +9,8 @@
 namespace emulator
 {
 
-/// Named places of the lens: its field of view, zoom and focus, each in a file NAME.lens of the camera's folder "lens".
-/// Names are those of states, in UTF-8; other names are refused, and so are files that are not what they should be.
+/// The lens states: named positions of field of view, zoom and focus. Each is a file NAME.lens in the folder "lens" of
+/// the camera. Names are UTF-8 and follow isStateName(). Other names and files that are not valid are refused.
 class LensStates : public Device
 {
 public:
@@ -22,19 +22,22 @@ public:
 
     LensStates(Camera &camera, Section &) : Device(camera) { }
 
-    /// In the order of their names.
+    /// All lens states, sorted by name.
     std::vector<Entry> list() const;
 
-    /// Writes where the lens is, over a state of that name.
+    /// Saves the present positions of the lens. Replaces a state of the same name.
     Status saveAs(const std::string &name) const;
-    /// Sends the lens there, and ends when it stands. Nothing moves if a part of it could not.
+    /// Moves the lens to the positions of a state, and returns when it is at rest. Refused, without any move, if a
+    /// position is missing or out of range or the focus is turned by hand. Refused if other commands move the lens
+    /// meanwhile.
     Status load(const std::string &name);
-    /// Refused if there is no such state, or one of the new name.
+    /// Refused if the state does not exist, or if a state has the new name.
     Status rename(const std::string &oldName, const std::string &newName) const;
+    /// Refused if the state does not exist.
     Status remove(const std::string &name) const;
 
 private:
-    /// Empty for a name that no state can have.
+    /// Returns an empty path for a name that is not valid.
     QString pathOf(const std::string &name) const;
     QString folder() const;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
+#include "platform/emulator/Section.h"
 
 #include <algorithm>
 #include <array>
@@ -13,10 +14,10 @@ namespace emulator
 namespace
 {
 
-// How often a move checks whether another command has replaced it and whether the camera is still connected.
-constexpr int64_t lookMilliseconds = 50;
+// The interval of the checks whether another command has replaced a move and whether the camera is still connected.
+constexpr int64_t checkIntervalMilliseconds = 50;
 
-// The speeds of an operator's buttons, as fractions of the full speed.
+// The speed steps 0 to 3, as fractions of the full speed.
 constexpr std::array stepFractions{0.0, 0.1, 0.4, 1.0};
 
 } // namespace
@@ -24,17 +25,19 @@ constexpr std::array stepFractions{0.0, 0.1, 0.4, 1.0};
 uint32_t Motor::counts(Section &section, const QString &key, uint32_t fallback, uint32_t minimum)
 {
     return static_cast<uint32_t>(
-        section.integer(key, static_cast<int>(fallback), static_cast<int>(minimum), mostCounts));
+        section.integer(key, static_cast<int>(fallback), static_cast<int>(minimum), maximumCounts));
 }
 
-Motor Motor::fromProfile(Section &section, Range stops, double usualSpeed, Range range, double usualPosition)
+Motor Motor::fromProfile(Section &section, Range stops, double defaultSpeed, Range positionRange,
+                         double defaultPosition)
 {
-    constexpr double fastestOfAll = 1e12;
-    const double fastest = section.number(QStringLiteral("countsPerSecond"), usualSpeed, 1, fastestOfAll);
-    const double slowing = section.number(QStringLiteral("slowingSeconds"), 0.1, 0, 10);
-    const double position = section.integer(QStringLiteral("position"), static_cast<int>(usualPosition),
-                                            static_cast<int>(range.minimum), static_cast<int>(range.maximum));
-    return {stops, fastest, slowing, position};
+    constexpr double highestSpeed = 1e12;
+    const double fullSpeed = section.number(QStringLiteral("countsPerSecond"), defaultSpeed, 1, highestSpeed);
+    const double slowingSeconds = section.number(QStringLiteral("slowingSeconds"), 0.1, 0, 10);
+    const double position
+        = section.integer(QStringLiteral("position"), static_cast<int>(defaultPosition),
+                          static_cast<int>(positionRange.minimum), static_cast<int>(positionRange.maximum));
+    return {stops, fullSpeed, slowingSeconds, position};
 }
 
 std::optional<double> Motor::speedFractionOfStep(int32_t step)
@@ -52,57 +55,59 @@ std::optional<double> Motor::speedFractionOfPercent(float percent)
     return percent / 100.0;
 }
 
-Motor::Motor(Range stops, double fastest, double slowingSeconds, double position)
-    : m_stops(stops), m_fastest(fastest), m_slowingSeconds(slowingSeconds), m_from(clampedToStops(position)),
-      m_since(Clock::now())
+Motor::Motor(Range stops, double fullSpeed, double slowingSeconds, double position)
+    : m_stops(stops), m_fullSpeed(fullSpeed), m_slowingSeconds(slowingSeconds),
+      m_startPosition(clampedToStops(position)), m_startTime(Clock::now())
 {
 }
 
 double Motor::position() const
 {
-    if (m_goal && !moving())
-        return *m_goal;
-    const double run = std::min(elapsed(), m_runSeconds);
-    const double slowed = std::clamp(elapsed() - m_runSeconds, 0.0, slowing());
-    const double coasted = slowed > 0 ? m_velocity * slowed * (1 - slowed / (2 * slowing())) : 0;
-    return clampedToStops(m_from + m_velocity * run + coasted);
+    if (m_target && !moving())
+        return *m_target;
+    const double runSeconds = std::min(elapsed(), m_runSeconds);
+    const double slowedSeconds = std::clamp(elapsed() - m_runSeconds, 0.0, slowingSecondsOfMove());
+    const double coastedCounts
+        = slowedSeconds > 0 ? m_velocity * slowedSeconds * (1 - slowedSeconds / (2 * slowingSecondsOfMove())) : 0;
+    return clampedToStops(m_startPosition + m_velocity * runSeconds + coastedCounts);
 }
 
 double Motor::restingPosition() const
 {
-    return m_goal ? *m_goal : clampedToStops(m_from + m_velocity * (m_runSeconds + slowing() / 2));
+    return m_target ? *m_target
+                    : clampedToStops(m_startPosition + m_velocity * (m_runSeconds + slowingSecondsOfMove() / 2));
 }
 
-void Motor::travelTo(double position) { travelTo(position, std::abs(position - this->position()) / m_fastest); }
+void Motor::moveTo(double position) { moveTo(position, std::abs(position - this->position()) / m_fullSpeed); }
 
-void Motor::travelTo(double position, double seconds)
+void Motor::moveTo(double position, double seconds)
 {
-    const double goal = clampedToStops(position);
-    start(seconds > 0 ? (goal - this->position()) / seconds : 0, seconds, false, goal);
+    const double target = clampedToStops(position);
+    start(seconds > 0 ? (target - this->position()) / seconds : 0, seconds, false, target);
 }
 
-void Motor::move(double fraction, double limit)
+void Motor::moveBySpeed(double fraction, double limit)
 {
-    const double here = position();
-    const double wanted = fraction * m_fastest;
-    const double way = limit - here;
-    if (wanted != 0 && way * wanted > 0)
-        start(wanted, way / wanted, true, std::nullopt);
+    const double present = position();
+    const double newVelocity = fraction * m_fullSpeed;
+    const double distance = limit - present;
+    if (newVelocity != 0 && distance * newVelocity > 0)
+        start(newVelocity, distance / newVelocity, true, std::nullopt);
     else
-        start(std::clamp(velocity(), -m_fastest, m_fastest), 0, true, std::nullopt);
+        start(std::clamp(velocity(), -m_fullSpeed, m_fullSpeed), 0, true, std::nullopt);
 }
 
 void Motor::setPosition(double position)
 {
     start(0, 0, false, std::nullopt);
-    m_from = clampedToStops(position);
+    m_startPosition = clampedToStops(position);
 }
 
 Status Motor::awaitRest(Camera &camera) const
 {
     const auto command = m_commands;
     while (const int64_t remaining = remainingMilliseconds()) {
-        if (const Status status = camera.letTimePass(std::min(remaining, lookMilliseconds)); status != Ok)
+        if (const Status status = camera.letTimePass(std::min(remaining, checkIntervalMilliseconds)); status != Ok)
             return status;
         if (m_commands != command)
             return Refused;
@@ -110,34 +115,37 @@ Status Motor::awaitRest(Camera &camera) const
     return Ok;
 }
 
-double Motor::elapsed() const { return static_cast<double>(std::max<int64_t>(0, Clock::now() - m_since)) / 1000; }
+double Motor::elapsed() const { return static_cast<double>(std::max<int64_t>(0, Clock::now() - m_startTime)) / 1000; }
 
-double Motor::slowing() const { return m_slowsDown ? std::abs(m_velocity) / m_fastest * m_slowingSeconds : 0; }
+double Motor::slowingSecondsOfMove() const
+{
+    return m_slowsDown ? std::abs(m_velocity) / m_fullSpeed * m_slowingSeconds : 0;
+}
 
 double Motor::velocity() const
 {
     if (!moving())
         return 0;
-    const double slowed = std::max(0.0, elapsed() - m_runSeconds);
-    return slowed > 0 ? m_velocity * std::max(0.0, 1 - slowed / slowing()) : m_velocity;
+    const double slowedSeconds = std::max(0.0, elapsed() - m_runSeconds);
+    return slowedSeconds > 0 ? m_velocity * std::max(0.0, 1 - slowedSeconds / slowingSecondsOfMove()) : m_velocity;
 }
 
 int64_t Motor::remainingMilliseconds() const
 {
-    const auto whole = static_cast<int64_t>(std::ceil((m_runSeconds + slowing()) * 1000));
-    return std::clamp<int64_t>(m_since + whole - Clock::now(), 0, whole);
+    const auto total = static_cast<int64_t>(std::ceil((m_runSeconds + slowingSecondsOfMove()) * 1000));
+    return std::clamp<int64_t>(m_startTime + total - Clock::now(), 0, total);
 }
 
 double Motor::clampedToStops(double position) const { return std::clamp(position, m_stops.minimum, m_stops.maximum); }
 
-void Motor::start(double velocity, double runSeconds, bool slowsDown, std::optional<double> goal)
+void Motor::start(double velocity, double runSeconds, bool slowsDown, std::optional<double> target)
 {
-    m_from = position();
-    m_since = Clock::now();
+    m_startPosition = position();
+    m_startTime = Clock::now();
     m_velocity = velocity;
     m_runSeconds = runSeconds;
     m_slowsDown = slowsDown;
-    m_goal = goal;
+    m_target = target;
     ++m_commands;
 }
 

@@ -3,6 +3,8 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/EmulatorProperties.h"
 
+#include <QVariant>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -15,19 +17,18 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// The readout: this many pixels leave a row in one clock, every row and every frame has a dead time.
+// The readout: pixels of a row per clock, and the dead times of every row and every frame.
 constexpr uint32_t pixelsPerClock = 4;
 constexpr uint32_t deadClocksPerRow = 20;
 constexpr uint32_t deadRows = 2;
 constexpr uint32_t deadClocksPerFrame = 500;
-// Changing over to another preset's settings.
+// The time of a change to the settings of another preset.
 constexpr uint32_t presetSwitchClocks = 400;
-constexpr uint32_t minimumIntegrationWidth = 20;
 constexpr double minimumRate = 0.1;
-// The saturating integration time holds for a blackbody of this temperature; its light doubles with so many degrees.
-constexpr double saturatingCelsius = 35.0;
+// The saturating integration time is that for a blackbody of this temperature, whose light doubles every 20 degrees.
+constexpr double referenceCelsius = 35.0;
 constexpr double doublingDegrees = 20.0;
-constexpr double roundRates[]
+constexpr double standardRates[]
     = {10000, 5000, 2000, 1000, 500, 400, 300, 250, 200, 150, 120, 100, 60, 50, 30, 25, 20, 15, 10, 5, 2, 1};
 
 uint32_t toClocks(double seconds, uint32_t frequency)
@@ -36,7 +37,7 @@ uint32_t toClocks(double seconds, uint32_t frequency)
     return static_cast<uint32_t>(std::clamp(clocks, 0.0, double(std::numeric_limits<uint32_t>::max())));
 }
 
-template <class T> int rowOf(const std::vector<T> &list, const T &value)
+template <class T> int indexOf(const std::vector<T> &list, const T &value)
 {
     const auto found = std::find(list.begin(), list.end(), value);
     return found == list.end() ? -1 : static_cast<int>(found - list.begin());
@@ -111,9 +112,9 @@ Status Sensor::setWindow(const Window &window)
 uint32_t Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const
 {
     const uint64_t readout = uint64_t(size.height + deadRows) * (size.width / pixelsPerClock + deadClocksPerRow);
-    // With less noise the sensor integrates first and reads then; otherwise it does both at once.
-    const uint64_t busy = m_reduceNoise ? readout + integration : std::max<uint64_t>(readout, integration);
-    const uint64_t width = busy + deadClocksPerFrame + (sequencing ? presetSwitchClocks : 0);
+    // With reduced noise the readout follows the integration; otherwise both run at the same time.
+    const uint64_t activeClocks = m_reduceNoise ? readout + integration : std::max<uint64_t>(readout, integration);
+    const uint64_t width = activeClocks + deadClocksPerFrame + (sequencing ? presetSwitchClocks : 0);
     return static_cast<uint32_t>(std::min<uint64_t>(width, UINT32_MAX));
 }
 
@@ -146,7 +147,7 @@ void Sensor::stretchFrames()
 std::vector<uint32_t> Sensor::offeredWidths(uint32_t minimum) const
 {
     std::vector<uint32_t> widths{minimum};
-    for (const double rate : roundRates)
+    for (const double rate : standardRates)
         if (const uint32_t width = toClocks(1.0 / rate, m_clockFrequency); width > minimum)
             widths.push_back(width);
     return widths;
@@ -175,7 +176,7 @@ Status Sensor::integrationWidth(int preset, uint32_t &clocks) const
 
 Status Sensor::setIntegrationWidth(int preset, uint32_t clocks)
 {
-    if (!hasPreset(preset) || clocks < minimumIntegrationWidth || clocks > m_maximumIntegrationWidth)
+    if (!hasPreset(preset) || !integrationWidths().holds(clocks))
         return Refused;
     m_presets[static_cast<size_t>(preset)].integrationWidth = clocks;
     return Ok;
@@ -226,7 +227,7 @@ Status Sensor::frameRateIndex(int preset, int &index) const
 {
     if (!hasPreset(preset))
         return Refused;
-    index = rowOf(offeredWidths(minimumFrameWidth(preset)), effectiveFrameWidth(preset));
+    index = indexOf(offeredWidths(minimumFrameWidth(preset)), effectiveFrameWidth(preset));
     return Ok;
 }
 
@@ -294,9 +295,8 @@ Status Sensor::setSubframeEnabled(int preset, bool enabled)
 {
     if (!hasPreset(preset))
         return Refused;
-    m_presets[static_cast<size_t>(preset)].subframeEnabled = enabled;
-    stretchFrames();
-    return Ok;
+    Preset &values = m_presets[static_cast<size_t>(preset)];
+    return values.settings.assign(values.subframeEnabled, enabled);
 }
 
 Status Sensor::dwellCount(int preset, uint32_t &count) const
@@ -309,15 +309,15 @@ Status Sensor::dwellCount(int preset, uint32_t &count) const
 
 Status Sensor::setDwellCount(int preset, uint32_t count)
 {
-    if (!hasPreset(preset) || count > maximumDwellCount)
+    if (!hasPreset(preset))
         return Refused;
-    m_presets[static_cast<size_t>(preset)].dwellCount = count;
-    return Ok;
+    Preset &values = m_presets[static_cast<size_t>(preset)];
+    return values.settings.assign(values.dwellCount, count);
 }
 
 uint32_t Sensor::minimumSuperframeWidth() const
 {
-    // A superframe of nothing still takes the time of the changeover.
+    // A superframe without frames still takes the time of a change of presets.
     uint64_t width = 0;
     for (int preset = 0; preset < m_numPresets; ++preset)
         if (const Preset &values = m_presets[static_cast<size_t>(preset)]; values.subframeEnabled)
@@ -327,7 +327,7 @@ uint32_t Sensor::minimumSuperframeWidth() const
 
 std::vector<double> Sensor::superframeRates() const { return toHertz(offeredWidths(minimumSuperframeWidth())); }
 
-int Sensor::superframeRateIndex() const { return rowOf(offeredWidths(minimumSuperframeWidth()), m_superframeWidth); }
+int Sensor::superframeRateIndex() const { return indexOf(offeredWidths(minimumSuperframeWidth()), m_superframeWidth); }
 
 Status Sensor::setSuperframeRateIndex(int index)
 {
@@ -369,22 +369,23 @@ bool Sensor::saturated() const
         return true;
     for (int preset = 0; preset < m_numPresets; ++preset)
         if (repeats(preset) > 0
-            && light() * m_presets[static_cast<size_t>(preset)].integrationWidth >= m_saturatingIntegrationWidth)
+            && relativeLight() * m_presets[static_cast<size_t>(preset)].integrationWidth
+                >= m_saturatingIntegrationWidth)
             return true;
     return false;
 }
 
-double Sensor::light() const
+double Sensor::relativeLight() const
 {
     const auto *const properties = camera().device<EmulatorProperties>();
     const auto celsius = [properties](const QString &path) {
-        QVariant value(saturatingCelsius);
+        QVariant value(referenceCelsius);
         if (properties)
             properties->get(path, value);
         return value.toDouble();
     };
     const double hotter = std::max(celsius(u"/BlackbodyTemp1"_s), celsius(u"/BlackbodyTemp2"_s));
-    return std::exp2((hotter - saturatingCelsius) / doublingDegrees);
+    return std::exp2((hotter - referenceCelsius) / doublingDegrees);
 }
 
 } // namespace emulator

@@ -11,13 +11,15 @@ namespace emulator
 {
 
 /// The detector with its timing: the window that is read out, the presets with their integration times and frame rates,
-/// and the order in which the presets follow one another. Times and rates are kept in clocks, as the hardware keeps
-/// them; milliseconds and hertz are set to the nearest value that clocks can express. Presets count from 0.
+/// and the sequence of the presets. Times are kept in clocks, as in the hardware; times in milliseconds and rates in
+/// hertz are set to the nearest whole number of clocks. Presets count from 0. Functions with a preset refuse one that
+/// the camera lacks.
 class Sensor : public Device
 {
 public:
     static constexpr int maxPresets = 4;
     static constexpr int allPresets = 4;
+    static constexpr uint32_t minimumIntegrationWidth = 20;
     static constexpr uint32_t maximumDwellCount = 0x7FFFFFFF;
 
     enum Sequencing : uint32_t { SinglePreset = 0, Superframing = 1, PresetSequencing = 2 };
@@ -25,13 +27,13 @@ public:
     using Size = SensorGeometry::Size;
     using Window = SensorGeometry::Window;
 
-    /// Profile keys: those of SensorGeometry, and "clockFrequency" (Hz), "maximumIntegrationTime",
-    /// "saturatingIntegrationTime" and the list "integrationTimes" (ms), "frameRate" (Hz), "numPresets",
-    /// "sequencingModes", "lowCost", "videoStream" and "saturated".
+    /// Profile keys: those of SensorGeometry; "clockFrequency" (Hz); "maximumIntegrationTime",
+    /// "saturatingIntegrationTime" and the list "integrationTimes" (ms; the last entry is for all further presets);
+    /// "frameRate" (Hz); "numPresets"; the list "sequencingModes"; "lowCost", "videoStream" and "saturated".
     ///
-    /// Settings: "window" (a list x, y, width, height), "sequencingMode", "activePreset", "videoPreset", "gigEPreset",
-    /// "reduceNoise", "saturated", "superframeRate" (Hz), and of the active preset "integrationTime" (ms), "frameRate"
-    /// (Hz), "dwellCount" and "subframeEnabled".
+    /// Settings: "window" (a list of x, y, width, height), "sequencingMode", "activePreset", "videoPreset",
+    /// "gigEPreset", "reduceNoise", "saturated", "superframeRate" (Hz), and of the active preset "integrationTime"
+    /// (ms), "frameRate" (Hz), "dwellCount" and "subframeEnabled".
     Sensor(Camera &camera, Section &section);
 
     QJsonObject save() const override;
@@ -40,9 +42,10 @@ public:
     std::vector<SettingInfo> settings() const override;
 
     uint32_t clockFrequency() const { return m_clockFrequency; }
+    /// Converts a period to a rate. Refuses 0 clocks.
     Status clocksToHertz(uint32_t clocks, double &hertz) const;
     Status clocksToMilliseconds(uint32_t clocks, double &milliseconds) const;
-    /// The nearest rate whose period is a whole number of clocks. Refuses what is not above 0.
+    /// Returns the nearest rate whose period is a whole number of clocks. Refuses a rate that is not above 0.
     Status snapHertz(double wanted, double &snapped) const;
 
     int numPresets() const { return m_numPresets; }
@@ -50,37 +53,42 @@ public:
     bool hasVideoStream() const { return m_hasVideoStream; }
 
     const SensorGeometry &geometry() const { return m_geometry; }
+    /// Sets the window as SensorGeometry does, and makes frames longer that have become too short for it.
     Status setWindowSizeIndex(int index);
     Status setWindow(const Window &window);
 
     Status integrationWidth(int preset, uint32_t &clocks) const;
-    /// Writes the register alone: the frame width stays, even if the integration no longer fits into it.
+    /// Does not change the frame width, even if it becomes too short. Refuses times outside the range of the sensor.
     Status setIntegrationWidth(int preset, uint32_t clocks);
     Status integrationTime(int preset, double &milliseconds) const;
-    /// Takes the nearest valid time, and makes frames longer where they have become too short for it.
+    /// Sets the nearest valid time, and makes frames longer that have become too short for it.
     Status setIntegrationTime(int preset, double milliseconds);
 
     Status frameWidth(int preset, uint32_t &clocks) const;
-    /// Refuses a width below the shortest one for the preset's integration and the window.
+    /// Sets the frame period in clocks. Refuses a period below the shortest one for the preset and the window.
     Status setFrameWidth(int preset, uint32_t clocks);
+    /// The rates that the camera offers for a preset, in hertz, the highest first. The indices below are rows of them.
     Status frameRates(int preset, std::vector<double> &hertz) const;
+    /// -1 if the present rate is not one of the offered rates.
     Status frameRateIndex(int preset, int &index) const;
     Status setFrameRateIndex(int preset, int index);
     Status frameRate(int preset, double &hertz) const;
-    /// Takes the nearest valid rate.
+    /// Sets the nearest valid rate. Refuses a rate that is not above 0.
     Status setFrameRate(int preset, double hertz);
-    /// The rate at which frames come, over all presets in use.
+    /// The rate of all frames in hertz, averaged over the presets in use.
     double averageFrameRate() const;
-    /// The shortest frame for a window and an integration, all in clocks. Refuses an empty window.
+    /// The shortest frame period for a window and an integration time, both in clocks. Refuses an empty window.
     Status minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing, uint32_t &clocks) const;
 
     const std::vector<uint32_t> &sequencingModes() const { return m_sequencingModes; }
     uint32_t sequencingMode() const { return m_sequencingMode; }
     Status setSequencingMode(uint32_t mode) { return assign(m_sequencingMode, mode); }
-    /// Frames of the preset in one cycle of the present mode; 0 for a preset that is not in use.
+    /// Number of frames of a preset in one cycle of the present mode, 0 for a preset that is not in use.
     uint32_t repeats(int preset) const;
+    /// Whether superframes contain a frame of the preset.
     Status subframeEnabled(int preset, bool &enabled) const;
     Status setSubframeEnabled(int preset, bool enabled);
+    /// The number of frames of a preset in one cycle of PresetSequencing, 0 to maximumDwellCount.
     Status dwellCount(int preset, uint32_t &count) const;
     Status setDwellCount(int preset, uint32_t count);
 
@@ -88,21 +96,21 @@ public:
     int superframeRateIndex() const;
     Status setSuperframeRateIndex(int index);
     double superframeRate() const;
-    /// Takes the nearest valid rate.
+    /// Sets the nearest valid rate. Refuses a rate that is not above 0.
     Status setSuperframeRate(double hertz);
 
     int activePreset() const { return m_activePreset; }
     Status setActivePreset(int preset) { return assign(m_activePreset, preset); }
     int videoPreset() const { return m_videoPreset; }
     Status setVideoPreset(int preset) { return assign(m_videoPreset, preset); }
-    /// The preset streamed over GigE; allPresets for every one as it comes. Absent without that equipment.
+    /// The preset that is streamed over GigE, or allPresets. Absent if the camera lacks the capability "hasGigEPreset".
     Status gigEPreset(uint8_t &preset) const;
     Status setGigEPreset(int preset);
     bool reduceNoise() const { return m_reduceNoise; }
     Status setReduceNoise(bool reduce) { return assign(m_reduceNoise, reduce); }
 
-    /// The scene drives pixels of a preset in use into saturation, or the flag is set. The hotter of the emulator's two
-    /// blackbodies saturates first.
+    /// True if the setting "saturated" is set, or if the hotter one of the two emulated blackbodies saturates pixels of
+    /// a preset in use.
     bool saturated() const;
 
     bool streaming() const { return m_streaming; }
@@ -110,17 +118,17 @@ public:
 
 private:
     struct Preset {
-        uint32_t integrationWidth = 0;
-        uint32_t frameWidth = 0;
+        uint32_t integrationWidth = 0; ///< Clocks.
+        uint32_t frameWidth = 0; ///< Clocks. Frames take longer if it is too short for the integration.
         uint32_t dwellCount = 1;
         bool subframeEnabled = true;
-        SettingTable settings; ///< Those of this preset alone.
+        SettingTable settings; ///< The settings of this preset.
     };
 
     void readSettings(Section &section);
     void addPresetSettings(int preset);
-    Status restoreIntegrationWidth(int preset, uint32_t clocks);
-    Status restoreFrameWidth(int preset, uint32_t clocks);
+    QStringList restorePreset(int preset, const QJsonObject &saved);
+    Between integrationWidths() const { return {minimumIntegrationWidth, double(m_maximumIntegrationWidth)}; }
     Size windowSize() const { return {m_geometry.window().width, m_geometry.window().height}; }
     bool hasPreset(int preset) const { return preset >= 0 && preset < m_numPresets; }
     bool hasGigEPreset() const;
@@ -132,7 +140,8 @@ private:
     uint32_t nearestWidth(double hertz, uint32_t minimum) const;
     std::vector<double> toHertz(const std::vector<uint32_t> &widths) const;
     void stretchFrames();
-    double light() const;
+    /// The light of the hotter blackbody, relative to that at which "saturatingIntegrationTime" saturates.
+    double relativeLight() const;
 
     uint32_t m_clockFrequency;
     uint32_t m_maximumIntegrationWidth;

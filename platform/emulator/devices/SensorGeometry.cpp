@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-SensorGeometry::Size sizeOf(const Section &section, const QString &key, const QString &text)
+SensorGeometry::Size parseSize(const Section &section, const QString &key, const QString &text)
 {
     const QStringList parts = text.split(QLatin1Char('x'));
     const SensorGeometry::Size size{parts.value(0).toUShort(), parts.value(1).toUShort()};
@@ -23,7 +23,7 @@ SensorGeometry::Size sizeOf(const Section &section, const QString &key, const QS
 
 SensorGeometry::Size readSize(Section &section, const QString &key, const QString &fallback)
 {
-    return sizeOf(section, key, section.text(key, fallback));
+    return parseSize(section, key, section.text(key, fallback));
 }
 
 } // namespace
@@ -36,7 +36,7 @@ SensorGeometry::SensorGeometry(Section &section)
 {
     const QString key = u"windowSizes"_s;
     for (const QString &text : section.texts(key, {u"640x512"_s, u"320x256"_s, u"160x128"_s, u"64x4"_s})) {
-        m_sizes.push_back(sizeOf(section, key, text));
+        m_sizes.push_back(parseSize(section, key, text));
         if (!fits(centred(m_sizes.back())))
             section.refuse(key, u"must lie within the limits"_s);
     }
@@ -48,7 +48,7 @@ SensorGeometry::SensorGeometry(Section &section)
 int SensorGeometry::sizeIndex() const
 {
     const Size size{m_window.width, m_window.height};
-    return m_window == centred(size) ? rowOf(size) : -1;
+    return m_window == centred(size) ? indexOf(size) : -1;
 }
 
 Status SensorGeometry::setSizeIndex(int index)
@@ -65,7 +65,7 @@ Status SensorGeometry::setSizeIndex(int index)
 Status SensorGeometry::setWindow(const Window &window)
 {
     const Size size{window.width, window.height};
-    if (!fits(window) || (!m_customAllowed && rowOf(size) < 0) || (!m_customOffsetAllowed && window != centred(size)))
+    if (!fits(window) || (!m_customAllowed && indexOf(size) < 0) || (!m_customOffsetAllowed && window != centred(size)))
         return Refused;
     m_window = window;
     return Ok;
@@ -89,7 +89,7 @@ bool SensorGeometry::fits(const Window &window) const
         && axisFits(window.y, window.height, m_limits.minimum.height, m_limits.maximum.height, m_limits.step.height);
 }
 
-int SensorGeometry::rowOf(const Size &size) const
+int SensorGeometry::indexOf(const Size &size) const
 {
     const auto found = std::find(m_sizes.begin(), m_sizes.end(), size);
     return found == m_sizes.end() ? -1 : static_cast<int>(found - m_sizes.begin());

@@ -10,7 +10,7 @@ namespace emulator
 
 class Section;
 
-/// Which part of a sensor is read out. All presets look through the same window.
+/// The window of a sensor that is read out. All presets use the same window. Sizes and offsets are pixels.
 class SensorGeometry
 {
 public:
@@ -28,15 +28,15 @@ public:
         bool operator==(const Window &) const = default;
     };
 
-    /// The steps are those of the sizes and of the offsets alike.
+    /// Sizes are multiples of the step, and so are offsets.
     struct Limits {
         Size minimum;
         Size maximum;
         Size step;
     };
 
-    /// Knows in the profile: minimumSize, maximumSize, increment and windowSizes, all written like "640x512", and
-    /// customAllowed and customOffsetAllowed.
+    /// Profile keys: "minimumSize", "maximumSize", "increment" (the step) and the list "windowSizes", all like
+    /// "640x512"; "customAllowed" (other sizes than these), "customOffsetAllowed" (windows that are not centred).
     explicit SensorGeometry(Section &section);
 
     const std::vector<Size> &sizes() const { return m_sizes; }
@@ -45,16 +45,18 @@ public:
     const Limits &limits() const { return m_limits; }
     const Window &window() const { return m_window; }
 
-    /// The standard sizes lie in the middle of the sensor. -1: the window is none of them.
+    /// The row of sizes() for the present window, which must be centred. -1 for any other window.
     int sizeIndex() const;
-    /// The row behind the last one stands for a free window, where that is allowed, and changes nothing.
+    /// Sets a centred window of the size in this row. The row after the last one is the custom window: it changes
+    /// nothing and is refused unless custom sizes are allowed. Other rows are refused.
     Status setSizeIndex(int index);
+    /// Refuses windows that are outside of the limits or are not allowed.
     Status setWindow(const Window &window);
 
 private:
     Window centred(const Size &size) const;
     bool fits(const Window &window) const;
-    int rowOf(const Size &size) const;
+    int indexOf(const Size &size) const;
 
     bool m_customAllowed;
     bool m_customOffsetAllowed;

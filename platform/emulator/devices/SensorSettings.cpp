@@ -1,4 +1,4 @@
-// The settings of the sensor: those that other clients of the camera may change, and those that a snapshot holds.
+// The settings of the sensor that other clients may change, and those that snapshots contain.
 #include "platform/emulator/devices/Sensor.h"
 
 #include <QJsonArray>
@@ -16,6 +16,8 @@ namespace
 
 const QString superframeWidthKey = u"superframeWidth"_s;
 const QString presetsKey = u"presets"_s;
+const QString integrationWidthKey = u"integrationWidth"_s;
+const QString frameWidthKey = u"frameWidth"_s;
 
 Refusal aboveZero(double hertz) { return hertz > 0 ? Refusal() : u"must be above 0"_s; }
 
@@ -33,10 +35,10 @@ void Sensor::readSettings(Section &section)
     };
     const auto stretch = [this] { stretchFrames(); };
     const Between presets{0, m_numPresets - 1.0};
-    OneOf streamed;
+    OneOf gigEPresets;
     for (int preset = 0; preset < m_numPresets; ++preset)
-        streamed.numbers.append(preset);
-    streamed.numbers.append(allPresets);
+        gigEPresets.numbers.append(preset);
+    gigEPresets.numbers.append(allPresets);
     const OneOf modes{{m_sequencingModes.begin(), m_sequencingModes.end()}};
 
     addSettings(section,
@@ -45,14 +47,13 @@ void Sensor::readSettings(Section &section)
                     Setting(u"sequencingMode"_s, m_sequencingMode, modes, Snapshot | OtherClient).then(stretch),
                     {u"activePreset"_s, m_activePreset, presets, Snapshot | OtherClient},
                     {u"videoPreset"_s, m_videoPreset, presets, Snapshot | OtherClient},
-                    Setting(u"gigEPreset"_s, m_gigEPreset, streamed, Snapshot | OtherClient).onlyIf([this] {
+                    Setting(u"gigEPreset"_s, m_gigEPreset, gigEPresets, Snapshot | OtherClient).onlyIf([this] {
                         return hasGigEPreset();
                     }),
                     Setting(u"reduceNoise"_s, m_reduceNoise, Snapshot | OtherClient).then(stretch),
                     {u"saturated"_s, m_saturationFlag, Profile | OtherClient},
                     {u"superframeRate"_s, [this] { return superframeRate(); },
                      [this](double hertz) { return setSuperframeRate(hertz); }, aboveZero, OtherClient},
-                    {superframeWidthKey, m_superframeWidth, Snapshot},
                 });
     for (int preset = 0; preset < m_numPresets; ++preset)
         addPresetSettings(preset);
@@ -61,7 +62,7 @@ void Sensor::readSettings(Section &section)
 void Sensor::addPresetSettings(int preset)
 {
     Preset &values = m_presets[static_cast<size_t>(preset)];
-    // The outputs of the getters are those of a preset that is there.
+    // The preset exists, so the getters succeed.
     const auto time = [this, preset] {
         double milliseconds = 0;
         integrationTime(preset, milliseconds);
@@ -73,10 +74,9 @@ void Sensor::addPresetSettings(int preset)
         return hertz;
     };
     values.settings.add({
-        {u"integrationWidth"_s, [&values] { return values.integrationWidth; },
-         [this, preset](uint32_t clocks) { return restoreIntegrationWidth(preset, clocks); }, Snapshot},
-        {u"frameWidth"_s, [&values] { return values.frameWidth; },
-         [this, preset](uint32_t clocks) { return restoreFrameWidth(preset, clocks); }, Snapshot},
+        {integrationWidthKey, [&values] { return values.integrationWidth; },
+         [this, preset](uint32_t clocks) { return setIntegrationWidth(preset, clocks); }, integrationWidths(),
+         Snapshot},
         {u"integrationTime"_s, time, [this, preset](double ms) { return setIntegrationTime(preset, ms); }, OtherClient},
         {u"frameRate"_s, rate, [this, preset](double hertz) { return setFrameRate(preset, hertz); }, aboveZero,
          OtherClient},
@@ -88,9 +88,14 @@ void Sensor::addPresetSettings(int preset)
 QJsonObject Sensor::save() const
 {
     QJsonArray presets;
-    for (int preset = 0; preset < m_numPresets; ++preset)
-        presets.append(m_presets[static_cast<size_t>(preset)].settings.save());
+    for (int preset = 0; preset < m_numPresets; ++preset) {
+        const Preset &values = m_presets[static_cast<size_t>(preset)];
+        QJsonObject saved = values.settings.save();
+        saved[frameWidthKey] = toJson(values.frameWidth);
+        presets.append(saved);
+    }
     QJsonObject saved = Device::save();
+    saved[superframeWidthKey] = toJson(m_superframeWidth);
     saved[presetsKey] = presets;
     return saved;
 }
@@ -98,38 +103,51 @@ QJsonObject Sensor::save() const
 QStringList Sensor::restore(const QJsonObject &values)
 {
     QStringList refused = Device::restore(values);
-    // The presets follow, since their shortest frames depend on all the others.
-    const QJsonArray presets = values.value(presetsKey).toArray();
-    for (int preset = 0; preset < std::min<qsizetype>(presets.size(), m_numPresets); ++preset)
-        for (const QString &refusal :
-             m_presets[static_cast<size_t>(preset)].settings.restore(presets.at(preset).toObject()))
-            refused.append(u"%1.%2.%3"_s.arg(presetsKey).arg(preset).arg(refusal));
-    // A superframe may have grown with a preset that has since got a shorter frame.
-    parse(values.value(superframeWidthKey), m_superframeWidth);
+    const auto report = [&refused](const QString &key, const Refusal &refusal) {
+        if (!refusal.isEmpty())
+            refused.append(key + u": "_s + refusal);
+    };
+    // The presets follow the other settings, since their shortest frames depend on them. The superframe follows them.
+    const QJsonValue presets = values.value(presetsKey);
+    if (!presets.isUndefined() && !presets.isArray())
+        report(presetsKey, u"must be a list"_s);
+    for (int preset = 0; preset < std::min<qsizetype>(presets.toArray().size(), m_numPresets); ++preset) {
+        const QString path = u"%1.%2"_s.arg(presetsKey).arg(preset);
+        const QJsonValue saved = presets.toArray().at(preset);
+        if (!saved.isObject())
+            report(path, u"must be an object"_s);
+        for (const QString &refusal : restorePreset(preset, saved.toObject()))
+            refused.append(path + u'.' + refusal);
+    }
+    if (values.contains(superframeWidthKey))
+        report(superframeWidthKey, parse(values.value(superframeWidthKey), m_superframeWidth));
     stretchFrames();
     return refused;
 }
 
-Status Sensor::restoreIntegrationWidth(int preset, uint32_t clocks)
+QStringList Sensor::restorePreset(int preset, const QJsonObject &saved)
 {
-    const Status status = setIntegrationWidth(preset, clocks);
-    // The frame width that follows is longer, or is refused because the saved one was too short for its integration:
-    // a write of the register alone leaves such frames, which then take as long as they must.
-    if (status == Ok)
-        m_presets[static_cast<size_t>(preset)].frameWidth = minimumFrameWidth(preset);
-    return status;
-}
-
-Status Sensor::restoreFrameWidth(int preset, uint32_t clocks)
-{
-    const bool isShortest = m_presets[static_cast<size_t>(preset)].frameWidth == minimumFrameWidth(preset);
-    return setFrameWidth(preset, clocks) == Ok || isShortest ? Ok : Refused;
+    Preset &values = m_presets[static_cast<size_t>(preset)];
+    QStringList refused = values.settings.restore(saved);
+    uint32_t clocks = values.frameWidth;
+    Refusal refusal = saved.contains(frameWidthKey) ? parse(saved.value(frameWidthKey), clocks) : Refusal();
+    if (refusal.isEmpty() && setFrameWidth(preset, clocks) != Ok) {
+        // The saved frame width may be too short for the integration, since setIntegrationWidth() does not change it.
+        // Such a frame gets the shortest width.
+        if (saved.value(integrationWidthKey) == toJson(values.integrationWidth))
+            values.frameWidth = minimumFrameWidth(preset);
+        else
+            refusal = refusedByTheCamera();
+    }
+    if (!refusal.isEmpty())
+        refused.append(frameWidthKey + u": "_s + refusal);
+    return refused;
 }
 
 Refusal Sensor::change(const QString &name, const QJsonValue &value)
 {
-    const SettingTable &ofPreset = m_presets[static_cast<size_t>(m_activePreset)].settings;
-    return ofPreset.has(name) ? ofPreset.change(name, value) : Device::change(name, value);
+    const SettingTable &presetSettings = m_presets[static_cast<size_t>(m_activePreset)].settings;
+    return presetSettings.has(name) ? presetSettings.change(name, value) : Device::change(name, value);
 }
 
 std::vector<SettingInfo> Sensor::settings() const

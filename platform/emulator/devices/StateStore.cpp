@@ -8,10 +8,12 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 namespace emulator
 {
@@ -21,11 +23,11 @@ namespace
 
 const auto suffix = QStringLiteral(".qsf");
 const auto currentKey = QStringLiteral("current");
-constexpr double longestSeconds = 60;
+constexpr double maximumSeconds = 60;
 
 int64_t milliseconds(Section &section, const QString &key, double fallback)
 {
-    return static_cast<int64_t>(section.number(key, fallback, 0, longestSeconds) * 1000);
+    return static_cast<int64_t>(section.number(key, fallback, 0, maximumSeconds) * 1000);
 }
 
 bool isSpecial(const std::string &name)
@@ -33,10 +35,10 @@ bool isSpecial(const std::string &name)
     return name == StateStore::factoryDefaults || name == StateStore::hardDefaults;
 }
 
-/// Whether a state that is no special one can have this name.
-bool isOwnName(const std::string &name) { return isStateName(name) && !isSpecial(name); }
+/// Returns whether a state with a file can have this name.
+bool isOrdinaryName(const std::string &name) { return isStateName(name) && !isSpecial(name); }
 
-/// Replaces a file as a whole, or leaves it alone. Its time is that of the emulated world.
+/// Replaces a file completely, or leaves it unchanged. The time of the file is that of Clock.
 bool write(const QString &path, const QByteArray &content)
 {
     QSaveFile file(path);
@@ -51,6 +53,12 @@ StateStore::StateStore(Camera &camera, Section &section)
     : Device(camera), m_saveMilliseconds(milliseconds(section, QStringLiteral("saveSeconds"), 0.4)),
       m_loadMilliseconds(milliseconds(section, QStringLiteral("loadSeconds"), 0.8))
 {
+    const auto known = [this](const std::string &name) {
+        return isKnown(name) && settingsOf(name) ? Refusal() : QStringLiteral("must be a state that can be loaded");
+    };
+    addSettings(section,
+                {{currentKey, [this] { return m_current; },
+                  [this](const std::string &name) { return applyState(name); }, known, OtherClient}});
 }
 
 std::vector<StateStore::Entry> StateStore::list() const
@@ -61,22 +69,25 @@ std::vector<StateStore::Entry> StateStore::list() const
                                             QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Unsorted);
     for (const QFileInfo &file : files) {
         const std::string name = file.fileName().chopped(suffix.size()).toStdString();
-        if (isOwnName(name))
+        if (isOrdinaryName(name))
             entries.push_back({name, file.size(), file.lastModified().toMSecsSinceEpoch()});
     }
     std::ranges::sort(entries, {}, [](const Entry &entry) { return std::tie(entry.written, entry.name); });
     return entries;
 }
 
-bool StateStore::exists(const std::string &name) const { return isOwnName(name) && QFileInfo(pathOf(name)).isFile(); }
+bool StateStore::exists(const std::string &name) const
+{
+    return isOrdinaryName(name) && QFileInfo(pathOf(name)).isFile();
+}
 
 Status StateStore::saveCurrent() { return saveAs(m_current); }
 
-Status StateStore::saveAs(const std::string &name) { return isOwnName(name) ? store(name) : Refused; }
+Status StateStore::saveAs(const std::string &name) { return isOrdinaryName(name) ? store(name) : Refused; }
 
 Status StateStore::saveFactoryDefaults() { return store(factoryDefaults); }
 
-Status StateStore::load(const std::string &name) { return exists(name) ? loadSlowly(name) : Refused; }
+Status StateStore::load(const std::string &name) { return exists(name) ? loadWithDelay(name) : Refused; }
 
 Status StateStore::remove(const std::string &name)
 {
@@ -85,13 +96,13 @@ Status StateStore::remove(const std::string &name)
 
 Status StateStore::rename(const std::string &oldName, const std::string &newName)
 {
-    return exists(oldName) && isOwnName(newName) && QFile::rename(pathOf(oldName), pathOf(newName)) ? Ok : Refused;
+    return exists(oldName) && isOrdinaryName(newName) && QFile::rename(pathOf(oldName), pathOf(newName)) ? Ok : Refused;
 }
 
 Status StateStore::upload(const QString &localPath, const FileTransfer::Progress &progress)
 {
     const std::string name = QFileInfo(localPath).completeBaseName().toStdString();
-    return isOwnName(name) ? receive(name, localPath, progress) : Refused;
+    return isOrdinaryName(name) ? receive(name, localPath, progress) : Refused;
 }
 
 Status StateStore::uploadFactoryDefaults(const QString &localPath, const FileTransfer::Progress &progress)
@@ -112,27 +123,16 @@ Status StateStore::downloadFactoryDefaults(const QString &localPath, const FileT
 std::string StateStore::stateAtStart(const QJsonObject &memory) const
 {
     const std::string name = memory.value(currentKey).toString().toStdString();
-    return knows(name) && settingsOf(name) ? name : factoryDefaults;
+    return isKnown(name) && settingsOf(name) ? name : factoryDefaults;
 }
 
 QJsonObject StateStore::save() const { return {{currentKey, QString::fromStdString(m_current)}}; }
 
 QStringList StateStore::restore(const QJsonObject &values)
 {
+    // The last state may have been deleted since.
     m_current = stateAtStart(values);
-    const bool found = values.value(currentKey).toString().toStdString() == m_current;
-    return found ? QStringList() : QStringList{currentKey + QStringLiteral(": names a state that cannot be loaded")};
-}
-
-Refusal StateStore::change(const QString &name, const QJsonValue &value)
-{
-    if (name != currentKey)
-        return noSuchSetting();
-    QString wanted;
-    if (const Refusal refusal = parse(value, wanted); !refusal.isEmpty())
-        return refusal;
-    const std::string state = wanted.toStdString();
-    return knows(state) && enter(state) == Ok ? Refusal() : QStringLiteral("names a state that cannot be loaded");
+    return {};
 }
 
 QString StateStore::pathOf(const std::string &name) const
@@ -142,15 +142,15 @@ QString StateStore::pathOf(const std::string &name) const
     return camera().folder() + file + suffix;
 }
 
-bool StateStore::knows(const std::string &name) const { return isSpecial(name) || exists(name); }
+bool StateStore::isKnown(const std::string &name) const { return isSpecial(name) || exists(name); }
 
-/// Empty if the file can not be read.
+/// Returns the contents of the state file, empty if it cannot be read.
 QByteArray StateStore::contentOf(const std::string &name) const
 {
     QFile file(pathOf(name));
     if (name == hardDefaults || (name == factoryDefaults && !file.exists()))
         return toStateFile(camera().profile().name(), camera().newSettings());
-    return file.open(QIODevice::ReadOnly) ? file.read(largestStateFile + 1) : QByteArray();
+    return file.open(QIODevice::ReadOnly) ? file.read(maximumStateFileSize + 1) : QByteArray();
 }
 
 std::optional<QJsonObject> StateStore::settingsIn(const QByteArray &content) const
@@ -169,17 +169,17 @@ Status StateStore::store(std::string name)
     return Ok;
 }
 
-Status StateStore::loadSlowly(const std::string &name)
+Status StateStore::loadWithDelay(const std::string &name)
 {
-    // What can not be loaded is refused at once, and not only after the time that a load takes.
+    // Refuses a state that cannot be loaded immediately, not after the duration of a load.
     if (!settingsOf(name))
         return Refused;
     if (const Status status = camera().letTimePass(m_loadMilliseconds); status != Ok)
         return status;
-    return enter(name);
+    return applyState(name);
 }
 
-Status StateStore::enter(const std::string &name)
+Status StateStore::applyState(const std::string &name)
 {
     const auto settings = settingsOf(name);
     if (!settings)
@@ -192,7 +192,7 @@ Status StateStore::enter(const std::string &name)
 Status StateStore::receive(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress)
 {
     QByteArray content;
-    const Status status = camera().device<FileTransfer>()->upload(localPath, largestStateFile, content, progress);
+    const Status status = camera().device<FileTransfer>()->upload(localPath, maximumStateFileSize, content, progress);
     if (status != Ok)
         return status;
     return settingsIn(content) && write(pathOf(name), content) ? Ok : Refused;

@@ -2,6 +2,9 @@
 
 #include "platform/emulator/devices/FileTransfer.h"
 
+#include <QByteArray>
+
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,18 +12,18 @@
 namespace emulator
 {
 
-/// The states of a camera: what Camera::snapshot() tells, in a file of its own for each. They lie in the camera's
-/// folder as states/NAME.qsf, the factory default beside them as factory.qsf; a camera without that file has the
-/// settings of its profile as its factory default. The hard defaults are those of the profile, whatever happens.
+/// The states of a camera. Each is a file with the settings of Camera::snapshot(), states/NAME.qsf in the camera's
+/// folder. The factory defaults are in the file factory.qsf; without it they are the settings of the profile. The hard
+/// defaults are always the settings of the profile.
 ///
-/// The camera is in the state that it was last loaded from or saved as, and says its name also when that state has been
-/// renamed or deleted since: its settings are still those. A new camera is in its factory default. After a restart the
-/// camera wakes up in the state that it was in, or in its factory default if that state is gone.
+/// The current state is the one that was last loaded or saved. It keeps its name if the file is then renamed or
+/// deleted, since the settings are still the same. A new camera starts in its factory defaults. After a restart the
+/// camera loads its last state, or its factory defaults if this state no longer exists.
 ///
-/// A file that is damaged, or of a camera of another profile, is refused as a whole before it changes anything.
-/// Settings that a state does not tell of, since it is older than their device, stay as they are.
+/// A file that is damaged, or was written by a camera of another profile, is refused before any setting changes.
+/// Settings that a state does not contain, because it is older than their device, do not change.
 ///
-/// Names are UTF-8 as isStateName() wants them, but for the two below, which are no names of files.
+/// Names are UTF-8 and follow isStateName(), except for the two names below, which are not names of files.
 class StateStore : public Device
 {
 public:
@@ -33,55 +36,60 @@ public:
         int64_t written; ///< Milliseconds since the epoch, UTC.
     };
 
-    /// Knows in the profile: "saveSeconds", "loadSeconds".
+    /// Profile keys: "saveSeconds", "loadSeconds" (durations of a save and a load). Setting: "current".
     StateStore(Camera &camera, Section &section);
 
-    /// The one saved longest ago first.
+    /// The states without the factory and the hard defaults, in the order of their last saves.
     std::vector<Entry> list() const;
+    /// Whether list() contains a state of this name.
     bool exists(const std::string &name) const;
     const std::string &current() const { return m_current; }
     bool isFactoryDefault() const { return m_current == factoryDefaults; }
 
-    /// Each saves the settings that the camera has when the save ends, which is then in that state. The current state
-    /// can be saved if it has a name of its own.
+    /// These save the settings that the camera has at the end of the operation, and make the saved state the current
+    /// one. Refused for a name that is not valid or is one of the two special names. So saveCurrent() is refused while
+    /// the current state is the factory or the hard defaults.
     Status saveCurrent();
     Status saveAs(const std::string &name);
     Status saveFactoryDefaults();
 
+    /// These load a state and make it the current one. Refused if the state does not exist or its file is not valid.
     Status load(const std::string &name);
-    Status loadFactoryDefaults() { return loadSlowly(factoryDefaults); }
-    Status loadHardDefaults() { return loadSlowly(hardDefaults); }
+    Status loadFactoryDefaults() { return loadWithDelay(factoryDefaults); }
+    Status loadHardDefaults() { return loadWithDelay(hardDefaults); }
 
+    /// Refused if the state does not exist.
     Status remove(const std::string &name);
-    /// Refuses a name that is taken.
+    /// Refused if the state does not exist, or if a state has the new name.
     Status rename(const std::string &oldName, const std::string &newName);
 
-    /// The state is named like the file without its last extension; it takes the place of one of this name when all of
-    /// it has come and is sound.
+    /// Transfers a local file to the camera. The name of the state is the file name without its last extension. At the
+    /// end of the transfer the file replaces a state of this name. Refused if the file is not a state of this profile.
     Status upload(const QString &localPath, const FileTransfer::Progress &progress);
     Status uploadFactoryDefaults(const QString &localPath, const FileTransfer::Progress &progress);
-    /// Gives the state as it was when the download began, whatever happens to it meanwhile. Refuses a damaged one.
+    /// Transfers a state to a local file, with the contents that it has at the start. Refuses a damaged state.
     Status download(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress);
     Status downloadFactoryDefaults(const QString &localPath, const FileTransfer::Progress &progress);
 
-    /// The name of the state in which a camera with this memory starts: the last one, if it can still be loaded.
+    /// Returns the name of the state in which a camera with these saved values starts: the last one if it can be
+    /// loaded, otherwise the factory defaults.
     std::string stateAtStart(const QJsonObject &memory) const;
-    /// The settings in a state. Empty if it cannot be loaded.
+    /// Returns the settings in a state. Empty if it cannot be loaded.
     std::optional<QJsonObject> settingsOf(const std::string &name) const { return settingsIn(contentOf(name)); }
 
     QJsonObject save() const override;
     QStringList restore(const QJsonObject &values) override;
-    /// "current": loads the state of this name at once, also one of the two special ones.
-    Refusal change(const QString &name, const QJsonValue &value) override;
 
 private:
     QString pathOf(const std::string &name) const;
-    bool knows(const std::string &name) const;
+    /// Whether a state of this name exists, or it is one of the two special names.
+    bool isKnown(const std::string &name) const;
     QByteArray contentOf(const std::string &name) const;
     std::optional<QJsonObject> settingsIn(const QByteArray &content) const;
     Status store(std::string name);
-    Status loadSlowly(const std::string &name);
-    Status enter(const std::string &name);
+    Status loadWithDelay(const std::string &name);
+    /// Restores the settings of a state and makes it the current one, without a delay.
+    Status applyState(const std::string &name);
     Status receive(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress);
     Status send(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress);
 

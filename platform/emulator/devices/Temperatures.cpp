@@ -13,13 +13,13 @@ namespace emulator
 namespace
 {
 
-constexpr double largest = std::numeric_limits<float>::max();
+constexpr double maximumCelsius = std::numeric_limits<float>::max();
 constexpr double heatingSeconds = 600;
 
-// Each sensor has a noise of its own.
+// Each sensor has its own noise.
 enum Seed : uint64_t { FrontPanel = 10, AirGap, Internal, RsInternal, Lens };
 
-double read(Section &section, const QString &key) { return section.number(key, 0, -largest, largest); }
+double read(Section &section, const QString &key) { return section.number(key, 0, -maximumCelsius, maximumCelsius); }
 
 std::optional<double> readOptional(Section &section, const QString &key)
 {
@@ -41,7 +41,7 @@ Temperatures::Temperatures(Camera &camera, Section &section)
 {
 }
 
-Status Temperatures::sc(float &frontPanel, float &airGap, float &internal) const
+Status Temperatures::scTemperatures(float &frontPanel, float &airGap, float &internal) const
 {
     if (m_scFails)
         return Refused;
@@ -51,7 +51,7 @@ Status Temperatures::sc(float &frontPanel, float &airGap, float &internal) const
     return Ok;
 }
 
-Status Temperatures::rs(float &internal) const
+Status Temperatures::rsTemperature(float &internal) const
 {
     if (!m_rsInternal)
         return Absent;
@@ -61,13 +61,13 @@ Status Temperatures::rs(float &internal) const
     return Ok;
 }
 
-Status Temperatures::lens(float &value) const
+Status Temperatures::lensTemperature(float &celsius) const
 {
     if (!m_lens)
         return Absent;
     if (m_lensFails)
         return Refused;
-    value = measure(*m_lens, Lens);
+    celsius = measure(*m_lens, Lens);
     return Ok;
 }
 
@@ -77,12 +77,13 @@ void Temperatures::connectionChanged(bool connected)
         m_switchedOn = Clock::now();
 }
 
-float Temperatures::measure(double whenNew, uint64_t seed) const
+float Temperatures::measure(double startTemperature, uint64_t seed) const
 {
     const int64_t now = Clock::now();
     const double seconds = static_cast<double>(std::max<int64_t>(0, now - m_switchedOn.value_or(now))) / 1000;
     const double heating = m_selfHeating * (1 - std::exp(-seconds / heatingSeconds));
-    return static_cast<float>(std::clamp(whenNew + heating + m_noise * noise(seed, now), -largest, largest));
+    return static_cast<float>(
+        std::clamp(startTemperature + heating + m_noise * noise(seed, now), -maximumCelsius, maximumCelsius));
 }
 
 } // namespace emulator

@@ -8,26 +8,28 @@
 namespace emulator
 {
 
-/// The temperature sensors in the camera's case and its lens, all in Celsius. Two boards measure inside the case: the
-/// SC board knows front panel, air gap and inside, the RS board the inside alone, with another sensor. The case warms
-/// up after the camera is switched on.
+/// The temperature sensors in the camera's case and its lens, in Celsius. Two boards measure in the case: the sensor
+/// controller (SC) at the front panel, in the air gap and inside, the readout electronics (RS) inside, with another
+/// sensor. The case warms up after the camera is switched on.
 class Temperatures : public Device
 {
 public:
-    /// Knows in the profile the temperatures of a camera that has just been switched on: "frontPanel", "airGap",
-    /// "internal" (0 without the sensor), "rsInternal", "lens" (absent without it); "selfHeating" (degrees after a long
-    /// time); "noise" (degrees); "scFails", "rsFails", "lensFails" (the sensor is there but cannot be read).
+    /// Profile keys: the temperatures of a camera that has just been switched on, "frontPanel", "airGap" and "internal"
+    /// (0 without the key), "rsInternal" and "lens" (no sensor without the key); "selfHeating" (the final rise in
+    /// degrees); "noise" (degrees); "scFails", "rsFails", "lensFails" (the sensors exist but cannot be read).
     Temperatures(Camera &camera, Section &section);
 
-    Status sc(float &frontPanel, float &airGap, float &internal) const;
-    Status rs(float &internal) const;
-    bool hasLens() const { return m_lens.has_value(); }
-    Status lens(float &value) const;
+    /// The temperatures in Celsius. Absent without the sensor, Refused if it cannot be read.
+    Status scTemperatures(float &frontPanel, float &airGap, float &internal) const;
+    Status rsTemperature(float &internal) const;
+    bool hasLensSensor() const { return m_lens.has_value(); }
+    Status lensTemperature(float &celsius) const;
 
     void connectionChanged(bool connected) override;
 
 private:
-    float measure(double whenNew, uint64_t seed) const;
+    /// Returns the present value of a sensor that had this temperature when the camera was switched on.
+    float measure(double startTemperature, uint64_t seed) const;
 
     double m_frontPanel;
     double m_airGap;
@@ -39,7 +41,7 @@ private:
     bool m_scFails;
     bool m_rsFails;
     bool m_lensFails;
-    std::optional<int64_t> m_switchedOn;
+    std::optional<int64_t> m_switchedOn; ///< A time of Clock.
 };
 
 } // namespace emulator

@@ -15,10 +15,10 @@ namespace
 
 Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum)
 {
-    constexpr double usualSpeed = 4000;
+    constexpr double defaultSpeed = 4000;
     // The encoder has no negative counts.
     const double overtravel = section.integer(u"overtravel"_s, 0, 0, static_cast<int>(minimum));
-    return Motor::fromProfile(section, {minimum - overtravel, maximum + overtravel}, usualSpeed,
+    return Motor::fromProfile(section, {minimum - overtravel, maximum + overtravel}, defaultSpeed,
                               {double(minimum), double(maximum)}, minimum);
 }
 
@@ -30,39 +30,42 @@ Zoom::Zoom(Camera &camera, Section &section)
       m_percent(section.flag(u"percent"_s, false)), m_motor(makeMotor(section, m_minimum, m_maximum))
 {
     const QString key = u"position"_s;
-    const Between range{double(m_minimum), double(m_maximum)};
-    addSettings(section,
-                {
-                    {key, [this] { return static_cast<uint32_t>(std::llround(m_motor.restingPosition())); },
-                     [this](uint32_t position) { return restorePosition(position); }, range, Snapshot},
-                    {key, [this] { return position(); }, [this](uint32_t position) { return moveTo(position); }, range,
-                     OtherClient},
-                });
+    // A lens that coasts past its range is brought back into it when it is restored.
+    const auto restingInRange = [this] {
+        return std::clamp(static_cast<uint32_t>(std::llround(m_motor.restingPosition())), m_minimum, m_maximum);
+    };
+    addSettings(
+        section,
+        {
+            {key, restingInRange, [this](uint32_t position) { return restorePosition(position); }, range(), Snapshot},
+            {key, [this] { return position(); }, [this](uint32_t position) { return moveTo(position); }, range(),
+             OtherClient},
+        });
 }
 
 uint32_t Zoom::position() const { return static_cast<uint32_t>(std::llround(m_motor.position())); }
 
 uint32_t Zoom::commandedPosition() const
 {
-    return static_cast<uint32_t>(std::llround(m_motor.goal().value_or(m_motor.position())));
+    return static_cast<uint32_t>(std::llround(m_motor.target().value_or(m_motor.position())));
 }
 
 double Zoom::narrowness() const { return narrownessAt(m_motor.position()); }
 
 double Zoom::restingNarrowness() const { return narrownessAt(m_motor.restingPosition()); }
 
-Status Zoom::move(int32_t speed) { return movePart(Motor::speedFractionOfStep(speed)); }
+Status Zoom::move(int32_t speed) { return moveBySpeed(Motor::speedFractionOfStep(speed)); }
 
 Status Zoom::movePercent(float percent)
 {
-    return m_percent ? movePart(Motor::speedFractionOfPercent(percent)) : Absent;
+    return m_percent ? moveBySpeed(Motor::speedFractionOfPercent(percent)) : Absent;
 }
 
 Status Zoom::moveTo(uint32_t position)
 {
-    if (position < m_minimum || position > m_maximum)
+    if (!range().holds(position))
         return Refused;
-    m_motor.travelTo(position);
+    m_motor.moveTo(position);
     return Ok;
 }
 
@@ -81,17 +84,17 @@ void Zoom::connectionChanged(bool connected)
 Status Zoom::restorePosition(uint32_t position)
 {
     const Status status = moveTo(position);
-    // While the camera is off, the lens does not move.
+    // The lens does not move while the camera is off.
     if (status == Ok && !camera().connected())
         m_motor.setPosition(position);
     return status;
 }
 
-Status Zoom::movePart(std::optional<double> part)
+Status Zoom::moveBySpeed(std::optional<double> fraction)
 {
-    if (!part)
+    if (!fraction)
         return Refused;
-    m_motor.move(*part, *part < 0 ? m_minimum : m_maximum);
+    m_motor.moveBySpeed(*fraction, *fraction < 0 ? m_minimum : m_maximum);
     return Ok;
 }
 

@@ -5,8 +5,8 @@
 namespace emulator
 {
 
-/// Deterministic sensor noise: a number between -1 and 1 that changes with each second of the emulated world, the same
-/// in every run. Sensors of one camera differ by their seeds.
+/// Deterministic sensor noise: returns a number from -1 to 1 for a time of Clock, a new one for each second. It is the
+/// same in every run. The sensors of a camera have different seeds.
 inline double noise(uint64_t seed, int64_t milliseconds)
 {
     uint64_t bits = seed * 0x9e3779b97f4a7c15u + static_cast<uint64_t>(milliseconds / 1000);

@@ -6,8 +6,8 @@
 
 using emulator::Clock;
 
-// The field of view, focusing to a distance, the cover and the athermalization.
-class tst_lensParts : public Test
+/// The field of view, focusing to a distance, the cover and the athermalization.
+class tst_lensDevices : public Test
 {
     Q_OBJECT
 
@@ -29,10 +29,10 @@ private slots:
     void snapshotsMoveTheCover();
     void athermalizationIsSetWhereAvailable();
     void snapshotsHoldTheAthermalization();
-    void lensPartsAreAbsentWithoutThem();
+    void lensDevicesAreAbsentWithoutThem();
 };
 
-void tst_lensParts::aFieldOfViewTakesTheFocusAlong()
+void tst_lensDevices::aFieldOfViewTakesTheFocusAlong()
 {
     LensRig rig("discrete-fov");
     // In the middle between 11000 and 1000, and then between 9000 and 3000.
@@ -49,7 +49,7 @@ void tst_lensParts::aFieldOfViewTakesTheFocusAlong()
     QCOMPARE(rig.focus(), 7500U);
 }
 
-void tst_lensParts::fieldsOfViewThatThereAreNot()
+void tst_lensDevices::fieldsOfViewThatThereAreNot()
 {
     LensRig rig("discrete-fov");
     for (const uint8_t field : {uint8_t(2), uint8_t(255)})
@@ -62,7 +62,7 @@ void tst_lensParts::fieldsOfViewThatThereAreNot()
     QCOMPARE(field, uint8_t(7));
 }
 
-void tst_lensParts::turningBackAndForthKeepsTheFocus()
+void tst_lensDevices::turningBackAndForthKeepsTheFocus()
 {
     LensRig rig("discrete-fov");
     QCOMPARE(zvtSetFocusPos(rig.handle(), 8500), 0);
@@ -74,7 +74,7 @@ void tst_lensParts::turningBackAndForthKeepsTheFocus()
     QCOMPARE(rig.focus(), 8500U);
 }
 
-void tst_lensParts::anotherClientTurnsTheTurret()
+void tst_lensDevices::anotherClientTurnsTheTurret()
 {
     LensRig rig("discrete-fov");
     QVERIFY(rig.set("fieldOfView.selected", 1));
@@ -85,7 +85,7 @@ void tst_lensParts::anotherClientTurnsTheTurret()
     QCOMPARE(rig.field(), uint8_t(1));
 }
 
-void tst_lensParts::focusesToADistance()
+void tst_lensDevices::focusesToADistance()
 {
     LensRig rig;
     bool available = false;
@@ -99,7 +99,7 @@ void tst_lensParts::focusesToADistance()
     QCOMPARE(rig.focus(), 5005U);
 }
 
-void tst_lensParts::aDistanceOutOfReachGivesTheNearest()
+void tst_lensDevices::aDistanceOutOfReachGivesTheNearest()
 {
     LensRig rig;
     QCOMPARE(zvtFocusToDistance(rig.handle(), 0.499F), 0);
@@ -110,7 +110,7 @@ void tst_lensParts::aDistanceOutOfReachGivesTheNearest()
     QCOMPARE(rig.focus(), 10'000U);
 }
 
-void tst_lensParts::refusesNoDistance()
+void tst_lensDevices::refusesNoDistance()
 {
     LensRig rig;
     for (const float metres : {0.0F, -1.0F, NAN})
@@ -119,7 +119,7 @@ void tst_lensParts::refusesNoDistance()
     QCOMPARE(rig.focus(), 6000U);
 }
 
-void tst_lensParts::knowsNoDistancesWhenNotAvailable()
+void tst_lensDevices::knowsNoDistancesWhenNotAvailable()
 {
     LensRig rig;
     QVERIFY(rig.set("focusToDistance.available", false));
@@ -135,7 +135,7 @@ void tst_lensParts::knowsNoDistancesWhenNotAvailable()
     QVERIFY(!rig.set("focusToDistance.colour", true));
 }
 
-void tst_lensParts::theCoverTakesItsTime()
+void tst_lensDevices::theCoverTakesItsTime()
 {
     LensRig rig;
     QCOMPARE(rig.cover(), uint8_t(0));
@@ -148,7 +148,7 @@ void tst_lensParts::theCoverTakesItsTime()
     QCOMPARE(rig.cover(), uint8_t(1));
 }
 
-void tst_lensParts::aCoverThatIsThereNeedsNoTime()
+void tst_lensDevices::aCoverThatIsThereNeedsNoTime()
 {
     LensRig rig;
     const auto before = Clock::now();
@@ -156,7 +156,7 @@ void tst_lensParts::aCoverThatIsThereNeedsNoTime()
     QCOMPARE(Clock::now(), before);
 }
 
-void tst_lensParts::theCoverIsUnknownUntilItHasMoved()
+void tst_lensDevices::theCoverIsUnknownUntilItHasMoved()
 {
     LensRig rig("speed-moves");
     QCOMPARE(rig.cover(), uint8_t(2));
@@ -164,7 +164,7 @@ void tst_lensParts::theCoverIsUnknownUntilItHasMoved()
     QCOMPARE(rig.cover(), uint8_t(0));
 }
 
-void tst_lensParts::aCoverSentBackFailsTheFirstMove()
+void tst_lensDevices::aCoverSentBackFailsTheFirstMove()
 {
     LensRig rig(LensRig::slow);
     Clock::automatic();
@@ -174,7 +174,7 @@ void tst_lensParts::aCoverSentBackFailsTheFirstMove()
     QCOMPARE(closing.get(), int(emulator::Refused));
 }
 
-void tst_lensParts::disconnectionLeavesTheCoverUnknown()
+void tst_lensDevices::disconnectionLeavesTheCoverUnknown()
 {
     LensRig rig(LensRig::slow);
     Clock::automatic();
@@ -186,7 +186,7 @@ void tst_lensParts::disconnectionLeavesTheCoverUnknown()
     QCOMPARE(rig.cover(), uint8_t(2));
 }
 
-void tst_lensParts::anotherClientMovesTheCover()
+void tst_lensDevices::anotherClientMovesTheCover()
 {
     LensRig rig;
     QVERIFY(rig.set("cover.state", 1));
@@ -203,7 +203,7 @@ void tst_lensParts::anotherClientMovesTheCover()
     QVERIFY(!rig.set("cover.colour", 1));
 }
 
-void tst_lensParts::snapshotsMoveTheCover()
+void tst_lensDevices::snapshotsMoveTheCover()
 {
     LensRig rig;
     QCOMPARE(zvtSetLensCoverState(rig.handle(), 1), 0);
@@ -217,7 +217,7 @@ void tst_lensParts::snapshotsMoveTheCover()
     QCOMPARE(rig.cover(), uint8_t(1));
 }
 
-void tst_lensParts::athermalizationIsSetWhereAvailable()
+void tst_lensDevices::athermalizationIsSetWhereAvailable()
 {
     LensRig rig;
     bool available = false, enabled = true;
@@ -240,7 +240,7 @@ void tst_lensParts::athermalizationIsSetWhereAvailable()
     QVERIFY(!rig.set("athermalization.colour", true));
 }
 
-void tst_lensParts::snapshotsHoldTheAthermalization()
+void tst_lensDevices::snapshotsHoldTheAthermalization()
 {
     LensRig rig;
     QCOMPARE(zvtSetLensAthermalizationEnabled(rig.handle(), true), 0);
@@ -252,7 +252,7 @@ void tst_lensParts::snapshotsHoldTheAthermalization()
     QVERIFY(enabled);
 }
 
-void tst_lensParts::lensPartsAreAbsentWithoutThem()
+void tst_lensDevices::lensDevicesAreAbsentWithoutThem()
 {
     LensRig rig("low-cost");
     bool flag = true;
@@ -263,5 +263,5 @@ void tst_lensParts::lensPartsAreAbsentWithoutThem()
     QCOMPARE(zvtSaveLensStateAs(rig.handle(), "state"), int(emulator::Absent));
 }
 
-ZVT_TEST(tst_lensParts)
-#include "tst_lensParts.moc"
+ZVT_TEST(tst_lensDevices)
+#include "tst_lensDevices.moc"
