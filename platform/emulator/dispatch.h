@@ -23,16 +23,8 @@ namespace emulator
 //     }
 //
 // A body runs with the camera's lock held and with outputs and texts that are not null. It returns a status, true or
-// false, or nothing. A slow operation releases the lock while it takes its time, and ends when the camera is
-// disconnected meanwhile; it calls a delegate of its caller within a Camera::Unlocked:
-//
-//     Status Wheel::turnTo(uint8_t slot)
-//     {
-//         if (const Status status = camera().letTimePass(turnMilliseconds); status != Ok)
-//             return status;
-//         m_slot = slot;
-//         return Ok;
-//     }
+// false, or nothing. A slow operation lets its time pass by Camera::letTimePass(), which releases the lock, and ends
+// when the camera is disconnected meanwhile. It calls a delegate of its caller within a Camera::Unlocked.
 
 /// The status for the result of a body: the status that it returns, Ok or Refused for true or false, Ok for nothing.
 template <class Body, class Subject> int statusOf(Body &body, Subject &subject)
