@@ -10,20 +10,20 @@
 #include <exception>
 #include <utility>
 
-/// How a model starts its reads and sets its flags. A dropped read starts nothing, signals nothing and is not queued.
+/// When a model drops a new read, and how it sets its flags. A dropped read is not queued, and nothing is signalled.
 enum class RefreshForm {
     Standard, ///< Drops a read while one runs. Sets `refreshing` to true, then `hasRefreshed` to false.
     Swapped, ///< As Standard, with the two flags in the other order.
-    RefreshingOnly, ///< As Standard, but `hasRefreshed` stays true after the first read, so a section stays enabled.
-    FlagGuard, ///< Drops a read while `refreshing` is true. No `hasRefreshed`.
-    NoFlags, ///< Drops a read while one runs. Neither flag.
-    Unguarded, ///< Drops nothing; publishes the newest read only. `refreshing` starts true.
-    NewestOnly ///< As Unguarded with neither flag, for a poll or a write beside the other reads of a model.
+    RefreshingOnly, ///< As Standard, but `hasRefreshed` stays true after the first read, so that sections stay enabled.
+    FlagGuard, ///< Drops a read while `refreshing` is true. Never sets `hasRefreshed`.
+    NoFlags, ///< Drops a read while one runs. Sets neither flag.
+    Unguarded, ///< Drops nothing; publishes only the newest read. `refreshing` is true until the first read ends.
+    NewestOnly ///< As Unguarded, but sets neither flag. For a poll or a write beside the other reads of a model.
 };
 
-/// Runs `task`, a Result(const CameraAccess &), on a thread of the global pool. The caller may be a pool task itself.
-/// An exception of the task is logged as a warning, and the result is then a default Result, as if every read had
-/// failed: an exception in the future would end the program when its result is fetched. Any thread.
+/// Runs `task`, a Result(const CameraAccess &), on a thread of the global pool. Any thread, also a pool task. If the
+/// task throws a std::exception, it is logged as a warning and the result is a default Result, as if every read had
+/// failed. Without this the exception would end the program when the result is fetched.
 template <class Result, class Task> QFuture<Result> launchRead(Task task, const CameraAccess &camera)
 {
     return QtConcurrent::run([task = std::move(task), camera]() -> Result {
@@ -36,12 +36,12 @@ template <class Result, class Task> QFuture<Result> launchRead(Task task, const 
     });
 }
 
-/// The refresh contract: reads a Result on a thread of the global pool, then calls the model's finished slot on the GUI
-/// thread. Owns the watcher and the flags `refreshing` and `hasRefreshed`. Emits the model's signals
-/// `refreshingChanged` and `hasRefreshedChanged` if the model has them.
+/// Runs the reads of a model: a task reads a Result on a thread of the global pool, then the model's finished slot is
+/// called on the GUI thread to publish it. Owns the watcher and the flags `refreshing` and `hasRefreshed`. Emits the
+/// model's signals `refreshingChanged` and `hasRefreshedChanged` if the model has them.
 ///
-/// It is the last member of its model, so that it is destroyed first. Its destructor neither cancels a task nor waits
-/// for it: a task holds a CameraAccess and copies of its inputs, never the model. GUI thread only.
+/// Declare it after all other members of the model, so that it is destroyed first. Its destructor neither cancels a
+/// task nor waits for it: a task holds a CameraAccess and copies of its inputs, never the model. GUI thread only.
 template <class Model, class Result> class Refresh
 {
 public:
@@ -54,7 +54,7 @@ public:
     bool refreshing() const { return m_refreshing; }
     bool hasRefreshed() const { return m_hasRefreshed; }
 
-    /// Whether a task runs or its result waits for the finished slot.
+    /// Whether a task runs, or has ended and the finished slot has not fetched its result yet.
     bool running() const { return m_inFlight; }
 
     /// Starts `task`, a Result(const CameraAccess &), on a pool thread. Returns false if the form drops it.
@@ -66,10 +66,11 @@ public:
         return true;
     }
 
-    /// The first half of start(): sets and signals the flags. Returns false, without this, if the form drops the read.
+    /// The first half of start(): sets and signals the flags. If the form drops the read, it only returns false.
     bool begin() { return begin(m_form); }
 
-    /// As begin(), with the flags of another form, for a second kind of task with the same finished slot.
+    /// As begin(), but sets the flags as `form` does: for a second kind of task with the same finished slot. Whether
+    /// the read is dropped still depends on the form that the constructor got.
     bool begin(RefreshForm form)
     {
         Q_ASSERT(QThread::currentThread() == m_watcher.thread());
@@ -87,7 +88,7 @@ public:
     /// The second half of start(): starts the task.
     template <class Task> void run(Task task) { watch(launchRead<Result>(std::move(task), CameraAccess::of(m_model))); }
 
-    /// In place of run(): calls the finished slot after a read that another task has launched already.
+    /// Instead of run(): watches `read`, which a task has already launched, and calls the finished slot when it ends.
     void watch(const QFuture<Result> &read)
     {
         Q_ASSERT(QThread::currentThread() == m_watcher.thread());
@@ -96,10 +97,10 @@ public:
         m_watcher.setFuture(read);
     }
 
-    /// The read that was started last, by which a task sees whether it still runs. Not running if there was none.
+    /// The future of the last read, so that a task can check whether that read still runs. Not running without a read.
     QFuture<Result> lastRead() const { return m_watcher.future(); }
 
-    /// The result of the task. The finished slot calls this first; afterwards a new read may start.
+    /// The result of the ended task. The finished slot calls this first. running() is false afterwards.
     Result result()
     {
         m_inFlight = false;
@@ -119,8 +120,8 @@ public:
 private:
     static bool hasFlags(RefreshForm form) { return form != RefreshForm::NoFlags && form != RefreshForm::NewestOnly; }
 
-    // Uses m_inFlight and not the watcher's state: after the end of a task the watcher counts as finished before the
-    // finished slot has run, and a new future would then discard the unpublished result.
+    // Uses m_inFlight, not the state of the watcher: between the end of a task and the call of the finished slot the
+    // watcher is already finished, and a new future would discard the result before it is published.
     bool busy() const
     {
         switch (m_form) {

@@ -20,15 +20,16 @@
 class CapabilityBlock;
 class ZvtCameraModel;
 
-/// The Setup tab: the lens with its named states, and settings of detector and image. Reads an event of the camera each
-/// 5 s while the page is visible.
+/// The Setup tab: the lens with its named states, and settings of detector and image. Every 5 s, while the page is
+/// visible, no one-shot move runs and no position is edited, it reads one event of the camera and handles it.
 ///
 /// A lens is slow. A one-shot move (to a position, to an end stop, lens cover, auto focus, to a distance) runs on a
-/// pool thread and locks the lens controls of the page until it ends. A continuous move starts on press and stops on
-/// release, by calls on the GUI thread, while a timer reads the position. A slider sends a target each time it moves.
-/// All positions and limits of focus and zoom are encoder counts of the lens, distances are metres.
+/// pool thread and locks the lens controls of the page until it ends. A continuous move starts when the operator
+/// presses a button and stops when the button is released. Both calls are made on the GUI thread; a timer reads the
+/// position in between. A slider sends a target position each time the operator moves it. All positions and limits of
+/// focus and zoom are encoder counts of the lens, distances are metres.
 ///
-/// GUI thread only. (The header is long because of the number of settings of the page.)
+/// GUI thread only. (The header is long because the page has many settings.)
 class SetupTabModel : public BaseTabModel
 {
     Q_OBJECT
@@ -118,35 +119,37 @@ public:
     void setVflipImage(bool flip);
     int syncSource() const { return m_syncSource; } ///< 0 internal, 1 external, 2 video.
     void setSyncSource(int source);
-    QStringList fpaGainLevels() const { return m_fpaGainLevels; } ///< Names, or numbers without names.
-    int selectedFPAGainLevel() const { return m_selectedFPAGainLevel; } ///< The row of fpaGainLevels().
+    QStringList fpaGainLevels() const { return m_fpaGainLevels; } ///< A level without a name is its number.
+    int selectedFPAGainLevel() const { return m_selectedFPAGainLevel; } ///< Index into fpaGainLevels().
     void setSelectedFPAGainLevel(int level);
-    bool reduceNoise() const; ///< Asks the controller on each call.
-    void setReduceNoise(bool reduce); ///< Reads the presets again: their frame rates depend on it.
+    bool reduceNoise() const; ///< Each call asks the controller.
+    void setReduceNoise(bool reduce); ///< Then reads the presets again: their frame rates depend on it.
     bool fpaWindowSizeHasUnsavedValues() const { return m_fpaWindowSizeHasUnsavedValues; }
-    void setFpaWindowSizeHasUnsavedValues(bool unsaved); ///< Stored for the page only.
+    void setFpaWindowSizeHasUnsavedValues(bool unsaved); ///< Only stored, for the page.
 
-    /// Whether the lens can be moved: no one-shot move runs, no position is edited, and the focus is not in manual
-    /// mode.
+    /// Whether the lens can be moved: no one-shot move runs, the operator edits no position, and the focus is not in
+    /// manual mode.
     bool lensBasedControlsEnabled() const { return m_lensControlsUnlocked && !m_focusManualMode; }
     void setLensBasedControlsEnabled(bool unlocked);
     int selectedLensCoverStateIndex() const { return m_selectedLensCoverStateIndex; } ///< 0 open, 1 closed, 2 unknown.
     void setSelectedLensCoverStateIndex(int index); ///< Starts a one-shot move.
-    /// 0 narrow, 1 wide. Each call asks the camera and starts a read of the focus limits of this field of view. So a
-    /// change signal of this property makes the page reload the limits.
+    /// 0 narrow, 1 wide. Each call asks the camera and starts a read of the focus limits of this field of view. So
+    /// the change signal, after which the page calls this getter, also starts a read of the limits.
     int selectedDiscontinuousFieldOfViewIndex();
     void setSelectedDiscontinuousFieldOfViewIndex(int index);
-    /// The focus limits: of the field of view for a lens with discrete ones, else of the whole lens. Encoder counts.
+    /// The lowest and the highest focus position on the page, in encoder counts: the focus limits of the present field
+    /// of view if the lens has discrete ones, else the range of the whole lens.
     uint minimumFocusPosition() const;
     uint maximumFocusPosition() const;
     /// The focus limits of the field of view, in encoder counts; the near one may be the larger number.
     uint nearFocusPosition() const { return m_nearFocusPosition; }
-    void setNearFocusPosition(uint position); ///< Stored only, as is the far one: not written to the camera.
+    void setNearFocusPosition(uint position); ///< Both limits are only stored, not written to the camera.
     uint farFocusPosition() const { return m_farFocusPosition; }
     void setFarFocusPosition(uint position);
     int selectedFocusPosition() const { return static_cast<int>(m_selectedFocusPosition); }
     void setSelectedFocusPosition(int position); ///< Starts a one-shot move.
-    int slowSpeedStep() const { return m_slowSpeedStep; } ///< An argument for attemptMoveFocus() and attemptMoveZoom().
+    /// The speeds for attemptMoveFocus() and attemptMoveZoom().
+    int slowSpeedStep() const { return m_slowSpeedStep; }
     int mediumSpeedStep() const { return m_mediumSpeedStep; }
     int fastSpeedStep() const { return m_fastSpeedStep; }
     bool focusEncoderHasAscendingValuesNearToFar() const { return m_focusEncoderHasAscendingValuesNearToFar; }
@@ -178,35 +181,38 @@ public:
 
     bool hasAtLeastOneLensState() const { return !m_lensStateNames.isEmpty(); }
     QStringList lensStateNames() const { return m_lensStateNames; } ///< In the camera's order.
-    /// The row of lensStateNames(); -1 for none. After a failed read of the list it may be beyond the list.
+    /// Index into lensStateNames(), -1 for none. It may be past the end of the list after a failed read of the list.
     int selectedLensStateIndex() const { return m_selectedLensStateIndex; }
     void setSelectedLensStateIndex(int index); ///< Does not load the state.
-    /// Whether the field of view was changed after the state was loaded or saved. Each read of focus limits clears it
-    /// without a signal.
+    /// Whether the field of view was changed after a lens state was last loaded or saved. Each read of focus limits
+    /// sets this to false without a signal.
     bool selectedLensStateComponentsModifiedNotSaved() const { return m_selectedLensStateComponentsModifiedNotSaved; }
 
     Q_INVOKABLE void refresh() override;
 
-    Q_INVOKABLE void focusMaximum(); ///< This and the next five start one-shot moves.
+    /// These six start one-shot moves. focusMaximum() and focusMinimum() move to the focus limit with the larger and
+    /// the smaller encoder count.
+    Q_INVOKABLE void focusMaximum();
     Q_INVOKABLE void focusMinimum();
     Q_INVOKABLE void zoomWidest();
     Q_INVOKABLE void zoomNarrowest();
     Q_INVOKABLE void autoFocus();
     Q_INVOKABLE void focusToDistance();
-    /// Continuous moves at a signed speed step, or a signed percentage of the full speed, until a call with 0. Return
-    /// whether the camera accepted the call.
+    /// Continuous moves at a signed speed step, or a signed percentage of the full speed, until a call with 0. Positive
+    /// is towards far or narrow. Return whether the camera accepted the call; attemptMoveZoom() also returns false,
+    /// without a call, if the zoom is already at that end of its range.
     Q_INVOKABLE bool attemptMoveFocus(int speed);
     Q_INVOKABLE bool attemptMoveZoom(int speed);
     Q_INVOKABLE bool attemptMoveFocusPercent(float speed);
     Q_INVOKABLE bool attemptMoveZoomPercent(float speed);
-    /// Target positions while a slider is dragged, in encoder counts. The camera returns before the lens has arrived.
+    /// Send a target position, in encoder counts, while the operator drags a slider. Do not wait for the lens.
     Q_INVOKABLE void focusMoveTo(uint value);
     Q_INVOKABLE void zoomMoveTo(uint value);
     /// Writes the focus limits of both discrete fields of view, in encoder counts. Ignores the statuses.
     Q_INVOKABLE void setNarrowWideNearFarPositions(uint narrowNear, uint narrowFar, uint wideNear, uint wideFar);
 
-    /// Lens states. Each call blocks until the camera has done it. A refusal has no message.
-    Q_INVOKABLE void addLensState(const QString &name); ///< Of the present position. Overwrites.
+    /// Lens states. Each call blocks until the camera has finished. A failure shows no message.
+    Q_INVOKABLE void addLensState(const QString &name); ///< Of the present position. Replaces a state of that name.
     Q_INVOKABLE void renameLensState(const QString &oldName, const QString &newName);
     Q_INVOKABLE void saveLensState(const QString &name);
     Q_INVOKABLE void loadLensState(const QString &name); ///< Moves the lens.
@@ -260,8 +266,8 @@ signals:
 private:
     using Self = SetupTabModel;
     using LensStates = hlx::TArray<zvtSDirEntry>;
-    /// The last part of a one-shot move, which runs on the GUI thread. The model is an argument, since the task that
-    /// makes it must not capture one.
+    /// The end of a one-shot move: a function that is called on the GUI thread. The model is its argument, since the
+    /// task that creates the function must not capture a model.
     using Completion = hlx::delegate<void(SetupTabModel &)>;
 
 private slots:
@@ -316,7 +322,7 @@ private:
     QTimer m_eventQueueTimer{this};
 
     bool m_lensControlsUnlocked = true; ///< No one-shot move runs, and no position is being edited.
-    bool m_focusManualMode = false; ///< The focus is in manual mode.
+    bool m_focusManualMode = false; ///< The focus is turned by hand at the lens.
     int m_selectedLensCoverStateIndex = 2;
     int m_selectedDiscontinuousFieldOfViewIndex = 0;
     uint m_nearFocusPosition = 0;
@@ -335,24 +341,24 @@ private:
     uint m_narrowFarFocusPosition = 0;
     uint m_wideNearFocusPosition = 0;
     uint m_wideFarFocusPosition = 0;
-    /// Metres. Shared with the task of focusToDistance(), which reads it when the task starts to run.
+    /// Metres. Shared with the task of focusToDistance(), which reads it when it starts.
     const std::shared_ptr<std::atomic<float>> m_distanceToFocus = std::make_shared<std::atomic<float>>(0.0F);
     float m_distanceMinimum = 0.0F;
     float m_distanceMaximum = 0.0F;
-    bool m_slowPositionalFocus = false; ///< At slow speed this lens moves by steps of position.
+    bool m_slowPositionalFocus = false; ///< The lens moves by steps of position at slow speed.
     uint m_focusPositionIncrement = 90; ///< One such step, in encoder counts.
-    int m_focusMoveDirection = 1; ///< 1 towards far, -1 towards near, 0 after a stop.
+    int m_focusMoveDirection = 1; ///< Of these steps: 1 towards far, -1 towards near, 0 after a stop.
     QTimer m_focusPositionTimer{this};
     QTimer m_slowFocusTimer{this};
     QTimer m_zoomPositionTimer{this};
     QTimer m_zoomSettleTimer{this};
-    uint m_lastZoomPosition = 0; ///< Read by the last checkZooming().
+    uint m_lastZoomPosition = 0; ///< The position that checkZooming() read last; 0 after a new target.
     int m_selectedAFRoiSizeIndex = 0;
     int m_selectedAFRoiPositionIndex = 0;
     int m_selectedAFRoiShowWhenIndex = 0;
     bool m_athermalizationEnabledAvailable = false;
     bool m_athermalizationEnabled = false;
-    std::chrono::steady_clock::time_point m_metaReadStart; ///< Start of the newest read of the limits.
+    std::chrono::steady_clock::time_point m_metaReadStart; ///< Start of the newest read of focus limits.
 
     QStringList m_lensStateNames;
     int m_selectedLensStateIndex = 0;

@@ -8,9 +8,10 @@
 #include <chrono>
 #include <cstdint>
 
-/// One preset of the camera: its exposure, its factory calibration and its use in a sequence or in a superframe. Times
-/// and rates are written as the operator typed them; the camera rounds or refuses them, and a changed integration time
-/// is read again. SetupGeneralModel reads all presets together with its own values. GUI thread only.
+/// One preset of the camera: its exposure (integration time and frame rates), its factory calibration and its use in a
+/// sequence or in a superframe. Times and rates are written as the operator typed them; the camera may round or refuse
+/// them. After a change of the integration time the exposure is read again. SetupGeneralModel reads all presets
+/// together with its own values. GUI thread only.
 class ZvtCameraPresetModel : public QObject
 {
     Q_OBJECT
@@ -41,44 +42,47 @@ public:
         TimePoint startTime{}; ///< Start of the read.
     };
 
-    /// The values that depend on the integration time, the window and the noise reduction.
+    /// The result of a read of the exposure, which may change with the window and the noise reduction. A value whose
+    /// call fails keeps its default.
     struct PresetPartialRefreshResult {
         int frameRateIndex = -1;
         double integrationTime = 0.0;
         double frameRate = 0.0;
         QList<qreal> frameRates;
-        TimePoint startTime{};
+        TimePoint startTime{}; ///< Start of the read.
     };
 
     /// `preset` is the number of the preset, counted from 0.
     ZvtCameraPresetModel(QObject *parent, int preset);
 
-    /// The row of SetupGeneralModel::factoryCalibrationStrings(), of which the last one is no calibration.
+    /// The row of SetupGeneralModel::factoryCalibrationStrings(); its last row is for no calibration. -1 if not read.
     int activeFactoryCalibrationIndex() const { return m_activeFactoryCalibrationIndex; }
     void setActiveFactoryCalibrationIndex(int index);
-    bool factoryCalibrationLoaded() const { return m_factoryCalibrationLoaded; } ///< Fixes the integration time.
+    /// Whether the preset has a factory calibration. The operator cannot change its integration time then.
+    bool factoryCalibrationLoaded() const { return m_factoryCalibrationLoaded; }
     double integrationTime() const { return m_integrationTime; } ///< Milliseconds.
-    void setIntegrationTime(double milliseconds); ///< Stored as typed until the camera's value has been read.
+    void setIntegrationTime(double milliseconds); ///< Stored as typed until it has been read again.
     double frameRate() const { return m_frameRate; } ///< Hertz.
-    void setFrameRate(double hertz); ///< Selects the row of a listed rate; else writes the rate.
-    bool subframeEnabled() const { return m_subframeEnabled; } ///< Is part of the superframe.
+    void setFrameRate(double hertz); ///< Writes a listed rate by its row, another by its value.
+    bool subframeEnabled() const { return m_subframeEnabled; } ///< Whether it is in the superframe.
     void setSubframeEnabled(bool enabled);
     uint32_t dwellCount() const { return m_dwellCount; } ///< Repeats in the preset sequence; 0 omits it.
     void setDwellCount(uint32_t count);
     QList<qreal> frameRates() const { return m_frameRates; } ///< Hertz, the highest first.
-    int frameRateIndex() const { return m_frameRateIndex; } ///< The row of frameRates(); -1 if it is not listed.
+    int frameRateIndex() const { return m_frameRateIndex; } ///< Row of frameRates(); -1 for an unlisted rate.
     void setFrameRateIndex(int index);
 
     /// Reads the whole preset.
     Q_INVOKABLE void refresh();
-    /// Reads integration time, frame rate and frame rates only.
+    /// Reads only the exposure.
     void partialRefresh();
 
-    /// The reads, one controller call for each value. Any thread.
+    /// Read the camera, with one controller call for each value. Without a controller all values are the defaults. Any
+    /// thread.
     static PresetFullRefreshResult GetFullRefreshResult(const CameraAccess &camera, int preset);
     static PresetPartialRefreshResult GetPartialRefreshResult(const CameraAccess &camera, int preset);
-    /// Publish the values that differ, so that an open list of rates is not closed by an unchanged value. Of two reads
-    /// of the exposure the one started last is published, in whatever order they end.
+    /// Publish only the values that differ, since a signal for an unchanged list of rates would close the open list on
+    /// the page. The exposure is dropped if a later read of it has been started by partialRefresh() or published.
     void ApplyFullRefreshResult(const PresetFullRefreshResult &result);
     void ApplyPartialRefreshResult(const PresetPartialRefreshResult &result);
 
@@ -111,7 +115,7 @@ private:
     double m_integrationTime = 0.0;
     double m_frameRate = 0.0;
     QList<qreal> m_frameRates;
-    TimePoint m_exposureReadStart; ///< Start of the newest read of times and rates.
+    TimePoint m_exposureReadStart; ///< Start of the newest read of the exposure.
     Refresh<Self, PresetPartialRefreshResult> m_partialRefresh{this, &Self::finishedPartialRefreshWatcher,
                                                                RefreshForm::NoFlags};
     Refresh<Self, PresetFullRefreshResult> m_fullRefresh{this, &Self::finishedFullRefreshWatcher, RefreshForm::NoFlags};

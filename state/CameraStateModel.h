@@ -14,13 +14,14 @@
 class CameraStateEntry;
 class CameraStateTransferWorker;
 
-/// The named states in the camera's own storage, each a snapshot of its whole configuration. Lists, saves, loads,
-/// renames and deletes states, copies them to and from the computer, and shows the current one. A load changes nearly
-/// every setting, so `loading` disables the page, and the root reads everything again when it ends.
+/// The named states in the camera's own storage. Each state is a snapshot of the camera's whole configuration. Lists,
+/// saves, loads, renames and deletes states, copies them to and from the computer, and shows the current one. A load
+/// changes nearly every setting. So the page is disabled while `loading` is true, and the root model reads its tabs
+/// again after the load.
 ///
 /// A save or a load is ignored while a save, a load or a transfer runs; a transfer is ignored only while another
-/// transfer runs. Failed saves, loads, renames and deletions have no message; transferOk() shows a failed transfer. GUI
-/// thread only.
+/// transfer runs. transferOk() reports whether a transfer failed. Other failures have no message: a failed rename or
+/// deletion changes nothing, and after a failed save or load canSaveState() is false. GUI thread only.
 class CameraStateModel : public QObject
 {
     Q_OBJECT
@@ -38,7 +39,7 @@ class CameraStateModel : public QObject
 
 public:
     explicit CameraStateModel(QObject *parent);
-    ~CameraStateModel() override; ///< Waits for a running transfer and does not abort it.
+    ~CameraStateModel() override; ///< Waits for a running transfer without aborting it.
 
     bool refreshing() const { return m_entriesRead.refreshing(); }
     bool hasRefreshed() const { return m_entriesRead.hasRefreshed(); }
@@ -48,24 +49,25 @@ public:
     int progress() const { return m_progress; } ///< Of the transfer, 0 to 100 percent.
     ObjectListModel *entries() { return &m_entries; } ///< CameraStateEntry objects in the camera's order.
     bool transferring() const { return m_transferring; }
-    bool transferOk() const { return m_transferOk; } ///< Whether the last transfer succeeded; valid after its end.
+    bool transferOk() const { return m_transferOk; } ///< Whether the last transfer succeeded. Valid after it has ended.
     bool transferUpload() const { return m_transferUpload; } ///< Whether the last transfer was an upload to the camera.
     bool canSaveState() const { return m_canSaveState; } ///< Whether saveState() may overwrite the current state.
 
     Q_INVOKABLE void saveState(); ///< Overwrites the current state. Ignored unless canSaveState().
-    Q_INVOKABLE void saveStateAs(const QString &name); ///< Overwrites. Ignored for the two default states.
+    /// Replaces a state of that name. Ignored for "Factory Defaults" and "Hard Defaults".
+    Q_INVOKABLE void saveStateAs(const QString &name);
     Q_INVOKABLE void loadState(const QString &name);
     Q_INVOKABLE void loadFactoryDefaults();
     Q_INVOKABLE void saveFactoryDefaults();
-    Q_INVOKABLE void loadHardDefaults();
+    Q_INVOKABLE void loadHardDefaults(); ///< The camera's built-in defaults.
     Q_INVOKABLE void deleteState(const QString &name);
     Q_INVOKABLE void renameState(const QString &oldName, const QString &newName); ///< Moves the entry to the end.
-    Q_INVOKABLE void uploadState(const QString &url); ///< The state's name is the file's without its last suffix.
+    Q_INVOKABLE void uploadState(const QString &url); ///< The state gets the file's name without its last extension.
     Q_INVOKABLE void downloadState(const QString &name, const QString &url);
     Q_INVOKABLE void abort(); ///< Stops the transfer at its next block.
     Q_INVOKABLE void refresh(); ///< Reads the entries and the current state.
-    Q_INVOKABLE bool stateExists(const QString &name); ///< Asks the camera, blocking.
-    Q_INVOKABLE bool stateNameValid(const QString &name); ///< Whether it is a valid file name for the camera.
+    Q_INVOKABLE bool stateExists(const QString &name); ///< Asks the camera and waits for the answer.
+    Q_INVOKABLE bool stateNameValid(const QString &name); ///< Whether `name` is a valid file name on the camera.
 
 signals:
     void refreshingChanged();
@@ -94,8 +96,8 @@ private:
     static CurrentState readCurrentState(const CameraAccess &camera, Trace trace);
     void startReadingCurrentState(Trace trace);
     void getInitialStateName();
-    /// Starts `write`, an int(const CameraAccess &), unless a save, a load or a transfer runs. Sets `flag` while it
-    /// runs. `onSuccess` is the current state after a status of 0.
+    /// Starts `write`, an int(const CameraAccess &), on a pool thread, unless a save, a load or a transfer runs. `flag`
+    /// is true while it runs. `onSuccess` becomes the current state if `write` returns 0.
     template <class Write>
     void saveOrLoad(bool &flag, void (Self::*changed)(), const CurrentState &onSuccess, Write write);
     void startTransfer(bool upload, const QString &url, const QString &name);

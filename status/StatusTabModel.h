@@ -16,9 +16,10 @@
 
 class ZvtCameraModel;
 
-/// The present state of the camera. Frame size, frame rate and integration time change seldom and are read on demand.
-/// The clock and the saturation are polled each second while the page is visible, the temperatures each 5 s, the
-/// operating time each minute. GUI thread only. (The header is long because of its two result records.)
+/// The values of the Status page. refresh() reads frame size, frame rate and integration time, which change seldom.
+/// While the page is visible and the camera is connected, a poll reads the clock and the saturation each second, the
+/// temperatures every 5 seconds and the operating time every minute. GUI thread only. (The header is long because of
+/// its two result records.)
 class StatusTabModel : public BaseTabModel
 {
     Q_OBJECT
@@ -47,28 +48,29 @@ public:
     explicit StatusTabModel(QObject *parent);
 
     bool visible() const { return m_visible; }
-    /// The poll runs while the page is visible and the camera is connected.
+    /// Starts or stops the poll. The poll also stops while the camera is not connected.
     void setVisible(bool visible);
-    QString time() const { return m_time; } ///< "YYYY-MM-DD hh:mm:ss", or IRIG time with "L" if it is locked.
+    QString time() const { return m_time; } ///< "YYYY-MM-DD hh:mm:ss", or IRIG time, with "L" if locked.
     QString operatingTime() const { return m_operatingTime; } ///< "H h MM min".
     ZvtCameraModel *cameraModel() const;
 
     double fpaTemp() const { return m_fpaTemp.value_or(0.0); } ///< Detector, in Kelvin; 0 if not read.
-    bool fpaCold() const { return m_fpaCold; } ///< The detector has its operating temperature.
+    bool fpaCold() const { return m_fpaCold; } ///< Whether the detector is at its operating temperature.
     bool fpaTempCelsius() const { return m_fpaTempCelsius; } ///< Whether to show fpaTemp() in degrees Celsius.
-    /// These sensors in degrees Celsius; 0 if not read.
+    /// Temperatures of the other sensors in degrees Celsius; 0 if not read.
     double frontPanelTemp() const { return m_frontPanelTemp.value_or(0.0); }
     double airGapTemp() const { return m_airGapTemp.value_or(0.0); }
     double lensTemp() const { return m_lensTemp.value_or(0.0); }
     bool hasLensTemp() const { return m_hasLensTemp; }
-    double internalChassisTemp() const { return m_internalChassisTemp.value_or(0.0); } ///< "Chassis" or "Internal".
+    /// The interior, measured by the readout electronics or else by the sensor controller.
+    double internalChassisTemp() const { return m_internalChassisTemp.value_or(0.0); }
 
-    /// Texts with their units; empty if not read. Frame size in pixels.
+    /// Texts; empty if not read. The frame size is in pixels, without a unit; the other texts contain their units.
     QString frameSize() const { return m_frameSize; }
     QString integrationTime() const { return m_integrationTime; }
     QString frameRate() const { return m_frameRate; }
     bool saturated() const { return m_saturated; }
-    bool loaded() const { return m_loaded; } ///< The page has been visible at least once.
+    bool loaded() const { return m_loaded; } ///< Whether the page has ever been visible.
 
     Q_INVOKABLE void refresh() override; ///< Reads frame size, frame rate and integration time.
     Q_INVOKABLE double convertKelvinToCelsius(double kelvinTemp) const { return kelvinTemp - kelvinOffset; }
@@ -78,7 +80,7 @@ signals:
     void timeChanged();
     void operatingTimeChanged();
 
-    // The first reading of a temperature is signalled even if it is 0, which is also the value without a reading.
+    // The first reading of a temperature is signalled even if it is 0, the value of a temperature that is not read yet.
     void fpaTempChanged();
     void fpaColdChanged();
     void fpaTempCelsiusChanged();
@@ -99,7 +101,7 @@ private:
 
     static constexpr double kelvinOffset = 273.15;
 
-    /// The values that change seldom, as texts; empty if not read.
+    /// The result of refresh(), as texts; empty if not read.
     struct Result {
         QString frameSize;
         QString frameRate;
@@ -110,7 +112,7 @@ private:
         void readSequence(const CameraAccess &camera, int mode);
     };
 
-    /// The result of one poll.
+    /// The result of one poll. A value is unset if the poll did not read it or its call failed.
     struct TimesAndTempsResult {
         bool hasRtc = false;
         uint8_t year = 0; ///< Counted from 2000.
@@ -121,10 +123,10 @@ private:
         uint8_t second = 0;
         bool hasIrig = false;
         uint8_t irigLocked = 0;
-        uint16_t irigYear = 0; ///< 0 if the signal has no year.
+        uint16_t irigYear = 0; ///< 0 if it is not known.
         zvtSIRIG irig{};
         Nullable<float> fpaTemp; ///< Kelvin.
-        Nullable<float> coldTemp; ///< Kelvin, or Celsius with a thermoelectric cooler.
+        Nullable<float> coldTemp; ///< Operating temperature: Kelvin, or Celsius with a thermoelectric cooler.
         Nullable<float> lensTemp; ///< Celsius.
         Nullable<uint8_t> coolerType;
         Nullable<uint8_t> coolerPowerEnabled;
@@ -135,8 +137,8 @@ private:
         bool rsOk = false;
         float frontPanelTemp = 0.0F; ///< Celsius, as are the next three.
         float airGapTemp = 0.0F;
-        float scInternalTemp = 0.0F; ///< Of the sensor controller.
-        float rsInternalTemp = 0.0F; ///< Of the readout electronics.
+        float scInternalTemp = 0.0F; ///< Interior, measured by the sensor controller.
+        float rsInternalTemp = 0.0F; ///< Interior, measured by the readout electronics.
         Nullable<uint32_t> operatingMinutes;
         uint8_t saturated = 0;
 
@@ -146,9 +148,9 @@ private:
         void readDetectorTemperature(uint64_t handle);
     };
 
-    /// The schedule of the polls: a tick from 0 to 59 selects the reads of a poll. The task of a poll advances it at
-    /// its end, so a slow camera delays the schedule. Shared with the tasks. After a restart, advance() of an older
-    /// task does nothing.
+    /// The schedule of the polls, shared with their tasks. Its tick, 0 to 59, selects the values that a poll reads. A
+    /// task advances the tick at its end, so a slow camera delays the schedule. restart() sets the tick to 0; advance()
+    /// by an older task then does nothing. Any thread.
     class Schedule
     {
     public:

@@ -6,11 +6,11 @@ import zvt.frame
 import zvt.look
 
 // The main page of one camera: the tool bar with the tabs, the pages below it, and the dialogs and overlays that belong
-// to no tab.
+// to no tab. The host sets the context property cameraModel, the camera's ZvtCameraModel.
 Item {
     id: root
 
-    // The manufacturer's colours, for hosts that extend the page.
+    // The colours of the pages, for hosts that extend them.
     readonly property color kestrinBlue: Look.kestrinBlue
     readonly property color kestrinSecondaryCoolGray: Look.kestrinSecondaryCoolGray
     readonly property color kestrinSecondaryGold: Look.kestrinSecondaryGold
@@ -31,14 +31,14 @@ Item {
     readonly property bool _standaloneConnected: _standaloneModel?.connected ?? false
     readonly property bool _connecting: _standaloneModel?.connecting ?? false
     readonly property bool _disconnecting: _standaloneModel?.disconnecting ?? false
-    // Each read of cameraModel.connected asks the controller, so only this binding reads it.
+    // Each read of cameraModel.connected calls the controller, so the page reads it only here.
     readonly property bool _connected: safeGetConnected()
     readonly property var _cameraState: cameraStateExists() ? cameraModel.cameraState : null
     readonly property bool _loadingState: _cameraState?.loading ?? false
     readonly property bool _savingState: _cameraState?.saving ?? false
     readonly property bool _busy: _standalone ? _connecting || _disconnecting : _loadingState || _savingState
     property bool _fakeOverlayShown
-    // Whether hidden contents may be created. Set after the start.
+    // Whether the contents of hidden pages may be created. Becomes true 250 ms after the start.
     property bool _preload
 
     function cameraModelExists(): bool {
@@ -46,7 +46,7 @@ Item {
         return cameraModel !== null
     }
 
-    // The functions below are also used in bindings, which can run while the context is being destroyed.
+    // Bindings use the next three functions, and can run while the context is being destroyed and has no cameraModel.
     function safeGetConnected(): bool {
         return cameraModel?.connected ?? false
     }
@@ -59,7 +59,7 @@ Item {
         return Boolean(cameraModel?.cameraCapabilitiesModel)
     }
 
-    // Blocks the page with an overlay, for a dialog that is not modal.
+    // Shows or hides an overlay that blocks the page, for a dialog that is not modal.
     function setFakeOverlay(visible: bool) {
         _fakeOverlayShown = visible
     }
@@ -74,7 +74,7 @@ Item {
     height: 480
     enabled: !_loadingState && !_fakeOverlayShown
     focus: true
-    // After a popup has closed, only the content item of the window has the focus.
+    // After a popup has closed, the content item of the window has the focus. The page takes it to receive keys again.
     Window.onActiveFocusItemChanged: {
         if (visible && Window.activeFocusItem === Window.contentItem)
             forceActiveFocus()
@@ -87,7 +87,7 @@ Item {
         }
     }
 
-    // Colours for the controls of the host, such as its editors.
+    // Colours that the host's controls on the page, such as its editors, inherit.
     palette {
         window: Look.backColor
         windowText: Look.textColor

@@ -1,13 +1,14 @@
 import QtQuick
 
-// Creates a dialog or popup from a file, or from the component inside, when it is first needed, and then keeps it.
+// Creates a dialog or popup when it is first needed, and then keeps it. The source is the component that is declared
+// inside, otherwise `file`.
 Loader {
     property url file
-    // Initial values of properties for an object that is created from `file`.
+    // Initial values of the properties of an object from `file`. Not used with a component.
     property var initialProperties: ({})
     default property Component component
 
-    // The dialog or popup; creates it if it does not exist yet.
+    // Returns the dialog or popup. Creates it if it does not exist yet.
     function instance(): var {
         if (!item) {
             if (component)

@@ -6,8 +6,9 @@ import zvt
 import zvt.look
 
 // A section of a page: a header, and below it a body that is visible while the section is expanded. A click on the
-// header of a collapsed section reads its models before it expands. The body is created when it is first visible, or
-// asynchronously while it is hidden if `preload` is set. It is kept when the section collapses.
+// header emits `toggle`; if the section is collapsed, it emits `refresh` first. The body is created when it is first
+// visible. If `preload` is set, the body of an expanded section is created asynchronously while the page is hidden. A
+// body is kept when the section collapses.
 ColumnLayout {
     id: section
 
@@ -25,14 +26,16 @@ ColumnLayout {
     // Whether the body's values have been read and can be set.
     property bool usable: true
 
-    // Whether the operator holds a control of the body; the page must not scroll meanwhile.
+    // Whether the operator holds down a control of the body. The page must not scroll meanwhile.
     readonly property bool controlHeld: _body ? _body.controlHeld : false
     readonly property SectionBody _body: contents.item as SectionBody
-    // The operator types into a field of the body or has one of its lists open. The body then stays enabled during a
-    // read.
+    // Whether a text field of the body has the focus or a list of the body is open. The body then stays enabled during
+    // a read.
     property bool _beingEdited
 
+    // Asks the page to read the models of the section.
     signal refresh
+    // Asks the page to expand or to collapse the section.
     signal toggle
     // Asks the page to scroll the item into view.
     signal scrollTo(item: Item)
@@ -81,8 +84,8 @@ ColumnLayout {
         readonly property bool _wanted: section.expanded && (section.isShown || section.preload)
         readonly property bool _wantedNow: section.expanded && section.isShown
 
-        // If the page is shown while the body is still loading asynchronously, the body is loaded again synchronously.
-        // Changing `asynchronous` alone would make the loader drop the initial properties.
+        // If the page is shown while the body is still loading asynchronously, the body is loaded again, synchronously.
+        // It is not enough to change `asynchronous`: the loader would then drop the initial properties.
         function _make() {
             const hidden = !section.isShown
             if (!_wanted || status === Loader.Ready || (status === Loader.Loading && hidden))

@@ -17,15 +17,17 @@
 namespace emulator
 {
 
-/// An emulated camera. It answers calls while it is connected, and keeps its files in a folder. Any thread.
+/// An emulated camera, made of devices. It answers calls while it is connected, and keeps its files in a folder. Any
+/// thread.
 class Camera : public std::enable_shared_from_this<Camera>
 {
 public:
-    /// Makes a camera of a profile (a built-in name, or the path of a file), which is not connected. It keeps its files
-    /// in `folder`/cameras/PROFILE; an empty `folder` is the user's folder for application data. Throws a SetupError.
+    /// Makes a camera that is not connected. `profile` is the name of a built-in profile or the path of a profile file.
+    /// The files of the camera are in `folder`/cameras/NAME, where NAME is the name of the profile. An empty `folder`
+    /// means the user's folder for application data. Throws a SetupError if the profile or a saved file is bad.
     static std::shared_ptr<Camera> create(const QString &profile, const QString &folder);
 
-    /// The folder in which create() would put the files of a camera whose profile has this name.
+    /// The folder that create() uses for a camera whose profile has this name.
     static QString folderOf(const QString &profileName, const QString &folder);
 
     Camera(const Camera &) = delete;
@@ -36,10 +38,10 @@ public:
     void disconnect();
     bool connected() const;
 
-    /// The handle of this camera in the SDK, while the camera exists. A handle is never used again.
+    /// The handle of this camera in the SDK. It is valid while the camera exists and is never used for another camera.
     uint64_t handle() const;
 
-    /// The camera of a handle, null for 0 and for a camera that no longer exists.
+    /// The camera with this handle. Null for 0, for an unknown handle and for a camera that no longer exists.
     static std::shared_ptr<Camera> find(uint64_t handle);
 
     const Profile &profile() const { return m_profile; }
@@ -57,11 +59,12 @@ public:
         return nullptr;
     }
 
-    /// Held by the gate while a device answers.
+    /// The camera's lock, which is held while a device answers a call.
     std::recursive_mutex &mutex() { return m_mutex; }
 
-    /// Releases the camera's lock while this object exists: during a slow part of an operation, and during calls of the
-    /// caller's delegates. Use it only where the lock is held once, as in functions of devices that the gate calls.
+    /// Releases the camera's lock while this object exists. Use it for the slow part of an operation, and while a
+    /// delegate of the SDK's caller runs. The thread must hold the lock exactly once, as it does in a function of a
+    /// device that a call to the camera runs.
     class Unlocked
     {
     public:
@@ -74,17 +77,18 @@ public:
         std::recursive_mutex &m_mutex;
     };
 
-    /// Lets the time of a slow operation pass by Clock::wait(), with the lock released. Other operations may change the
-    /// camera meanwhile, so the operation has to read values again afterwards. Returns NotConnected if the camera is no
-    /// longer connected; the operation then ends with that status.
+    /// Waits for the duration of a slow operation by Clock::wait(), with the lock released. Other operations may change
+    /// the camera meanwhile, so the caller must read values again afterwards. Returns Ok, or NotConnected if the camera
+    /// is no longer connected; the operation must then end with that status.
     Status letTimePass(int64_t milliseconds);
 
-    /// Another client of the camera. Its changes of settings raise the event for changed settings.
+    /// Changes settings as another client of the camera does. Each change raises ZVT_EVENT_SETTINGS_CHANGED.
     class OtherClient
     {
     public:
-        /// Changes the setting `name`, which is "device.setting". Returns false if it is refused; `why` is then one
-        /// line for the user, as "other client: cooler.setpoint: must lie between 60 and 120".
+        /// Changes the setting `name`, which has the form "device.setting". Returns false if the change is refused. It
+        /// then sets `why` to one line for the user, for example "other client: cooler.setpoint: must lie between 60
+        /// and 120".
         bool set(const QString &name, const QVariant &value, QString *why = nullptr);
 
     private:
@@ -94,31 +98,33 @@ public:
     };
     OtherClient otherClient() { return OtherClient(*this); }
 
-    /// The settings that other clients may change, by device.
+    /// The settings that other clients may change, ordered by device. Their names have the form "device.setting".
     std::vector<SettingInfo> settings() const;
 
-    /// Changes a capability by the name of its property and raises the event for changed equipment. Returns false if it
-    /// is refused, with `why` as for OtherClient::set().
+    /// Changes the capability with this property name to a bool or a number from 0 to 255, and raises
+    /// ZVT_EVENT_MAKE_UP_CHANGED. Returns false and sets `why` as OtherClient::set() does if the change is refused.
     bool changeMakeUp(const QString &capability, const QVariant &value, QString *why = nullptr);
 
     /// The present capabilities by the names of their properties.
     QJsonObject capabilities() const;
 
-    /// Calls the listener after each change, on the thread of connect() or disconnect(). Returns a number for
-    /// removeListener(), which waits while the listener runs on another thread.
+    /// Calls the listener after each change of connected(), on the thread that calls connect() or disconnect(). Returns
+    /// a number for removeListener(), which waits while listeners run on another thread.
     int onConnectionChanged(std::function<void()> listener);
     void removeListener(int number);
 
-    /// The camera's settings, as states contain them: the saved values of the devices, by the keys of the devices.
+    /// The camera's settings, as a state contains them: the result of Device::save() for each device whose values are
+    /// in snapshots, under the key of the device.
     QJsonObject snapshot() const;
-    /// Restores the settings of a snapshot(). Devices that it does not contain do not change, and neither do values
-    /// that a device refuses. Each refused value is reported in the log as "source: path of the key: why".
+    /// Restores the settings of a snapshot(). Devices that are not in it do not change, and neither do values that a
+    /// device refuses. Logs each refused value as "SOURCE: DEVICE.SETTING: WHY".
     void restore(const QJsonObject &snapshot, const QString &source = QStringLiteral("snapshot"));
 
-    /// The settings of a new camera of this profile.
+    /// The settings of a new camera of this profile, in the form of snapshot().
     const QJsonObject &newSettings() const { return m_newSettings; }
 
-    /// Writes the values that outlive the process to the camera's folder. Logs a warning if they cannot be written.
+    /// Writes the values that outlive the process to the camera's folder if they have changed. Logs a warning if they
+    /// cannot be written.
     void remember();
 
 private:

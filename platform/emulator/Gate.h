@@ -17,20 +17,20 @@ namespace emulator
 /// One call in the log of a gate.
 struct Call {
     std::string name; ///< "zvtGetGainLevel" or "controller.GetWindow".
-    std::string arguments; ///< The inputs without the handle, separated by ", "; texts in double quotes.
+    std::string arguments; ///< The inputs except the handle, separated by ", "; texts are in double quotes.
     std::thread::id thread;
-    int status = Pending; ///< 0 for a controller operation that returns true or has no result.
-    std::chrono::nanoseconds duration{0}; ///< Time from the start of the call to its end.
+    int status = Pending; ///< A Status; Ok (0) for a controller operation that returns true or has no result.
+    std::chrono::nanoseconds duration{0}; ///< From the start of the call to its end, with the time held or delayed.
 };
 
-/// The part of the platform that answers a call. The camera is at the other end of a connection, which may be slow and
-/// may lose calls; the framework runs in the caller's process.
+/// The part of the platform that answers a call. Calls to the camera go through a connection, which may be slow or
+/// lose them. The framework runs in the caller's process and needs no connection.
 enum class AnsweredBy { Camera, Framework };
 
 /// The gate that every call to a camera passes. It logs the calls, and fails, holds, delays or scripts them as a test
-/// requests. Each camera has a gate; functions without a handle have one too, Sdk::gate(). Any thread.
+/// requests. Each camera has its own gate; functions without a handle share Sdk::gate(). Any thread.
 ///
-/// In all functions `name` is the name of a call, or "*" for every call.
+/// In all functions `name` is a name as in Call::name, or "*" for every call.
 class Gate
 {
 public:
@@ -41,39 +41,40 @@ public:
 
     /// Returns the last 100 000 calls, the oldest first.
     std::vector<Call> calls() const;
-    /// Returns the present end of the log. callsSince() returns the calls after it.
+    /// Returns the present end of the log, for callsSince(), which returns the later calls.
     size_t mark() const;
     std::vector<Call> callsSince(size_t mark) const;
 
-    /// Fails the n-th of the next calls of this name, once.
+    /// Fails one call: the n-th call of this name from now on, counted from 1.
     void failNext(const std::string &name, int n = 1);
     /// Fails every call of this name.
     void failAlways(const std::string &name);
-    /// Fails calls that the camera answers with this probability (0 to 1). Each name has its own sequence of random
-    /// numbers, made from `seed`: the n-th call of a name has the same result in every run, independent of other
-    /// threads.
+    /// Lets each call that the camera answers (AnsweredBy::Camera) fail with this probability, 0 to 1. Each name has
+    /// its own sequence of random numbers, made from `seed`: whether the n-th call of a name fails is the same in every
+    /// run, independent of other threads.
     void failRandomly(double probability, uint32_t seed);
     /// Ends failNext(), failAlways() and failRandomly().
     void failNever();
 
     /// Holds calls of this name at the gate until release(). Calls on the GUI thread are never held, since the test
-    /// that releases them runs there. While "*" is held, release() of a single name lets the calls of this name pass.
+    /// that releases them runs there. After hold("*"), release() of one name lets only the calls of this name pass.
     void hold(const std::string &name);
-    /// Waits until `n` calls of this name are held. Returns false after ten seconds.
+    /// Waits until at least `n` calls of this name are held. Returns false if they are not held after ten seconds.
     bool waitHeld(const std::string &name, int n = 1) const;
-    /// Lets the held calls of this name pass and ends hold(). "*" releases all calls.
+    /// Lets the held calls of this name pass, and ends hold() for this name. "*" releases the calls of all names.
     void release(const std::string &name);
 
-    /// Delays every call of this name, in real time. The delay of "*" is added to calls that the camera answers. 0 ends
-    /// the delay.
+    /// Delays every call of this name, in real time. The delay for "*" applies to the calls that the camera answers, in
+    /// addition to the delay for their name. 0 ends the delay.
     void delay(int milliseconds, const std::string &name = "*");
 
-    /// Lets calls of this name succeed with these values, without a call of the device. `value` is the value of the
-    /// output, a QVariantList if there are several outputs, a text for a text buffer, or the result (a bool) of a
-    /// controller operation without outputs. An invalid QVariant ends the script.
+    /// Lets calls of this name return scripted values without asking the device. `value` is the value of the output (a
+    /// text for a text buffer), a QVariantList if there are several outputs, or the result (a bool) of a controller
+    /// operation without outputs. An invalid QVariant ends the script.
     void script(const std::string &name, const QVariant &value);
 
-    /// Fills the buffers of texts to the last byte, without a terminating zero.
+    /// While `fill` is true, every text fills its buffer to the last byte, without a terminating zero, as on older
+    /// cameras.
     void fillBuffers(bool fill);
 
 private:

@@ -5,7 +5,6 @@
 #include <QList>
 
 #include <functional>
-#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -25,7 +24,7 @@ struct OneOf {
 template <class T> struct Rule {
     Rule() = default;
     Rule(Between numbers) : range(numbers) { }
-    Rule(OneOf numbers) : choices(std::move(numbers)) { }
+    Rule(OneOf numbers) : choices(std::move(numbers)), hasChoices(true) { }
     template <class Check>
     requires std::is_invocable_r_v<Refusal, Check, const T &> Rule(Check device) : check(std::move(device)) { }
     template <class Check> Rule(Between numbers, Check device) : range(numbers), check(std::move(device)) { }
@@ -34,7 +33,7 @@ template <class T> struct Rule {
     Refusal parse(const QJsonValue &json, T &value) const
     {
         T parsed{};
-        Refusal refusal = choices ? choices->check(json) : Refusal();
+        Refusal refusal = hasChoices ? choices.check(json) : Refusal();
         if (!refusal.isEmpty())
             return refusal;
         if constexpr (RangedType<T>)
@@ -57,7 +56,8 @@ template <class T> struct Rule {
     }
 
     Between range = wholeRange();
-    std::optional<OneOf> choices;
+    OneOf choices;
+    bool hasChoices = false;
     std::function<Refusal(const T &)> check;
 };
 

@@ -14,37 +14,37 @@
 namespace emulator
 {
 
-/// What a list of settings shows of one.
+/// The description of a setting in a list of settings.
 struct SettingInfo {
     enum Kind { Flag, WholeNumber, Number, Text, Texts, Numbers };
 
     QString name;
     Kind kind;
-    Between range; ///< Of a number, and of each entry of a list of numbers.
-    QList<double> choices; ///< The only numbers that it takes; empty if all in the range are taken.
-    QJsonValue value; ///< The present one.
-    bool changeable; ///< The camera takes changes of it at present.
+    Between range; ///< The range of a number, or of each entry of a list of numbers.
+    QList<double> choices; ///< The only valid numbers; empty if every number in the range is valid.
+    QJsonValue value; ///< The present value.
+    bool changeable; ///< Whether the value can be changed at present.
 };
 
-/// The reason for a value that follows its rule but cannot be set.
+/// Refuses a value that follows its rule but that the device does not accept.
 Refusal refusedByTheCamera();
-/// The reason for a change of an unknown setting.
+/// Refuses a change of an unknown setting.
 Refusal noSuchSetting();
 
-/// One row of a device's table of settings. It is read from profiles, saved, restored, changed by other clients and by
-/// the device's own setters, all by the same rule.
+/// One row of a device's table of settings: the key of a setting, its value, the rule for the value, and its uses. The
+/// same rule checks values from profiles, from snapshots, from other clients and from the device's own setters.
 class Setting
 {
 public:
     enum Use {
-        Profile = 1, ///< A profile may set its first value.
-        Snapshot = 2, ///< What the device saves has it, and restores it.
+        Profile = 1, ///< A profile may contain its first value.
+        Snapshot = 2, ///< Device::save() and Device::restore() include it.
         OtherClient = 4, ///< Another client may change it.
         Everywhere = Profile | Snapshot | OtherClient,
     };
     Q_DECLARE_FLAGS(Uses, Use)
 
-    /// A setting whose value is a member of the device. Its value before a profile is read is the default.
+    /// A setting whose value is a member of the device. The initial value of the member is the default.
     template <class T>
     requires(!std::invocable<T &>) Setting(QString key, T &member, std::type_identity_t<Rule<T>> rule, Uses uses)
         : Setting(std::move(key), &member, std::function([&member] { return member; }),
@@ -57,8 +57,8 @@ public:
     }
     template <class T> Setting(QString key, T &member, Uses uses) : Setting(std::move(key), member, Rule<T>(), uses) { }
 
-    /// A setting that the device computes or that takes more than to store it. `get` returns the present value; `set`
-    /// takes one that follows the rule and returns a Status.
+    /// A setting whose value is computed, or that needs more than to be stored. `get` returns the present value. `set`
+    /// receives a value that follows the rule, and returns a Status.
     template <std::invocable Get, class Set, class T = std::decay_t<std::invoke_result_t<Get>>>
     Setting(QString key, Get get, Set set, std::type_identity_t<Rule<T>> rule, Uses uses)
         : Setting(std::move(key), nullptr, std::function<T()>(std::move(get)),
@@ -71,11 +71,11 @@ public:
     {
     }
 
-    /// Restricts changes to times when the member `condition` is true, for instance while the mode is available. The
-    /// value of a profile is not restricted.
+    /// Refuses changes while `condition` is false, for instance while the equipment is not available. Does not apply to
+    /// the value in a profile. `condition` is a member of the device, or a function.
     Setting onlyIf(const bool &condition) &&;
     Setting onlyIf(std::function<bool()> condition) &&;
-    /// Does something after each change.
+    /// Calls `consequence` after each accepted change, but not for the value in a profile.
     Setting then(std::function<void()> consequence) &&;
 
     const QString &key() const { return m_info.name; }
@@ -84,9 +84,9 @@ public:
     bool changeable() const { return !m_condition || m_condition(); }
 
     QJsonValue value() const { return m_get(); }
-    /// Takes the first value, of a profile.
+    /// Sets the first value, from a profile. Returns why it is refused, empty if it has been set.
     Refusal start(const QJsonValue &value) const { return m_set(value); }
-    /// Takes a change. Refused while the setting is not changeable.
+    /// Changes the value. Returns why this is refused, empty if it has been changed. Refused while not changeable().
     Refusal change(const QJsonValue &value) const;
 
     SettingInfo info() const;
@@ -95,8 +95,8 @@ private:
     template <class T>
     Setting(QString key, const void *member, std::function<T()> get, std::function<Status(const T &)> set, Rule<T> rule,
             Uses uses)
-        : m_info{std::move(key), kindOf<T>(), rule.range, rule.choices.value_or(OneOf{}).numbers, {}, false},
-          m_uses(uses), m_member(member), m_get([get = std::move(get)] { return toJson(get()); }),
+        : m_info{std::move(key), kindOf<T>(), rule.range, rule.choices.numbers, {}, false}, m_uses(uses),
+          m_member(member), m_get([get = std::move(get)] { return toJson(get()); }),
           m_set([set = std::move(set), rule = std::move(rule)](const QJsonValue &json) -> Refusal {
               T value{};
               Refusal refusal = rule.parse(json, value);

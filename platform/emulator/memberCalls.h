@@ -7,29 +7,32 @@
 namespace emulator
 {
 
-// The forms of dispatch.h for functions of the SDK, and operations of the controller, that only call one function of a
-// device. Its arguments are those of the call. An output is a pointer in the call and a reference in the device:
+// Short forms of dispatch.h, for functions of the SDK and operations of the controller that only call functions of a
+// device. call() calls one function, which takes the arguments of the SDK function except the handle. An output is a
+// pointer in the SDK and a reference in the device:
 //
 //     int zvtSetFocusPos(uint64_t handle, uint32_t position)
 //     {
 //         return call<&Focus::goTo>(__func__, handle, position);
 //     }
 //
-// For functions of a device that return a value there is one output for each of them:
+// get() calls one or more functions of a device that each return a value. It has one output for each of them, in their
+// order:
 //
 //     int zvtGetFocusRange(uint64_t handle, uint32_t *minimum, uint32_t *maximum)
 //     {
 //         return get<&Focus::minimum, &Focus::maximum>(__func__, handle, minimum, maximum);
 //     }
 //
-// An output of text is a Text:
+// An output for a text is a Text:
 //
 //     int zvtGetCameraSN(uint64_t handle, char *buffer, uint32_t size)
 //     {
 //         return get<&Identity::serial>(__func__, handle, Text(buffer, size));
 //     }
 
-/// The class of a member function of a device, and a call of it with the arguments of a call to the camera.
+/// For a member function of a device: the device's class, and invoke(), which calls the function with the arguments of
+/// a call to the camera. `Function` is the type of the member function.
 template <class Function> struct DeviceFunction;
 template <class D, class Result, class... Parameters> struct DeviceFunction<Result (D::*)(Parameters...)> {
     static_assert(!std::is_same_v<D, emulator::Device>, "name the function in the class of the device");
@@ -64,7 +67,7 @@ struct DeviceFunction<Result (D::*)(Parameters...) const> : DeviceFunction<Resul
 
 template <auto Function> using DeviceOf = typename DeviceFunction<decltype(Function)>::Device;
 
-/// Writes a value that a device returns into an output of a call.
+/// Writes a value, which a function of a device has returned, to an output of a call.
 template <class Output, class Value> void writeOutput(Output &output, const Value &value)
 {
     static_assert(!std::is_same_v<Value, Status>, "a function that returns a status is used by call()");
@@ -76,7 +79,7 @@ template <class Output, class Value> void writeOutput(Output &output, const Valu
         *output = static_cast<std::remove_pointer_t<Output>>(value);
 }
 
-/// The body that calls a function of a device.
+/// Returns a body, as dispatch.h describes it, that calls `Function` of a device.
 template <auto Function, class... Args> auto callBody(Args &...arguments)
 {
     return [&](DeviceOf<Function> &device) {
@@ -84,35 +87,35 @@ template <auto Function, class... Args> auto callBody(Args &...arguments)
     };
 }
 
-/// The body that writes the values that a device returns into the outputs.
+/// Returns a body that writes the results of `Getters` to the outputs, in their order.
 template <auto... Getters, class... Outputs> auto getBody(Outputs &...outputs)
 {
     static_assert(sizeof...(Getters) == sizeof...(Outputs), "one output for each function of the device");
     return [&](auto &device) { (writeOutput(outputs, (device.*Getters)()), ...); };
 }
 
-// The arguments are copied, so that a text literal is a pointer that can be checked.
+// The functions below take their arguments by value, so that a text literal becomes a pointer that the gate can check.
 
-/// A function of the SDK that calls this function of a device.
+/// Implements a function of the SDK that calls `Function` of a device. Returns the status of the call.
 template <auto Function, class... Args> int call(const char *name, uint64_t handle, Args... arguments)
 {
     return onDevice<DeviceOf<Function>>(name, handle, callBody<Function>(arguments...), arguments...);
 }
 
-/// A function of the SDK that reads these values of a device.
+/// Implements a function of the SDK that reads values of a device. Returns the status of the call.
 template <auto Getter, auto... Getters, class... Outputs> int get(const char *name, uint64_t handle, Outputs... outputs)
 {
     return onDevice<DeviceOf<Getter>>(name, handle, getBody<Getter, Getters...>(outputs...), outputs...);
 }
 
-/// An operation of the controller that calls this function of a device.
+/// Implements an operation of the controller that calls `Function` of a device. Returns true on success.
 template <auto Function, class... Args>
 bool controllerCall(const std::shared_ptr<Camera> &camera, const char *name, Args... arguments)
 {
     return controllerOnDevice<DeviceOf<Function>>(camera, name, callBody<Function>(arguments...), arguments...);
 }
 
-/// An operation of the controller that reads these values of a device.
+/// Implements an operation of the controller that reads values of a device. Returns true on success.
 template <auto Getter, auto... Getters, class... Outputs>
 bool controllerGet(const std::shared_ptr<Camera> &camera, const char *name, Outputs... outputs)
 {

@@ -14,14 +14,14 @@
 namespace emulator
 {
 
-// The conversion of JSON into values of devices, and back. Values of profiles, of files in the camera's storage and of
-// other clients all pass through here, so that a bad one is refused for the same reason in the same words. Any thread.
+// The conversion of JSON into values of devices, and back. Values from profiles, from files in the camera's storage and
+// from other clients are all converted here, so that each source refuses a wrong value in the same words. Any thread.
 
-/// Why a value is refused, as it follows the path of its key in a message: "must be a whole number". Empty if it is
-/// not.
+/// The reason why a value is refused, such as "must be a whole number". Messages show it after the path of the key.
+/// Empty if the value is accepted.
 using Refusal = QString;
 
-/// Numbers from `minimum` to `maximum`, both included.
+/// The range of numbers from `minimum` to `maximum`, both included.
 struct Between {
     double minimum;
     double maximum;
@@ -29,7 +29,7 @@ struct Between {
     bool holds(double number) const { return number >= minimum && number <= maximum; } ///< False for NaN.
 };
 
-/// Numbers, and enumerations as their numbers.
+/// The types of numbers (not bool), and enumerations, which are converted as their numbers.
 template <class T>
 concept NumberType = std::is_enum_v<T> ||(std::is_arithmetic_v<T> && !std::same_as<T, bool>);
 
@@ -41,7 +41,8 @@ concept NumberList = !std::same_as<T, std::string> && std::is_arithmetic_v<typen
 template <class T>
 concept RangedType = NumberType<T> || NumberList<T>;
 
-/// All numbers that T can hold. Integers of 64 bits are limited to those that JSON holds exactly, up to 2^53.
+/// The range of all numbers that T, or an entry of the list T, can hold. Integers of 64 bits are limited to those that
+/// JSON holds exactly, -2^53 to 2^53.
 template <class T> constexpr Between rangeOf()
 {
     using Limits = std::numeric_limits<T>;
@@ -61,9 +62,9 @@ namespace values
 
 /// How numbers of a type are read.
 struct NumberFormat {
-    Between own; ///< All numbers of the type.
-    bool whole;
-    bool single; ///< They are floats: the number is rounded to one before it is compared with a range.
+    Between own; ///< The range of the type.
+    bool whole; ///< Fractions are refused.
+    bool single; ///< The type is float: a number is rounded to float before it is compared with a range.
 };
 template <class T> constexpr NumberFormat formatOf()
 {
@@ -74,14 +75,14 @@ template <class T> constexpr NumberFormat formatOf()
 QString toText(double number);
 Refusal parseNumber(const QJsonValue &json, double &number, const NumberFormat &format, Between range);
 Refusal parseNumbers(const QJsonValue &json, QList<double> &numbers, const NumberFormat &format, Between range);
-/// Refuses a list of another length than `size`.
+/// Refuses a list with `size` entries unless `size` equals `wanted`.
 Refusal checkSize(qsizetype size, qsizetype wanted);
 QJsonValue fromNumbers(const QList<double> &numbers);
 
 } // namespace values
 
-// Each parse() sets `value` from JSON, or refuses it and leaves `value` unchanged: for another kind of value, a number
-// outside the range, a fraction for an integer, and a list of another length for an array.
+// Each parse() sets `value` from JSON. It refuses JSON of another type, a number outside the range, a fraction for an
+// integer, and a list of another length for a std::array; `value` is then unchanged.
 
 Refusal parse(const QJsonValue &json, bool &value);
 Refusal parse(const QJsonValue &json, QString &value);
@@ -116,7 +117,7 @@ template <NumberList T> Refusal parse(const QJsonValue &json, T &value, Between 
     return {};
 }
 
-// Each toJson() returns what parse() takes back.
+// Each toJson() returns JSON from which parse() restores the value.
 
 inline QJsonValue toJson(bool value) { return value; }
 inline QJsonValue toJson(const QString &value) { return value; }
@@ -128,7 +129,8 @@ template <NumberList T> QJsonValue toJson(const T &value)
     return values::fromNumbers(QList<double>(value.begin(), value.end()));
 }
 
-/// A value of another client as JSON: bool, numbers of every type, texts, and lists of them. Null for anything else.
+/// Returns a value from another client as JSON: a bool, a number of any type, a text, or a list of these. Null for any
+/// other value.
 QJsonValue fromVariant(const QVariant &value);
 
 } // namespace emulator

@@ -15,41 +15,44 @@ class RasterView;
 /// Shows the position of the camera's image on the raster of its video output. The operator can move the image if the
 /// position is free. The QML file of the same name draws it. GUI thread only.
 ///
-/// Mouse: dragging moves the image, Esc cancels a drag. Keys: arrows move it by one increment, with Ctrl by ten. Moves
-/// by the operator always keep to the limits. An `offset` that a page assigns is shown unchanged, and `isValid` checks
-/// it.
+/// Dragging with the left mouse button moves the image; Esc cancels a drag. The arrow keys move the image by one
+/// increment, with Ctrl by ten. The operator can only choose valid offsets. An `offset` that a page assigns is shown
+/// unchanged even if it is not valid; `isValid` is then false.
 class DisplayEditor : public QQuickItem
 {
     Q_OBJECT
     /// The image window on the detector array, and the size of the array; both in pixels of the array.
     Q_PROPERTY(QRect window MEMBER m_window NOTIFY layoutChanged)
     Q_PROPERTY(QSize fpaSize MEMBER m_fpaSize NOTIFY layoutChanged)
+    /// Whether the image is mirrored in X or Y. This changes the position only for SameAsFpa.
     Q_PROPERTY(bool hFlip MEMBER m_hFlip NOTIFY layoutChanged)
     Q_PROPERTY(bool vFlip MEMBER m_vFlip NOTIFY layoutChanged)
 
-    /// The size of the video raster in its pixels.
+    /// The size of the video raster in raster pixels.
     Q_PROPERTY(QSize displaySize MEMBER m_displaySize NOTIFY layoutChanged)
     /// Raster pixels for each pixel of the image. 0 scales the image to the largest size that fits.
     Q_PROPERTY(qreal zoom MEMBER m_zoom NOTIFY layoutChanged)
-    /// One of OffsetType.
+    /// The position of the image, one of OffsetType.
     Q_PROPERTY(int offsetType MEMBER m_offsetType NOTIFY layoutChanged)
-    /// The image's top left corner in raster pixels. Used only if the position is free.
+    /// The position of the image's top left corner in raster pixels. Used only for Free.
     Q_PROPERTY(QPoint offset READ offset WRITE setOffset NOTIFY offsetChanged)
-    /// Increments of the offset in raster pixels; values below 1 mean 1.
+    /// The increments of the offset in X and Y, in raster pixels. Values below 1 mean 1.
     Q_PROPERTY(QPoint increment MEMBER m_increment NOTIFY layoutChanged)
-    /// Whether lines mark the upper and lower strips that a television may cut off.
+    /// Whether lines mark the strips at the top and bottom of the raster that a television may cut off.
     Q_PROPERTY(bool showNtscLines MEMBER m_showNtscLines NOTIFY layoutChanged)
 
-    /// The range of offsets with which the image is inside the raster, or covers it if the image is larger.
+    /// The range of valid offsets in raster pixels. In this range the image is inside the raster, or covers it if the
+    /// image is larger.
     Q_PROPERTY(QPoint offsetMin READ offsetMin NOTIFY layoutChanged)
     Q_PROPERTY(QPoint offsetMax READ offsetMax NOTIFY layoutChanged)
-    /// False if a free position is out of range or not a multiple of the increment.
+    /// False if `offset` is used and is out of range or not a multiple of the increment.
     Q_PROPERTY(bool isValid READ isValid NOTIFY layoutChanged)
-    /// The drawn rectangles of raster and image, in the control's coordinates.
+    /// The rectangles in which the raster and the image are drawn, in the coordinates of the control.
     Q_PROPERTY(QRectF displayFrame READ displayFrame NOTIFY layoutChanged)
     Q_PROPERTY(QRectF imageFrame READ imageFrame NOTIFY layoutChanged)
 
 public:
+    /// The image is where its window is on the detector array, in the middle of the raster, or at `offset`.
     enum OffsetType { SameAsFpa, Centered, Free };
     Q_ENUM(OffsetType)
 

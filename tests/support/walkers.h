@@ -9,51 +9,55 @@
 
 #include <functional>
 
-// Walkers: tests that apply to every model. They use a model only through its meta-object and the calls that reach the
-// camera. A walker reports by QFAIL; call it as the last statement of a test function.
+// Walkers: tests that apply to every model. They use a model only through its meta-object, and check the calls that
+// reach the camera. A walker reports a failure by QFAIL, which returns only from the walker: call a walker as the last
+// statement of a test function.
 
-/// The functions with which a walker makes the model under test and starts the read under test.
+/// Describes the model under test: how a walker creates it and starts its read, and with which camera.
 struct ModelUnderTest {
-    /// Makes a root without a parent, for a controller that may be null.
+    /// Creates a root model without a parent. The controller may be null.
     std::function<QObject *(hlx::TSharedPtr<hlx::cam::IZVTController>)> makeRoot;
-    /// Makes a model that is a child of the root.
+    /// Creates the model under test as a child of the root.
     std::function<QObject *(QObject *root)> makeModel;
-    /// Starts the read, at each call; by default the model's refresh().
+    /// Starts the read under test. Calls the model's refresh() by default.
     std::function<void(QObject *model)> read = [](QObject *model) { QMetaObject::invokeMethod(model, "refresh"); };
-    /// Called before the model is made, for instance to set values that differ from those of an unread model.
+    /// Called before root and model are created, for instance to give the camera values that differ from those of a
+    /// model that has not been read.
     std::function<void(CameraRig &rig)> prepare = [](CameraRig &) {};
-    QString profile = QStringLiteral("everything");
-    /// Properties that are not read from the camera.
+    QString profile = QStringLiteral("everything"); ///< The name of the camera's profile.
+    /// Properties that are not read from the camera. They may differ from those of a fresh model.
     QStringList ownState{QStringLiteral("visible")};
 };
 
-/// The effects of a failing call that does not leave exactly one value as it was.
+/// The expected effects of a failing call that does not follow the rules of walkFailingReads().
 struct ReadException {
-    QStringList affected; ///< All properties that differ from those of a read without a failure.
-    const char *reason; ///< The justification.
-    QStringList reset = {}; ///< Those of them that do not stay as they were, but change to the value of an unread
-                            ///< model or of another source.
+    QStringList affected; ///< All properties that differ, after the first read, from those of a read without a failure.
+    const char *reason; ///< Why the call does not follow the rules.
+    QStringList reset = {}; ///< The properties in `affected` that a failure in a later read may change or signal.
 };
 
-/// Keys are the names of calls, or "name#2" for the second call of that name in one read.
+/// The exceptions by call. A key is the name of a call, or "name#2" for the second call of that name in one read.
 using ReadExceptions = QMap<QString, ReadException>;
 
-/// Lets each call of a read fail once. In a fresh model exactly the values that the call reads must be missing, each
-/// call must have a value of its own, and all other values must be published. In a model that has read everything
-/// before, the values of the call must stay as they were, without a signal.
+/// Lets each call of a read fail once. In the first read of a model the call must have at least one value, and no
+/// other call may have the same one; its values must stay as before the read, and all other values must be published.
+/// In a second read the values of the call must stay as they were, without a signal. `exceptions` are the calls with
+/// other effects.
 void walkFailingReads(const ModelUnderTest &model, const ReadExceptions &exceptions = {});
 
-/// Deletes the model, and in a second pass the root, while each call of the read is held. The deletion must not wait.
+/// Holds each call of the read in turn and deletes the model meanwhile, in a second pass the root. The deletion must
+/// not wait for the call.
 void walkHeldDeletion(const ModelUnderTest &model);
 
-/// Starts a second read while one is held. It must emit nothing, call nothing and not be queued.
+/// Starts a second read while a first one is held. The second one must emit nothing, call nothing and not be queued.
 void walkSecondRefresh(const ModelUnderTest &model);
 
-/// Reads from a disconnected camera, and without a controller. The read must end with the flags as after every read.
-/// Only the properties in `published` may change or be signalled.
+/// Reads from a disconnected camera, and without a controller. After the read `refreshing` must be false and
+/// `hasRefreshed` true, if the model has them. Of the other properties only those in `published` may change or be
+/// signalled.
 void walkNoCamera(const ModelUnderTest &model, const QStringList &published = {});
 
-/// Writes random values to the writable properties, reads, connects, disconnects and deletes the model, on a camera
-/// that fails at random. Nothing may crash. In the end, on a sound camera, a read must bring the values of a fresh
-/// model.
+/// Writes, in random order, random values to the model's properties, starts reads, advances the clock, connects and
+/// disconnects the camera, and replaces the model, while calls fail at random. Nothing may crash. At the end the camera
+/// works again, and a read must result in the same values as in a fresh model.
 void walkRandomOperator(const ModelUnderTest &model, uint32_t seed, int steps = 300);

@@ -10,36 +10,35 @@
 /// \file
 /// The camera SDK.
 ///
-/// Handle: nearly every function takes the handle of a camera first, as the controller's GetHandle() returns it. It is
-/// valid as long as the controller lives; a function fails for 0 and for a handle that is no longer valid. "No handle"
-/// marks the functions that only look up tables of the SDK.
+/// Handle: the first argument of nearly every function is the handle of a camera, from the controller's GetHandle(). It
+/// is valid as long as the controller lives; a function fails for 0 and for a handle that is no longer valid. "No
+/// handle" marks the functions that need no camera.
 ///
-/// Status: a function that returns int returns 0 for success and anything else for failure. No other value has a
-/// meaning of its own. A function fails if the camera is not connected, lacks the equipment or the preset, or refuses
-/// the value, and for a null pointer unless its comment allows null. A function that fails leaves its outputs as they
-/// are. The few functions that return a text or a table return no status.
+/// Status: a function that returns int returns 0 for success and any other value for failure; these other values all
+/// mean the same. A function fails if the camera is not connected, lacks the equipment or the preset, or refuses the
+/// value. It also fails for a null pointer, unless its comment allows null. A function that fails does not change its
+/// outputs, unless its comment says otherwise. The few functions that return a text or a table return no status.
 ///
-/// Outputs: pointers to the natural type of the value. The comment of a function that reads describes the value that it
-/// writes there. A bool, and a byte that is a flag, is 0 or 1.
+/// Outputs: a getter writes the value to the pointer argument, and its comment describes this value. A bool, and a byte
+/// that is a flag, is 0 or 1.
 ///
-/// Setters: a camera refuses a value that it cannot take: the setter fails and the camera keeps its value. "Refused" in
-/// a comment names values that every camera refuses. A range in a comment holds the meaningful values; unless the
-/// comment says "refused", a camera need not refuse others. Without a range only the type and the camera limit the
-/// value.
+/// Setters: if a camera cannot use a value, it refuses it: the setter fails and the camera keeps the old value. If a
+/// comment says that values are refused, every camera refuses them. A range in a comment contains the meaningful
+/// values; unless the comment says "refused", a camera may also accept others.
 ///
 /// Units: "clocks" are periods of the detector clock (zvtGetClockFrequency()). A/D counts are the raw values of pixels,
 /// 0 to 16383. Temperatures are in degrees Celsius or Kelvin as each comment says.
 ///
 /// Presets: numbered from 0, as many as zvtGetNumPresets() returns.
 ///
-/// Texts: UTF-8, zero-ended. A text is returned in the caller's buffer, whose size in bytes is the next argument; it is
-/// cut between two characters if it does not fit. Older cameras may fill a buffer to its last byte without a zero:
-/// search for the zero within the buffer only. "Static text" is valid for ever.
+/// Texts: UTF-8, with a terminating zero. A text is written to the caller's buffer, whose size in bytes is the next
+/// argument; it is cut between two characters if it does not fit. Older cameras may fill a buffer to its last byte
+/// without a zero: search for the zero within the buffer only. "Static text" is valid until the process ends.
 ///
 /// Lists: entries are appended to the array unless the comment says otherwise.
 ///
-/// Threads: any thread may call any function at any time, with the same handle too. A function that blocks or is slow
-/// returns only when the camera has finished.
+/// Threads: any thread may call any function at any time, also with the same handle. A function that "blocks" or is
+/// "slow" returns only when the camera has finished.
 
 // One declaration per line, as the SDK's own reference lists them.
 // clang-format off
@@ -47,7 +46,8 @@
 extern "C" {
 
 // ---- Identity -------------------------------------------------------------------------------------------------------
-// The numbers of types, boards and detectors have names, see below. A camera may be newer than the names.
+// Types, boards and detectors are numbers; functions below return their names. A new camera may use numbers that have
+// no name yet.
 
 /// The camera's model name.
 int zvtGetCameraModel(uint64_t handle, char* buffer, uint32_t size);
@@ -77,11 +77,11 @@ int zvtGetDetectorType(uint64_t handle, uint8_t* detector);
 int zvtGetReadout(uint64_t handle, uint8_t* readout);
 /// The variant; zvtGetVariantName() names it.
 int zvtGetVariant(uint64_t handle, uint8_t* out);
-/// Appends names and values that describe the camera further, always in the same order.
+/// Appends further information about the camera, as names with values, always in the same order.
 int zvtGetCameraExtraInfo(uint64_t handle, hlx::TArray<zvtSInfoEntry>* entries);
 
 // ---- Names of identity values ---------------------------------------------------------------------------------------
-// No handles. They fail for a number that has no name.
+// No handle. These functions fail for a number that has no name.
 
 /// The name of a camera type.
 int zvtGetCameraTypeName(uint8_t type, char* buffer, uint32_t size);
@@ -95,19 +95,19 @@ int zvtGetReadoutName(uint8_t readout, char* buffer, uint32_t size);
 int zvtGetPleoraBoardTypeName(uint8_t board, char* buffer, uint32_t size);
 /// The name of a variant.
 int zvtGetVariantName(uint8_t variant, char* buffer, uint32_t size);
-/// The known camera models: an array of zvtSModelInfo that ends at the first row with a null name. Never null; static.
+/// The known camera models: a static array of zvtSModelInfo that ends at the first row with a null name. Never null.
 const void* zvtGetModelInfoTable(void);
 
 // ---- Time -----------------------------------------------------------------------------------------------------------
 
 /// The real-time clock: year 0 for 2000, month 1 to 12, day 1 to 31, hour 0 to 23, minute and second 0 to 59.
 int zvtGetRealTimeClock(uint64_t handle, uint8_t* year, uint8_t* month, uint8_t* day, uint8_t* hour, uint8_t* minute, uint8_t* second);
-/// Sets the real-time clock, in the ranges of zvtGetRealTimeClock(). Numbers that are not a date and time are refused.
+/// Sets the real-time clock, in the ranges of zvtGetRealTimeClock(). A date or time that does not exist is refused.
 int zvtSetRealTimeClock(uint64_t handle, uint8_t year, uint8_t month, uint8_t day, uint8_t hour, uint8_t minute, uint8_t second);
-/// The IRIG time: year in full (0 if not known), day of the year 1 to 366, hour 0 to 23, minute and second 0 to 59,
+/// The IRIG time: full year (0 if unknown), day of the year 1 to 366, hour 0 to 23, minute and second 0 to 59,
 /// millisecond and microsecond 0 to 999.
 int zvtGetIRIGTime(uint64_t handle, uint16_t* year, uint16_t* day, uint8_t* hour, uint8_t* minute, uint8_t* second, uint16_t* millisecond, uint16_t* microsecond);
-/// Sets the IRIG time; 0 for a year that is not known. Numbers out of the ranges of zvtGetIRIGTime() are refused.
+/// Sets the IRIG time; pass 0 for an unknown year. Numbers outside the ranges of zvtGetIRIGTime() are refused.
 int zvtSetIRIGTime(uint64_t handle, uint16_t year, uint16_t dayOfYear, uint8_t hour, uint8_t minute, uint8_t second, uint16_t millisecond, uint16_t microsecond);
 /// 1 while the camera is locked to an IRIG signal, else 0.
 int zvtGetIRIGLocked(uint64_t handle, uint8_t* locked);
@@ -116,14 +116,14 @@ int zvtGetOperatingTime(uint64_t handle, uint32_t* minutes);
 
 // ---- Temperatures ---------------------------------------------------------------------------------------------------
 
-/// The detector's temperature in Kelvin, whatever the cooler.
+/// The detector's temperature in Kelvin, with every kind of cooler.
 int zvtGetFPATemperature(uint64_t handle, float* temperature);
-/// The temperature in Kelvin at and below which the detector counts as cold. With a thermo-electric cooler the setpoint
-/// is used instead. Fails on a camera that does not report it.
+/// The temperature in Kelvin at and below which the detector counts as cold. For a thermo-electric cooler use the
+/// setpoint instead. Fails on a camera that does not report this temperature.
 int zvtGetFPAColdTemperature(uint64_t handle, float* temperature);
-/// Front panel, air gap and interior in degrees Celsius, measured by the sensor controller.
+/// The temperatures of front panel, air gap and interior in degrees Celsius, measured by the sensor controller.
 int zvtGetSCTemperatures(uint64_t handle, float* frontPanel, float* airGap, float* internal);
-/// The interior in degrees Celsius, measured by the readout electronics.
+/// The temperature of the interior in degrees Celsius, measured by the readout electronics.
 int zvtGetRSTemperatures(uint64_t handle, float* internal);
 /// 1 if the lens has a temperature sensor, else 0.
 int zvtGetHasLensTemperature(uint64_t handle, uint8_t* has);
@@ -138,8 +138,8 @@ int zvtMfgGetCoolerType(uint64_t handle, uint8_t* type);
 const char* zvtCoolerTypeText(uint8_t type);
 /// The temperature that the cooler holds: degrees Celsius for a thermo-electric cooler, Kelvin for any other.
 int zvtMfgGetCoolerSetpoint(uint64_t handle, float* setpoint);
-/// Sets the temperature to hold, in the same unit. One that the cooler cannot reach is refused. Returns at once; the
-/// detector follows slowly.
+/// Sets the temperature that the cooler holds, in the unit of zvtMfgGetCoolerSetpoint(). A temperature that the cooler
+/// cannot reach is refused. Returns at once; the detector's temperature follows slowly.
 int zvtMfgSetCoolerSetpoint(uint64_t handle, float setpoint);
 /// 1 while the cooler has power, else 0.
 int zvtMfgGetCoolerPowerEnabled(uint64_t handle, uint8_t* enabled);
@@ -155,7 +155,7 @@ int zvtMfgSetCoolerSetup(uint64_t handle, float kP, float kI, float kD, float kO
 
 /// A preset's window in pixels of the detector: the corner with the lowest x and y, and the size.
 int zvtGetWindow(uint64_t handle, uint8_t preset, uint16_t* x, uint16_t* y, uint16_t* width, uint16_t* height);
-/// The least and the greatest size of a window, and the steps between sizes, in pixels.
+/// The smallest and the largest size of a window, and the steps between sizes, in pixels.
 int zvtGetWindowLimits(uint64_t handle, uint16_t* minW, uint16_t* maxW, uint16_t* minH, uint16_t* maxH, uint16_t* incW, uint16_t* incH);
 /// The active preset.
 int zvtGetActivePreset(uint64_t handle, uint8_t* preset);
@@ -167,19 +167,19 @@ int zvtGetNumPresets(uint64_t handle, uint8_t* count);
 int zvtGetPresetSequencingMode(uint64_t handle, uint8_t* mode);
 /// The frequency of the detector clock in hertz.
 int zvtGetClockFrequency(uint64_t handle, uint32_t* hz);
-/// The rate in hertz of a period in clocks. 0 clocks are refused.
+/// Converts a period in clocks to its rate in hertz. 0 clocks are refused.
 int zvtClocksToHertz(uint64_t handle, uint32_t clocks, double* hertz);
-/// The milliseconds that a number of clocks takes.
+/// Converts a number of clocks to milliseconds.
 int zvtClocksToMilliseconds(uint64_t handle, uint32_t clocks, double* milliseconds);
 /// A preset's frame period in clocks.
 int zvtGetFrameWidth(uint64_t handle, uint8_t preset, uint32_t* out);
-/// Sets a preset's frame period in clocks. One below zvtCalcMinFrameWidthEx() for the preset's window and integration
-/// time is refused.
+/// Sets a preset's frame period in clocks. A period that is shorter than the result of zvtCalcMinFrameWidthEx() for the
+/// preset's window and integration time is refused.
 int zvtSetFrameWidth(uint64_t handle, uint8_t preset, uint32_t value);
 /// A preset's integration time in clocks.
 int zvtGetIntegrationWidth(uint64_t handle, uint8_t preset, uint32_t* out);
-/// Sets a preset's integration time in clocks. One beyond the camera's limits is refused. The frame period stays, even
-/// if it is now too short: check it with zvtCalcMinFrameWidthEx().
+/// Sets a preset's integration time in clocks. A time outside the camera's limits is refused. The frame period does not
+/// change, even if it is now too short: check it with zvtCalcMinFrameWidthEx().
 int zvtSetIntegrationWidth(uint64_t handle, uint8_t preset, uint32_t value);
 /// 1 while the image is saturated, else 0.
 int zvtGetSaturatedFlag(uint64_t handle, uint8_t* saturated);
@@ -187,25 +187,25 @@ int zvtGetSaturatedFlag(uint64_t handle, uint8_t* saturated);
 /// is refused.
 int zvtCalcMinFrameWidth(uint64_t handle, uint32_t* clocks, uint16_t width, uint16_t height);
 /// The shortest frame period in clocks for a window size in pixels and an integration time in clocks, with or without
-/// sequencing of presets. Depends on the noise reduction too. An empty window is refused.
+/// sequencing of presets. The period also depends on the noise reduction. An empty window is refused.
 int zvtCalcMinFrameWidthEx(uint64_t handle, uint32_t* minClocks, uint16_t width, uint16_t height, uint32_t integrationWidth, bool sequencing);
-/// The rate nearest to `wanted` whose period is a whole number of clocks, both in hertz. A `wanted` of 0 or less is
-/// refused.
+/// The rate in hertz that is nearest to `wanted` (hertz) and whose period is a whole number of clocks. A `wanted` of 0
+/// or less is refused.
 int zvtSnapHertz(uint64_t handle, double* snapped, double wanted);
 
 // ---- Events ---------------------------------------------------------------------------------------------------------
 
-/// Takes the oldest event from the camera's queue; ZVT_EVENT_NONE if the queue is empty.
+/// Removes the oldest event from the camera's queue and returns its type; ZVT_EVENT_NONE if the queue is empty.
 int zvtReadEventQueue(uint64_t handle, zvtEEventType* type);
 
 // ---- Focus ----------------------------------------------------------------------------------------------------------
-// Positions are encoder counts of the lens; near may be above far. `fov` is a field of view: 0 narrow, 1 wide, or 2 on
-// a lens without discrete fields of view; other values are refused. A started move ends at a limit or at the next
-// command. All moves fail while the focus is in manual mode.
+// Positions are encoder counts of the lens; the near limit may be the larger number. `fov` is a field of view: 0
+// narrow, 1 wide, or 2 on a lens without discrete fields of view; other values are refused. A move without a target
+// position ends at a limit; every move ends at the next command. All moves fail while the focus is in manual mode.
 
 /// The present position; it changes while the lens moves.
 int zvtGetFocusCurrentPos(uint64_t handle, uint32_t* position);
-/// The least and the greatest position that the lens can reach.
+/// The smallest and the largest position that the lens can reach.
 int zvtGetFocusRange(uint64_t handle, uint32_t* minimum, uint32_t* maximum);
 /// The near limit for a field of view.
 int zvtGetFocusNearPos(uint64_t handle, uint8_t fov, uint32_t* position);
@@ -223,7 +223,7 @@ int zvtFocusMoveTo(uint64_t handle, uint32_t position);
 /// far; 0 stops.
 int zvtFocusMove(uint64_t handle, int32_t speed);
 /// Starts to move the focus and returns. `percent` of the full speed is -100 to 100, negative towards near; 0 stops.
-/// Fails on a lens that moves by steps of speed only.
+/// Fails on a lens that has only the three speeds of zvtFocusMove().
 int zvtFocusMovePercent(uint64_t handle, float percent);
 /// Moves the focus to the near limit of the present field of view. Blocks until it is there.
 int zvtFocusNear(uint64_t handle);
@@ -231,9 +231,9 @@ int zvtFocusNear(uint64_t handle);
 int zvtFocusFar(uint64_t handle);
 /// Whether the focus is turned by hand at the lens (manual mode).
 int zvtGetFocusManualMode(uint64_t handle, bool* manual);
-/// How the lens moves slowly in a field of view: 0 by steps of position, else by speed.
+/// How slow moves are made in a field of view: 0 by steps of position, any other value by speed.
 int zvtMfgGetFocusSlowControl(uint64_t handle, uint8_t fov, uint8_t* control);
-/// The step of position in a field of view, in counts.
+/// The size of one such step in a field of view, in encoder counts.
 int zvtMfgGetFocusPositionIncrement(uint64_t handle, uint8_t fov, uint32_t* increment);
 /// Whether the lens can focus to a distance now.
 int zvtGetFocusToDistanceAvailable(uint64_t handle, bool* available);
@@ -241,8 +241,8 @@ int zvtGetFocusToDistanceAvailable(uint64_t handle, bool* available);
 int zvtGetFocusToDistanceMin(uint64_t handle, float* metres);
 /// The farthest distance in metres; it depends on the zoom. Fails while focusing to a distance is not available.
 int zvtGetFocusToDistanceMax(uint64_t handle, float* metres);
-/// Starts to focus to a distance in metres, or to the nearest one that the lens can reach, and returns. A distance of 0
-/// or less is refused.
+/// Starts to focus to a distance in metres and returns. A distance below zvtGetFocusToDistanceMin() or above
+/// zvtGetFocusToDistanceMax() is replaced by this limit. A distance of 0 or less is refused.
 int zvtFocusToDistance(uint64_t handle, float metres);
 
 // ---- Automatic focus ------------------------------------------------------------------------------------------------
@@ -251,13 +251,13 @@ int zvtFocusToDistance(uint64_t handle, float metres);
 int zvtAutoFocusFast(uint64_t handle, int32_t mode);
 /// Focuses once over the whole range of the lens. Blocks until the image is sharp. Pass 0; no other flag is defined.
 int zvtAutoFocusFull(uint64_t handle, int flag);
-/// The side of the square focus region in pixels: 16, 32, 64, 128, 256 or 512. A camera may report another one.
+/// The side of the square focus region in pixels: 16, 32, 64, 128, 256 or 512. A camera may report another size.
 int zvtGetAutoFocusROISize(uint64_t handle, uint16_t* size);
-/// Sets the side of the focus region in pixels. Other sizes than these six are refused.
+/// Sets the side of the focus region in pixels. Sizes other than these six are refused.
 int zvtSetAutoFocusROISize(uint64_t handle, uint16_t size);
 /// The place of the focus region, a zvtEAutoFocusROIPosition.
 int zvtGetAutoFocusROIPosition(uint64_t handle, uint8_t* position);
-/// Sets the place of the focus region. Other values than those of zvtEAutoFocusROIPosition are refused.
+/// Sets the place of the focus region. Values outside zvtEAutoFocusROIPosition are refused.
 int zvtSetAutoFocusROIPosition(uint64_t handle, uint8_t position);
 /// Whether the overlay shows the focus region during an automatic focus.
 int zvtGetAutoFocusROIShowWhenFocusing(uint64_t handle, bool* show);

@@ -11,9 +11,10 @@ namespace emulator
 {
 
 /// The focus of the lens. Its encoder counts up from near to far, or from far to near. A lens with discrete fields of
-/// view has focus limits for each of them, 0 narrow and 1 wide; any other lens has one pair of limits, as field 2. A
-/// move by speed ends at a limit of the present field and coasts a little, but not out of the range. The zoom adds some
-/// counts to the position, because no real lens keeps its focus exactly. Positions are encoder counts.
+/// view has a near and a far limit for each field (0 narrow, 1 wide). Any other lens has one pair of limits, and its
+/// only field has the number 2. A move by speed ends at a limit of the present field; the focus then coasts a little,
+/// but stays in its range. The zoom adds some counts to the position, since the focus of a real lens shifts with its
+/// zoom. Positions are encoder counts.
 class Focus : public Device
 {
 public:
@@ -25,57 +26,59 @@ public:
     /// speed), "slowingSeconds"; "percent" (the focus moves by percentages of its speed), "slowBySteps", "manual";
     /// "nearest", "farthest" (distances in metres, lists for the narrow and the wide view).
     ///
-    /// Settings: "position" (starts a move, or turns the focus by hand if "manual" is true), "manual", "slowBySteps",
-    /// and as lists like in the profile "near", "far", "increments".
+    /// Settings: "position" (starts a move; while "manual" is true, sets the position as a hand at the lens does),
+    /// "manual", "slowBySteps", and the lists "near", "far" and "increments" as in the profile.
     Focus(Camera &camera, Section &section);
 
     uint32_t minimum() const { return m_minimum; }
     uint32_t maximum() const { return m_maximum; }
-    /// True: the encoder counts up from far to near.
+    /// Whether the encoder counts up from far to near.
     bool descending() const { return m_descending; }
     uint32_t position() const;
     /// The field of view whose limits are in use: 0 or 1, or 2 on a lens without discrete fields of view.
     uint8_t presentField() const;
     bool hasField(uint8_t field) const;
-    /// The limit of a field. Refuses a field that the lens lacks, as the following functions do.
+    /// The limit of a field. This and the other functions with a `field` refuse a field that the lens lacks.
     Status limit(End end, uint8_t field, uint32_t &position) const;
-    /// Sets a limit of a field. Refused outside the range. Near may be beyond far, since one limit is set after the
-    /// other.
+    /// Sets a limit of a field. Refused outside the range. Near may be beyond far, since the two limits are set one
+    /// after the other.
     Status setLimit(End end, uint8_t field, uint32_t position);
 
-    /// True: the focus is turned by hand at the lens, and moves are refused.
+    /// Whether the focus is turned by hand at the lens. All moves but moveToRelativePosition() are then refused.
     bool manual() const { return m_manual; }
     /// Whether movePercent() is available.
     bool movesByPercent() const { return m_percent; }
     /// How slow moves are made in a field: 0 by steps of position, 1 by speed.
     Status slowControl(uint8_t field, uint8_t &control) const;
-    /// The step of a slow move in a field.
+    /// The step of a slow move in a field, in encoder counts.
     Status increment(uint8_t field, uint32_t &counts) const;
 
     /// Starts a move with a speed from -3 to 3. Positive speeds move to far; 0 stops the move. Refuses other speeds.
     Status move(int32_t speed);
-    /// Starts a move with -100 to 100 percent of the full speed. 0 stops the move. Absent if the focus lacks this.
+    /// Starts a move with -100 to 100 percent of the full speed. 0 stops the move. Absent unless movesByPercent().
     Status movePercent(float percent);
     /// Starts a move to a position. Refused outside the range.
     Status moveTo(uint32_t position);
-    /// Moves to a position, and returns when the focus is at rest. Refused like moveTo() and awaitRest().
+    /// Moves to a position, and returns when the focus is at rest. Fails as moveTo() and awaitRest() do.
     Status goTo(uint32_t position);
     /// Moves to a limit of the present field, and returns when the focus is at rest.
     Status goToEnd(End end);
-    /// Returns when the focus is at rest. Refused if another command replaces the present one meanwhile.
+    /// Returns when the focus is at rest. Meanwhile: Refused if another command replaces the present one, NotConnected
+    /// if the camera is disconnected.
     Status awaitRest() const { return m_motor.awaitRest(camera()); }
 
-    /// The nearest and the farthest distance at which objects are sharp with the present zoom or field, in metres.
+    /// The nearest and the farthest distance, in metres, to which the lens can focus with the present zoom or field.
     double nearest() const;
     double farthest() const;
-    /// The position in which objects at a distance (metres) are sharp. A distance beyond a limit has the position of
-    /// this limit.
+    /// The position in which objects at a distance (metres) are sharp. The distance is clamped to nearest() and
+    /// farthest().
     uint32_t positionFor(double metres) const;
 
-    /// The position after the present move, relative to the limits of the present field: 0 near to 1 far.
+    /// The position at the end of the present move, relative to the limits of the present field: from 0, the near
+    /// limit, to 1, the far limit.
     double relativePosition() const;
-    /// Starts a move to a relative position (0 near to 1 far), as a turning turret does. Not refused while the focus is
-    /// turned by hand.
+    /// Starts a move to such a relative position, which takes `seconds`. The turret does this when it turns, also while
+    /// manual() is true.
     void moveToRelativePosition(double fraction, double seconds);
 
     void connectionChanged(bool connected) override;
@@ -93,9 +96,9 @@ private:
     Status changePosition(uint32_t position);
     Status restoreMotorPosition(double position);
     void readSettings(Section &section);
-    /// How narrow the view is, from 0 (widest) to 1.
+    /// How narrow the view is, from 0 (widest) to 1 (narrowest).
     double narrowness() const;
-    /// The counts that the zoom adds to the position: now, and after its present move.
+    /// The counts that the zoom adds to the position: now, and at the end of the zoom's present move.
     double zoomShare() const;
     double restingZoomShare() const;
     double clampedToRange(double position) const;
