@@ -85,11 +85,14 @@ ColumnLayout {
         readonly property bool _wantedNow: section.expanded && section.isShown
 
         // If the page is shown while the body is still loading asynchronously, the body is loaded again, synchronously.
-        // It is not enough to change `asynchronous`: the loader would then drop the initial properties.
+        // The first load is ended before that: if only `asynchronous` changed, the loader would complete it without the
+        // initial properties.
         function _make() {
             const hidden = !section.isShown
             if (!_wanted || status === Loader.Ready || (status === Loader.Loading && hidden))
                 return
+            if (status === Loader.Loading)
+                source = ""
             asynchronous = hidden
             setSource(section.body, {
                 camera: Qt.binding(() => section.camera),
