@@ -22,3 +22,6 @@ void measureIdling(Report &report);
 
 /// Whether the cost of a row is independent of the length of its list.
 void measureLists(Report &report);
+
+/// The cost of frames of the emulated camera.
+void measureVideo(Report &report);

@@ -1,0 +1,225 @@
+#include "platform/emulator/image/Detector.h"
+
+#include "platform/emulator/image/Light.h"
+#include "platform/emulator/image/geometry.h"
+#include "platform/emulator/image/hashes.h"
+#include "platform/emulator/image/limits.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+namespace emulator::image
+{
+
+namespace
+{
+
+constexpr double referenceCaseCelsius = 25;
+constexpr double coldestCase = -100;
+constexpr double hottestCase = 150;
+constexpr double electronsPerCount = 467;
+// More than saturates any pixel, but less than the signal at which the curvature would darken it again.
+constexpr float maximumSignal = 3;
+
+constexpr uint16_t deadCount = 300;
+constexpr int twinkleCounts = 420;
+constexpr float weakGain = 0.6f;
+constexpr float strongGain = 1.8f;
+
+// The differences of a pixel, each from a hash of its own. A column has one of its own, too.
+enum Difference : uint64_t { Gain, Offset, Curvature, Drift, Faulty, Differences };
+constexpr uint64_t columnKey = uint64_t(1) << 40;
+
+uint64_t hashOf(uint64_t key, int x, int y, Difference difference)
+{
+    const uint64_t coordinate = uint64_t(static_cast<uint32_t>(y)) << 16 | static_cast<uint32_t>(x);
+    return mixed(key + (coordinate * Differences + difference) * hashStep);
+}
+
+/// Whether a twinkling pixel is bright in a frame. It is bright for 2 to 20 frames and then normal for 2 to 20 frames.
+bool twinkles(uint64_t key, const Detector::Fault &fault, uint64_t number)
+{
+    constexpr uint64_t cycle = 22;
+    constexpr uint64_t shortest = 2;
+    const uint64_t hash = hashOf(key, fault.x, fault.y, Faulty);
+    const uint64_t shifted = number + hash % cycle;
+    return shifted % cycle < shortest + mixed(hash + shifted / cycle) % (cycle - 2 * shortest + 1);
+}
+
+/// What a pixel collects: the counts of its light and of its dark current.
+float collected(const Detector::Conversion &by, const Detector::Maps &maps, float light, size_t i)
+{
+    float signal = maps.gain[i] * light * by.exposure;
+    signal = signal > 0 ? signal : 0;
+    signal = signal < maximumSignal ? signal : maximumSignal;
+    return static_cast<float>(Light::fullSignal) * signal * (1 - maps.curvature[i] * signal) + by.dark;
+}
+
+/// What it has without collecting anything.
+float pedestal(const Detector::Conversion &by, const Detector::Maps &maps, size_t i)
+{
+    return maps.offset[i] + maps.drift[i] * by.kelvin;
+}
+
+} // namespace
+
+Detector::Properties Detector::Properties::corrected() const
+{
+    Properties properties;
+    properties.seed = seed;
+    properties.offset = offset;
+    properties.readNoise = readNoise;
+    properties.reducedReadNoise = reducedReadNoise;
+    for (float *const difference :
+         {&properties.vignetting, &properties.gainDeviation, &properties.offsetDeviation, &properties.columnDeviation,
+          &properties.curvature, &properties.curvatureDeviation, &properties.drift, &properties.driftDeviation})
+        *difference = 0;
+    for (uint32_t *const faults :
+         {&properties.dead, &properties.hot, &properties.weak, &properties.strong, &properties.twinkling})
+        *faults = 0;
+    return properties;
+}
+
+std::shared_ptr<const Detector> Detector::make(const Properties &properties, const Size &array, const Window &window)
+{
+    if (!window.hasFrames() || !Window{0, 0, array.width, array.height}.contains(window))
+        return nullptr;
+    return std::shared_ptr<const Detector>(new Detector(properties, array, window));
+}
+
+Detector::Detector(const Properties &properties, const Size &array, const Window &window)
+    : m_properties(properties), m_key(mixed(properties.seed)), m_array(array), m_window(window)
+{
+    std::vector<float> columns;
+    for (int x = window.x; x < window.x + window.width; ++x) {
+        const uint64_t hash = mixed(m_key + (columnKey + static_cast<uint64_t>(x)) * hashStep);
+        columns.push_back(properties.columnDeviation * standardNormal(hash));
+    }
+    for (std::vector<float> *const map : {&m_gain, &m_offset, &m_curvature, &m_drift})
+        map->reserve(static_cast<size_t>(window.pixels()));
+    for (int y = 0; y < window.height; ++y)
+        for (int x = 0; x < window.width; ++x)
+            addPixel(window.x + x, window.y + y, columns[static_cast<size_t>(x)]);
+}
+
+void Detector::addPixel(int x, int y, float columnOffset)
+{
+    const Properties &p = m_properties;
+    const auto normal = [&](Difference difference) { return standardNormal(hashOf(m_key, x, y, difference)); };
+    const float q = squaredDistance(x, m_array.width, m_array) + squaredDistance(y, m_array.height, m_array);
+    float gain = (1 - p.vignetting * q) * (1 + p.gainDeviation * normal(Gain));
+    // The upper half of the hash as a number below a million.
+    const uint64_t place = (hashOf(m_key, x, y, Faulty) >> 32) * 1'000'000 >> 32;
+    uint64_t end = 0;
+    const uint32_t rates[] = {p.dead, p.hot, p.weak, p.strong, p.twinkling};
+    for (size_t kind = 0; kind < std::size(rates); ++kind)
+        if (end += rates[kind]; place < end) {
+            m_faults.push_back({x, y, static_cast<Fault::Kind>(kind)});
+            gain *= kind == Fault::Weak ? weakGain : kind == Fault::Strong ? strongGain : 1.0f;
+            break;
+        }
+    m_gain.push_back(gain);
+    m_offset.push_back(p.offset + p.offsetDeviation * normal(Offset) + columnOffset);
+    m_curvature.push_back(p.curvature + p.curvatureDeviation * normal(Curvature));
+    m_drift.push_back(p.drift + p.driftDeviation * normal(Drift));
+}
+
+Detector::Frame::Frame(const Detector &detector, const Readout &readout, uint64_t number)
+    : m_detector(detector), m_number(number), m_key(mixed(detector.m_properties.seed + hashStep) + number * hashStep)
+{
+    constexpr double longestExposure = 1e6; // In saturating times.
+    constexpr double shortestTime = 1e-6; // Milliseconds.
+    constexpr double longestTime = 1e9;
+    const Properties &properties = detector.m_properties;
+    const double exposure = within(
+        0, readout.integrationTime / within(shortestTime, readout.saturatingTime, longestTime), longestExposure);
+    const float readNoise = readout.reducedNoise ? properties.reducedReadNoise : properties.readNoise;
+    m_conversion.exposure = static_cast<float>(exposure * readout.gain());
+    m_conversion.kelvin
+        = static_cast<float>(within(coldestCase, readout.caseCelsius, hottestCase) - referenceCaseCelsius);
+    m_conversion.dark = static_cast<float>(readout.dark());
+    m_conversion.readVariance = readNoise * readNoise;
+    m_conversion.variancePerCount = static_cast<float>(readout.gain() / electronsPerCount);
+}
+
+Detector::Maps Detector::mapsAt(int x, int y) const
+{
+    const auto first = static_cast<size_t>(y - m_window.y) * static_cast<size_t>(m_window.width)
+        + static_cast<size_t>(x - m_window.x);
+    return {m_gain.data() + first, m_offset.data() + first, m_curvature.data() + first, m_drift.data() + first};
+}
+
+std::span<const Detector::Fault> Detector::faultsAt(int x, int y, size_t count) const
+{
+    const auto isBefore
+        = [](const Fault &fault, const std::pair<int, int> &place) { return std::pair(fault.y, fault.x) < place; };
+    const auto first = std::lower_bound(m_faults.begin(), m_faults.end(), std::pair(y, x), isBefore);
+    const auto end = std::lower_bound(first, m_faults.end(), std::pair(y, x + static_cast<int>(count)), isBefore);
+    return {first, end};
+}
+
+void Detector::Frame::read(int x, int y, std::span<const float> light, std::span<uint16_t> counts)
+{
+    makeNoise(x, y, light.size());
+    const Maps maps = m_detector.mapsAt(x, y);
+    const Conversion by = m_conversion;
+    const float *const noise = m_noise.data() + x % 2;
+    constexpr float brightest = maximumCount;
+    for (size_t i = 0; i < light.size(); ++i) {
+        const float signal = collected(by, maps, light[i], i);
+        const float deviation = std::sqrt(by.readVariance + signal * by.variancePerCount);
+        float count = pedestal(by, maps, i) + signal + noise[i] * deviation;
+        count = count > 0 ? count : 0;
+        count = count < brightest ? count : brightest;
+        counts[i] = static_cast<uint16_t>(static_cast<int>(count + 0.5f));
+    }
+    for (const Fault &fault : m_detector.faultsAt(x, y, counts.size())) {
+        uint16_t &count = counts[static_cast<size_t>(fault.x - x)];
+        if (fault.kind == Fault::Dead)
+            count = deadCount;
+        else if (fault.kind == Fault::Hot)
+            count = maximumCount;
+        else if (fault.kind == Fault::Twinkling && twinkles(m_detector.m_key, fault, m_number))
+            count = static_cast<uint16_t>(std::min(count + twinkleCounts, int(maximumCount)));
+    }
+}
+
+size_t Detector::Frame::countAtLeast(int x, int y, std::span<const float> light, uint16_t threshold) const
+{
+    const Maps maps = m_detector.mapsAt(x, y);
+    const Conversion by = m_conversion;
+    const float limit = float(threshold) - 0.5f;
+    const auto reaches
+        = [&](size_t i) { return static_cast<int>(pedestal(by, maps, i) + collected(by, maps, light[i], i) >= limit); };
+    int pixels = 0;
+    for (size_t i = 0; i < light.size(); ++i)
+        pixels += reaches(i);
+    for (const Fault &fault : m_detector.faultsAt(x, y, light.size()))
+        if (fault.kind == Fault::Dead || fault.kind == Fault::Hot)
+            pixels += static_cast<int>((fault.kind == Fault::Hot ? maximumCount : deadCount) >= threshold)
+                - reaches(static_cast<size_t>(fault.x - x));
+    return static_cast<size_t>(pixels);
+}
+
+void Detector::Frame::makeNoise(int x, int y, size_t count)
+{
+    // A hash makes the noise of two neighbours: for each of them the sum of four of its bytes.
+    constexpr uint64_t everySecondByte = 0x00ff00ff00ff00ff;
+    constexpr float mean = 510;
+    constexpr float perDeviation = 1 / 147.8005f;
+    const auto odd = static_cast<size_t>(x % 2);
+    const size_t pairs = (odd + count + 1) / 2;
+    m_noise.resize(2 * pairs);
+    uint64_t input = mixed(m_key + static_cast<uint64_t>(y)) + static_cast<uint64_t>(x / 2) * hashStep;
+    for (size_t pair = 0; pair < pairs; ++pair, input += hashStep) {
+        const uint64_t bits = mixed(input);
+        uint64_t sums = (bits & everySecondByte) + ((bits >> 8) & everySecondByte);
+        sums += sums >> 16;
+        m_noise[2 * pair] = (static_cast<float>(static_cast<int>(sums & 0xffff)) - mean) * perDeviation;
+        m_noise[2 * pair + 1] = (static_cast<float>(static_cast<int>(sums >> 32 & 0xffff)) - mean) * perDeviation;
+    }
+}
+
+} // namespace emulator::image

@@ -1,0 +1,26 @@
+#pragma once
+
+namespace emulator::image
+{
+
+/// How the array is exposed and read out. Any finite or other value may be given: what is out of a physical range
+/// counts as the nearer end of it.
+struct Readout {
+    enum Cooling { Uncooled, Thermoelectric, Stirling };
+
+    double integrationTime = 2; ///< Milliseconds.
+    double saturatingTime = 4; ///< The integration time at which light 1 gives the full signal, in milliseconds.
+    int gainLevel = 0; ///< Each level doubles the signal.
+    bool highSensitivity = false; ///< Doubles the signal.
+    bool reducedNoise = false; ///< The slower readout with less noise.
+    Cooling cooling = Stirling;
+    double warmth = 0; ///< Kelvin by which the array is warmer than its cold temperature or its setpoint.
+    double caseCelsius = 25;
+
+    /// The product of the gains of level and mode.
+    double gain() const;
+    /// The dark current in counts, rounded to 1/256 count.
+    double dark() const;
+};
+
+} // namespace emulator::image
