@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/DeviceKind.h"
+#include "platform/emulator/MemoryWriter.h"
 #include "platform/emulator/Section.h"
 #include "platform/emulator/SetupError.h"
 #include "platform/emulator/Storage.h"
@@ -40,10 +41,23 @@ Registry &registry()
     return *instance;
 }
 
+std::vector<std::shared_ptr<Camera>> existingCameras()
+{
+    const std::lock_guard lock(registry().mutex);
+    std::vector<std::shared_ptr<Camera>> cameras;
+    for (const auto &[handle, entry] : registry().cameras)
+        if (auto camera = entry.lock())
+            cameras.push_back(std::move(camera));
+    return cameras;
+}
+
 } // namespace
 
 struct Camera::State {
-    explicit State(const QString &folder) : storage(folder) { }
+    State(const QString &folder, std::function<void()> writeMemory)
+        : storage(folder), memoryWriter(std::move(writeMemory))
+    {
+    }
 
     Storage storage;
     std::atomic<bool> connected{false};
@@ -55,11 +69,27 @@ struct Camera::State {
         bool inSnapshots;
     };
     std::map<QString, DeviceEntry> byKey;
-    QJsonObject savedValues; ///< The values in the memory file.
     bool complete = false; ///< All devices exist and have their values.
     std::recursive_mutex listenerMutex;
     std::map<int, std::function<void()>> listeners;
     int lastListener = 0;
+
+    MemoryWriter memoryWriter;
+    uint64_t timesCollected = 0; ///< How often the values for the memory file have been collected.
+    std::mutex fileMutex; ///< For the following two, and for the memory file.
+    uint64_t newestWritten = 0; ///< timesCollected of the last values that a write has dealt with.
+    QJsonObject savedValues; ///< The values in the memory file.
+
+    /// Writes the memory of the cameras that still exist when the process ends, and ends their threads.
+    struct EndOfProcess {
+        ~EndOfProcess()
+        {
+            for (const auto &camera : existingCameras()) {
+                camera->m_state->memoryWriter.stop();
+                camera->flushMemory();
+            }
+        }
+    };
 
     Refusal changeCapability(const QString &name, const QJsonValue &value)
     {
@@ -74,13 +104,19 @@ struct Camera::State {
         return refusal;
     }
 
+    /// Returns those of a device's saved values that belong to the memory or to snapshots.
+    static QJsonObject valuesFor(bool DeviceEntry::*included, const DeviceEntry &entry, const QJsonObject &values)
+    {
+        return included == &DeviceEntry::inSnapshots ? entry.device->forSnapshot(values) : values;
+    }
+
     /// Returns the saved values of the devices for which `included` is true.
     QJsonObject save(bool DeviceEntry::*included) const
     {
         QJsonObject values;
         for (const auto &[key, entry] : byKey)
             if (entry.*included)
-                values[key] = entry.device->save();
+                values[key] = valuesFor(included, entry, entry.device->save());
         return values;
     }
 
@@ -89,7 +125,8 @@ struct Camera::State {
     {
         for (const auto &[key, entry] : byKey)
             if (entry.*included && values.contains(key))
-                for (const QString &refusal : entry.device->restore(values.value(key).toObject()))
+                for (const QString &refusal :
+                     entry.device->restore(valuesFor(included, entry, values.value(key).toObject())))
                     qInfo("%s: %s.%s", qUtf8Printable(source), qUtf8Printable(key), qUtf8Printable(refusal));
     }
 };
@@ -112,7 +149,8 @@ QString Camera::folderOf(const QString &profileName, const QString &folder)
 }
 
 Camera::Camera(Profile profile, QString folder)
-    : m_profile(std::move(profile)), m_folder(std::move(folder)), m_state(std::make_unique<State>(m_folder))
+    : m_profile(std::move(profile)), m_folder(std::move(folder)),
+      m_state(std::make_unique<State>(m_folder, [this] { writeMemory(); }))
 {
     m_state->capabilities = m_profile.capabilities();
     const auto add = [this](const QString &key, std::unique_ptr<Device> device, bool remembers, bool inSnapshots) {
@@ -150,7 +188,8 @@ Camera::~Camera()
         const std::lock_guard lock(registry().mutex);
         registry().cameras.erase(m_state->handle);
     }
-    remember();
+    m_state->memoryWriter.stop();
+    writeMemory();
 }
 
 QString Camera::memorySource() const { return QStringLiteral("storage %1/%2").arg(m_folder, memoryFile); }
@@ -179,9 +218,9 @@ void Camera::setConnected(bool connected)
         m_state->connected = connected;
         for (const auto &device : m_devices)
             device->connectionChanged(connected);
-        if (!connected)
-            remember();
     }
+    if (!connected)
+        writeMemory();
     const std::lock_guard lock(m_state->listenerMutex);
     // A listener may remove itself or other listeners.
     const auto listeners = m_state->listeners;
@@ -290,18 +329,37 @@ void Camera::restore(const QJsonObject &snapshot, const QString &source)
 
 void Camera::remember()
 {
-    const std::lock_guard lock(m_mutex);
-    if (!m_state->complete)
-        return;
+    static const State::EndOfProcess endOfProcess;
+    // Devices report changes also while they take their first values.
+    if (m_state->complete)
+        m_state->memoryWriter.mark();
+}
+
+void Camera::flushMemory() { m_state->memoryWriter.flush(); }
+
+/// Writes the values that outlive the process if they have changed. Calls to the camera wait only while the values are
+/// collected.
+void Camera::writeMemory()
+{
+    std::unique_lock lock(m_mutex);
     const QJsonObject values = m_state->save(&State::DeviceEntry::remembers);
+    const uint64_t number = ++m_state->timesCollected;
+    lock.unlock();
+    const std::lock_guard fileLock(m_state->fileMutex);
+    // Another thread may have written newer values meanwhile.
+    if (number < m_state->newestWritten)
+        return;
+    m_state->newestWritten = number;
     // A folder that has been removed while the camera exists is not made again.
-    if (values == m_state->savedValues || !QDir(m_folder).exists())
+    const auto folderExists = [this] { return QDir(m_folder).exists(); };
+    if (values == m_state->savedValues || !folderExists())
         return;
     try {
         m_state->storage.write(memoryFile, values);
         m_state->savedValues = values;
     } catch (const SetupError &error) {
-        qWarning("%s", error.what());
+        if (folderExists())
+            qWarning("%s", error.what());
     }
 }
 

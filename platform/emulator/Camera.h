@@ -123,14 +123,17 @@ public:
     /// The settings of a new camera of this profile, in the form of snapshot().
     const QJsonObject &newSettings() const { return m_newSettings; }
 
-    /// Writes the values that outlive the process to the camera's folder if they have changed. Logs a warning if they
-    /// cannot be written.
+    /// Values that outlive the process have changed. A thread of the camera writes them to its folder, at most once a
+    /// second; so do a disconnection and the end of the camera or the process. A failed write logs a warning.
     void remember();
+    /// Returns when the changes that remember() has reported are written. The caller must not hold the camera's lock.
+    void flushMemory();
 
 private:
     Camera(Profile profile, QString folder);
     QString memorySource() const;
     QJsonObject readMemory() const;
+    void writeMemory();
     void setConnected(bool connected);
     Device *deviceOf(const QString &key) const;
 

@@ -43,8 +43,11 @@ public:
     Device &operator=(const Device &) = delete;
     virtual ~Device();
 
-    /// The values of this device in the camera's memory and in its snapshots. Empty: it has none.
+    /// The values of this device in the camera's memory. Empty: it has none.
     virtual QJsonObject save() const;
+
+    /// Returns those of the values of save() that snapshots contain.
+    QJsonObject forSnapshot(const QJsonObject &values) const { return m_table.forSnapshot(values); }
 
     /// Takes the values of save() back, as SettingTable::restore() does.
     virtual QStringList restore(const QJsonObject &values);
@@ -76,7 +79,7 @@ protected:
     }
     template <class T> Status fetch(const T &member, T &value) const { return m_table.fetch(member, value); }
 
-    /// Something that outlives the process has changed: the camera writes it to its folder.
+    /// Something that outlives the process has changed. Does not wait until it is written: see Camera::remember().
     void remember() const;
 
 private:

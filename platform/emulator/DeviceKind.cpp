@@ -7,6 +7,7 @@
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/DetectorGain.h"
 #include "platform/emulator/devices/EmulatorProperties.h"
+#include "platform/emulator/devices/Environment.h"
 #include "platform/emulator/devices/FactoryCalibrations.h"
 #include "platform/emulator/devices/FieldOfView.h"
 #include "platform/emulator/devices/FileTransfer.h"
@@ -46,6 +47,7 @@ constexpr DeviceKind kind(const char *key, DeviceKind::Presence presence, Device
 }
 
 constexpr std::array kinds{
+    kind<Environment>("environment", Always, Forgets, LeftOut),
     kind<EmulatorProperties>("emulator", Always, Forgets, LeftOut),
     kind<CameraClock>("clock", Always, Remembers, LeftOut),
     kind<HourMeter>("hours", Always, Remembers, LeftOut),

@@ -19,7 +19,7 @@ struct DeviceKind {
     QLatin1String key; ///< Its key in profiles and the first part of the names of its settings, before the dot.
     Presence presence; ///< Always: if the profile does not list it, it has its default values.
     Memory memory; ///< Remembers: its saved values outlive the process, in the camera's folder.
-    Snapshot snapshot; ///< Included: snapshots contain its saved values. Hours and clocks are not settings.
+    Snapshot snapshot; ///< Included: snapshots contain its saved values, except those for Setting::Memory.
     std::unique_ptr<Device> (*make)(Camera &camera, Section &section);
 
     /// All kinds, in the order in which a camera constructs its devices.

@@ -40,6 +40,7 @@ public:
         Profile = 1, ///< A profile may contain its first value.
         Snapshot = 2, ///< Device::save() and Device::restore() include it.
         OtherClient = 4, ///< Another client may change it.
+        Memory = 8, ///< As Snapshot, but only for the memory of the camera, not for its snapshots.
         Everywhere = Profile | Snapshot | OtherClient,
     };
     Q_DECLARE_FLAGS(Uses, Use)
@@ -80,6 +81,7 @@ public:
 
     const QString &key() const { return m_info.name; }
     bool isFor(Use use) const { return m_uses.testFlag(use); }
+    bool isSaved() const { return isFor(Snapshot) || isFor(Memory); }
     bool isMember(const void *member) const { return member == m_member; }
     bool changeable() const { return !m_condition || m_condition(); }
 

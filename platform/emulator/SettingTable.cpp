@@ -23,8 +23,16 @@ QJsonObject SettingTable::save() const
 {
     QJsonObject values;
     for (const Setting &row : m_rows)
-        if (row.isFor(Setting::Snapshot))
+        if (row.isSaved())
             values[row.key()] = row.value();
+    return values;
+}
+
+QJsonObject SettingTable::forSnapshot(QJsonObject values) const
+{
+    for (const Setting &row : m_rows)
+        if (row.isFor(Setting::Memory))
+            values.remove(row.key());
     return values;
 }
 
@@ -32,7 +40,7 @@ QStringList SettingTable::restore(const QJsonObject &values) const
 {
     QStringList refused;
     for (const Setting &row : m_rows)
-        if (row.isFor(Setting::Snapshot) && values.contains(row.key()) && row.changeable())
+        if (row.isSaved() && values.contains(row.key()) && row.changeable())
             // A profile may start with a value that cannot be set later. Such a saved value is in place already.
             if (const Refusal refusal = row.change(values.value(row.key()));
                 !refusal.isEmpty() && row.value() != values.value(row.key()))
@@ -66,7 +74,7 @@ std::vector<SettingInfo> SettingTable::list() const
 const Setting &SettingTable::of(const void *member) const
 {
     const auto takesChangesOfIt = [member](const Setting &row) {
-        return row.isMember(member) && (row.isFor(Setting::Snapshot) || row.isFor(Setting::OtherClient));
+        return row.isMember(member) && (row.isSaved() || row.isFor(Setting::OtherClient));
     };
     const auto row = std::ranges::find_if(m_rows, takesChangesOfIt);
     if (row == m_rows.end())

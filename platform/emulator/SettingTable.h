@@ -23,8 +23,11 @@ public:
     /// Adds rows that no profile has.
     void add(std::vector<Setting> rows);
 
-    /// The values of the rows for snapshots.
+    /// The values of the rows for snapshots and for the memory.
     QJsonObject save() const;
+
+    /// Returns values of save() without those that are only for the memory.
+    QJsonObject forSnapshot(QJsonObject values) const;
 
     /// Takes the values of save() back. Values that their rows refuse stay as they are; each is in the result, as
     /// "key: why". Ignores keys without a row, and rows that cannot be changed now: their equipment is not available.

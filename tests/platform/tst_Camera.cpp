@@ -6,7 +6,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -71,7 +70,6 @@ private slots:
 
     void makesItsFolder();
     void usesTheUsersFolder();
-    void remembersAfterARestart();
     void keepsTheFilesOfOtherProfilesApart();
     void refusesACorruptFile_data();
     void refusesACorruptFile();
@@ -79,8 +77,6 @@ private slots:
     void refusesAValueOfAnotherKind_data();
     void refusesAValueOfAnotherKind();
     void passesOverImpossibleValues();
-    void warnsOfAFolderThatHasBecomeUnwritable();
-    void leavesARemovedFolderAlone();
 
 private:
     std::shared_ptr<Camera> create(const char *profile = "everything")
@@ -330,47 +326,6 @@ void tst_Camera::usesTheUsersFolder()
     QDir(camera->folder()).removeRecursively();
 }
 
-void tst_Camera::remembersAfterARestart()
-{
-    uint32_t minutes = 0;
-    {
-        const auto camera = create("te-cooler");
-        camera->connect();
-        QCOMPARE(zvtSetCameraSN(camera->handle(), "ZE-Ω"), 0);
-        QCOMPARE(zvtSetCameraSubtype(camera->handle(), 200), 0);
-        QCOMPARE(zvtMfgSetCoolerSetpoint(camera->handle(), -5.5F), 0);
-        QCOMPARE(zvtMfgSetCoolerPowerEnabled(camera->handle(), false), 0);
-        QCOMPARE(zvtMfgSetCoolerSetup(camera->handle(), 1.0F, 2.0F, 3.0F, 4.0F), 0);
-        QCOMPARE(zvtSetRealTimeClock(camera->handle(), 30, 1, 2, 3, 4, 5), 0);
-        QCOMPARE(zvtGetOperatingTime(camera->handle(), &minutes), 0);
-        Clock::advance(10 * 60'000);
-    }
-    const auto camera = create("te-cooler");
-    camera->connect();
-    char text[64];
-    QCOMPARE(zvtGetCameraSN(camera->handle(), text, sizeof text), 0);
-    QCOMPARE(QString::fromUtf8(text), QStringLiteral("ZE-Ω"));
-    QCOMPARE(zvtGetCameraModel(camera->handle(), text, sizeof text), 0);
-    QCOMPARE(QString::fromUtf8(text), QStringLiteral("Tansy 320 N"));
-    uint8_t byte = 0;
-    QCOMPARE(zvtGetCameraSubtype(camera->handle(), &byte), 0);
-    QCOMPARE(byte, uint8_t(200));
-    float setpoint = 0;
-    QCOMPARE(zvtMfgGetCoolerSetpoint(camera->handle(), &setpoint), 0);
-    QCOMPARE(setpoint, -5.5F);
-    QCOMPARE(zvtMfgGetCoolerPowerEnabled(camera->handle(), &byte), 0);
-    QCOMPARE(byte, uint8_t(0));
-    float p = 0, i = 0, d = 0, off = 0;
-    QCOMPARE(zvtMfgGetCoolerSetup(camera->handle(), &p, &i, &d, &off), 0);
-    QCOMPARE((QList<float>{p, i, d, off}), (QList<float>{1, 2, 3, 4}));
-    uint8_t year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
-    QCOMPARE(zvtGetRealTimeClock(camera->handle(), &year, &month, &day, &hour, &minute, &second), 0);
-    QCOMPARE((QList<int>{year, month, day, hour, minute, second}), (QList<int>{30, 1, 2, 3, 14, 5}));
-    uint32_t now = 0;
-    QCOMPARE(zvtGetOperatingTime(camera->handle(), &now), 0);
-    QCOMPARE(now, minutes + 10);
-}
-
 void tst_Camera::keepsTheFilesOfOtherProfilesApart()
 {
     const auto first = create("irig");
@@ -472,28 +427,6 @@ void tst_Camera::passesOverImpossibleValues()
     uint8_t hour = 0, minute = 0, second = 0;
     QCOMPARE(zvtGetIRIGTime(camera->handle(), &year, &day, &hour, &minute, &second, &millisecond, &microsecond), 0);
     QVERIFY(day >= 1 && day <= 366 && microsecond <= 999);
-}
-
-void tst_Camera::warnsOfAFolderThatHasBecomeUnwritable()
-{
-    const auto camera = create("bare");
-    camera->connect();
-    const QString path = camera->folder() + QStringLiteral("/camera.json");
-    QVERIFY(!QFile::exists(path));
-    QVERIFY(QDir().mkpath(path));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^storage .*camera.json: cannot be written")));
-    QCOMPARE(zvtSetCameraSN(camera->handle(), "new"), 0);
-    QVERIFY(QDir().rmdir(path));
-    camera->disconnect();
-    QVERIFY(contentOf(path).contains("new"));
-}
-
-void tst_Camera::leavesARemovedFolderAlone()
-{
-    const auto camera = create("bare");
-    m_folder.reset();
-    camera->connect();
-    QVERIFY(!QDir(camera->folder()).exists());
 }
 
 ZVT_TEST(tst_Camera)

@@ -103,9 +103,9 @@ void tst_Profile::isSoundAsBuiltIn()
     if (cooler->type() == emulator::Cooler::Thermoelectric || !has("hasFlagCooler"))
         QCOMPARE(has("hasTeCooler"), cooler->type() == emulator::Cooler::Thermoelectric);
     const QJsonObject temperatures = profile.devices().value(QLatin1String("temperatures")).toObject();
-    QCOMPARE(temperatures.contains(QLatin1String("frontPanel")), has("hasFrontPanelTemperature"));
-    QCOMPARE(temperatures.contains(QLatin1String("airGap")), has("hasAirGapTemperature"));
-    QCOMPARE(temperatures.contains(QLatin1String("internal")),
+    QCOMPARE(temperatures.value(QLatin1String("frontPanel")).toBool(), has("hasFrontPanelTemperature"));
+    QCOMPARE(temperatures.value(QLatin1String("airGap")).toBool(), has("hasAirGapTemperature"));
+    QCOMPARE(temperatures.value(QLatin1String("internal")).toBool(),
              has("hasChassisTemperature") || has("hasInternalTemperature"));
     const auto &geometry = camera->device<emulator::Sensor>()->geometry();
     QCOMPARE(geometry.customAllowed(), has("hasWindowDimensionsThatCanBeArbitrary"));
@@ -229,6 +229,12 @@ void tst_Profile::namesWhatIsWrong_data()
     row("device value", R"({"devices": {"cooler": {"power": 1}}})", "devices.cooler.power: must be true or false");
     row("setpoint", R"({"devices": {"cooler": {"setpoint": 200}}})",
         "devices.cooler.setpoint: must lie between 60 and 120");
+    row("ambient", R"({"devices": {"environment": {"ambient": 81}}})",
+        "devices.environment.ambient: must lie between -60 and 80");
+    row("chamber", R"({"devices": {"emulator": {"ChamberProfile": "9:23,3:60"}}})",
+        "devices.emulator.ChamberProfile: must have ascending seconds");
+    row("temperature sensor", R"({"devices": {"temperatures": {"lens": 22.5}}})",
+        "devices.temperatures.lens: must be true or false");
     row("control", R"({"devices": {"cooler": {"control": {"kX": 1}}}})", "devices.cooler.control.kX: unknown key");
     row("texts", R"({"devices": {"corrections": {"names": ["a", 1]}}})",
         "devices.corrections.names: must be a list of texts");

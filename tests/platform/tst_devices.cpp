@@ -290,7 +290,7 @@ void tst_devices::propertiesTakeTheirKinds_data()
     QTest::newRow("bool") << "/RecordStart" << QVariant(true) << QVariant(true);
     QTest::newRow("int") << "/Pattern" << QVariant(-3) << QVariant(-3);
     QTest::newRow("float") << "/BlackbodyTemp1" << QVariant(1.5F) << QVariant(1.5F);
-    QTest::newRow("text") << "/ChamberProfile" << QVariant(QStringLiteral("ä")) << QVariant(QStringLiteral("ä"));
+    QTest::newRow("text") << "/ChamberProfile" << QVariant("0:23,9:60") << QVariant("0:23,9:60");
     QTest::newRow("double for a float") << "/BlackbodyTemp2" << QVariant(1.5) << QVariant(1.5F);
     QTest::newRow("int for a float") << "/BlackbodyTemp2" << QVariant(2) << QVariant(2.0F);
     QTest::newRow("whole float for an int") << "/Pattern" << QVariant(2.0F) << QVariant(2);
@@ -301,6 +301,7 @@ void tst_devices::propertiesTakeTheirKinds_data()
     QTest::newRow("bool for an int") << "/Pattern" << QVariant(true) << refused;
     QTest::newRow("text for an int") << "/Pattern" << QVariant(QStringLiteral("1")) << refused;
     QTest::newRow("int for a text") << "/ChamberProfile" << QVariant(1) << refused;
+    QTest::newRow("text that is no program") << "/ChamberProfile" << QVariant("warm") << refused;
     QTest::newRow("nothing") << "/Pattern" << QVariant() << refused;
     QTest::newRow("unknown") << "/Nothing" << QVariant(1) << refused;
 }

@@ -41,6 +41,7 @@ public:
                 {QStringLiteral("list"), list, Between{0, 9}, Everywhere},
                 {QStringLiteral("colour"), colour, Between{0, 2}, Everywhere},
                 {QStringLiteral("available"), available, Profile | OtherClient},
+                {QStringLiteral("kept"), kept, Memory},
                 Setting(QStringLiteral("mode"), mode, Everywhere).onlyIf(available),
                 Setting(QStringLiteral("counted"), counted, Snapshot | OtherClient).then([this] { ++changes; }),
                 {QStringLiteral("computed"), [this] { return 2 * count; },
@@ -64,6 +65,7 @@ public:
     std::vector<int> list;
     Colour colour = Colour::Red;
     bool available = true;
+    bool kept = false;
     bool mode = false;
     int counted = 0;
     int changes = 0;
@@ -85,6 +87,7 @@ private slots:
     void refusedValuesHaveOneMessage();
     void numbersOfMachinesAreRefused();
     void aSnapshotRestoresEveryKind();
+    void aSnapshotLeavesOutWhatOnlyTheMemoryHas();
     void aSavedFirstValueIsNotReported();
     void settersFollowTheRow();
     void aSettingMayDependOnACondition();
@@ -207,9 +210,9 @@ void tst_settings::aSnapshotRestoresEveryKind()
 {
     const auto device = make();
     const QJsonObject fresh = device->save();
-    QCOMPARE(
-        fresh.keys(),
-        QStringList({"colour", "count", "counted", "factor", "flag", "list", "mode", "name", "names", "pair", "size"}));
+    QCOMPARE(fresh.keys(),
+             QStringList({"colour", "count", "counted", "factor", "flag", "kept", "list", "mode", "name", "names",
+                          "pair", "size"}));
     const QJsonObject other{{"flag", true},
                             {"count", 9},
                             {"size", 32},
@@ -219,6 +222,7 @@ void tst_settings::aSnapshotRestoresEveryKind()
                             {"pair", QJsonArray{3, 4}},
                             {"list", QJsonArray{5}},
                             {"colour", 1},
+                            {"kept", true},
                             {"mode", true},
                             {"counted", 7}};
     QCOMPARE(device->restore(other), QStringList());
@@ -226,6 +230,19 @@ void tst_settings::aSnapshotRestoresEveryKind()
     QCOMPARE(device->restore({{"unknown", 1}}), QStringList());
     QCOMPARE(device->restore(fresh), QStringList());
     QCOMPARE(device->save(), fresh);
+}
+
+void tst_settings::aSnapshotLeavesOutWhatOnlyTheMemoryHas()
+{
+    const auto device = make();
+    const QJsonObject saved = device->save();
+    const QJsonObject inSnapshots = device->forSnapshot(saved);
+    QStringList keys = saved.keys();
+    QVERIFY(keys.removeOne("kept"));
+    QCOMPARE(inSnapshots.keys(), keys);
+    QCOMPARE(device->restore(inSnapshots), QStringList());
+    QCOMPARE(device->restore({{"kept", true}}), QStringList());
+    QVERIFY(device->kept);
 }
 
 // A first value may be a value that cannot be set.

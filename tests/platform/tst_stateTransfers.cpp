@@ -103,9 +103,11 @@ private:
     }
 
     /// Returns the contents of all files of the camera and of all local files. The file of the values that devices
-    /// remember is left out, since the camera writes it when it is connected and disconnected.
+    /// remember is left out, since the camera writes it after a change and when it is disconnected.
     QMap<QString, QByteArray> everything() const
     {
+        // A write of the values would leave a temporary file in the folder meanwhile.
+        m_camera->flushMemory();
         QMap<QString, QByteArray> files;
         QDirIterator it(m_folder->path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         while (it.hasNext()) {

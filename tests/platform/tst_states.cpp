@@ -342,6 +342,7 @@ void tst_states::refusesToLoadWhatIsUnsound()
     write(stateFile(QStringLiteral("bad")), content);
     write(m_camera->folder() + "/factory.qsf", content);
     const QJsonObject before = m_camera->snapshot();
+    m_camera->flushMemory();
     const QByteArray memory = contentOf(m_camera->folder() + "/camera.json");
     const int64_t time = Clock::now();
     QCOMPARE(load("bad"), int(Refused));
@@ -350,6 +351,7 @@ void tst_states::refusesToLoadWhatIsUnsound()
     QCOMPARE(Clock::now(), time);
     QCOMPARE(m_camera->snapshot(), before);
     QCOMPARE(current(), QStringLiteral("good"));
+    m_camera->flushMemory();
     QCOMPARE(contentOf(m_camera->folder() + "/camera.json"), memory);
     QCOMPARE(contentOf(stateFile(QStringLiteral("bad"))), content);
 }

@@ -422,7 +422,7 @@ void tst_ZvtCameraModel::emulatorPropertiesAreWrittenToTheDevice()
     const QMap<QString, QVariant> values{
         {"recordStart", !camera.root->recordStart()},    {"ssdTransfer", !camera.root->ssdTransfer()},
         {"testPattern", camera.root->testPattern() + 1}, {"bb1Temp", camera.root->bb1Temp() + 1.5F},
-        {"bb2Temp", camera.root->bb2Temp() + 2.5F},      {"chamberProfile", "W\u00e4rme 1"}};
+        {"bb2Temp", camera.root->bb2Temp() + 2.5F},      {"chamberProfile", "0:23,9:60"}};
     for (auto it = values.cbegin(); it != values.cend(); ++it) {
         const QMetaProperty property
             = camera.root->metaObject()->property(camera.root->metaObject()->indexOfProperty(it.key().toUtf8()));
@@ -436,7 +436,7 @@ void tst_ZvtCameraModel::emulatorPropertiesAreWrittenToTheDevice()
     QVERIFY(camera.root->device()->properties().get("/Pattern", pattern));
     QCOMPARE(pattern.ToInt32(), values.value("testPattern").toInt());
     QVERIFY(camera.root->device()->properties().get("/ChamberProfile", pattern));
-    QCOMPARE(QString::fromUtf8(pattern.ToString().c_str()), QStringLiteral("W\u00e4rme 1"));
+    QCOMPARE(QString::fromUtf8(pattern.ToString().c_str()), QStringLiteral("0:23,9:60"));
 }
 
 void tst_ZvtCameraModel::emulatorSetterSignalsEvenIfTheDeviceRefuses()

@@ -49,29 +49,29 @@ Cooler::Cooler(Camera &camera, Section &section)
       m_cold(section.number(u"cold"_s, 0, 0, maximumNumber)), m_range(readRange(section, m_type)),
       m_setpoint(
           static_cast<float>(std::clamp(m_type == Thermoelectric ? 10.0 : 77.0, m_range.minimum, m_range.maximum))),
-      m_coolSeconds(section.number(u"coolSeconds"_s, 30, 0.001, maximumNumber)),
-      m_warmSeconds(section.number(u"warmSeconds"_s, 120, 0.001, maximumNumber)),
+      m_coolSeconds(section.number(u"coolSeconds"_s, isStirling() ? 55 : 30, 0.001, maximumNumber)),
+      m_warmSeconds(section.number(u"warmSeconds"_s, isStirling() ? 1800 : 120, 0.001, maximumNumber)),
       m_noise(section.number(u"noise"_s, 0.02, 0, maximumNumber)),
       m_control(readControl(section.section(u"control"_s))), m_startTemperature(m_ambient)
 {
     const auto hasCooler = [this] { return m_type != None; };
-    addSettings(section,
-                {
-                    Setting(u"kP"_s, m_control.kP, Snapshot).onlyIf(hasCooler),
-                    Setting(u"kI"_s, m_control.kI, Snapshot).onlyIf(hasCooler),
-                    Setting(u"kD"_s, m_control.kD, Snapshot).onlyIf(hasCooler),
-                    Setting(u"kOff"_s, m_control.kOff, Snapshot).onlyIf(hasCooler),
-                    {u"setpoint"_s, m_setpoint, m_range, Profile},
-                    Setting(
-                        u"setpoint"_s, [this] { return m_setpoint; },
-                        [this](float value) { return setSetpoint(value); }, m_range, Snapshot | OtherClient)
-                        .onlyIf(hasCooler),
-                    {u"power"_s, m_power, Profile},
-                    Setting(
-                        u"power"_s, [this] { return m_power; }, [this](bool on) { return setPower(on); },
-                        Snapshot | OtherClient)
-                        .onlyIf(hasCooler),
-                });
+    addSettings(
+        section,
+        {
+            Setting(u"kP"_s, m_control.kP, Snapshot).onlyIf(hasCooler),
+            Setting(u"kI"_s, m_control.kI, Snapshot).onlyIf(hasCooler),
+            Setting(u"kD"_s, m_control.kD, Snapshot).onlyIf(hasCooler),
+            Setting(u"kOff"_s, m_control.kOff, Snapshot).onlyIf(hasCooler),
+            {u"setpoint"_s, m_setpoint, m_range, Profile},
+            Setting(
+                u"setpoint"_s, [this] { return m_setpoint; }, [this](float value) { return setSetpoint(value); },
+                m_range, Snapshot | OtherClient)
+                .onlyIf(hasCooler),
+            {u"power"_s, m_power, Profile},
+            Setting(
+                u"power"_s, [this] { return m_power; }, [this](bool on) { return setPower(on); }, Memory | OtherClient)
+                .onlyIf(hasCooler),
+        });
 }
 
 float Cooler::temperature() const
@@ -101,7 +101,7 @@ Status Cooler::setSetpoint(float value)
         return Absent;
     if (!m_range.holds(value))
         return Refused;
-    restartCurve();
+    startFromPresentTemperature();
     m_setpoint = value;
     remember();
     return Ok;
@@ -119,7 +119,7 @@ Status Cooler::setPower(bool on)
 {
     if (m_type == None)
         return Absent;
-    restartCurve();
+    startFromPresentTemperature();
     m_power = on;
     remember();
     return Ok;
@@ -150,6 +150,8 @@ void Cooler::connectionChanged(bool connected)
     if (connected && !m_switchedOn) {
         m_switchedOn = true;
         m_startTime = Clock::now();
+        if (isStirling())
+            m_loop.emplace(m_startTemperature, m_startTime);
     }
 }
 
@@ -159,12 +161,14 @@ double Cooler::temperatureNow() const
 {
     if (m_type == None || !m_switchedOn)
         return m_startTemperature;
+    if (m_loop)
+        return m_loop->temperature({m_power, m_ambient, m_setpoint, m_coolSeconds, m_warmSeconds}, Clock::now());
     const double target = m_power ? setpointKelvin() : m_ambient;
     const double seconds = static_cast<double>(std::max<int64_t>(0, Clock::now() - m_startTime)) / 1000;
     return target + (m_startTemperature - target) * std::exp(-seconds / (m_power ? m_coolSeconds : m_warmSeconds));
 }
 
-void Cooler::restartCurve()
+void Cooler::startFromPresentTemperature()
 {
     m_startTemperature = temperatureNow();
     m_startTime = Clock::now();

@@ -1,16 +1,20 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
+#include "platform/emulator/devices/StirlingLoop.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace emulator
 {
 
 /// The cooler of the detector, with the temperature of the detector. After the camera is switched on, the detector
-/// cools from the ambient temperature towards the setpoint. It warms up while the cooler's power is off. Setpoint,
-/// power and control parameters outlive the process; the temperature does not. Without a cooler (None) the detector has
-/// the ambient temperature, and setpoint, power and control parameters are Absent.
+/// cools from the ambient temperature towards the setpoint: by the control loop of a Stirling cooler (StirlingLoop), or
+/// exponentially by a thermoelectric cooler. It warms up while the cooler's power is off. Setpoint, power and control
+/// parameters outlive the process; the temperature does not. Snapshots leave the power out, since loading an old state
+/// must not warm a detector up. Without a cooler (None) the detector has the ambient temperature, and setpoint, power
+/// and control parameters are Absent.
 class Cooler : public Device
 {
 public:
@@ -19,7 +23,7 @@ public:
     /// The name of a type as a static text, null for an unknown type.
     static const char *typeName(uint8_t type);
 
-    /// The parameters of the control loop.
+    /// The parameters of the control loop. They are kept, but the emulated loops do not use them.
     struct Control {
         float kP;
         float kI;
@@ -28,8 +32,9 @@ public:
     };
 
     /// Profile keys: "type"; "ambient" and "cold" in Kelvin (coldTemperature() is Absent without "cold"); "setpoint",
-    /// "minimum", "maximum" in the unit of the setpoint; "coolSeconds", "warmSeconds" (time constants); "noise"
-    /// (Kelvin); "power"; "control" ("kP", "kI", "kD", "kOff"). Settings: "setpoint", "power".
+    /// "minimum", "maximum" in the unit of the setpoint; "coolSeconds" (the time constant of a thermoelectric cooler;
+    /// of a Stirling cooler, the time that full drive without losses takes to the setpoint); "warmSeconds" (time
+    /// constant); "noise" (Kelvin); "power"; "control" ("kP", "kI", "kD", "kOff"). Settings: "setpoint", "power".
     Cooler(Camera &camera, Section &section);
 
     Type type() const { return m_type; }
@@ -56,8 +61,9 @@ private:
     double setpointKelvin() const;
     /// The temperature of the detector without noise, in Kelvin.
     double temperatureNow() const;
-    /// Lets the exponential curve start at the present temperature, before its target changes.
-    void restartCurve();
+    bool isStirling() const { return m_type == RotaryStirling || m_type == LinearStirling; }
+    /// Lets the present temperature be the start of the change to a new target.
+    void startFromPresentTemperature();
 
     Type m_type;
     double m_ambient;
@@ -70,11 +76,12 @@ private:
     bool m_power = true;
     Control m_control;
 
-    // The temperature changes exponentially from m_startTemperature since m_startTime. This is the time of the last
-    // change of the power or the setpoint, or the time at which the camera was switched on.
+    // Without a Stirling cooler, the temperature changes exponentially from m_startTemperature since m_startTime. This
+    // is the time of the last change of the power or the setpoint, or the time at which the camera was switched on.
     double m_startTemperature;
     int64_t m_startTime = 0;
     bool m_switchedOn = false;
+    mutable std::optional<StirlingLoop> m_loop; ///< Of a Stirling cooler that has been switched on.
 };
 
 } // namespace emulator

@@ -1,29 +1,51 @@
 #include "platform/emulator/devices/EmulatorProperties.h"
 
+#include "platform/emulator/Camera.h"
+#include "platform/emulator/devices/ChamberProgram.h"
+#include "platform/emulator/devices/Environment.h"
+
+#include <utility>
+
 namespace emulator
 {
 
+using namespace Qt::StringLiterals;
+
 EmulatorProperties::EmulatorProperties(Camera &camera, Section &section) : Device(camera)
 {
-    addProperty<bool>(section, QStringLiteral("RecordStart"), false);
-    addProperty<bool>(section, QStringLiteral("SSDTransfer"), false);
-    addProperty<int>(section, QStringLiteral("Pattern"), 0);
-    addProperty<float>(section, QStringLiteral("BlackbodyTemp1"), 20);
-    addProperty<float>(section, QStringLiteral("BlackbodyTemp2"), 35);
-    addProperty<QString>(section, QStringLiteral("ChamberProfile"), {});
+    addProperty<bool>(section, u"RecordStart"_s, false);
+    addProperty<bool>(section, u"SSDTransfer"_s, false);
+    addProperty<int>(section, u"Pattern"_s, 0);
+    addProperty<float>(section, u"BlackbodyTemp1"_s, 20);
+    addProperty<float>(section, u"BlackbodyTemp2"_s, 35);
+
+    const auto check = [](const QString &text) {
+        ChamberProgram ignored;
+        return ChamberProgram::parse(text, ignored);
+    };
+    const auto run = [environment = camera.device<Environment>()](const QString &text) {
+        ChamberProgram program;
+        ChamberProgram::parse(text, program);
+        environment->run(program);
+    };
+    addProperty<QString>(section, u"ChamberProfile"_s, {}, check, run);
 }
 
-template <class T> void EmulatorProperties::addProperty(Section &section, const QString &key, const T &value)
+template <class T>
+void EmulatorProperties::addProperty(Section &section, const QString &key, const T &value, const Rule<T> &rule,
+                                     std::function<void(const T &)> use)
 {
-    const QString path = QLatin1Char('/') + key;
+    const QString path = u'/' + key;
     QVariant &property = m_values[path];
     property = value;
     const auto get = [&property] { return property.value<T>(); };
-    const auto set = [&property](const T &changed) {
+    const auto set = [&property, use = std::move(use)](const T &changed) {
         property = changed;
+        if (use)
+            use(changed);
         return Ok;
     };
-    addSettings(section, {{key, get, set, Setting::Profile}, {path, get, set, Setting::OtherClient}});
+    addSettings(section, {{key, get, set, rule, Setting::Profile}, {path, get, set, rule, Setting::OtherClient}});
 }
 
 bool EmulatorProperties::get(const QString &path, QVariant &value) const
@@ -38,9 +60,10 @@ bool EmulatorProperties::get(const QString &path, QVariant &value) const
 bool EmulatorProperties::set(const QString &path, const QVariant &value)
 {
     const auto found = m_values.find(path);
-    if (found == m_values.end() || found->second.typeId() != value.typeId())
+    const bool isFloat = found != m_values.end() && found->second.typeId() == QMetaType::Float;
+    if (!isFloat || value.typeId() != QMetaType::Float)
         return change(path, fromVariant(value)).isEmpty();
-    // The value has the type of the property. JSON may lack this type.
+    // JSON has neither infinity nor NaN.
     found->second = value;
     return true;
 }

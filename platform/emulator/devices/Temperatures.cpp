@@ -1,43 +1,45 @@
 #include "platform/emulator/devices/Temperatures.h"
 
+#include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
+#include "platform/emulator/devices/Environment.h"
 #include "platform/emulator/devices/noise.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
 namespace emulator
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
 constexpr double maximumCelsius = std::numeric_limits<float>::max();
 constexpr double heatingSeconds = 600;
+constexpr uint64_t firstNoiseSeed = 10; // Each sensor has its own noise.
 
-// Each sensor has its own noise.
-enum Seed : uint64_t { FrontPanel = 10, AirGap, Internal, RsInternal, Lens };
+/// The temperature at a sensor relative to the ambient temperature, in degrees.
+struct Place {
+    double atStart; ///< When the camera is switched on.
+    double selfHeating; ///< The final rise.
+};
 
-double read(Section &section, const QString &key) { return section.number(key, 0, -maximumCelsius, maximumCelsius); }
-
-std::optional<double> readOptional(Section &section, const QString &key)
-{
-    return section.contains(key) ? std::optional(read(section, key)) : std::nullopt;
-}
+/// In the order of Temperatures::Sensor.
+constexpr std::array places{Place{1, 3}, Place{4.5, 4}, Place{8, 6}, Place{10.5, 6}, Place{-0.5, 1}};
 
 } // namespace
 
 Temperatures::Temperatures(Camera &camera, Section &section)
-    : Device(camera), m_frontPanel(read(section, QStringLiteral("frontPanel"))),
-      m_airGap(read(section, QStringLiteral("airGap"))), m_internal(read(section, QStringLiteral("internal"))),
-      m_rsInternal(readOptional(section, QStringLiteral("rsInternal"))),
-      m_lens(readOptional(section, QStringLiteral("lens"))),
-      m_selfHeating(section.number(QStringLiteral("selfHeating"), 6, 0, 100)),
-      m_noise(section.number(QStringLiteral("noise"), 0.05, 0, 100)),
-      m_scFails(section.flag(QStringLiteral("scFails"), false)),
-      m_rsFails(section.flag(QStringLiteral("rsFails"), false)),
-      m_lensFails(section.flag(QStringLiteral("lensFails"), false))
+    : Device(camera), m_environment(*camera.device<Environment>()),
+      m_hasFrontPanel(section.flag(u"frontPanel"_s, false)), m_hasAirGap(section.flag(u"airGap"_s, false)),
+      m_hasInternal(section.flag(u"internal"_s, false)), m_hasRsInternal(section.flag(u"rsInternal"_s, false)),
+      m_hasLens(section.flag(u"lens"_s, false)), m_noise(section.number(u"noise"_s, 0.05, 0, maximumCelsius)),
+      m_scFails(section.flag(u"scFails"_s, false)), m_rsFails(section.flag(u"rsFails"_s, false)),
+      m_lensFails(section.flag(u"lensFails"_s, false))
 {
 }
 
@@ -45,29 +47,29 @@ Status Temperatures::scTemperatures(float &frontPanel, float &airGap, float &int
 {
     if (m_scFails)
         return Refused;
-    frontPanel = measure(m_frontPanel, FrontPanel);
-    airGap = measure(m_airGap, AirGap);
-    internal = measure(m_internal, Internal);
+    frontPanel = m_hasFrontPanel ? measure(FrontPanel) : 0;
+    airGap = m_hasAirGap ? measure(AirGap) : 0;
+    internal = m_hasInternal ? measure(Internal) : 0;
     return Ok;
 }
 
 Status Temperatures::rsTemperature(float &internal) const
 {
-    if (!m_rsInternal)
+    if (!m_hasRsInternal)
         return Absent;
     if (m_rsFails)
         return Refused;
-    internal = measure(*m_rsInternal, RsInternal);
+    internal = measure(RsInternal);
     return Ok;
 }
 
 Status Temperatures::lensTemperature(float &celsius) const
 {
-    if (!m_lens)
+    if (!m_hasLens)
         return Absent;
     if (m_lensFails)
         return Refused;
-    celsius = measure(*m_lens, Lens);
+    celsius = measure(Lens);
     return Ok;
 }
 
@@ -77,13 +79,15 @@ void Temperatures::connectionChanged(bool connected)
         m_switchedOn = Clock::now();
 }
 
-float Temperatures::measure(double startTemperature, uint64_t seed) const
+float Temperatures::measure(Sensor sensor) const
 {
     const int64_t now = Clock::now();
     const double seconds = static_cast<double>(std::max<int64_t>(0, now - m_switchedOn.value_or(now))) / 1000;
-    const double heating = m_selfHeating * (1 - std::exp(-seconds / heatingSeconds));
+    const Place place = places.at(sensor);
+    const double aboveAmbient = place.atStart + place.selfHeating * (1 - std::exp(-seconds / heatingSeconds));
+    const double error = m_noise * noise(firstNoiseSeed + sensor, now);
     return static_cast<float>(
-        std::clamp(startTemperature + heating + m_noise * noise(seed, now), -maximumCelsius, maximumCelsius));
+        std::clamp(m_environment.laggedAmbient() + aboveAmbient + error, -maximumCelsius, maximumCelsius));
 }
 
 } // namespace emulator

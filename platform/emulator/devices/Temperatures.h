@@ -8,35 +8,39 @@
 namespace emulator
 {
 
+class Environment;
+
 /// The temperature sensors in the camera's case and its lens, in Celsius. Two boards measure in the case: the sensor
 /// controller (SC) at the front panel, in the air gap and inside, the readout electronics (RS) inside, with another
-/// sensor. The case warms up after the camera is switched on.
+/// sensor. Every sensor follows the ambient temperature with the lag of Environment::laggedAmbient(), and warms up
+/// after the camera is switched on: each has its own distance from the ambient temperature and its own rise.
 class Temperatures : public Device
 {
 public:
-    /// Profile keys: the temperatures of a camera that has just been switched on, "frontPanel", "airGap" and "internal"
-    /// (0 without the key), "rsInternal" and "lens" (no sensor without the key); "selfHeating" (the final rise in
-    /// degrees); "noise" (degrees); "scFails", "rsFails", "lensFails" (the sensors exist but cannot be read).
+    /// Profile keys: "frontPanel", "airGap", "internal", "rsInternal" and "lens" (whether the camera has the sensor);
+    /// "noise" (degrees); "scFails", "rsFails", "lensFails" (the sensors exist but cannot be read). The environment
+    /// must exist before.
     Temperatures(Camera &camera, Section &section);
 
-    /// The temperatures in Celsius. Absent without the sensor, Refused if it cannot be read.
+    /// The temperatures in Celsius. A missing sensor of the SC reads exactly 0, other missing sensors are Absent.
+    /// Refused if a sensor cannot be read.
     Status scTemperatures(float &frontPanel, float &airGap, float &internal) const;
     Status rsTemperature(float &internal) const;
-    bool hasLensSensor() const { return m_lens.has_value(); }
+    bool hasLensSensor() const { return m_hasLens; }
     Status lensTemperature(float &celsius) const;
 
     void connectionChanged(bool connected) override;
 
 private:
-    /// Returns the present value of a sensor that had this temperature when the camera was switched on.
-    float measure(double startTemperature, uint64_t seed) const;
+    enum Sensor : uint8_t { FrontPanel, AirGap, Internal, RsInternal, Lens };
+    float measure(Sensor sensor) const;
 
-    double m_frontPanel;
-    double m_airGap;
-    double m_internal;
-    std::optional<double> m_rsInternal;
-    std::optional<double> m_lens;
-    double m_selfHeating;
+    const Environment &m_environment;
+    bool m_hasFrontPanel;
+    bool m_hasAirGap;
+    bool m_hasInternal;
+    bool m_hasRsInternal;
+    bool m_hasLens;
     double m_noise;
     bool m_scFails;
     bool m_rsFails;
