@@ -32,7 +32,7 @@ public:
     /// A copy of the shared pointer; null if the root was built without a controller.
     virtual hlx::TSharedPtr<hlx::cam::IZVTController> controller() const = 0;
 
-    /// The device of the controller; null if it has none or there is no controller.
+    /// The device of the controller; null without a controller or if the controller has no device.
     virtual hlx::TSharedPtr<hlx::cam::IDevice> device() const = 0;
 
     /// Whether the camera is connected. False without a controller.

@@ -13,8 +13,8 @@ namespace hlx::cam::zvt
 class CBadPixelList
 {
 public:
-    /// Replaces the list by that of a file. Returns false, and leaves the list as it is, if there is no such file or it
-    /// is not a list, truncated or corrupt.
+    /// Replaces the list by the list in a file. Returns false and keeps the old list if the file is missing, is not a
+    /// list, is truncated or is corrupt.
     bool Load(const CString &path);
 
     /// The size of the image in pixels, 0 by 0 before a list was loaded.

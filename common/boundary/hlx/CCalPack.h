@@ -17,8 +17,8 @@ class CCalPack
 public:
     static constexpr unsigned char presetCount = 8;
 
-    /// Replaces the pack by that of a file. Returns false, and leaves the pack as it is, if there is no such file or it
-    /// is not a pack, truncated or corrupt.
+    /// Replaces the pack by the pack in a file. Returns false and keeps the old pack if the file is missing, is not a
+    /// pack, is truncated or is corrupt.
     bool Load(IFileSystem *files, CString path);
 
     /// The pack's calibration. If there is none: a new, empty one with `create`, else null.

@@ -20,9 +20,9 @@ public:
     CRQSImagerFile &operator=(const CRQSImagerFile &) = delete;
     ~CRQSImagerFile();
 
-    /// Closes the file that was open, and opens another. Returns false, and none is open, if there is no such file or
-    /// it is not a movie, truncated or corrupt. `reserved` is always 0. Throws std::bad_alloc if there is no memory for
-    /// the reduce objects.
+    /// Closes the open file and opens another one. Returns false, and then no file is open, if the file is missing, is
+    /// not a movie, is truncated or is corrupt. `reserved` is always 0. Throws std::bad_alloc if the memory does not
+    /// suffice for the reduce objects.
     bool Open(IFileSystem *files, const CString &path, unsigned int reserved);
     void Close();
 

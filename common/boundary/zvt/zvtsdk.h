@@ -738,7 +738,7 @@ int zvtGetGigEHeaderMode(uint64_t handle, uint8_t* out);
 int zvtSetGigEHeaderMode(uint64_t handle, uint8_t value);
 /// The preset streamed over GigE, 4 for all presets. Fails on a camera that cannot select it.
 int zvtGetGigEPreset(uint64_t handle, uint8_t* preset);
-/// Sets the preset streamed over GigE, 4 for all presets. Other numbers that are no preset are refused.
+/// Sets the preset streamed over GigE, 4 for all presets. Any other number that is not a preset is refused.
 int zvtSetGigEPreset(uint64_t handle, uint8_t preset);
 /// 1 if the header mode of CameraLink can be set, else 0.
 int zvtGetCameraLinkHeaderModeAvailable(uint64_t handle, uint8_t* out);
