@@ -7,8 +7,11 @@
 #include "platform/emulator/SetupError.h"
 #include "platform/emulator/Storage.h"
 #include "platform/emulator/devices/EventQueue.h"
+#include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/Identity.h"
+#include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
+#include "platform/emulator/image/frame.h"
 #include "zvt/zvttypes.h"
 
 #include <QDir>
@@ -69,6 +72,7 @@ struct Camera::State {
         bool inSnapshots;
     };
     std::map<QString, DeviceEntry> byKey;
+    FrameClock *frameClock = nullptr;
     bool complete = false; ///< All devices exist and have their values.
     std::recursive_mutex listenerMutex;
     std::map<int, std::function<void()>> listeners;
@@ -169,6 +173,7 @@ Camera::Camera(Profile profile, QString folder)
         section.finish();
         add(kind.key, std::move(device), kind.memory == DeviceKind::Remembers, kind.snapshot == DeviceKind::Included);
     }
+    m_state->frameClock = device<FrameClock>();
     m_newSettings = snapshot();
     const QJsonObject values = readMemory();
     // The camera starts in its last state. Values that devices remember are newer than that state.
@@ -257,6 +262,7 @@ bool Camera::OtherClient::set(const QString &name, const QVariant &value, QStrin
             *why = QStringLiteral("other client: %1: %2").arg(name, refusal);
         return false;
     }
+    m_camera.settle();
     m_camera.device<EventQueue>()->push(ZVT_EVENT_SETTINGS_CHANGED);
     return true;
 }
@@ -302,6 +308,45 @@ Status Camera::letTimePass(int64_t milliseconds)
     return connected() ? Ok : NotConnected;
 }
 
+void Camera::settle() { m_state->frameClock->settle(); }
+
+image::Exposure Camera::exposure(const FrameStart &start) const
+{
+    const std::lock_guard lock(m_mutex);
+    image::Exposure exposure;
+    exposure.frameNumber = start.number;
+    exposure.scene.microseconds = start.microseconds;
+    for (const auto &device : m_devices)
+        device->expose(start.preset, exposure);
+    return exposure;
+}
+
+std::optional<Frame> Camera::newestFrame(int preset)
+{
+    std::unique_lock lock(m_mutex);
+    const auto start = m_state->frameClock->newest(preset);
+    return start ? render(*start, std::move(lock)) : std::nullopt;
+}
+
+std::optional<Frame> Camera::frame(int preset, uint64_t number)
+{
+    std::unique_lock lock(m_mutex);
+    const auto start = m_state->frameClock->frame(number);
+    return start && start->preset == preset ? render(*start, std::move(lock)) : std::nullopt;
+}
+
+/// Renders a frame after it has released the lock.
+std::optional<Frame> Camera::render(const FrameStart &start, std::unique_lock<std::recursive_mutex> lock)
+{
+    image::Exposure exposure = this->exposure(start);
+    lock.unlock();
+    exposure.detector = device<Sensor>()->array().mapsFor(exposure.window);
+    Frame frame{start, {exposure.window.width, exposure.window.height}, {}};
+    if (!image::renderFrame(exposure, frame.counts))
+        return std::nullopt;
+    return frame;
+}
+
 std::vector<SettingInfo> Camera::settings() const
 {
     const std::lock_guard lock(m_mutex);
@@ -324,6 +369,7 @@ void Camera::restore(const QJsonObject &snapshot, const QString &source)
 {
     const std::lock_guard lock(m_mutex);
     m_state->restore(&State::DeviceEntry::inSnapshots, snapshot, source);
+    settle();
     remember();
 }
 

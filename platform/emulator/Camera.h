@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
+#include "platform/emulator/Frame.h"
 #include "platform/emulator/Gate.h"
 #include "platform/emulator/Profile.h"
 
@@ -12,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace emulator
@@ -82,6 +84,21 @@ public:
     /// is no longer connected; the operation must then end with that status.
     Status letTimePass(int64_t milliseconds);
 
+    /// The newest raw frame of a preset, and the frame with a number. Nothing if there is no such frame of the preset,
+    /// if FrameClock does not know the number any more, or if the window is too large for frames. A frame shows the
+    /// camera as it is now, also if it began earlier. Its pixels are computed on the calling thread, which must not
+    /// hold the camera's lock.
+    std::optional<Frame> newestFrame(int preset);
+    std::optional<Frame> frame(int preset, uint64_t number);
+
+    /// The exposure of a frame, with the present values of all devices. It has no detector until the maps of the
+    /// detector have been made.
+    image::Exposure exposure(const FrameStart &start) const;
+
+    /// Ends an operation or change: frames that begin from now on have the present timing. Called with the camera's
+    /// lock.
+    void settle();
+
     /// Changes settings as another client of the camera does. Each change raises ZVT_EVENT_SETTINGS_CHANGED.
     class OtherClient
     {
@@ -135,6 +152,7 @@ private:
     QJsonObject readMemory() const;
     void writeMemory();
     void setConnected(bool connected);
+    std::optional<Frame> render(const FrameStart &start, std::unique_lock<std::recursive_mutex> lock);
     Device *deviceOf(const QString &key) const;
 
     Profile m_profile;

@@ -11,6 +11,11 @@
 #include <utility>
 #include <vector>
 
+namespace emulator::image
+{
+struct Exposure;
+}
+
 namespace emulator
 {
 
@@ -54,6 +59,10 @@ public:
 
     /// The camera has been connected or disconnected. It is switched on by its first connection.
     virtual void connectionChanged(bool connected);
+
+    /// Sets those properties of the exposure of a preset that depend on this device, as they are now. Must be quick:
+    /// all devices together take at most 50 us.
+    virtual void expose(int preset, image::Exposure &exposure) const;
 
     /// Another client changes the setting `name`. Returns why it is refused, empty if it has been changed.
     virtual Refusal change(const QString &name, const QJsonValue &value);

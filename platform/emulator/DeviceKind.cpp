@@ -13,12 +13,14 @@
 #include "platform/emulator/devices/FileTransfer.h"
 #include "platform/emulator/devices/Focus.h"
 #include "platform/emulator/devices/FocusToDistance.h"
+#include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/FrameSync.h"
 #include "platform/emulator/devices/HourMeter.h"
 #include "platform/emulator/devices/ImageMode.h"
 #include "platform/emulator/devices/Information.h"
 #include "platform/emulator/devices/LensCover.h"
 #include "platform/emulator/devices/LensStates.h"
+#include "platform/emulator/devices/Saturation.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
 #include "platform/emulator/devices/Temperatures.h"
@@ -52,12 +54,14 @@ constexpr std::array kinds{
     kind<CameraClock>("clock", Always, Remembers, LeftOut),
     kind<HourMeter>("hours", Always, Remembers, LeftOut),
     kind<Sensor>("sensor", Always, Forgets, Included),
+    kind<Saturation>("saturation", Always, Forgets, LeftOut),
     kind<Cooler>("cooler", WhereListed, Remembers, Included),
     kind<Temperatures>("temperatures", WhereListed, Forgets, LeftOut),
     kind<Corrections>("corrections", WhereListed, Forgets, LeftOut),
     kind<DetectorGain>("gain", WhereListed, Forgets, Included),
     kind<ImageMode>("image", Always, Forgets, Included),
     kind<FrameSync>("sync", Always, Forgets, Included),
+    kind<FrameClock>("frames", Always, Forgets, LeftOut),
     kind<Zoom>("zoom", WhereListed, Remembers, Included),
     kind<FieldOfView>("fieldOfView", WhereListed, Remembers, Included),
     kind<Focus>("focus", WhereListed, Remembers, Included),

@@ -59,7 +59,9 @@ int callCamera(std::shared_ptr<Camera> camera, const char *name, bool resultIsSc
         return pass.end(NotConnected);
     const auto answer = [&]() -> int {
         const std::lock_guard lock(camera->mutex());
-        return statusOf(body, *camera);
+        const int status = statusOf(body, *camera);
+        camera->settle();
+        return status;
     };
     return pass.answer(resultIsScripted, answer, arguments...);
 }

@@ -2,6 +2,7 @@
 #include "platform/hlxcamzvt/EmulatedController.h"
 
 #include "platform/emulator/devices/FactoryCalibrations.h"
+#include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/memberCalls.h"
 
@@ -15,6 +16,7 @@ using emulator::controllerCall;
 using emulator::controllerGet;
 using emulator::controllerOnDevice;
 using emulator::FactoryCalibrations;
+using emulator::FrameClock;
 using emulator::Sensor;
 using emulator::Status;
 
@@ -293,7 +295,7 @@ void EmulatedController::SetActivePreset(int16_t preset)
 
 bool EmulatedController::GetAverageFrameRate(double *hertz)
 {
-    return controllerGet<&Sensor::averageFrameRate>(camera(), "controller.GetAverageFrameRate", hertz);
+    return controllerGet<&FrameClock::averageRate>(camera(), "controller.GetAverageFrameRate", hertz);
 }
 
 bool EmulatedController::GetIsLowCost()

@@ -1,6 +1,7 @@
 // The SDK's functions of the sensor: its clock, window, presets and saturation.
 #include "zvt/zvtsdk.h"
 
+#include "platform/emulator/devices/Saturation.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/memberCalls.h"
 
@@ -44,7 +45,7 @@ int zvtGetPresetSequencingMode(uint64_t handle, uint8_t *mode)
 
 int zvtGetSaturatedFlag(uint64_t handle, uint8_t *saturated)
 {
-    return get<&Sensor::saturated>(__func__, handle, saturated);
+    return call<&Saturation::raised>(__func__, handle, saturated);
 }
 
 int zvtGetVideoPreset(uint64_t handle, uint8_t *preset) { return get<&Sensor::videoPreset>(__func__, handle, preset); }

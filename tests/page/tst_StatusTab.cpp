@@ -146,6 +146,7 @@ void tst_StatusTab::saturationIsUnknownWithoutACamera()
 void tst_StatusTab::saturationIsEmptyUntilItWasRead()
 {
     PageDriver driver;
+    CameraRig::coolDetector();
     driver.rig().camera().disconnect();
     driver.settle();
     driver.rig().gate().hold("zvtGetSaturatedFlag");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/emulator/control.h"
+#include "platform/emulator/image/Exposure.h"
 #include "zvt/zvtsdk.h"
 
 #include <QFile>
@@ -54,6 +55,10 @@ public:
 
     /// Lets so much time pass that the lens is at rest.
     static void settle() { emulator::Clock::advance(60'000); }
+    /// Lets so much time pass that the detector of a new camera is cold. Its picture is white before.
+    static void coolDetector() { emulator::Clock::advance(120'000); }
+    /// How blurred the present picture is, in pixels.
+    double defocus() const { return m_camera->exposure({}).optics.defocus; }
 
 private:
     uint32_t read(int (*get)(uint64_t, uint32_t *)) const

@@ -69,7 +69,7 @@ void tst_FactoryCalibrations::oneBringsItsTimeAndItsCorrection()
     QCOMPARE(selected(2), 1);
     double milliseconds = 0.0;
     QCOMPARE(m_camera->device<emulator::Sensor>()->integrationTime(2, milliseconds), emulator::Ok);
-    QCOMPARE(milliseconds, 0.5);
+    QCOMPARE(milliseconds, 0.2);
     std::array<char, 64> name{};
     QCOMPARE(zvtGetNUCName(m_camera->handle(), 2, name.data(), name.size()), 0);
     QCOMPARE(QString::fromUtf8(name.data()), QStringLiteral("50 to 150 \u00b0C"));
@@ -82,7 +82,7 @@ void tst_FactoryCalibrations::theRowBehindTheLastStandsForNone()
     QCOMPARE(selected(0), -1);
     double milliseconds = 0.0;
     QCOMPARE(m_camera->device<emulator::Sensor>()->integrationTime(0, milliseconds), emulator::Ok);
-    QCOMPARE(milliseconds, 0.1);
+    QCOMPARE(milliseconds, 0.018);
 }
 
 void tst_FactoryCalibrations::whatIsNotThereIsRefused()
@@ -123,7 +123,7 @@ void tst_FactoryCalibrations::anotherClientSelectsOne()
     QCOMPARE(selected(2), 1);
     double milliseconds = 0.0;
     QCOMPARE(m_camera->device<emulator::Sensor>()->integrationTime(2, milliseconds), emulator::Ok);
-    QCOMPARE(milliseconds, 0.5);
+    QCOMPARE(milliseconds, 0.2);
     QVERIFY(other.set(name, -1));
     QCOMPARE(selected(2), -1);
     for (const auto &value : {QVariant(-2), QVariant(4), QVariant(0.5), QVariant(QStringLiteral("1")), QVariant()})

@@ -21,15 +21,21 @@ QString realTime(uint64_t handle)
     return QString::asprintf("%04d-%02d-%02d %02d:%02d:%02d", 2000 + year, month, day, hour, minute, second);
 }
 
-/// The IRIG time as "year day hh:mm:ss.mmm.uuu".
+/// An IRIG time as "year day hh:mm:ss.mmm.uuu".
+QString text(const CameraClock::IrigTime &time)
+{
+    return QString::asprintf("%d %d %02d:%02d:%02d.%03d.%03d", time.year, time.day, time.hour, time.minute, time.second,
+                             time.millisecond, time.microsecond);
+}
+
+/// The present IRIG time as text().
 QString irig(uint64_t handle)
 {
     uint16_t year = 0, day = 0, millisecond = 0, microsecond = 0;
     uint8_t hour = 0, minute = 0, second = 0;
     if (zvtGetIRIGTime(handle, &year, &day, &hour, &minute, &second, &millisecond, &microsecond) != 0)
         return {};
-    return QString::asprintf("%d %d %02d:%02d:%02d.%03d.%03d", year, day, hour, minute, second, millisecond,
-                             microsecond);
+    return text({year, day, hour, minute, second, millisecond, microsecond});
 }
 
 } // namespace
@@ -55,6 +61,8 @@ private slots:
     void keepsTheYearThatIrigDoesNotTell();
     void hasNoYearWhereTheSignalHasNone();
     void takesTheLongestYear();
+    void irigTimesHaveMicroseconds();
+    void irigTimesTurnDayAndYear();
     void locksAndUnlocks();
     void leavesOutputsAloneWhenItFails();
 
@@ -203,6 +211,36 @@ void tst_devicesClock::takesTheLongestYear()
     m_camera.reset();
     use("irig");
     QCOMPARE(irig(m_handle), QStringLiteral("65535 365 23:59:59.999.999"));
+}
+
+void tst_devicesClock::irigTimesHaveMicroseconds()
+{
+    const auto *const clock = m_camera->device<CameraClock>();
+    const int64_t now = Clock::now() * 1000;
+    QCOMPARE(text(clock->irigTimeAt(now + 1'234'567)), QStringLiteral("2024 60 12:00:01.234.567"));
+    QCOMPARE(text(clock->irigTimeAt(now - 1)), QStringLiteral("2024 60 11:59:59.999.999"));
+    QCOMPARE(zvtSetIRIGTime(m_handle, 2001, 34, 4, 5, 6, 789, 12), 0);
+    Clock::advance(1);
+    QCOMPARE(text(clock->irigTimeAt(now)), QStringLiteral("2001 34 04:05:06.789.012"));
+    QCOMPARE(text(clock->irigTimeAt(now + 987)), QStringLiteral("2001 34 04:05:06.789.999"));
+    QCOMPARE(text(clock->irigTimeAt(now + 988)), QStringLiteral("2001 34 04:05:06.790.000"));
+    QCOMPARE(irig(m_handle), QStringLiteral("2001 34 04:05:06.790.012"));
+}
+
+void tst_devicesClock::irigTimesTurnDayAndYear()
+{
+    const auto *const clock = m_camera->device<CameraClock>();
+    const int64_t now = Clock::now() * 1000;
+    QCOMPARE(zvtSetIRIGTime(m_handle, 2023, 365, 23, 59, 59, 999, 999), 0);
+    QCOMPARE(text(clock->irigTimeAt(now)), QStringLiteral("2023 365 23:59:59.999.999"));
+    QCOMPARE(text(clock->irigTimeAt(now + 1)), QStringLiteral("2024 1 00:00:00.000.000"));
+    QCOMPARE(text(clock->irigTimeAt(now + 86'400'000'000)), QStringLiteral("2024 1 23:59:59.999.999"));
+    // Times before 1970.
+    QCOMPARE(zvtSetIRIGTime(m_handle, 1969, 365, 23, 59, 59, 999, 999), 0);
+    QCOMPARE(text(clock->irigTimeAt(now)), QStringLiteral("1969 365 23:59:59.999.999"));
+    QCOMPARE(text(clock->irigTimeAt(now - 1000)), QStringLiteral("1969 365 23:59:59.998.999"));
+    use("edge-values");
+    QCOMPARE(m_camera->device<CameraClock>()->irigTimeAt(now).year, uint16_t(0));
 }
 
 void tst_devicesClock::locksAndUnlocks()

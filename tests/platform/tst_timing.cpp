@@ -1,11 +1,14 @@
+#include "platform/emulator/SetupError.h"
 #include "platform/emulator/control.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "tests/support/Test.h"
 #include "zvt/zvtsdk.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <cmath>
+#include <vector>
 
 using emulator::Camera;
 using emulator::Sensor;
@@ -26,8 +29,22 @@ private slots:
     void theShortestFrameFollowsItsArguments();
     void theShortestFrameOfNothingFails();
     void ratesSnapToWholeClocks();
+    void theReadoutIsThatOfTheProfile();
+    void theMaximumRateHoldsForAllFrames();
+    void impossibleReadoutsAreErrors_data();
+    void impossibleReadoutsAreErrors();
 
 private:
+    /// Uses a camera with these keys of its sensor.
+    void use(const QByteArray &keys)
+    {
+        QFile file(m_folder.filePath(QStringLiteral("timing.json")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(R"({"extends": "everything", "devices": {"sensor": {)" + keys + "}}}");
+        file.close();
+        m_camera = Camera::create(file.fileName(), m_folder.path());
+        m_camera->connect();
+    }
     Sensor &sensor() { return *m_camera->device<Sensor>(); }
     uint64_t handle() const { return m_camera->handle(); }
     /// The shortest frame in clocks, 0 if the call fails.
@@ -85,6 +102,50 @@ void tst_timing::ratesSnapToWholeClocks()
     QCOMPARE(snapped, 20e6);
     QCOMPARE(zvtSnapHertz(handle(), &snapped, 1e-300), 0);
     QCOMPARE(snapped, 20e6 / UINT32_MAX);
+}
+
+void tst_timing::theReadoutIsThatOfTheProfile()
+{
+    use(R"("pixelsPerClock": 8, "deadClocksPerRow": 3, "deadRows": 5, "deadClocksPerFrame": 70,
+           "presetSwitchClocks": 9)");
+    QCOMPARE(shortestFrame(320, 256, 20, false), (256 + 5) * (40 + 3) + 70U);
+    QCOMPARE(shortestFrame(320, 256, 20, true), (256 + 5) * (40 + 3) + 79U);
+    QCOMPARE(shortestFrame(320, 256, 50'000, false), 50'070U);
+}
+
+void tst_timing::theMaximumRateHoldsForAllFrames()
+{
+    use(R"("maximumFrameRate": 60, "frameRate": 60)");
+    // 60 Hz are no whole number of clocks, and a shorter frame would be faster.
+    for (const bool sequencing : {false, true})
+        QCOMPARE(shortestFrame(64, 4, 20, sequencing), 333'334U);
+    QCOMPARE(shortestFrame(64, 4, 1'000'000, false), 1'000'500U);
+    QCOMPARE(sensor().setFrameRate(0, 1000.0), emulator::Ok);
+    double rate = 0;
+    QCOMPARE(sensor().frameRate(0, rate), emulator::Ok);
+    QCOMPARE(rate, 20e6 / 333'334);
+    std::vector<double> rates;
+    QCOMPARE(sensor().frameRates(0, rates), emulator::Ok);
+    QCOMPARE(rates.front(), rate);
+    QCOMPARE(rates.at(1), 50.0);
+    QVERIFY(zvtSetFrameWidth(handle(), 0, 333'333) != 0);
+    QCOMPARE(sensor().setSequencingMode(Sensor::Superframing), emulator::Ok);
+    QCOMPARE(sensor().superframeRates().front(), 5e6 / 333'334);
+}
+
+void tst_timing::impossibleReadoutsAreErrors_data()
+{
+    QTest::addColumn<QByteArray>("keys");
+    for (const char *keys : {R"("pixelsPerClock": 0)", R"("pixelsPerClock": 2.5)", R"("deadClocksPerRow": -1)",
+                             R"("deadRows": 10001)", R"("deadClocksPerFrame": 0)", R"("presetSwitchClocks": 0)",
+                             R"("maximumFrameRate": 0)", R"("maximumFrameRate": "fast")"})
+        QTest::newRow(keys) << QByteArray(keys);
+}
+
+void tst_timing::impossibleReadoutsAreErrors()
+{
+    QFETCH(QByteArray, keys);
+    QVERIFY_EXCEPTION_THROWN(use(keys), emulator::SetupError);
 }
 
 ZVT_TEST(tst_timing)

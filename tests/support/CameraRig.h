@@ -33,6 +33,9 @@ public:
     /// these.
     static void settle();
 
+    /// Advances the clock until the detector is cold. A camera starts with a warm detector, whose frames are white.
+    static void coolDetector();
+
 private:
     QTemporaryDir m_storage;
     std::shared_ptr<emulator::Camera> m_camera;

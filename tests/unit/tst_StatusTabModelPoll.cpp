@@ -194,6 +194,7 @@ void tst_StatusTabModelPoll::clockIsChosenAfreshWhenTheReadHasEnded()
 void tst_StatusTabModelPoll::saturationAndTimeAreSignalledOnEveryTick()
 {
     Status status;
+    CameraRig::coolDetector();
     const QSignalSpy saturated(status.model, &StatusTabModel::saturatedChanged);
     const QSignalSpy time(status.model, &StatusTabModel::timeChanged);
     status.show();

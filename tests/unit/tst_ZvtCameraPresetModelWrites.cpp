@@ -203,7 +203,7 @@ void tst_ZvtCameraPresetModelWrites::noCalibrationMakesTheTimeEditable()
         camera.read(&ZvtCameraPresetModel::refresh);
         QCOMPARE(camera.preset->activeFactoryCalibrationIndex(), index);
         QCOMPARE(camera.preset->factoryCalibrationLoaded(), index == 1);
-        QCOMPARE(camera.preset->integrationTime(), 0.5);
+        QCOMPARE(camera.preset->integrationTime(), 0.2);
     }
 }
 

@@ -16,6 +16,8 @@ public:
     /// Whether it is switched on. Reading and setting are refused while the athermalization is not available.
     Status enabled(bool &enabled) const { return fetch(m_enabled, enabled); }
     Status setEnabled(bool enabled) { return assign(m_enabled, enabled); }
+    /// Whether the temperature of the lens does not change the focus now.
+    bool holdsFocus() const { return m_available && m_enabled; }
 
 private:
     bool m_available = true;

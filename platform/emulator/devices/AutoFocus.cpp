@@ -2,33 +2,24 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/Focus.h"
+#include "platform/emulator/devices/FocusSearch.h"
 #include "zvt/zvttypes.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
+#include <optional>
 
 namespace emulator
 {
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-
-// The distances from the sharp position, as fractions of the range of the focus.
-constexpr std::array swingAmplitudes{0.2, -0.1, 0.04, -0.02, 0.0};
-
-} // namespace
-
 AutoFocus::AutoFocus(Camera &camera, Section &section) : Device(camera)
 {
     addSettings(
         section,
         {
-            {u"regionSize"_s, m_regionSize, Between{1, UINT16_MAX}, Profile},
-            {u"regionSize"_s, m_regionSize, OneOf{{16, 32, 64, 128, 256, 512}}, Snapshot | OtherClient},
-            {u"regionPosition"_s, m_regionPosition, Between{ZVT_AF_ROI_CENTER, ZVT_AF_ROI_BOTTOM_RIGHT}, Everywhere},
+            {u"regionSize"_s, m_region.size, Between{1, UINT16_MAX}, Profile},
+            {u"regionSize"_s, m_region.size, OneOf{{16, 32, 64, 128, 256, 512}}, Snapshot | OtherClient},
+            {u"regionPosition"_s, m_region.position, Between{ZVT_AF_ROI_CENTER, ZVT_AF_ROI_BOTTOM_RIGHT}, Everywhere},
             {u"showWhenFocusing"_s, m_showWhenFocusing, Everywhere},
             {u"showAlways"_s, m_showAlways, Everywhere},
             {u"sceneDistance"_s, m_sceneDistance, Between{0.001, 1e9}, Profile | OtherClient},
@@ -37,28 +28,48 @@ AutoFocus::AutoFocus(Camera &camera, Section &section) : Device(camera)
 
 Status AutoFocus::focusFast()
 {
-    auto *const focus = camera().device<Focus>();
-    if (!focus)
-        return Absent;
-    for (const double amplitude : swingAmplitudes) {
-        const double target
-            = focus->positionFor(m_sceneDistance) + amplitude * (double(focus->maximum()) - focus->minimum());
-        const double reachable = std::clamp(target, double(focus->minimum()), double(focus->maximum()));
-        if (const Status status = focus->goTo(static_cast<uint32_t>(std::llround(reachable))); status != Ok)
-            return status;
-    }
-    return Ok;
+    return focus([](FocusSearch &search, const Focus &focus) { return search.climb(focus.position()); });
 }
 
 Status AutoFocus::focusFull()
 {
+    return focus([](FocusSearch &search, const Focus &focus) {
+        return search.scan(focus.descending() ? FocusSearch::Down : FocusSearch::Up);
+    });
+}
+
+Status AutoFocus::focus(const std::function<Status(FocusSearch &, const Focus &)> &searchCoarsely)
+{
     auto *const focus = camera().device<Focus>();
     if (!focus)
         return Absent;
-    for (const auto end : {Focus::Near, Focus::Far})
-        if (const Status status = focus->goToEnd(end); status != Ok)
+    FocusMeter meter(camera(), m_region);
+    if (!meter.seesScene())
+        return Refused;
+    const uint32_t start = focus->position();
+    const auto goBack = [focus, start] {
+        const Status status = focus->goTo(start);
+        return status == Ok ? Refused : status;
+    };
+    const auto measureAt = [&](uint32_t place, double &sharpness) {
+        if (const Status status = focus->goTo(place); status != Ok)
             return status;
-    return focusFast();
+        const uint64_t commands = focus->commands();
+        const std::optional<double> measure = meter.measure();
+        if (!camera().connected())
+            return NotConnected;
+        if (focus->commands() != commands)
+            return Refused;
+        sharpness = measure.value_or(0);
+        return measure ? Ok : goBack();
+    };
+    FocusSearch search(focus->minimum(), focus->maximum(), measureAt);
+    Status status = searchCoarsely(search, *focus);
+    if (status == Ok)
+        status = search.refine();
+    if (status != Ok)
+        return status;
+    return search.hasContrast() ? focus->goTo(search.sharpest()) : goBack();
 }
 
 } // namespace emulator

@@ -58,18 +58,23 @@ Status CameraClock::setRealTime(const RealTime &time)
     return Ok;
 }
 
-CameraClock::IrigTime CameraClock::irigTime() const
+CameraClock::IrigTime CameraClock::irigTime() const { return irigTimeAt(Clock::now() * 1000); }
+
+CameraClock::IrigTime CameraClock::irigTimeAt(int64_t microseconds) const
 {
-    const QDateTime now = timeWithOffset(m_irigOffset);
+    const int64_t sum = microseconds + m_irigOffset * 1000 + m_irigMicrosecond;
+    // Rounded down, also before 1970.
+    const int64_t microsecond = (sum % 1000 + 1000) % 1000;
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch((sum - microsecond) / 1000, Qt::UTC);
     const auto byte = [](int value) { return static_cast<uint8_t>(value); };
     const auto word = [](int value) { return static_cast<uint16_t>(value); };
-    return {word(m_irigYear ? now.date().year() : 0),
-            word(now.date().dayOfYear()),
-            byte(now.time().hour()),
-            byte(now.time().minute()),
-            byte(now.time().second()),
-            word(now.time().msec()),
-            m_irigMicrosecond};
+    return {word(m_irigYear ? time.date().year() : 0),
+            word(time.date().dayOfYear()),
+            byte(time.time().hour()),
+            byte(time.time().minute()),
+            byte(time.time().second()),
+            word(time.time().msec()),
+            static_cast<uint16_t>(microsecond)};
 }
 
 Status CameraClock::setIrigTime(const IrigTime &time)

@@ -39,6 +39,8 @@ public:
     Status setRealTime(const RealTime &time);
 
     IrigTime irigTime() const;
+    /// The IRIG time at a time of Clock in microseconds since 1970, by the present setting of the IRIG clock.
+    IrigTime irigTimeAt(int64_t microseconds) const;
     /// Sets the IRIG time. A year of 0 keeps the present year.
     Status setIrigTime(const IrigTime &time);
 

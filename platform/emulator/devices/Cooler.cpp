@@ -1,7 +1,10 @@
 #include "platform/emulator/devices/Cooler.h"
 
+#include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
+#include "platform/emulator/devices/Environment.h"
 #include "platform/emulator/devices/noise.h"
+#include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
 #include <array>
@@ -44,15 +47,14 @@ Cooler::Control readControl(Section section)
 const char *Cooler::typeName(uint8_t type) { return type < typeNames.size() ? typeNames[type] : nullptr; }
 
 Cooler::Cooler(Camera &camera, Section &section)
-    : Device(camera), m_type(static_cast<Type>(section.integer(u"type"_s, LinearStirling, None, LinearStirling))),
-      m_ambient(section.number(u"ambient"_s, 296.15, 0, maximumNumber)),
+    : Device(camera), m_environment(*camera.device<Environment>()),
+      m_type(static_cast<Type>(section.integer(u"type"_s, LinearStirling, None, LinearStirling))),
       m_cold(section.number(u"cold"_s, 0, 0, maximumNumber)), m_range(readRange(section, m_type)),
       m_setpoint(
           static_cast<float>(std::clamp(m_type == Thermoelectric ? 10.0 : 77.0, m_range.minimum, m_range.maximum))),
       m_coolSeconds(section.number(u"coolSeconds"_s, isStirling() ? 55 : 30, 0.001, maximumNumber)),
       m_warmSeconds(section.number(u"warmSeconds"_s, isStirling() ? 1800 : 120, 0.001, maximumNumber)),
-      m_noise(section.number(u"noise"_s, 0.02, 0, maximumNumber)),
-      m_control(readControl(section.section(u"control"_s))), m_startTemperature(m_ambient)
+      m_noise(section.number(u"noise"_s, 0.02, 0, maximumNumber)), m_control(readControl(section.section(u"control"_s)))
 {
     const auto hasCooler = [this] { return m_type != None; };
     addSettings(
@@ -101,8 +103,9 @@ Status Cooler::setSetpoint(float value)
         return Absent;
     if (!m_range.holds(value))
         return Refused;
-    startFromPresentTemperature();
+    const double present = temperatureNow();
     m_setpoint = value;
+    startFrom(present);
     remember();
     return Ok;
 }
@@ -119,8 +122,9 @@ Status Cooler::setPower(bool on)
 {
     if (m_type == None)
         return Absent;
-    startFromPresentTemperature();
+    const double present = temperatureNow();
     m_power = on;
+    startFrom(present);
     remember();
     return Ok;
 }
@@ -149,10 +153,20 @@ void Cooler::connectionChanged(bool connected)
 {
     if (connected && !m_switchedOn) {
         m_switchedOn = true;
-        m_startTime = Clock::now();
+        startFrom(ambientKelvin());
         if (isStirling())
-            m_loop.emplace(m_startTemperature, m_startTime);
+            m_loop.emplace(ambientKelvin(), m_startTime);
     }
+}
+
+void Cooler::expose(int, image::Exposure &exposure) const
+{
+    image::Readout &readout = exposure.readout;
+    const double cold = isStirling() && m_cold > 0 ? m_cold : setpointKelvin();
+    readout.cooling = isStirling() ? image::Readout::Stirling
+        : m_type == Thermoelectric ? image::Readout::Thermoelectric
+                                   : image::Readout::Uncooled;
+    readout.warmth = temperatureNow() - cold;
 }
 
 double Cooler::setpointKelvin() const { return m_type == Thermoelectric ? m_setpoint + zeroCelsius : m_setpoint; }
@@ -160,17 +174,20 @@ double Cooler::setpointKelvin() const { return m_type == Thermoelectric ? m_setp
 double Cooler::temperatureNow() const
 {
     if (m_type == None || !m_switchedOn)
-        return m_startTemperature;
+        return ambientKelvin();
     if (m_loop)
-        return m_loop->temperature({m_power, m_ambient, m_setpoint, m_coolSeconds, m_warmSeconds}, Clock::now());
-    const double target = m_power ? setpointKelvin() : m_ambient;
+        return m_loop->temperature({m_power, ambientKelvin(), m_setpoint, m_coolSeconds, m_warmSeconds}, Clock::now());
     const double seconds = static_cast<double>(std::max<int64_t>(0, Clock::now() - m_startTime)) / 1000;
-    return target + (m_startTemperature - target) * std::exp(-seconds / (m_power ? m_coolSeconds : m_warmSeconds));
+    return target() + m_startDifference * std::exp(-seconds / (m_power ? m_coolSeconds : m_warmSeconds));
 }
 
-void Cooler::startFromPresentTemperature()
+double Cooler::ambientKelvin() const { return m_environment.laggedAmbient() + zeroCelsius; }
+
+double Cooler::target() const { return m_power ? setpointKelvin() : ambientKelvin(); }
+
+void Cooler::startFrom(double kelvin)
 {
-    m_startTemperature = temperatureNow();
+    m_startDifference = kelvin - target();
     m_startTime = Clock::now();
 }
 

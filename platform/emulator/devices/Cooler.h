@@ -9,6 +9,8 @@
 namespace emulator
 {
 
+class Environment;
+
 /// The cooler of the detector, with the temperature of the detector. After the camera is switched on, the detector
 /// cools from the ambient temperature towards the setpoint: by the control loop of a Stirling cooler (StirlingLoop), or
 /// exponentially by a thermoelectric cooler. It warms up while the cooler's power is off. Setpoint, power and control
@@ -31,10 +33,11 @@ public:
         float kOff;
     };
 
-    /// Profile keys: "type"; "ambient" and "cold" in Kelvin (coldTemperature() is Absent without "cold"); "setpoint",
+    /// Profile keys: "type"; "cold" in Kelvin (coldTemperature() is Absent without it); "setpoint",
     /// "minimum", "maximum" in the unit of the setpoint; "coolSeconds" (the time constant of a thermoelectric cooler;
     /// of a Stirling cooler, the time that full drive without losses takes to the setpoint); "warmSeconds" (time
-    /// constant); "noise" (Kelvin); "power"; "control" ("kP", "kI", "kD", "kOff"). Settings: "setpoint", "power".
+    /// constant); "noise" (Kelvin); "power"; "control" ("kP", "kI", "kD", "kOff"). Settings: "setpoint", "power". The
+    /// environment must exist before.
     Cooler(Camera &camera, Section &section);
 
     Type type() const { return m_type; }
@@ -56,17 +59,21 @@ public:
     Status setControl(const Control &values);
 
     void connectionChanged(bool connected) override;
+    void expose(int preset, image::Exposure &exposure) const override;
 
 private:
     double setpointKelvin() const;
+    double ambientKelvin() const;
+    /// The temperature to which the detector goes without a control loop, in Kelvin.
+    double target() const;
     /// The temperature of the detector without noise, in Kelvin.
     double temperatureNow() const;
     bool isStirling() const { return m_type == RotaryStirling || m_type == LinearStirling; }
-    /// Lets the present temperature be the start of the change to a new target.
-    void startFromPresentTemperature();
+    /// Starts the change from this temperature to the present target.
+    void startFrom(double kelvin);
 
+    const Environment &m_environment;
     Type m_type;
-    double m_ambient;
     double m_cold; ///< 0 if it is unknown.
     Between m_range; ///< The range of the setpoint.
     float m_setpoint;
@@ -76,9 +83,9 @@ private:
     bool m_power = true;
     Control m_control;
 
-    // Without a Stirling cooler, the temperature changes exponentially from m_startTemperature since m_startTime. This
-    // is the time of the last change of the power or the setpoint, or the time at which the camera was switched on.
-    double m_startTemperature;
+    // Without a Stirling cooler, the difference from the target decays exponentially since m_startTime. This is the
+    // time of the last change of the power or the setpoint, or the time at which the camera was switched on.
+    double m_startDifference = 0;
     int64_t m_startTime = 0;
     bool m_switchedOn = false;
     mutable std::optional<StirlingLoop> m_loop; ///< Of a Stirling cooler that has been switched on.

@@ -1,5 +1,7 @@
 #include "platform/emulator/devices/DetectorGain.h"
 
+#include "platform/emulator/image/Exposure.h"
+
 namespace emulator
 {
 
@@ -22,5 +24,7 @@ Status DetectorGain::name(uint8_t level, std::string &text) const
     text = m_names.at(level).toStdString();
     return Ok;
 }
+
+void DetectorGain::expose(int, image::Exposure &exposure) const { exposure.readout.gainLevel = m_level; }
 
 } // namespace emulator

@@ -27,6 +27,8 @@ public:
     /// The name of a level in UTF-8. Refused for a level without a name.
     Status name(uint8_t level, std::string &text) const;
 
+    void expose(int preset, image::Exposure &exposure) const override;
+
 private:
     int m_levels;
     QStringList m_names;

@@ -3,6 +3,7 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/ChamberProgram.h"
 #include "platform/emulator/devices/Environment.h"
+#include "platform/emulator/image/Exposure.h"
 
 #include <utility>
 
@@ -66,6 +67,14 @@ bool EmulatorProperties::set(const QString &path, const QVariant &value)
     // JSON has neither infinity nor NaN.
     found->second = value;
     return true;
+}
+
+void EmulatorProperties::expose(int, image::Exposure &exposure) const
+{
+    image::Scene &scene = exposure.scene;
+    scene.pattern = image::Scene::patternOf(m_values.at(u"/Pattern"_s).toInt());
+    scene.blackbody1 = m_values.at(u"/BlackbodyTemp1"_s).toDouble();
+    scene.blackbody2 = m_values.at(u"/BlackbodyTemp2"_s).toDouble();
 }
 
 } // namespace emulator

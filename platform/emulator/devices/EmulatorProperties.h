@@ -12,8 +12,9 @@ namespace emulator
 {
 
 /// The properties that only emulated cameras have, by their paths: "/RecordStart" and "/SSDTransfer" (bool),
-/// "/Pattern" (int), "/BlackbodyTemp1" and "/BlackbodyTemp2" (float, Celsius) and "/ChamberProfile" (text), the program
-/// of the climate chamber as ChamberProgram::parse() reads it. A change of the program starts it; Environment runs it.
+/// "/Pattern" (an int, an image::Scene::Pattern; others count as Live), "/BlackbodyTemp1" and "/BlackbodyTemp2" (float,
+/// Celsius) and "/ChamberProfile" (text), the program of the climate chamber as ChamberProgram::parse() reads it. A
+/// change of the program starts it; Environment runs it.
 class EmulatorProperties : public Device
 {
 public:
@@ -27,6 +28,8 @@ public:
     /// Sets a property. Returns false if the property does not exist, if its type cannot hold the value, or if a text
     /// is not a program of the chamber; the property then keeps its value.
     bool set(const QString &path, const QVariant &value);
+
+    void expose(int preset, image::Exposure &exposure) const override;
 
 private:
     /// `use` is called with each new value, also with that of the profile.

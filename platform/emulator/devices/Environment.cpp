@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/Environment.h"
 
 #include "platform/emulator/Clock.h"
+#include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -81,6 +82,12 @@ void Environment::run(const ChamberProgram &program)
     else if (course.front().milliseconds > 0)
         course.insert(course.begin(), {0, ambient()});
     start(std::move(course));
+}
+
+void Environment::expose(int, image::Exposure &exposure) const
+{
+    exposure.readout.caseCelsius = laggedAmbient();
+    exposure.optics.lensCelsius = exposure.readout.caseCelsius;
 }
 
 void Environment::start(Course course)

@@ -29,6 +29,9 @@ public:
     /// the present one and sets ambient() to the value in the profile.
     void run(const ChamberProgram &program);
 
+    /// The parts of a camera without the device Temperatures have the temperature laggedAmbient().
+    void expose(int preset, image::Exposure &exposure) const override;
+
 private:
     using Course = std::vector<ChamberProgram::Point>;
 

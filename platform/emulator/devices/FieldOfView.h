@@ -8,7 +8,7 @@ namespace emulator
 {
 
 /// A turret with two optics, for a narrow and a wide field of view. Each field of view has its own focus limits. When
-/// the turret turns, it moves the focus to the same relative position between the new limits.
+/// the turret turns, it moves the focus to the same relative position between the new limits, and hides the scene.
 class FieldOfView : public Device
 {
 public:
@@ -17,6 +17,7 @@ public:
     /// Profile keys: "selected" (0 narrow, 1 wide), "switchSeconds". Setting: "selected".
     FieldOfView(Camera &camera, Section &section);
 
+    /// The field of view that was selected last, also while the turret still turns to it.
     Field selected() const { return m_selected; }
 
     /// Selects a field of view, and starts to move the focus to its relative position between the new limits. Refuses
@@ -25,9 +26,12 @@ public:
     /// The same without a move of the focus, for callers that move it themselves.
     Status selectWithoutFocus(uint8_t field);
 
+    void expose(int preset, image::Exposure &exposure) const override;
+
 private:
     Field m_selected = Narrow;
     double m_switchSeconds;
+    int64_t m_arrival = 0; ///< The end of the last turn, a time of Clock.
 };
 
 } // namespace emulator

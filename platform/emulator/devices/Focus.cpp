@@ -1,8 +1,11 @@
 #include "platform/emulator/devices/Focus.h"
 
 #include "platform/emulator/Camera.h"
+#include "platform/emulator/devices/Athermalization.h"
+#include "platform/emulator/devices/AutoFocus.h"
 #include "platform/emulator/devices/FieldOfView.h"
 #include "platform/emulator/devices/Zoom.h"
+#include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -184,6 +187,16 @@ void Focus::connectionChanged(bool connected)
 {
     if (!connected)
         m_motor.halt();
+}
+
+void Focus::expose(int, image::Exposure &exposure) const
+{
+    const auto *const autoFocus = camera().device<AutoFocus>();
+    const auto *const athermalization = camera().device<Athermalization>();
+    const bool holdsFocus = athermalization && athermalization->holdsFocus();
+    const double shift = holdsFocus ? 0 : image::Optics::sharpShift(exposure.optics.lensCelsius);
+    const double sharp = positionFor(autoFocus ? autoFocus->sceneDistance() : AutoFocus::defaultSceneDistance) + shift;
+    exposure.optics.defocus = image::Optics::defocusOf(position() - sharp, narrowness());
 }
 
 uint32_t Focus::presentLimit(End end) const { return (end == Near ? m_near : m_far)[indexOf(presentField())]; }

@@ -66,12 +66,14 @@ public:
     /// Returns when the focus is at rest. Meanwhile: Refused if another command replaces the present one, NotConnected
     /// if the camera is disconnected.
     Status awaitRest() const { return m_motor.awaitRest(camera()); }
+    /// The number of commands that have moved or stopped the focus so far.
+    uint64_t commands() const { return m_motor.commands(); }
 
     /// The nearest and the farthest distance, in metres, to which the lens can focus with the present zoom or field.
     double nearest() const;
     double farthest() const;
-    /// The position in which objects at a distance (metres) are sharp. The distance is clamped to nearest() and
-    /// farthest().
+    /// The position in which objects at a distance (metres) are sharp while the lens has its reference temperature. The
+    /// distance is clamped to nearest() and farthest().
     uint32_t positionFor(double metres) const;
 
     /// The position at the end of the present move, relative to the limits of the present field: from 0, the near
@@ -82,6 +84,7 @@ public:
     void moveToRelativePosition(double fraction, double seconds);
 
     void connectionChanged(bool connected) override;
+    void expose(int preset, image::Exposure &exposure) const override;
 
 private:
     /// Encoder counts: one entry, or one for each field of view.

@@ -22,6 +22,8 @@ public:
     Status hsmEnabled(bool &enabled) const { return fetch(m_hsmEnabled, enabled); }
     Status setHsmEnabled(bool enabled) { return assign(m_hsmEnabled, enabled); }
 
+    void expose(int preset, image::Exposure &exposure) const override;
+
 private:
     bool m_reverted = false;
     bool m_inverted = false;

@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
+#include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
 
@@ -62,6 +63,8 @@ void LensCover::connectionChanged(bool connected)
     if (!connected && state() == Unknown)
         m_target = Unknown;
 }
+
+void LensCover::expose(int, image::Exposure &exposure) const { exposure.optics.blocked |= state() != Open; }
 
 Status LensCover::start(State state)
 {

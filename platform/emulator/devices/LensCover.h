@@ -7,7 +7,8 @@
 namespace emulator
 {
 
-/// The cover in front of the lens. The state is Unknown while the cover moves and after an interrupted move.
+/// The cover in front of the lens. The state is Unknown while the cover moves and after an interrupted
+/// move. The cover hides the scene unless it is Open.
 class LensCover : public Device
 {
 public:
@@ -25,6 +26,7 @@ public:
 
     QStringList restore(const QJsonObject &values) override;
     void connectionChanged(bool connected) override;
+    void expose(int preset, image::Exposure &exposure) const override;
 
 private:
     /// Makes this state the target, and starts a move unless it is the target already.

@@ -51,6 +51,8 @@ public:
     /// The target of the last move to a position. Empty after any other command.
     std::optional<double> target() const { return m_target; }
     bool moving() const { return remainingMilliseconds() > 0; }
+    /// The number of commands so far.
+    uint64_t commands() const { return m_commands; }
 
     /// Starts a move to a position, at full speed or in `seconds`. The target is clamped to the hard stops.
     void moveTo(double position);
@@ -90,7 +92,7 @@ private:
     double m_runSeconds = 0;
     bool m_slowsDown = false;
     std::optional<double> m_target;
-    uint64_t m_commands = 0; ///< Number of commands.
+    uint64_t m_commands = 0;
 };
 
 } // namespace emulator

@@ -1,9 +1,7 @@
 #include "platform/emulator/devices/Sensor.h"
 
 #include "platform/emulator/Camera.h"
-#include "platform/emulator/devices/EmulatorProperties.h"
-
-#include <QVariant>
+#include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,17 +15,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// The readout: pixels of a row per clock, and the dead times of every row and every frame.
-constexpr uint32_t pixelsPerClock = 4;
-constexpr uint32_t deadClocksPerRow = 20;
-constexpr uint32_t deadRows = 2;
-constexpr uint32_t deadClocksPerFrame = 500;
-// The time of a change to the settings of another preset.
-constexpr uint32_t presetSwitchClocks = 400;
 constexpr double minimumRate = 0.1;
-// The saturating integration time is that for a blackbody of this temperature, whose light doubles every 20 degrees.
-constexpr double referenceCelsius = 35.0;
-constexpr double doublingDegrees = 20.0;
 constexpr double standardRates[]
     = {10000, 5000, 2000, 1000, 500, 400, 300, 250, 200, 150, 120, 100, 60, 50, 30, 25, 20, 15, 10, 5, 2, 1};
 
@@ -50,11 +38,10 @@ Sensor::Sensor(Camera &camera, Section &section)
       m_clockFrequency(static_cast<uint32_t>(section.integer(u"clockFrequency"_s, 20'000'000, 1'000'000, 100'000'000))),
       m_maximumIntegrationWidth(
           toClocks(section.number(u"maximumIntegrationTime"_s, 1000.0, 1.0, 10'000.0) / 1000.0, m_clockFrequency)),
-      m_saturatingIntegrationWidth(
-          toClocks(section.number(u"saturatingIntegrationTime"_s, 20.0, 0.0, 10'000.0) / 1000.0, m_clockFrequency)),
       m_numPresets(section.integer(u"numPresets"_s, maxPresets, 1, maxPresets)),
       m_lowCost(section.flag(u"lowCost"_s, false)), m_hasVideoStream(section.flag(u"videoStream"_s, true)),
-      m_geometry(section)
+      m_geometry(section), m_readout(section, m_clockFrequency),
+      m_array(section, {m_geometry.limits().maximum.width, m_geometry.limits().maximum.height})
 {
     for (const double mode : section.numbers(u"sequencingModes"_s, {SinglePreset, Superframing, PresetSequencing}))
         if (mode >= 0.0 && mode <= 255.0)
@@ -109,27 +96,24 @@ Status Sensor::setWindow(const Window &window)
     return status;
 }
 
-uint32_t Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const
-{
-    const uint64_t readout = uint64_t(size.height + deadRows) * (size.width / pixelsPerClock + deadClocksPerRow);
-    // With reduced noise the readout follows the integration; otherwise both run at the same time.
-    const uint64_t activeClocks = m_reduceNoise ? readout + integration : std::max<uint64_t>(readout, integration);
-    const uint64_t width = activeClocks + deadClocksPerFrame + (sequencing ? presetSwitchClocks : 0);
-    return static_cast<uint32_t>(std::min<uint64_t>(width, UINT32_MAX));
-}
-
 Status Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing, uint32_t &clocks) const
 {
     if (size.width == 0 || size.height == 0)
         return Refused;
-    clocks = minimumFrameWidth(size, integration, sequencing);
+    clocks = m_readout.shortestFrameWidth({size, integration, m_reduceNoise, sequencing});
     return Ok;
 }
 
 uint32_t Sensor::minimumFrameWidth(int preset) const
 {
-    return minimumFrameWidth(windowSize(), m_presets[static_cast<size_t>(preset)].integrationWidth,
-                             m_sequencingMode != SinglePreset);
+    return minimumFrameWidth(preset, m_sequencingMode != SinglePreset);
+}
+
+uint32_t Sensor::minimumFrameWidth(int preset, bool sequencing) const
+{
+    const Window &window = m_geometry.window();
+    const uint32_t integration = m_presets[static_cast<size_t>(preset)].integrationWidth;
+    return m_readout.shortestFrameWidth({{window.width, window.height}, integration, m_reduceNoise, sequencing});
 }
 
 uint32_t Sensor::effectiveFrameWidth(int preset) const
@@ -141,7 +125,7 @@ void Sensor::stretchFrames()
 {
     for (int preset = 0; preset < m_numPresets; ++preset)
         m_presets[static_cast<size_t>(preset)].frameWidth = effectiveFrameWidth(preset);
-    m_superframeWidth = std::max(m_superframeWidth, minimumSuperframeWidth());
+    m_superframeWidth = superframeWidth();
 }
 
 std::vector<uint32_t> Sensor::offeredWidths(uint32_t minimum) const
@@ -255,17 +239,17 @@ Status Sensor::setFrameRate(int preset, double hertz)
     return Ok;
 }
 
-double Sensor::averageFrameRate() const
+SensorTiming Sensor::timing() const
 {
-    double frames = 0.0;
-    double clocks = 0.0;
+    SensorTiming timing{{}, m_sequencingMode == Superframing, superframeWidth()};
     for (int preset = 0; preset < m_numPresets; ++preset) {
-        frames += repeats(preset);
-        clocks += double(repeats(preset)) * effectiveFrameWidth(preset);
+        if (repeats(preset) == 0)
+            continue;
+        const uint32_t shortest = minimumFrameWidth(preset);
+        const uint32_t width = timing.superframing ? shortest : effectiveFrameWidth(preset);
+        timing.presets[static_cast<size_t>(preset)] = {repeats(preset), width, shortest};
     }
-    if (m_sequencingMode == Superframing)
-        return frames * superframeRate();
-    return clocks > 0.0 ? m_clockFrequency * frames / clocks : 0.0;
+    return timing;
 }
 
 uint32_t Sensor::repeats(int preset) const
@@ -320,9 +304,9 @@ uint32_t Sensor::minimumSuperframeWidth() const
     // A superframe without frames still takes the time of a change of presets.
     uint64_t width = 0;
     for (int preset = 0; preset < m_numPresets; ++preset)
-        if (const Preset &values = m_presets[static_cast<size_t>(preset)]; values.subframeEnabled)
-            width += minimumFrameWidth(windowSize(), values.integrationWidth, true);
-    return static_cast<uint32_t>(std::clamp<uint64_t>(width, presetSwitchClocks, UINT32_MAX));
+        if (m_presets[static_cast<size_t>(preset)].subframeEnabled)
+            width += minimumFrameWidth(preset, true);
+    return static_cast<uint32_t>(std::clamp<uint64_t>(width, m_readout.presetSwitchClocks(), UINT32_MAX));
 }
 
 std::vector<double> Sensor::superframeRates() const { return toHertz(offeredWidths(minimumSuperframeWidth())); }
@@ -338,10 +322,9 @@ Status Sensor::setSuperframeRateIndex(int index)
     return Ok;
 }
 
-double Sensor::superframeRate() const
-{
-    return double(m_clockFrequency) / std::max(m_superframeWidth, minimumSuperframeWidth());
-}
+uint32_t Sensor::superframeWidth() const { return std::max(m_superframeWidth, minimumSuperframeWidth()); }
+
+double Sensor::superframeRate() const { return double(m_clockFrequency) / superframeWidth(); }
 
 Status Sensor::setSuperframeRate(double hertz)
 {
@@ -363,29 +346,17 @@ Status Sensor::setGigEPreset(int preset) { return hasGigEPreset() ? assign(m_gig
 
 bool Sensor::hasGigEPreset() const { return camera().capabilities().value(u"hasGigEPreset"_s).toBool(); }
 
-bool Sensor::saturated() const
+void Sensor::expose(int preset, image::Exposure &exposure) const
 {
-    if (m_saturationFlag)
-        return true;
-    for (int preset = 0; preset < m_numPresets; ++preset)
-        if (repeats(preset) > 0
-            && relativeLight() * m_presets[static_cast<size_t>(preset)].integrationWidth
-                >= m_saturatingIntegrationWidth)
-            return true;
-    return false;
-}
-
-double Sensor::relativeLight() const
-{
-    const auto *const properties = camera().device<EmulatorProperties>();
-    const auto celsius = [properties](const QString &path) {
-        QVariant value(referenceCelsius);
-        if (properties)
-            properties->get(path, value);
-        return value.toDouble();
-    };
-    const double hotter = std::max(celsius(u"/BlackbodyTemp1"_s), celsius(u"/BlackbodyTemp2"_s));
-    return std::exp2((hotter - referenceCelsius) / doublingDegrees);
+    const Window &window = m_geometry.window();
+    exposure.window = {window.x, window.y, window.width, window.height};
+    double milliseconds = 0;
+    if (integrationTime(preset, milliseconds) == Ok)
+        exposure.readout.integrationTime = milliseconds;
+    exposure.readout.reducedNoise = m_reduceNoise;
+    // A camera with a cooler changes this.
+    exposure.readout.cooling = image::Readout::Uncooled;
+    m_array.expose(exposure);
 }
 
 } // namespace emulator

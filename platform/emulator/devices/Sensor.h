@@ -1,7 +1,10 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
+#include "platform/emulator/devices/DetectorArray.h"
 #include "platform/emulator/devices/SensorGeometry.h"
+#include "platform/emulator/devices/SensorReadout.h"
+#include "platform/emulator/devices/SensorTiming.h"
 
 #include <array>
 #include <cstdint>
@@ -27,8 +30,8 @@ public:
     using Size = SensorGeometry::Size;
     using Window = SensorGeometry::Window;
 
-    /// Profile keys: those of SensorGeometry; "clockFrequency" (Hz); "maximumIntegrationTime",
-    /// "saturatingIntegrationTime" and the list "integrationTimes" (ms; the last entry is for all further presets);
+    /// Profile keys: those of SensorGeometry, SensorReadout and DetectorArray; "clockFrequency" (Hz);
+    /// "maximumIntegrationTime" and the list "integrationTimes" (ms; the last entry is for all further presets);
     /// "frameRate" (Hz); "numPresets"; the list "sequencingModes"; "lowCost", "videoStream" and "saturated".
     ///
     /// Settings: "window" (a list of x, y, width, height), "sequencingMode", "activePreset", "videoPreset",
@@ -53,6 +56,9 @@ public:
     bool hasVideoStream() const { return m_hasVideoStream; }
 
     const SensorGeometry &geometry() const { return m_geometry; }
+    const DetectorArray &array() const { return m_array; }
+    DetectorArray &array() { return m_array; }
+    void expose(int preset, image::Exposure &exposure) const override;
     /// Sets the window as SensorGeometry does, and makes frames longer that have become too short for it.
     Status setWindowSizeIndex(int index);
     Status setWindow(const Window &window);
@@ -75,8 +81,8 @@ public:
     Status frameRate(int preset, double &hertz) const;
     /// Sets the nearest valid rate. Refuses a rate that is not above 0.
     Status setFrameRate(int preset, double hertz);
-    /// The rate of all frames in hertz, averaged over the presets in use.
-    double averageFrameRate() const;
+    /// The frames that the present settings make.
+    SensorTiming timing() const;
     /// The shortest frame period for a window and an integration time, both in clocks. Refuses an empty window.
     Status minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing, uint32_t &clocks) const;
 
@@ -109,9 +115,8 @@ public:
     bool reduceNoise() const { return m_reduceNoise; }
     Status setReduceNoise(bool reduce) { return assign(m_reduceNoise, reduce); }
 
-    /// True if the setting "saturated" is set, or if the hotter one of the two emulated blackbodies saturates pixels of
-    /// a preset in use.
-    bool saturated() const;
+    /// Whether another client has raised the saturation flag.
+    bool saturationFlag() const { return m_saturationFlag; }
 
     bool streaming() const { return m_streaming; }
     void setStreaming(bool streaming) { m_streaming = streaming; }
@@ -129,29 +134,28 @@ private:
     void addPresetSettings(int preset);
     QStringList restorePreset(int preset, const QJsonObject &saved);
     Between integrationWidths() const { return {minimumIntegrationWidth, double(m_maximumIntegrationWidth)}; }
-    Size windowSize() const { return {m_geometry.window().width, m_geometry.window().height}; }
     bool hasPreset(int preset) const { return preset >= 0 && preset < m_numPresets; }
     bool hasGigEPreset() const;
-    uint32_t minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing) const;
+    uint32_t minimumFrameWidth(int preset, bool sequencing) const;
     uint32_t minimumFrameWidth(int preset) const;
     uint32_t effectiveFrameWidth(int preset) const;
     uint32_t minimumSuperframeWidth() const;
+    uint32_t superframeWidth() const;
     std::vector<uint32_t> offeredWidths(uint32_t minimum) const;
     uint32_t nearestWidth(double hertz, uint32_t minimum) const;
     std::vector<double> toHertz(const std::vector<uint32_t> &widths) const;
     void stretchFrames();
-    /// The light of the hotter blackbody, relative to that at which "saturatingIntegrationTime" saturates.
-    double relativeLight() const;
 
     uint32_t m_clockFrequency;
     uint32_t m_maximumIntegrationWidth;
-    uint32_t m_saturatingIntegrationWidth;
     int m_numPresets;
     bool m_lowCost;
     bool m_hasVideoStream;
     std::vector<uint32_t> m_sequencingModes;
 
     SensorGeometry m_geometry;
+    SensorReadout m_readout;
+    DetectorArray m_array;
     std::array<Preset, maxPresets> m_presets;
     uint32_t m_superframeWidth = 0;
     uint32_t m_sequencingMode = SinglePreset;

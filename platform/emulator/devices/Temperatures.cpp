@@ -4,6 +4,7 @@
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/devices/Environment.h"
 #include "platform/emulator/devices/noise.h"
+#include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
 #include <array>
@@ -79,15 +80,25 @@ void Temperatures::connectionChanged(bool connected)
         m_switchedOn = Clock::now();
 }
 
-float Temperatures::measure(Sensor sensor) const
+void Temperatures::expose(int, image::Exposure &exposure) const
+{
+    exposure.readout.caseCelsius = celsius(Internal);
+    exposure.optics.lensCelsius = celsius(Lens);
+}
+
+double Temperatures::celsius(Sensor sensor) const
 {
     const int64_t now = Clock::now();
     const double seconds = static_cast<double>(std::max<int64_t>(0, now - m_switchedOn.value_or(now))) / 1000;
     const Place place = places.at(sensor);
     const double aboveAmbient = place.atStart + place.selfHeating * (1 - std::exp(-seconds / heatingSeconds));
-    const double error = m_noise * noise(firstNoiseSeed + sensor, now);
-    return static_cast<float>(
-        std::clamp(m_environment.laggedAmbient() + aboveAmbient + error, -maximumCelsius, maximumCelsius));
+    return m_environment.laggedAmbient() + aboveAmbient;
+}
+
+float Temperatures::measure(Sensor sensor) const
+{
+    const double error = m_noise * noise(firstNoiseSeed + sensor, Clock::now());
+    return static_cast<float>(std::clamp(celsius(sensor) + error, -maximumCelsius, maximumCelsius));
 }
 
 } // namespace emulator

@@ -30,9 +30,13 @@ public:
     Status lensTemperature(float &celsius) const;
 
     void connectionChanged(bool connected) override;
+    void expose(int preset, image::Exposure &exposure) const override;
 
 private:
     enum Sensor : uint8_t { FrontPanel, AirGap, Internal, RsInternal, Lens };
+    /// The temperature at the place of a sensor in Celsius, also if the camera lacks the sensor.
+    double celsius(Sensor sensor) const;
+    /// The same with the noise of the sensor.
     float measure(Sensor sensor) const;
 
     const Environment &m_environment;

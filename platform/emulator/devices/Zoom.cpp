@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/Zoom.h"
 
 #include "platform/emulator/Camera.h"
+#include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -79,6 +80,11 @@ void Zoom::connectionChanged(bool connected)
 {
     if (!connected)
         m_motor.halt();
+}
+
+void Zoom::expose(int, image::Exposure &exposure) const
+{
+    exposure.optics.magnification = image::Optics::magnificationOf(narrowness());
 }
 
 Status Zoom::restorePosition(uint32_t position)

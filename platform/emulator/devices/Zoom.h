@@ -42,6 +42,7 @@ public:
     Status awaitRest() const { return m_motor.awaitRest(camera()); }
 
     void connectionChanged(bool connected) override;
+    void expose(int preset, image::Exposure &exposure) const override;
 
 private:
     Between range() const { return {double(m_minimum), double(m_maximum)}; }

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/emulator/devices/FrameTiming.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace emulator
+{
+
+/// Frames with the same timing. They count from 0 in a segment.
+class FrameSegment
+{
+public:
+    FrameSegment() = default;
+    /// The first frame begins at `start` or, if a signal starts it, with the first pulse from then on. Ticks are not
+    /// negative.
+    FrameSegment(const FrameTiming &timing, int64_t start);
+
+    const FrameTiming &timing() const { return m_timing; }
+    /// The number of frames that have begun at a tick.
+    uint64_t begun(int64_t tick) const;
+    /// The last frame of a preset among the first `count` frames.
+    std::optional<uint64_t> newest(int preset, uint64_t count) const { return m_timing.pattern.newest(preset, count); }
+    // The following two need a frame that exists.
+    int presetOf(uint64_t frame) const { return m_timing.pattern.place(frame).preset; }
+    int64_t tickOf(uint64_t frame) const;
+    /// The tick from which another timing may begin, after the first `count` frames.
+    int64_t end(uint64_t count) const;
+
+private:
+    int64_t cycleTick(uint64_t cycle) const;
+
+    FrameTiming m_timing;
+    int64_t m_start = 0;
+    uint64_t m_firstPulse = 0;
+};
+
+} // namespace emulator

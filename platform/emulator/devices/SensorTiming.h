@@ -1,0 +1,22 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace emulator
+{
+
+/// The frames that a sensor makes with its present settings. Widths are in clocks.
+struct SensorTiming {
+    struct Preset {
+        uint32_t repeats = 0; ///< Frames of the preset in a cycle; 0 if it is not in use.
+        uint32_t width = 0; ///< Of a frame.
+        uint32_t shortestWidth = 0; ///< Of a frame that does not wait for the end of its period.
+    };
+
+    std::array<Preset, 4> presets{};
+    bool superframing = false; ///< The frames of a cycle are the subframes of a superframe.
+    uint32_t superframeWidth = 0;
+};
+
+} // namespace emulator
