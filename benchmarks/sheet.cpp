@@ -1,3 +1,5 @@
+// zvtsheet FILE: writes a picture with a frame of each pattern (columns) for each built-in profile (rows). Each frame
+// is grey between the counts below which 1 % and 99 % of its pixels are.
 #include "platform/emulator/control.h"
 #include "zvt/zvtsdk.h"
 
@@ -8,6 +10,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <vector>
 
 using namespace emulator;
 
@@ -130,8 +134,6 @@ QImage sheetOf(const std::vector<Row> &rows)
 
 } // namespace
 
-// zvtsheet FILE: writes a picture with a frame of each pattern (columns) for each built-in profile (rows). Each frame
-// is grey between the counts below which 1 % and 99 % of its pixels are.
 int main(int argc, char *argv[])
 {
     const QTemporaryDir home;

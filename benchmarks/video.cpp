@@ -1,7 +1,10 @@
 #include "benchmarks/Report.h"
 #include "benchmarks/figures.h"
+#include "platform/emulator/devices/FrameClock.h"
+#include "platform/emulator/devices/Saturation.h"
 #include "platform/emulator/image/Detector.h"
 #include "platform/emulator/image/frame.h"
+#include "tests/support/CameraRig.h"
 
 #include <ctime>
 #include <functional>
@@ -42,6 +45,25 @@ private:
     std::vector<float> m_offset;
 };
 
+/// Each call to a camera asks the frame clock before and after its body whether anything has changed.
+void measureFrameClock(Report &report)
+{
+    constexpr int rounds = 101;
+    constexpr int calls = 1000;
+    constexpr double limit = 0.5; // Microseconds.
+    CameraRig rig;
+    auto &clock = *rig.camera().device<emulator::FrameClock>();
+    std::vector<double> costs;
+    for (int round = 0; round < rounds; ++round) {
+        emulator::Clock::advance(1000);
+        costs.push_back(costOf([&] {
+            for (int call = 0; call < calls; ++call)
+                clock.settle();
+        }));
+    }
+    report.figure(QStringLiteral("a look at the frame clock, us"), median(costs) * 1000 / calls, limit);
+}
+
 } // namespace
 
 void measureVideo(Report &report)
@@ -51,6 +73,7 @@ void measureVideo(Report &report)
     constexpr double rawLimit = 8; // Passes.
     constexpr double mapsLimit = 15; // Milliseconds.
     constexpr double saturationLimit = 0.5;
+    constexpr uint16_t saturated = emulator::Saturation::countThreshold;
     constexpr double framesPerSecond = 30;
     constexpr Size array{640, 512};
 
@@ -60,6 +83,7 @@ void measureVideo(Report &report)
     std::vector<double> raw;
     std::vector<double> blurred;
     std::vector<double> saturation;
+    std::vector<double> blurredSaturation;
     std::vector<double> one;
     Pass pass(static_cast<size_t>(exposure.window.pixels()));
     std::vector<uint16_t> counts;
@@ -70,9 +94,10 @@ void measureVideo(Report &report)
         exposure.scene.microseconds += 33'333;
         exposure.optics.defocus = 0;
         raw.push_back(costOf([&] { renderFrame(exposure, counts); }));
-        saturation.push_back(costOf([&] { countAtLeast(exposure, Detector::maximumCount); }));
+        saturation.push_back(costOf([&] { countAtLeast(exposure, saturated); }));
         exposure.optics.defocus = 8;
         blurred.push_back(costOf([&] { renderFrame(exposure, counts); }));
+        blurredSaturation.push_back(costOf([&] { countAtLeast(exposure, saturated); }));
         one.push_back(costOf([&] { pass.run(); }));
     }
     const auto share = [](double milliseconds) {
@@ -85,5 +110,7 @@ void measureVideo(Report &report)
     report.figure(QStringLiteral("defocused raw frame over one pass"), median(blurred) / median(one), rawLimit,
                   share(median(blurred)));
     report.figure(QStringLiteral("saturated pixels counted, ms"), median(saturation), saturationLimit);
+    report.figure(QStringLiteral("defocused saturated pixels counted, ms"), median(blurredSaturation), saturationLimit);
     report.figure(QStringLiteral("maps of the detector, ms"), median(maps), mapsLimit);
+    measureFrameClock(report);
 }

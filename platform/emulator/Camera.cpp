@@ -254,6 +254,7 @@ Device *Camera::deviceOf(const QString &key) const
 bool Camera::OtherClient::set(const QString &name, const QVariant &value, QString *why)
 {
     const std::lock_guard lock(m_camera.m_mutex);
+    m_camera.settle();
     const auto dot = name.indexOf(QLatin1Char('.'));
     auto *const target = dot < 0 ? nullptr : m_camera.deviceOf(name.left(dot));
     const Refusal refusal = target ? target->change(name.mid(dot + 1), fromVariant(value)) : noSuchSetting();
@@ -350,6 +351,7 @@ std::optional<Frame> Camera::render(const FrameStart &start, std::unique_lock<st
 std::vector<SettingInfo> Camera::settings() const
 {
     const std::lock_guard lock(m_mutex);
+    m_state->frameClock->settle();
     std::vector<SettingInfo> list;
     for (const auto &[key, entry] : m_state->byKey)
         for (SettingInfo &setting : entry.device->settings()) {
@@ -362,12 +364,14 @@ std::vector<SettingInfo> Camera::settings() const
 QJsonObject Camera::snapshot() const
 {
     const std::lock_guard lock(m_mutex);
+    m_state->frameClock->settle();
     return m_state->save(&State::DeviceEntry::inSnapshots);
 }
 
 void Camera::restore(const QJsonObject &snapshot, const QString &source)
 {
     const std::lock_guard lock(m_mutex);
+    settle();
     m_state->restore(&State::DeviceEntry::inSnapshots, snapshot, source);
     settle();
     remember();

@@ -85,7 +85,7 @@ public:
     Status letTimePass(int64_t milliseconds);
 
     /// The newest raw frame of a preset, and the frame with a number. Nothing if there is no such frame of the preset,
-    /// if FrameClock does not know the number any more, or if the window is too large for frames. A frame shows the
+    /// if the number is too old for FrameClock::frame(), or if the window is too large for frames. A frame shows the
     /// camera as it is now, also if it began earlier. Its pixels are computed on the calling thread, which must not
     /// hold the camera's lock.
     std::optional<Frame> newestFrame(int preset);
@@ -95,8 +95,8 @@ public:
     /// detector have been made.
     image::Exposure exposure(const FrameStart &start) const;
 
-    /// Ends an operation or change: frames that begin from now on have the present timing. Called with the camera's
-    /// lock.
+    /// Carries out the triggers so far; frames that begin from now on have the present timing. Called with the camera's
+    /// lock, before and after each operation and change.
     void settle();
 
     /// Changes settings as another client of the camera does. Each change raises ZVT_EVENT_SETTINGS_CHANGED.

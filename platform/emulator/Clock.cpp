@@ -49,4 +49,10 @@ void Clock::wait(int64_t milliseconds)
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
+int64_t Clock::remaining(int64_t end, int64_t duration)
+{
+    const int64_t left = end - now();
+    return left > 0 && left <= duration ? left : 0;
+}
+
 } // namespace emulator

@@ -28,6 +28,10 @@ public:
     /// Lets the time of an operation pass. Sleeps with an automatic clock; moves a manual clock forward, so that a call
     /// never waits for a test to advance the clock.
     static void wait(int64_t milliseconds);
+
+    /// Returns how much remains of an operation that takes `duration` milliseconds and ends at `end`: 0 after its end,
+    /// and if the computer's clock has been set back since its start.
+    static int64_t remaining(int64_t end, int64_t duration);
 };
 
 } // namespace emulator

@@ -60,8 +60,9 @@ public:
     /// The camera has been connected or disconnected. It is switched on by its first connection.
     virtual void connectionChanged(bool connected);
 
-    /// Sets those properties of the exposure of a preset that depend on this device, as they are now. Must be quick:
-    /// all devices together take at most 50 us.
+    /// Sets those properties of the exposure of a preset that depend on this device, as they are now. The devices
+    /// are asked in the order of DeviceKind::all(); a later one may use and replace what earlier ones have set. All of
+    /// them together take at most 50 us.
     virtual void expose(int preset, image::Exposure &exposure) const;
 
     /// Another client changes the setting `name`. Returns why it is refused, empty if it has been changed.

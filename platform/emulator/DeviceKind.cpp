@@ -11,6 +11,8 @@
 #include "platform/emulator/devices/FactoryCalibrations.h"
 #include "platform/emulator/devices/FieldOfView.h"
 #include "platform/emulator/devices/FileTransfer.h"
+#include "platform/emulator/devices/FilterWheel.h"
+#include "platform/emulator/devices/Flag.h"
 #include "platform/emulator/devices/Focus.h"
 #include "platform/emulator/devices/FocusToDistance.h"
 #include "platform/emulator/devices/FrameClock.h"
@@ -23,7 +25,10 @@
 #include "platform/emulator/devices/Saturation.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
+#include "platform/emulator/devices/SyncOut.h"
 #include "platform/emulator/devices/Temperatures.h"
+#include "platform/emulator/devices/Trigger.h"
+#include "platform/emulator/devices/VideoOutput.h"
 #include "platform/emulator/devices/Zoom.h"
 
 #include <array>
@@ -57,11 +62,16 @@ constexpr std::array kinds{
     kind<Saturation>("saturation", Always, Forgets, LeftOut),
     kind<Cooler>("cooler", WhereListed, Remembers, Included),
     kind<Temperatures>("temperatures", WhereListed, Forgets, LeftOut),
+    kind<FilterWheel>("filters", WhereListed, Remembers, Included),
+    kind<Flag>("flag", WhereListed, Remembers, LeftOut),
     kind<Corrections>("corrections", WhereListed, Forgets, LeftOut),
     kind<DetectorGain>("gain", WhereListed, Forgets, Included),
     kind<ImageMode>("image", Always, Forgets, Included),
     kind<FrameSync>("sync", Always, Forgets, Included),
+    kind<SyncOut>("syncOut", Always, Forgets, Included),
+    kind<Trigger>("trigger", Always, Forgets, Included),
     kind<FrameClock>("frames", Always, Forgets, LeftOut),
+    kind<VideoOutput>("video", Always, Forgets, Included),
     kind<Zoom>("zoom", WhereListed, Remembers, Included),
     kind<FieldOfView>("fieldOfView", WhereListed, Remembers, Included),
     kind<Focus>("focus", WhereListed, Remembers, Included),

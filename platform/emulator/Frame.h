@@ -17,7 +17,7 @@ struct FrameStart {
     bool operator==(const FrameStart &) const = default;
 };
 
-/// A raw frame as the sensor gives it, before any correction.
+/// A raw frame of the sensor, before any correction.
 struct Frame {
     FrameStart start;
     image::Size size;

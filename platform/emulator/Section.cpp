@@ -2,6 +2,8 @@
 
 #include "platform/emulator/SetupError.h"
 
+#include <QJsonArray>
+
 #include <utility>
 
 namespace emulator
@@ -41,7 +43,10 @@ void Section::requireTypesOf(const QJsonObject &reference)
             text(key, {});
             break;
         case QJsonValue::Array:
-            numbers(key, {});
+            if (entry->toArray().first().isString())
+                texts(key, {});
+            else
+                numbers(key, {});
             break;
         default:
             section(key).requireTypesOf(entry->toObject());

@@ -44,7 +44,8 @@ public:
     QJsonValue value(const QString &key);
 
     /// Throws for the first value, also in nested objects, whose type differs from that of the same key in `reference`.
-    /// Every list in `reference` is a list of numbers. Ignores keys that `reference` does not contain.
+    /// A list in `reference` has numbers, or texts if its first entry is a text. Ignores keys that `reference` does not
+    /// contain.
     void requireTypesOf(const QJsonObject &reference);
 
     /// Throws for the first key that has not been read.

@@ -59,6 +59,7 @@ int callCamera(std::shared_ptr<Camera> camera, const char *name, bool resultIsSc
         return pass.end(NotConnected);
     const auto answer = [&]() -> int {
         const std::lock_guard lock(camera->mutex());
+        camera->settle();
         const int status = statusOf(body, *camera);
         camera->settle();
         return status;

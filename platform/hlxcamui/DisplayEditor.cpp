@@ -18,23 +18,7 @@ namespace
 /// visible there.
 constexpr qreal marginShare = 0.08;
 
-/// In one direction, the limits of the offsets with which the image is inside the raster or covers it.
-struct Limits {
-    Limits(int display, qreal image, int step)
-    {
-        const double room = display - std::round(image);
-        least = snapped(std::min(0.0, room), static_cast<int>(std::min(0.0, room)), 0, step);
-        most = snapped(std::max(0.0, room), 0, static_cast<int>(std::max(0.0, room)), step);
-    }
-
-    bool accepts(int offset, int step) const
-    {
-        return offset >= least && offset <= most && offset % std::max(step, 1) == 0;
-    }
-
-    int least;
-    int most;
-};
+QPoint toPoint(const RasterPlacement::Point &point) { return {point.x, point.y}; }
 
 } // namespace
 
@@ -54,29 +38,19 @@ void DisplayEditor::setOffset(const QPoint &offset)
     emit offsetChanged();
 }
 
-QPoint DisplayEditor::offsetMin() const
-{
-    return {Limits(m_displaySize.width(), imageSize().width(), m_increment.x()).least,
-            Limits(m_displaySize.height(), imageSize().height(), m_increment.y()).least};
-}
+QPoint DisplayEditor::offsetMin() const { return toPoint(placement().leastOffset(step())); }
 
-QPoint DisplayEditor::offsetMax() const
-{
-    return {Limits(m_displaySize.width(), imageSize().width(), m_increment.x()).most,
-            Limits(m_displaySize.height(), imageSize().height(), m_increment.y()).most};
-}
+QPoint DisplayEditor::offsetMax() const { return toPoint(placement().largestOffset(step())); }
 
-bool DisplayEditor::isValid() const
-{
-    const Limits x(m_displaySize.width(), imageSize().width(), m_increment.x());
-    const Limits y(m_displaySize.height(), imageSize().height(), m_increment.y());
-    return m_offsetType != Free
-        || (x.accepts(m_offset.x(), m_increment.x()) && y.accepts(m_offset.y(), m_increment.y()));
-}
+bool DisplayEditor::isValid() const { return m_offsetType != Free || placement().hasValidOffset(step()); }
 
 QRectF DisplayEditor::displayFrame() const { return view().frame(); }
 
-QRectF DisplayEditor::imageFrame() const { return view().toControl({imagePosition(), imageSize()}); }
+QRectF DisplayEditor::imageFrame() const
+{
+    const RasterPlacement::Rectangle image = placement().image();
+    return view().toControl({image.x, image.y, image.width, image.height});
+}
 
 RasterView DisplayEditor::view() const
 {
@@ -85,25 +59,19 @@ RasterView DisplayEditor::view() const
     return {m_displaySize, boundingRect().adjusted(dx, dy, -dx, -dy)};
 }
 
-QSizeF DisplayEditor::imageSize() const
+RasterPlacement DisplayEditor::placement() const
 {
-    if (m_window.isEmpty())
-        return {0, 0};
-    const QSizeF size = m_window.size();
-    return m_zoom > 0 ? size * m_zoom : size.scaled(m_displaySize, Qt::KeepAspectRatio);
-}
-
-QPointF DisplayEditor::imagePosition() const
-{
-    const QSizeF size = imageSize();
-    if (m_offsetType == Free)
-        return m_offset;
-    if (m_offsetType == Centered || m_window.isEmpty())
-        return {(m_displaySize.width() - size.width()) / 2, (m_displaySize.height() - size.height()) / 2};
-    // The image on the raster is mirrored by the flips.
-    const int left = m_hFlip ? m_fpaSize.width() - m_window.x() - m_window.width() : m_window.x();
-    const int top = m_vFlip ? m_fpaSize.height() - m_window.y() - m_window.height() : m_window.y();
-    return QPointF(left, top) * (size.width() / m_window.width());
+    return {
+        .raster = {m_displaySize.width(), m_displaySize.height()},
+        .array = {m_fpaSize.width(), m_fpaSize.height()},
+        .windowPosition = {m_window.x(), m_window.y()},
+        .windowSize = {m_window.width(), m_window.height()},
+        .mirrored = m_hFlip,
+        .inverted = m_vFlip,
+        .position = m_offsetType,
+        .zoom = m_zoom,
+        .offset = {m_offset.x(), m_offset.y()},
+    };
 }
 
 bool DisplayEditor::canMoveAt(const QPointF &position) const

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+#include "platform/hlx/RasterPlacement.h"
+
 namespace hlx::cam::ui
 {
 
@@ -53,7 +55,11 @@ class DisplayEditor : public QQuickItem
 
 public:
     /// The image is where its window is on the detector array, in the middle of the raster, or at `offset`.
-    enum OffsetType { SameAsFpa, Centered, Free };
+    enum OffsetType {
+        SameAsFpa = RasterPlacement::SameAsFpa,
+        Centered = RasterPlacement::Centered,
+        Free = RasterPlacement::Free,
+    };
     Q_ENUM(OffsetType)
 
     explicit DisplayEditor(QQuickItem *parent = nullptr);
@@ -86,8 +92,8 @@ private:
     };
 
     RasterView view() const;
-    QSizeF imageSize() const;
-    QPointF imagePosition() const;
+    RasterPlacement placement() const;
+    RasterPlacement::Point step() const { return {m_increment.x(), m_increment.y()}; }
     bool canMoveAt(const QPointF &position) const;
     void moveTo(const QPointF &wanted);
 

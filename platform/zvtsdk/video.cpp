@@ -1,7 +1,9 @@
-// The SDK's functions of the video output and its gain control, which emulated cameras do not have.
+// The SDK's functions of the video output. Emulated cameras have the place of the image on the raster, but neither a
+// choice of formats nor the gain control.
 #include "zvt/zvtsdk.h"
 
-#include "platform/emulator/dispatch.h"
+#include "platform/emulator/devices/VideoOutput.h"
+#include "platform/emulator/memberCalls.h"
 
 using namespace emulator;
 
@@ -9,7 +11,7 @@ using namespace emulator;
 
 int zvtGetVideoFormats(uint64_t handle, hlx::TArray<unsigned char> *out) { return absent(__func__, handle, out); }
 
-int zvtGetVideoFormat(uint64_t handle, uint8_t *out) { return absent(__func__, handle, out); }
+int zvtGetVideoFormat(uint64_t handle, uint8_t *out) { return get<&VideoOutput::format>(__func__, handle, out); }
 
 int zvtSetVideoFormat(uint64_t handle, uint8_t value) { return absent(__func__, handle, value); }
 
@@ -25,21 +27,46 @@ int zvtGetVideoTemporalFilterThreshold(uint64_t handle, uint16_t *out) { return 
 
 int zvtSetVideoTemporalFilterThreshold(uint64_t handle, uint16_t value) { return absent(__func__, handle, value); }
 
-int zvtGetVideoPositionWritable(uint64_t handle, bool *out) { return absent(__func__, handle, out); }
+int zvtGetVideoPositionWritable(uint64_t handle, bool *out)
+{
+    return get<&VideoOutput::positionWritable>(__func__, handle, out);
+}
 
-int zvtGetVideoPosition(uint64_t handle, uint8_t *out) { return absent(__func__, handle, out); }
+int zvtGetVideoPosition(uint64_t handle, uint8_t *out) { return get<&VideoOutput::position>(__func__, handle, out); }
 
-int zvtSetVideoPosition(uint64_t handle, uint8_t value) { return absent(__func__, handle, value); }
+int zvtSetVideoPosition(uint64_t handle, uint8_t value)
+{
+    return call<&VideoOutput::setPosition>(__func__, handle, value);
+}
 
-int zvtGetVideoOffset(uint64_t handle, int16_t *x, int16_t *y) { return absent(__func__, handle, x, y); }
+int zvtGetVideoOffset(uint64_t handle, int16_t *x, int16_t *y)
+{
+    return get<&VideoOutput::xOffset, &VideoOutput::yOffset>(__func__, handle, x, y);
+}
 
-int zvtSetVideoOffset(uint64_t handle, int16_t x, int16_t y) { return absent(__func__, handle, x, y); }
+int zvtSetVideoOffset(uint64_t handle, int16_t x, int16_t y)
+{
+    return call<&VideoOutput::setOffset>(__func__, handle, x, y);
+}
 
-int zvtGetVideoZoomFactors(uint64_t handle, hlx::TArray<unsigned char> *out) { return absent(__func__, handle, out); }
+int zvtGetVideoZoomFactors(uint64_t handle, hlx::TArray<unsigned char> *out)
+{
+    const auto body = [&](const VideoOutput &video) {
+        for (const uint8_t factor : video.zoomFactors())
+            out->add(factor);
+    };
+    return onDevice<VideoOutput>(__func__, handle, body, out);
+}
 
-int zvtGetVideoZoomFactor(uint64_t handle, uint8_t *out) { return absent(__func__, handle, out); }
+int zvtGetVideoZoomFactor(uint64_t handle, uint8_t *out)
+{
+    return get<&VideoOutput::zoomFactor>(__func__, handle, out);
+}
 
-int zvtSetVideoZoomFactor(uint64_t handle, uint8_t value) { return absent(__func__, handle, value); }
+int zvtSetVideoZoomFactor(uint64_t handle, uint8_t value)
+{
+    return call<&VideoOutput::setZoomFactor>(__func__, handle, value);
+}
 
 int zvtGetVideoBrightness(uint64_t handle, int8_t *out) { return absent(__func__, handle, out); }
 

@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Runs the built zvtcontroller as a user does.
+/// Runs the built programs as a user does.
 namespace Program
 {
 
@@ -18,10 +18,11 @@ inline QString folder() { return QStringLiteral(ZVT_BINARY_DIR "/bin"); }
 
 inline QString file() { return folder() + QStringLiteral("/zvtcontroller"); }
 
-inline Result run(const QStringList &arguments)
+/// Runs zvtcontroller, or another program.
+inline Result run(const QStringList &arguments, const QString &program = file())
 {
     QProcess process;
-    process.start(file(), arguments);
+    process.start(program, arguments);
     Result result;
     if (process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit)
         result.status = process.exitCode();

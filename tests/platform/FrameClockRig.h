@@ -29,9 +29,7 @@ public:
     emulator::Sensor &sensor() { return *m_camera->device<emulator::Sensor>(); }
     bool set(const char *name, const QVariant &value)
     {
-        const bool taken = m_camera->otherClient().set(QString::fromLatin1(name), value);
-        clock().settle();
-        return taken;
+        return m_camera->otherClient().set(QString::fromLatin1(name), value);
     }
 
     /// Notes the newest frames. Returns false if one contradicts the frames so far.

@@ -26,12 +26,7 @@ public:
     /// Opens a camera with a profile that extends another one by these devices.
     void openWith(const char *devices, const char *extended = "everything")
     {
-        QFile file(m_profiles.filePath(QStringLiteral("profile%1.json").arg(++m_profile)));
-        const QByteArray text = QByteArray(R"({"extends": ")") + extended + R"(", "devices": )" + devices + "}";
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("cannot write %s", qPrintable(file.fileName()));
-        file.close();
-        open(file.fileName().toLatin1());
+        open(writeProfile(m_profiles.path(), extended, devices).toLatin1());
         coolDetector();
     }
 
@@ -109,7 +104,6 @@ private:
     }
 
     QTemporaryDir m_profiles;
-    int m_profile = 0;
 };
 
 /// The largest difference between the counts of two frames. The largest int for frames of different sizes or without

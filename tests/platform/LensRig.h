@@ -2,9 +2,10 @@
 
 #include "platform/emulator/control.h"
 #include "platform/emulator/image/Exposure.h"
+#include "tests/platform/writeProfile.h"
+#include "tests/support/CameraRig.h"
 #include "zvt/zvtsdk.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <limits>
@@ -56,7 +57,7 @@ public:
     /// Lets so much time pass that the lens is at rest.
     static void settle() { emulator::Clock::advance(60'000); }
     /// Lets so much time pass that the detector of a new camera is cold. Its picture is white before.
-    static void coolDetector() { emulator::Clock::advance(120'000); }
+    static void coolDetector() { CameraRig::coolDetector(); }
     /// How blurred the present picture is, in pixels.
     double defocus() const { return m_camera->exposure({}).optics.defocus; }
 
@@ -80,16 +81,17 @@ private:
         return value;
     }
 
-    QString slowProfile() const
+    /// The same file each time, so that it is the same camera.
+    const QString &slowProfile()
     {
-        QFile file(m_folder.filePath(QStringLiteral("slow.json")));
-        if (!file.open(QIODevice::WriteOnly))
-            qFatal("cannot write %s", qPrintable(file.fileName()));
-        file.write(R"({"extends": "everything", "devices": {"zoom": {"countsPerSecond": 100},
-                       "focus": {"countsPerSecond": 100}, "cover": {"moveSeconds": 60}}})");
-        return file.fileName();
+        if (m_slowProfile.isEmpty())
+            m_slowProfile = writeProfile(m_folder.path(), "everything",
+                                         R"({"zoom": {"countsPerSecond": 100}, "focus": {"countsPerSecond": 100},
+                                             "cover": {"moveSeconds": 60}})");
+        return m_slowProfile;
     }
 
     QTemporaryDir m_folder;
+    QString m_slowProfile;
     std::shared_ptr<emulator::Camera> m_camera;
 };

@@ -4,6 +4,7 @@
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/DetectorGain.h"
 #include "platform/emulator/devices/FieldOfView.h"
+#include "platform/emulator/devices/Flag.h"
 #include "platform/emulator/devices/Focus.h"
 #include "platform/emulator/devices/FocusToDistance.h"
 #include "platform/emulator/devices/LensCover.h"
@@ -102,6 +103,9 @@ void tst_Profile::isSoundAsBuiltIn()
     // A thermoelectric cooler cools the detector or the flag.
     if (cooler->type() == emulator::Cooler::Thermoelectric || !has("hasFlagCooler"))
         QCOMPARE(has("hasTeCooler"), cooler->type() == emulator::Cooler::Thermoelectric);
+    const auto *flag = camera->device<emulator::Flag>();
+    QCOMPARE(flag != nullptr, has("hasFlag"));
+    QCOMPARE(flag && flag->temperatureControlled(), has("hasFlagCooler"));
     const QJsonObject temperatures = profile.devices().value(QLatin1String("temperatures")).toObject();
     QCOMPARE(temperatures.value(QLatin1String("frontPanel")).toBool(), has("hasFrontPanelTemperature"));
     QCOMPARE(temperatures.value(QLatin1String("airGap")).toBool(), has("hasAirGapTemperature"));
@@ -235,7 +239,8 @@ void tst_Profile::namesWhatIsWrong_data()
         "devices.emulator.ChamberProfile: must have ascending seconds");
     row("temperature sensor", R"({"devices": {"temperatures": {"lens": 22.5}}})",
         "devices.temperatures.lens: must be true or false");
-    row("control", R"({"devices": {"cooler": {"control": {"kX": 1}}}})", "devices.cooler.control.kX: unknown key");
+    row("control", R"({"devices": {"flag": {"controlled": true, "control": {"kX": 1}}}})",
+        "devices.flag.control.kX: unknown key");
     row("texts", R"({"devices": {"corrections": {"names": ["a", 1]}}})",
         "devices.corrections.names: must be a list of texts");
     row("no list", R"({"devices": {"corrections": {"names": "a"}}})",

@@ -40,6 +40,7 @@ private slots:
     void eachMomentOfTheScene();
     void followsTheLensTemperature();
     void endsAtTheEndOfTheRange();
+    void theFastFormMayEndAtALocalMaximum();
     void eachRegion_data();
     void eachRegion();
     void smallWindows();
@@ -129,6 +130,21 @@ void tst_autoFocusPlaces::endsAtTheEndOfTheRange()
     Clock::advance(3'600'000);
     QCOMPARE(zvtAutoFocusFull(rig.handle(), 0), 0);
     QCOMPARE(rig.focus(), 0U);
+}
+
+// Far from the sharp place, a warm target beside the region blurs into it.
+void tst_autoFocusPlaces::theFastFormMayEndAtALocalMaximum()
+{
+    LensRig rig;
+    LensRig::coolDetector();
+    QVERIFY(setRegion(rig, 32, 3));
+    QCOMPARE(zvtSetFocusPos(rig.handle(), 5000), 0);
+    QCOMPARE(zvtAutoFocusFast(rig.handle(), 1), 0);
+    QVERIFY2(rig.defocus() > 10, qPrintable(QString::number(rig.defocus())));
+    QVERIFY(focusesSharply(rig, 5000, true));
+    // Without targets there is no such maximum.
+    QVERIFY(rig.set("emulator./Pattern", 1));
+    QVERIFY(focusesSharply(rig, 5000, false));
 }
 
 void tst_autoFocusPlaces::eachRegion_data()

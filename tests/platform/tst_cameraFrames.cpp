@@ -3,9 +3,12 @@
 #include "tests/platform/FrameRig.h"
 #include "tests/support/Test.h"
 
+#include <QFile>
+
 #include <atomic>
 #include <ctime>
 #include <functional>
+#include <future>
 #include <thread>
 
 using emulator::Camera;
@@ -21,6 +24,8 @@ class tst_cameraFrames : public Test
     Q_OBJECT
 
 private slots:
+    void cleanup() { Clock::automatic(); }
+
     void framesDifferInTheirNoise();
     void aFrameShowsTheCameraAsItIsNow();
     void numbersPresetsAndTimesBelongTogether();
@@ -41,8 +46,9 @@ private slots:
 private:
     /// Reads what the Status page shows, and lets a second pass.
     static void poll(Camera &camera);
-    /// The share of attempts to get the camera's lock that succeed while a function runs on another thread.
-    static double freeShare(Camera &camera, const std::function<void()> &function);
+    /// The share of attempts to get the camera's lock that succeed while a function runs on another thread. The
+    /// function runs at least once, and again until there are enough attempts. 0 if it has returned false.
+    static double freeShare(Camera &camera, const std::function<bool()> &function);
 };
 
 namespace
@@ -217,7 +223,6 @@ void tst_cameraFrames::beforeTheFirstConnectionThereAreNoFrames()
     QCOMPARE(first->start.number, uint64_t(0));
     QCOMPARE(first->start.tick, 0);
     QCOMPARE(first->start.microseconds, Clock::now() * 1000);
-    Clock::automatic();
 }
 
 void tst_cameraFrames::framesGoOnWithoutAConnection()
@@ -256,7 +261,7 @@ void tst_cameraFrames::hugeWindowsHaveNoFrames()
     // The largest window that has frames, and one row more.
     QVERIFY(rig.set("sensor.window", QVariantList{0, 0, 2048, 2049}));
     QVERIFY(!rig.camera().newestFrame(0));
-    QVERIFY(rig.set("sensor.window", QVariantList{0, 0, 4096, 4}));
+    QVERIFY(rig.set("sensor.window", QVariantList{0, 0, 2048, 2048}));
     QVERIFY(rig.camera().newestFrame(0));
 }
 
@@ -351,7 +356,6 @@ void tst_cameraFrames::tenCamerasMakeTheSameFrames()
         QVERIFY(together[index] == firstFrames(**all[index]));
         QVERIFY(index == 0 || together[index] != together[index - 1]);
     }
-    Clock::automatic();
 }
 
 void tst_cameraFrames::tenThreadsShareACamera()
@@ -373,41 +377,53 @@ void tst_cameraFrames::tenThreadsShareACamera()
     }
 }
 
-double tst_cameraFrames::freeShare(Camera &camera, const std::function<void()> &function)
+double tst_cameraFrames::freeShare(Camera &camera, const std::function<bool()> &function)
 {
+    constexpr int enoughAttempts = 100;
     enum Phase { Starting, Running, Ended };
     std::atomic<Phase> phase{Starting};
-    const std::jthread thread([&] {
+    std::atomic<int> attempts{0};
+    auto succeeded = std::async(std::launch::async, [&] {
         phase = Running;
-        function();
+        bool all = true;
+        do
+            all = function() && all;
+        while (attempts < enoughAttempts);
         phase = Ended;
+        return all;
     });
-    int attempts = 0;
     int locks = 0;
     while (phase != Ended) {
-        if (phase == Running && ++attempts && camera.mutex().try_lock()) {
-            ++locks;
-            camera.mutex().unlock();
+        if (phase == Running) {
+            ++attempts;
+            if (camera.mutex().try_lock()) {
+                ++locks;
+                camera.mutex().unlock();
+            }
         }
         std::this_thread::yield();
     }
-    return double(locks) / attempts;
+    return succeeded.get() ? double(locks) / attempts : 0;
 }
 
 void tst_cameraFrames::theLockIsFreeWhilePixelsAreComputed()
 {
     FrameRig rig;
-    rig.openWith(R"({"sensor": {"maximumSize": "2048x2048", "windowSizes": ["2048x2048"]}})");
+    rig.openWith(R"({"sensor": {"maximumSize": "4096x2048", "windowSizes": ["4096x2048"]}})");
     QVERIFY(rig.showArea(36) && rig.set("sensor.integrationTime", 4.0));
     Camera &camera = rig.camera();
-    const double makingMaps = freeShare(camera, [&] { QVERIFY(camera.newestFrame(0)); });
+    int column = 0;
+    const double makingMaps = freeShare(camera, [&] {
+        // Each window of so large an array has maps of its own.
+        column = 2048 - column;
+        return rig.set("sensor.window", QVariantList{column, 0, 2048, 1024}) && camera.newestFrame(0);
+    });
     QVERIFY2(makingMaps > 0.5, qPrintable(QString::number(makingMaps)));
-    const double rendering = freeShare(camera, [&] { QVERIFY(camera.newestFrame(0)); });
+    const double rendering = freeShare(camera, [&] { return camera.newestFrame(0).has_value(); });
     QVERIFY2(rendering > 0.5, qPrintable(QString::number(rendering)));
     const double counting = freeShare(camera, [&] {
         uint8_t flag = 0;
-        QCOMPARE(zvtGetSaturatedFlag(camera.handle(), &flag), 0);
-        QCOMPARE(flag, uint8_t(1));
+        return zvtGetSaturatedFlag(camera.handle(), &flag) == 0 && flag == 1;
     });
     QVERIFY2(counting > 0.5, qPrintable(QString::number(counting)));
 }

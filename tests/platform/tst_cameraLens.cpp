@@ -26,6 +26,8 @@ private slots:
     void anUnknownCoverHidesTheScene();
     void theTurretHidesTheSceneWhileItTurns();
     void aTurretRestoredWithoutAConnectionDoesNotTurn();
+    void aClockThatIsSetBackHidesNothing_data();
+    void aClockThatIsSetBackHidesNothing();
 
 private:
     /// The width in pixels of a round blackbody before the background.
@@ -262,6 +264,39 @@ void tst_cameraLens::aTurretRestoredWithoutAConnectionDoesNotTurn()
     rig.camera().restore(narrow);
     QVERIFY(isFlat(rig));
     FrameRig::settle();
+    QVERIFY(!isFlat(rig));
+}
+
+void tst_cameraLens::aClockThatIsSetBackHidesNothing_data()
+{
+    QTest::addColumn<QByteArray>("profile");
+    QTest::addColumn<QByteArray>("setting");
+    QTest::addColumn<int>("before");
+    QTest::addColumn<int>("after");
+    QTest::newRow("cover") << QByteArray("everything") << QByteArray("cover.state") << 1 << 0;
+    QTest::newRow("turret") << QByteArray("discrete-fov") << QByteArray("fieldOfView.selected")
+                            << int(FieldOfView::Wide) << int(FieldOfView::Narrow);
+}
+
+// The computer's clock may be set back after a move.
+void tst_cameraLens::aClockThatIsSetBackHidesNothing()
+{
+    QFETCH(QByteArray, profile);
+    QFETCH(QByteArray, setting);
+    QFETCH(int, before);
+    QFETCH(int, after);
+    FrameRig rig;
+    rig.openWith(FrameRig::equalPixels, profile);
+    QVERIFY(rig.useSmallWindow());
+    QVERIFY(rig.set(setting, before));
+    FrameRig::settle();
+    QVERIFY(rig.set(setting, after));
+    QVERIFY(isFlat(rig));
+    FrameRig::settle();
+    QVERIFY(!isFlat(rig));
+    Clock::manual();
+    QVERIFY(!isFlat(rig));
+    Clock::advance(10);
     QVERIFY(!isFlat(rig));
 }
 

@@ -1,9 +1,10 @@
 #include "platform/emulator/control.h"
 #include "platform/emulator/devices/StirlingLoop.h"
+#include "tests/platform/settingOf.h"
+#include "tests/platform/writeProfile.h"
 #include "tests/support/Test.h"
 #include "zvt/zvtsdk.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -50,6 +51,8 @@ private slots:
 
     void coolsFromTheFirstConnection();
     void frequentChangesDoNotStopIt();
+    void inAClimateChamberItDoesNotDependOnReads_data();
+    void inAClimateChamberItDoesNotDependOnReads();
     void aStateDoesNotContainThePower();
     void anOldStateDoesNotWarmTheDetector();
     void thePowerOutlivesARestart();
@@ -63,24 +66,17 @@ private:
         m_handle = m_camera->handle();
     }
     /// Writes a profile with sensors that have no noise.
-    QString silent() const
-    {
-        QFile file(m_folder->filePath("silent.json"));
-        const QByteArray profile = R"({"extends": "everything", "devices": {"cooler": {"noise": 0}}})";
-        if (!file.open(QIODevice::WriteOnly) || file.write(profile) != profile.size())
-            qFatal("the profile cannot be written");
-        return file.fileName();
-    }
+    QString silent() const { return writeProfile(m_folder->path(), "everything", R"({"cooler": {"noise": 0}})"); }
     float detector() const
     {
         float kelvin = -1;
         return zvtGetFPATemperature(m_handle, &kelvin) == 0 ? kelvin : std::numeric_limits<float>::quiet_NaN();
     }
-    int power() const
+    bool set(const char *setting, const QVariant &value) const
     {
-        uint8_t on = 42;
-        return zvtMfgGetCoolerPowerEnabled(m_handle, &on) == 0 ? on : -1;
+        return m_camera->otherClient().set(QLatin1String(setting), value);
     }
+    bool power() const { return settingOf(*m_camera, "cooler.power").toBool(); }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::shared_ptr<Camera> m_camera;
@@ -264,7 +260,7 @@ void tst_cooler::coolsFromTheFirstConnection()
     Clock::advance(hour);
     m_camera->connect();
     QVERIFY(std::abs(detector() - 77) < 0.001);
-    QCOMPARE(zvtMfgSetCoolerPowerEnabled(m_handle, false), 0);
+    QVERIFY(set("cooler.power", false));
     QVERIFY(std::abs(detector() - 77) < 0.001);
     Clock::advance(1800 * second);
     QVERIFY(std::abs(detector() - (ambient - (ambient - 77) * std::exp(-1.0))) < 0.05);
@@ -275,29 +271,64 @@ void tst_cooler::frequentChangesDoNotStopIt()
 {
     switchOn(silent());
     for (int change = 0; change < 1200; ++change) {
-        QCOMPARE(zvtMfgSetCoolerSetpoint(m_handle, change % 2 ? 77.0F : 77.5F), 0);
+        QVERIFY(set("cooler.setpoint", change % 2 ? 77.0 : 77.5));
         Clock::advance(50);
     }
     QVERIFY(std::abs(detector() - 77.25) < 0.5);
+}
+
+void tst_cooler::inAClimateChamberItDoesNotDependOnReads_data()
+{
+    QTest::addColumn<bool>("power");
+    QTest::addColumn<int>("startSeconds");
+    QTest::newRow("power off") << false << 0;
+    QTest::newRow("power on") << true << 0;
+    QTest::newRow("power off, program starts later") << false << 1800;
+    QTest::newRow("power on, program starts later") << true << 1800;
+}
+
+void tst_cooler::inAClimateChamberItDoesNotDependOnReads()
+{
+    QFETCH(bool, power);
+    QFETCH(int, startSeconds);
+    const QTemporaryDir otherFolder;
+    const auto other = Camera::create(silent(), otherFolder.path());
+    other->connect();
+    switchOn(silent());
+    Clock::advance(120 * second);
+    for (auto *const camera : {m_camera.get(), other.get()})
+        QVERIFY(camera->otherClient().set(QStringLiteral("cooler.power"), power));
+    for (int seconds = 0; seconds < 3600; ++seconds) {
+        if (seconds == startSeconds)
+            for (auto *const camera : {m_camera.get(), other.get()})
+                QVERIFY(camera->otherClient().set(QStringLiteral("emulator./ChamberProfile"), "0:23,3600:60"));
+        Clock::advance(second);
+        detector();
+    }
+    float kelvin = 0;
+    QCOMPARE(zvtGetFPATemperature(other->handle(), &kelvin), 0);
+    const float difference = std::abs(kelvin - detector());
+    QVERIFY2(difference < 0.05, qPrintable(QString::number(difference)));
+    QCOMPARE(kelvin > 200, !power);
 }
 
 void tst_cooler::aStateDoesNotContainThePower()
 {
     switchOn(QStringLiteral("everything"));
     const QString key = QStringLiteral("cooler");
-    QCOMPARE(m_camera->snapshot()[key].toObject().keys(), QStringList({"kD", "kI", "kOff", "kP", "setpoint"}));
+    QCOMPARE(m_camera->snapshot()[key].toObject().keys(), QStringList("setpoint"));
     QVERIFY(!m_camera->newSettings()[key].toObject().contains("power"));
-    QCOMPARE(zvtMfgSetCoolerPowerEnabled(m_handle, false), 0);
+    QVERIFY(set("cooler.power", false));
     QCOMPARE(zvtSaveStateAs(m_handle, "off"), 0);
-    QCOMPARE(zvtMfgSetCoolerPowerEnabled(m_handle, true), 0);
+    QVERIFY(set("cooler.power", true));
     for (const char *name : {"off", "Factory Defaults", "Hard Defaults"}) {
         QVERIFY(m_camera->otherClient().set("states.current", name));
-        QCOMPARE(power(), 1);
+        QVERIFY(power());
     }
     // Nor does a load switch the cooler on.
-    QCOMPARE(zvtMfgSetCoolerPowerEnabled(m_handle, false), 0);
+    QVERIFY(set("cooler.power", false));
     QVERIFY(m_camera->otherClient().set("states.current", "Hard Defaults"));
-    QCOMPARE(power(), 0);
+    QVERIFY(!power());
 }
 
 // States of earlier versions contain the power.
@@ -305,18 +336,16 @@ void tst_cooler::anOldStateDoesNotWarmTheDetector()
 {
     switchOn(QStringLiteral("everything"));
     m_camera->restore({{"cooler", QJsonObject{{"power", false}, {"setpoint", 91.0}}}});
-    QCOMPARE(power(), 1);
-    float setpoint = 0;
-    QCOMPARE(zvtMfgGetCoolerSetpoint(m_handle, &setpoint), 0);
-    QCOMPARE(setpoint, 91.0F);
+    QVERIFY(power());
+    QCOMPARE(settingOf(*m_camera, "cooler.setpoint").toDouble(), 91.0);
 }
 
 void tst_cooler::thePowerOutlivesARestart()
 {
     switchOn(QStringLiteral("everything"));
-    QCOMPARE(zvtMfgSetCoolerPowerEnabled(m_handle, false), 0);
+    QVERIFY(set("cooler.power", false));
     switchOn(QStringLiteral("everything"));
-    QCOMPARE(power(), 0);
+    QVERIFY(!power());
     Clock::advance(600 * second);
     QVERIFY(std::abs(detector() - ambient) < 0.06);
 }

@@ -22,13 +22,8 @@ private slots:
 
     void detectorIsWarmUntilTheCameraIsSwitchedOn();
     void detectorGoesOnFromWhereItIs();
-    void thermoelectricCoolerCountsInCelsius();
-    void thermoelectricCoolerFollowsExponentialCurves();
     void coldTemperatureIsReached();
     void cameraWithoutACoolerHasADetectorAllTheSame();
-    void setpointOutOfReachIsRefused_data();
-    void setpointOutOfReachIsRefused();
-    void controlValuesAreKept();
     void coldTemperatureMayBeUnknown();
     void otherClientsReachTheCooler();
     void typesHaveNames();
@@ -82,46 +77,10 @@ void tst_devicesTemperatures::detectorGoesOnFromWhereItIs()
     useConnected("everything");
     Clock::advance(30'000);
     const float before = detector();
-    QCOMPARE(zvtMfgSetCoolerSetpoint(m_handle, 100.0F), 0);
+    QVERIFY(m_camera->otherClient().set(QStringLiteral("cooler.setpoint"), 100));
     QCOMPARE(detector(), before);
     Clock::advance(600'000);
     QVERIFY(isNear(detector(), 100));
-}
-
-void tst_devicesTemperatures::thermoelectricCoolerCountsInCelsius()
-{
-    useConnected("te-cooler");
-    uint8_t type = 0;
-    QCOMPARE(zvtMfgGetCoolerType(m_handle, &type), 0);
-    QCOMPARE(type, uint8_t(1));
-    float setpoint = 0;
-    QCOMPARE(zvtMfgGetCoolerSetpoint(m_handle, &setpoint), 0);
-    QCOMPARE(setpoint, 10.0F);
-    Clock::advance(600'000);
-    QVERIFY(isNear(detector(), 283.15));
-    QCOMPARE(zvtMfgSetCoolerSetpoint(m_handle, -20.0F), 0);
-    Clock::advance(600'000);
-    QVERIFY(isNear(detector(), 253.15));
-}
-
-void tst_devicesTemperatures::thermoelectricCoolerFollowsExponentialCurves()
-{
-    useConnected("te-cooler");
-    const double ambient = detector();
-    for (const int seconds : {0, 12, 24, 36}) {
-        QVERIFY(isNear(detector(), 283.15 + (ambient - 283.15) * std::exp(-seconds / 12.0)));
-        Clock::advance(12'000);
-    }
-    Clock::advance(600'000);
-    QCOMPARE(zvtMfgSetCoolerPowerEnabled(m_handle, false), 0);
-    QVERIFY(isNear(detector(), 283.15));
-    Clock::advance(60'000);
-    QVERIFY(isNear(detector(), 295.15 - 12 * std::exp(-1.0)));
-    Clock::advance(3'600'000);
-    QVERIFY(isNear(detector(), 295.15));
-    uint8_t power = 42;
-    QCOMPARE(zvtMfgGetCoolerPowerEnabled(m_handle, &power), 0);
-    QCOMPARE(power, uint8_t(0));
 }
 
 void tst_devicesTemperatures::coldTemperatureIsReached()
@@ -153,39 +112,6 @@ void tst_devicesTemperatures::cameraWithoutACoolerHasADetectorAllTheSame()
     QCOMPARE(zvtMfgSetCoolerSetup(m_handle, 1, 1, 1, 1), int(emulator::Absent));
     QCOMPARE(value, 42.0F);
     QCOMPARE(power, uint8_t(42));
-}
-
-void tst_devicesTemperatures::setpointOutOfReachIsRefused_data()
-{
-    QTest::addColumn<float>("setpoint");
-    QTest::addColumn<bool>("taken");
-    QTest::newRow("lowest") << -40.0F << true;
-    QTest::newRow("highest") << 40.0F << true;
-    QTest::newRow("too low") << -40.1F << false;
-    QTest::newRow("too high") << 40.1F << false;
-    QTest::newRow("not a number") << std::numeric_limits<float>::quiet_NaN() << false;
-    QTest::newRow("infinite") << std::numeric_limits<float>::infinity() << false;
-}
-
-void tst_devicesTemperatures::setpointOutOfReachIsRefused()
-{
-    QFETCH(float, setpoint);
-    QFETCH(bool, taken);
-    useConnected("te-cooler");
-    QCOMPARE(zvtMfgSetCoolerSetpoint(m_handle, setpoint), int(taken ? emulator::Ok : emulator::Refused));
-    float now = 0;
-    QCOMPARE(zvtMfgGetCoolerSetpoint(m_handle, &now), 0);
-    QCOMPARE(now, taken ? setpoint : 10.0F);
-}
-
-void tst_devicesTemperatures::controlValuesAreKept()
-{
-    useConnected("te-cooler");
-    QCOMPARE(zvtMfgSetCoolerSetup(m_handle, 1, 2, 3, 4), 0);
-    QCOMPARE(zvtMfgSetCoolerSetup(m_handle, 5, std::numeric_limits<float>::infinity(), 7, 8), int(emulator::Refused));
-    float p = 0, i = 0, d = 0, off = 0;
-    QCOMPARE(zvtMfgGetCoolerSetup(m_handle, &p, &i, &d, &off), 0);
-    QCOMPARE((QList<float>{p, i, d, off}), (QList<float>{1, 2, 3, 4}));
 }
 
 void tst_devicesTemperatures::coldTemperatureMayBeUnknown()

@@ -1,4 +1,6 @@
 #include "platform/emulator/devices/CameraClock.h"
+#include "platform/emulator/devices/Trigger.h"
+#include "platform/hlxcamzvt/makeController.h"
 #include "tests/platform/FrameClockRig.h"
 #include "tests/support/Test.h"
 #include "zvt/zvtsdk.h"
@@ -7,6 +9,7 @@
 
 using emulator::Clock;
 using emulator::Sensor;
+using emulator::Trigger;
 
 using Change = std::function<void(FrameClockRig &)>;
 
@@ -45,6 +48,13 @@ void setTurns(FrameClockRig &rig)
     rig.clock().settle();
 }
 
+/// Each of ten triggers a second makes the next preset the active one, the first one at once.
+bool advanceByTriggers(FrameClockRig &rig)
+{
+    return rig.set("sensor.sequencingMode", int(Sensor::PresetSequencing)) && rig.set("trigger.internalRate", 10)
+        && rig.set("trigger.source", int(Trigger::Internal)) && rig.set("trigger.mode", int(Trigger::PresetAdvance));
+}
+
 } // namespace
 
 class tst_frameClock : public Test
@@ -65,6 +75,10 @@ private slots:
     void subframesFollowEachOtherAtOnce();
     void aChangeWaitsForTheEndOfTheFrame();
     void aLaterChangeReplacesOneThatWaits();
+    void aChangeCountsFromItsOwnMoment_data();
+    void aChangeCountsFromItsOwnMoment();
+    void aChangeFollowsTheTriggersBeforeIt_data();
+    void aChangeFollowsTheTriggersBeforeIt();
     void framesStopAndGoOn();
     void changesLoseNoFrames_data();
     void changesLoseNoFrames();
@@ -179,6 +193,61 @@ void tst_frameClock::aLaterChangeReplacesOneThatWaits()
     Clock::advance(32);
     QCOMPARE(rig.clock().newest(0)->number, 2ULL);
     QCOMPARE(rig.clock().newest(0)->tick, 30 * ms);
+}
+
+void tst_frameClock::aChangeCountsFromItsOwnMoment_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::newRow("SDK") << Change([](FrameClockRig &r) { zvtSetFrameWidth(r.camera().handle(), 0, 20 * ms); });
+    QTest::newRow("other client") << Change([](FrameClockRig &r) { r.set("sensor.frameRate", 50.0); });
+    QTest::newRow("snapshot") << Change([](FrameClockRig &r) {
+        FrameClockRig other;
+        other.set("sensor.frameRate", 50.0);
+        r.camera().restore(other.camera().snapshot());
+    });
+}
+
+// No frame is asked for between the change and the end.
+void tst_frameClock::aChangeCountsFromItsOwnMoment()
+{
+    QFETCH(Change, change);
+    FrameClockRig rig;
+    rig.camera().connect();
+    Clock::advance(15);
+    change(rig);
+    Clock::advance(1000);
+    // The frames 0 and 1 took 10 ms each.
+    QVERIFY(rig.clock().newest(0) == (FrameClockRig::Frame{51, 0, 1000 * ms, (rig.start + 1000) * 1000}));
+}
+
+void tst_frameClock::aChangeFollowsTheTriggersBeforeIt_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("nothing") << Change([](FrameClockRig &) {}) << 3;
+    QTest::newRow("controller") << Change([](FrameClockRig &r) {
+        hlx::cam::makeController(r.camera().shared_from_this())->SetActivePreset(1);
+    }) << 1;
+    QTest::newRow("other client") << Change([](FrameClockRig &r) { r.set("sensor.activePreset", 1); }) << 1;
+    QTest::newRow("snapshot") << Change([](FrameClockRig &r) {
+        FrameClockRig other;
+        QVERIFY(advanceByTriggers(other) && other.set("sensor.activePreset", 1));
+        r.camera().restore(other.camera().snapshot());
+    }) << 1;
+}
+
+void tst_frameClock::aChangeFollowsTheTriggersBeforeIt()
+{
+    QFETCH(Change, change);
+    QFETCH(int, expected);
+    FrameClockRig rig;
+    rig.camera().connect();
+    QVERIFY(advanceByTriggers(rig));
+    // Three triggers.
+    Clock::advance(250);
+    change(rig);
+    rig.clock().settle();
+    QCOMPARE(rig.sensor().activePreset(), expected);
 }
 
 void tst_frameClock::framesStopAndGoOn()

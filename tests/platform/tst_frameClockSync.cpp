@@ -1,7 +1,6 @@
 #include "tests/platform/FrameClockRig.h"
+#include "tests/platform/writeProfile.h"
 #include "tests/support/Test.h"
-
-#include <QFile>
 
 #include <cmath>
 
@@ -265,6 +264,7 @@ void tst_frameClockSync::triLevelAndVideoBeginFramesToo()
     QFETCH(int, source);
     FrameClockRig rig(QStringLiteral("edge-values"));
     QVERIFY(rig.set("sync.source", source));
+    QVERIFY(rig.set("sync.mode", FrameSync::StartsIntegration) && rig.set("sync.delay", 0));
     QVERIFY(rig.set("sync.externalRate", 0.5));
     // The shortest frame takes 10 s.
     QVERIFY(rig.set("sensor.window", QVariantList{0, 0, 64, 64}));
@@ -311,12 +311,8 @@ void tst_frameClockSync::theSignalIsNotInSnapshots()
 
 void tst_frameClockSync::theSignalOfTheProfileExists()
 {
-    QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("slow.json")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(R"({"extends": "everything", "devices": {"sync": {"source": 1, "externalRate": 12.5}}})");
-    file.close();
-    FrameClockRig rig(file.fileName());
+    const QTemporaryDir folder;
+    FrameClockRig rig(writeProfile(folder.path(), "everything", R"({"sync": {"source": 1, "externalRate": 12.5}})"));
     QCOMPARE(rig.clock().averageRate(), 12.5);
 }
 

@@ -32,6 +32,8 @@ private slots:
     void defocusLowersTheFocusMeasureSteadily_data();
     void defocusLowersTheFocusMeasureSteadily();
     void aBlockedLensShowsItsTemperature();
+    void aFilterPassesItsShareAndGlows_data();
+    void aFilterPassesItsShareAndGlows();
     void theSharpPlaceMovesWithTheLensTemperature();
 };
 
@@ -137,7 +139,7 @@ void tst_imageFrames::hugeAndForeignWindowsHaveNoFrames()
     QVERIFY(!renderFrame(exposure, counts));
 }
 
-// All million of them with ZVT_ALL_EXPOSURES=1, which takes ten times as long.
+// All million of them with ZVT_ALL_EXPOSURES=1, as CI does with the sanitizers. That takes ten times as long.
 void tst_imageFrames::noExposureLeavesTheRangeOfCounts()
 {
     const int exposures = qEnvironmentVariableIsSet("ZVT_ALL_EXPOSURES") ? 1'000'000 : 100'000;
@@ -173,7 +175,16 @@ void tst_imageFrames::noExposureLeavesTheRangeOfCounts()
         exposure.band = static_cast<Light::Band>(below(3));
         exposure.scene
             = {Scene::patternOf(below(5)), number(400), number(400), below(2) == 0, static_cast<int64_t>(random())};
-        exposure.optics = {number(7), number(30), below(8) == 0, number(80), below(2) == 0, below(2) == 0};
+        exposure.optics = {.magnification = number(7),
+                           .defocus = number(30),
+                           .blocked = below(8) == 0,
+                           .lensCelsius = number(80),
+                           .flagCover = number(2),
+                           .flagCelsius = number(80),
+                           .transmission = number(2),
+                           .filterCelsius = number(80),
+                           .mirrored = below(2) == 0,
+                           .inverted = below(2) == 0};
         exposure.readout = {number(20),    number(20),    below(260) - 2,
                             below(2) == 0, below(2) == 0, static_cast<Readout::Cooling>(below(3)),
                             number(100),   number(80)};
@@ -328,6 +339,33 @@ void tst_imageFrames::aBlockedLensShowsItsTemperature()
     Exposure flat = exposureOf(Scene::Area);
     flat.scene.blackbody1 = 31;
     QVERIFY(frameOf(blocked) == frameOf(flat));
+}
+
+void tst_imageFrames::aFilterPassesItsShareAndGlows_data()
+{
+    QTest::addColumn<double>("transmission");
+    QTest::addColumn<double>("mean");
+    QTest::newRow("open") << 1.0 << 5190.0;
+    QTest::newRow("half") << 0.5 << 3412.0;
+    QTest::newRow("tenth") << 0.1 << 1984.0;
+    QTest::newRow("band pass") << 0.06 << 1841.0;
+    QTest::newRow("hundredth") << 0.01 << 1662.0;
+}
+
+// A body of 20 C before an uncooled detector in a case of 30 C.
+void tst_imageFrames::aFilterPassesItsShareAndGlows()
+{
+    QFETCH(const double, transmission);
+    QFETCH(const double, mean);
+    Exposure exposure = exposureOf(Scene::Area, {}, {640, 512});
+    exposure.scene.blackbody1 = 20;
+    exposure.readout.cooling = Readout::Uncooled;
+    exposure.readout.caseCelsius = 30;
+    exposure.optics.filterCelsius = 30;
+    exposure.optics.transmission = transmission;
+    Statistics statistics(static_cast<size_t>(exposure.window.pixels()));
+    statistics.add(frameOf(exposure));
+    QVERIFY2(std::abs(statistics.mean() / mean - 1) < 0.005, qPrintable(QString::number(statistics.mean())));
 }
 
 void tst_imageFrames::theSharpPlaceMovesWithTheLensTemperature()

@@ -1,8 +1,11 @@
-#include "platform/emulator/devices/Saturation.h"
+#include "platform/emulator/devices/EmulatorProperties.h"
+#include "platform/emulator/devices/FrameSync.h"
 #include "tests/platform/FrameRig.h"
 #include "tests/support/Test.h"
 
 #include <atomic>
+#include <cmath>
+#include <limits>
 #include <thread>
 
 using emulator::Clock;
@@ -17,15 +20,22 @@ private slots:
     void anAreaBlackbodySaturates_data();
     void anAreaBlackbodySaturates();
     void beforeAnyFrameTheHottestPlaceDecides();
-    void theShareOfTheFramesDecides();
+    void onePixelInAThousandRaisesIt();
+    void manyHotPixelsRaiseIt_data();
+    void manyHotPixelsRaiseIt();
+    void pixelsOfVeryDifferentGainRaiseIt();
+    void aHotPixelOfASmallWindowRaisesIt();
     void theLongestPresetInUseDecides();
     void aBlackbodyThatIsNotShownDoesNotSaturate();
+    void aTemperatureThatIsNoNumberIsCold_data();
+    void aTemperatureThatIsNoNumberIsCold();
     void gainAndHighSensitivitySaturate();
     void theCoverHidesAHotScene();
     void aWarmDetectorIsSaturated();
     void faultyPixelsDoNotRaiseIt();
     void anotherClientCanRaiseIt();
     void withoutFramesOnlyAnotherClientRaisesIt();
+    void aLostSignalEndsIt();
     void itIsReadWhileFramesAreMade();
 
 private:
@@ -36,6 +46,8 @@ private:
         return zvtGetSaturatedFlag(rig.handle(), &saturated) == 0 ? saturated : -1;
     }
     static bool hasMaps(FrameRig &rig) { return rig.exposure().detector != nullptr; }
+    /// The share of the pixels of the last frames that have 16000 counts or more.
+    static double brightShare(FrameRig &rig, int frames);
 };
 
 void tst_saturation::anAreaBlackbodySaturates_data()
@@ -75,21 +87,85 @@ void tst_saturation::beforeAnyFrameTheHottestPlaceDecides()
     QVERIFY(!hasMaps(rig));
 }
 
-// Frames of one pixel in a thousand above 16000 counts, with faulty pixels.
-void tst_saturation::theShareOfTheFramesDecides()
+double tst_saturation::brightShare(FrameRig &rig, int frames)
+{
+    const auto newest = rig.camera().newestFrame(0);
+    if (!newest)
+        return -1;
+    double pixels = 0;
+    for (int back = 0; back < frames; ++back)
+        if (const auto frame = rig.camera().frame(0, newest->start.number - static_cast<uint64_t>(back)))
+            pixels += double(Statistics::countAtLeast(frame->counts, 16'000));
+    return pixels / double(newest->counts.size()) / frames;
+}
+
+// The mean of several frames, since the flag does not regard the noise.
+void tst_saturation::onePixelInAThousandRaisesIt()
 {
     FrameRig rig;
-    QVERIFY(rig.useSmallWindow());
-    QVERIFY(!rig.newest().empty());
-    for (const double celsius : {20.0, 30.0, 33.0, 34.0, 35.0, 36.0, 37.0, 40.0}) {
-        QVERIFY(rig.showArea(celsius) && rig.set("sensor.integrationTime", 3.7));
-        const auto counts = rig.newest();
-        const auto bright = double(Statistics::countAtLeast(counts, emulator::Saturation::countThreshold));
-        const double share = bright / double(counts.size()) / emulator::Saturation::pixelShare;
-        // The count for the flag does not regard the noise.
-        if (share < 0.9 || share > 1.1)
-            QCOMPARE(flag(rig), share > 1 ? 1 : 0);
+    QVERIFY(rig.showArea(35) && !rig.newest().empty());
+    double dark = 3.5;
+    double bright = 4;
+    // Down to a clock of the sensor.
+    while (bright - dark > 0.00005) {
+        const double middle = (dark + bright) / 2;
+        QVERIFY(rig.set("sensor.integrationTime", middle));
+        (flag(rig) == 1 ? bright : dark) = middle;
     }
+    QVERIFY(dark > 3.5 && bright < 4);
+    const double share = brightShare(rig, 32);
+    QVERIFY2(std::abs(share / 0.001 - 1) < 0.01, qPrintable(QString::number(share)));
+}
+
+void tst_saturation::manyHotPixelsRaiseIt_data()
+{
+    QTest::addColumn<QByteArray>("devices");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("one pixel in 2000") << QByteArray(R"({"sensor": {"detector": {"hot": 500}}})") << 0;
+    QTest::newRow("one pixel in 500") << QByteArray(R"({"sensor": {"detector": {"hot": 2000}}})") << 1;
+}
+
+void tst_saturation::manyHotPixelsRaiseIt()
+{
+    QFETCH(const QByteArray, devices);
+    QFETCH(const int, expected);
+    FrameRig rig;
+    rig.openWith(devices);
+    QVERIFY(rig.showArea(0));
+    QCOMPARE(flag(rig), 0);
+    QCOMPARE(brightShare(rig, 1) > 0.001, expected == 1);
+    QCOMPARE(flag(rig), expected);
+}
+
+// A usual pixel has 12000 counts.
+void tst_saturation::pixelsOfVeryDifferentGainRaiseIt()
+{
+    FrameRig rig;
+    rig.openWith(R"({"sensor": {"detector": {"gainDeviation": 0.2}}})");
+    QVERIFY(rig.showArea(35) && rig.set("sensor.integrationTime", 2.7));
+    QCOMPARE(flag(rig), 0);
+    QVERIFY(brightShare(rig, 1) > 0.0015);
+    QCOMPARE(flag(rig), 1);
+    QVERIFY(rig.set("sensor.integrationTime", 2.0));
+    QVERIFY(brightShare(rig, 1) < 0.0009);
+    QCOMPARE(flag(rig), 0);
+}
+
+void tst_saturation::aHotPixelOfASmallWindowRaisesIt()
+{
+    FrameRig rig;
+    QVERIFY(rig.showArea(0));
+    int raised = 0;
+    int windows = 0;
+    for (int y = 0; y < 512; y += 16)
+        for (int x = 0; x < 640; x += 64) {
+            QVERIFY(rig.set("sensor.window", QVariantList{x, y, 64, 4}));
+            const bool hasHotPixel = brightShare(rig, 1) > 0;
+            QCOMPARE(flag(rig), hasHotPixel ? 1 : 0);
+            ++windows;
+            raised += hasHotPixel ? 1 : 0;
+        }
+    QVERIFY(raised > 5 && raised < windows / 2);
 }
 
 void tst_saturation::theLongestPresetInUseDecides()
@@ -134,6 +210,38 @@ void tst_saturation::aBlackbodyThatIsNotShownDoesNotSaturate()
             QCOMPARE(flag(rig), expected);
         }
     }
+}
+
+void tst_saturation::aTemperatureThatIsNoNumberIsCold_data()
+{
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    QTest::addColumn<int>("pattern");
+    QTest::addColumn<float>("first");
+    QTest::addColumn<float>("second");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("left half, hot right one") << 2 << nan << 90.0F << 1;
+    QTest::newRow("right half, hot left one") << 2 << 90.0F << nan << 1;
+    QTest::newRow("left half, cold right one") << 2 << nan << 20.0F << 0;
+    QTest::newRow("right half, cold left one") << 2 << 20.0F << nan << 0;
+    QTest::newRow("both halves") << 2 << nan << nan << 0;
+    QTest::newRow("round body") << 1 << nan << 90.0F << 0;
+    QTest::newRow("area") << 3 << nan << 90.0F << 0;
+}
+
+void tst_saturation::aTemperatureThatIsNoNumberIsCold()
+{
+    QFETCH(const int, pattern);
+    QFETCH(const float, first);
+    QFETCH(const float, second);
+    QFETCH(const int, expected);
+    FrameRig rig;
+    QVERIFY(rig.set("emulator./Pattern", pattern));
+    auto *const properties = rig.camera().device<emulator::EmulatorProperties>();
+    QVERIFY(properties->set(QStringLiteral("/BlackbodyTemp1"), first));
+    QVERIFY(properties->set(QStringLiteral("/BlackbodyTemp2"), second));
+    QCOMPARE(flag(rig), expected);
+    QCOMPARE(brightShare(rig, 1) > 0.001, expected == 1);
+    QCOMPARE(flag(rig), expected);
 }
 
 void tst_saturation::gainAndHighSensitivitySaturate()
@@ -221,6 +329,29 @@ void tst_saturation::withoutFramesOnlyAnotherClientRaisesIt()
     QCOMPARE(flag(rig), 0);
     QVERIFY(rig.set("sensor.saturated", true));
     QCOMPARE(flag(rig), 1);
+}
+
+void tst_saturation::aLostSignalEndsIt()
+{
+    FrameRig rig;
+    QVERIFY(rig.showArea(90));
+    for (const bool hasFrame : {false, true}) {
+        if (hasFrame)
+            QVERIFY(!rig.newest().empty());
+        QVERIFY(rig.set("sync.source", int(emulator::FrameSync::External)));
+        Clock::advance(1000);
+        QCOMPARE(flag(rig), 1);
+        QVERIFY(rig.set("sync.externalRate", 0));
+        QCOMPARE(flag(rig), 0);
+        Clock::advance(1000);
+        QCOMPARE(flag(rig), 0);
+        QVERIFY(rig.set("sensor.saturated", true));
+        QCOMPARE(flag(rig), 1);
+        QVERIFY(rig.set("sensor.saturated", false));
+        QVERIFY(rig.set("sync.externalRate", 50));
+        QCOMPARE(flag(rig), 1);
+        QVERIFY(rig.set("sync.source", int(emulator::FrameSync::Internal)));
+    }
 }
 
 // The camera's lock is free while pixels are counted.

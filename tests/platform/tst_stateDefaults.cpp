@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/EventQueue.h"
 #include "platform/hlxcamzvt/makeController.h"
 #include "tests/platform/StateFixture.h"
+#include "tests/platform/settingOf.h"
 
 #include <QDir>
 #include <QJsonDocument>
@@ -56,11 +57,7 @@ private:
         m_controller = hlx::cam::makeController(m_camera);
     }
 
-    float setpoint() const
-    {
-        float value = 0;
-        return zvtMfgGetCoolerSetpoint(m_handle, &value) == 0 ? value : -1;
-    }
+    double setpoint() const { return settingOf(*m_camera, "cooler.setpoint").toDouble(); }
 
     int activePreset() const
     {
@@ -127,7 +124,7 @@ void tst_stateDefaults::hardDefaultsStayWhatTheyAre()
     QVERIFY(set("cooler.setpoint", 66.0));
     QCOMPARE(zvtSaveFactoryDefaults(m_handle), 0);
     restart();
-    QCOMPARE(setpoint(), 66.0F);
+    QCOMPARE(setpoint(), 66.0);
     QVERIFY(m_controller->LoadHardDefaults());
     QCOMPARE(m_camera->snapshot(), made);
 }
@@ -255,7 +252,7 @@ void tst_stateDefaults::wakesUpInItsState()
     QCOMPARE(current(), QStringLiteral("a"));
     QCOMPARE(activePreset(), 2);
     // The cooler remembers its own values: this is the last setpoint.
-    QCOMPARE(setpoint(), 67.0F);
+    QCOMPARE(setpoint(), 67.0);
     QVERIFY(m_controller->LoadHardDefaults());
     restart();
     QCOMPARE(current(), QStringLiteral("Hard Defaults"));

@@ -1,4 +1,5 @@
 #include "tests/platform/StateFixture.h"
+#include "tests/platform/settingOf.h"
 
 #include <QDir>
 
@@ -198,9 +199,7 @@ void tst_stateFiles::theFactoryDefaultTravels()
     QCOMPARE(contentOf(local(QStringLiteral("f.qsf"))), otherState());
     QCOMPARE(names(), QStringList{QStringLiteral("night")});
     QVERIFY(set("states.current", QStringLiteral("Factory Defaults")));
-    float setpoint = 0;
-    QCOMPARE(zvtMfgGetCoolerSetpoint(m_handle, &setpoint), 0);
-    QCOMPARE(setpoint, 91.0F);
+    QCOMPARE(settingOf(*m_camera, "cooler.setpoint").toDouble(), 91.0);
 }
 
 void tst_stateFiles::givesAnyFileOfItsOwn_data()

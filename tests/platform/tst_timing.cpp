@@ -1,10 +1,10 @@
 #include "platform/emulator/SetupError.h"
 #include "platform/emulator/control.h"
 #include "platform/emulator/devices/Sensor.h"
+#include "tests/platform/writeProfile.h"
 #include "tests/support/Test.h"
 #include "zvt/zvtsdk.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <cmath>
@@ -38,11 +38,8 @@ private:
     /// Uses a camera with these keys of its sensor.
     void use(const QByteArray &keys)
     {
-        QFile file(m_folder.filePath(QStringLiteral("timing.json")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(R"({"extends": "everything", "devices": {"sensor": {)" + keys + "}}}");
-        file.close();
-        m_camera = Camera::create(file.fileName(), m_folder.path());
+        const QString profile = writeProfile(m_folder.path(), "everything", R"({"sensor": {)" + keys + "}}");
+        m_camera = Camera::create(profile, m_folder.path());
         m_camera->connect();
     }
     Sensor &sensor() { return *m_camera->device<Sensor>(); }

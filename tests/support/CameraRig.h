@@ -33,7 +33,7 @@ public:
     /// these.
     static void settle();
 
-    /// Advances the clock until the detector is cold. A camera starts with a warm detector, whose frames are white.
+    /// Advances the clock by 120 s, after which the detector of a new camera is cold. Its frames are white before.
     static void coolDetector();
 
 private:

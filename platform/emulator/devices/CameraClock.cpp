@@ -77,6 +77,19 @@ CameraClock::IrigTime CameraClock::irigTimeAt(int64_t microseconds) const
             static_cast<uint16_t>(microsecond)};
 }
 
+int64_t CameraClock::nextIrigTime(const IrigTime &time, int64_t microseconds) const
+{
+    const int64_t offset = m_irigOffset * 1000 + m_irigMicrosecond;
+    const QTime timeOfDay(time.hour, time.minute, time.second, time.millisecond);
+    // The 366th day exists in leap years only.
+    for (int year = QDateTime::fromMSecsSinceEpoch((microseconds + offset) / 1000, Qt::UTC).date().year();; ++year) {
+        const QDate date = QDate(year, 1, 1).addDays(time.day - 1);
+        const int64_t moment = QDateTime(date, timeOfDay, Qt::UTC).toMSecsSinceEpoch() * 1000 + time.microsecond;
+        if (date.year() == year && moment >= microseconds + offset)
+            return moment - offset;
+    }
+}
+
 Status CameraClock::setIrigTime(const IrigTime &time)
 {
     int year = time.year != 0 ? time.year : timeWithOffset(m_irigOffset).date().year();

@@ -41,6 +41,9 @@ public:
     IrigTime irigTime() const;
     /// The IRIG time at a time of Clock in microseconds since 1970, by the present setting of the IRIG clock.
     IrigTime irigTimeAt(int64_t microseconds) const;
+    /// When the IRIG clock next shows this day and time of day, at `microseconds` or later; both are times of Clock in
+    /// microseconds since 1970. The year of `time` is ignored. A year must have this day, the 366th or less.
+    int64_t nextIrigTime(const IrigTime &time, int64_t microseconds) const;
     /// Sets the IRIG time. A year of 0 keeps the present year.
     Status setIrigTime(const IrigTime &time);
 

@@ -3,6 +3,8 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/devices/Environment.h"
+#include "platform/emulator/devices/Flag.h"
+#include "platform/emulator/devices/advanceLoop.h"
 #include "platform/emulator/devices/noise.h"
 #include "platform/emulator/image/Exposure.h"
 
@@ -23,25 +25,6 @@ constexpr double maximumNumber = 1e6;
 constexpr std::array typeNames{"None", "Thermoelectric", "Rotary Stirling", "Linear Stirling"};
 constexpr uint64_t noiseSeed = 1;
 
-/// The range of the setpoint. Its ends are setpoints too, so they are values of a float.
-Between readRange(Section &section, Cooler::Type type)
-{
-    const bool celsius = type == Cooler::Thermoelectric;
-    const double minimum = section.number(u"minimum"_s, celsius ? -40 : 60, -zeroCelsius, maximumNumber);
-    const double maximum = section.number(u"maximum"_s, celsius ? 40 : 120, minimum, maximumNumber);
-    return {static_cast<float>(minimum), static_cast<float>(maximum)};
-}
-
-Cooler::Control readControl(Section section)
-{
-    const auto value = [&section](const char *key, double fallback) {
-        return static_cast<float>(section.number(QLatin1String(key), fallback, -maximumNumber, maximumNumber));
-    };
-    const Cooler::Control control{value("kP", 1.5), value("kI", 0.25), value("kD", 0.05), value("kOff", 0)};
-    section.finish();
-    return control;
-}
-
 } // namespace
 
 const char *Cooler::typeName(uint8_t type) { return type < typeNames.size() ? typeNames[type] : nullptr; }
@@ -49,31 +32,55 @@ const char *Cooler::typeName(uint8_t type) { return type < typeNames.size() ? ty
 Cooler::Cooler(Camera &camera, Section &section)
     : Device(camera), m_environment(*camera.device<Environment>()),
       m_type(static_cast<Type>(section.integer(u"type"_s, LinearStirling, None, LinearStirling))),
-      m_cold(section.number(u"cold"_s, 0, 0, maximumNumber)), m_range(readRange(section, m_type)),
-      m_setpoint(
-          static_cast<float>(std::clamp(m_type == Thermoelectric ? 10.0 : 77.0, m_range.minimum, m_range.maximum))),
-      m_coolSeconds(section.number(u"coolSeconds"_s, isStirling() ? 55 : 30, 0.001, maximumNumber)),
-      m_warmSeconds(section.number(u"warmSeconds"_s, isStirling() ? 1800 : 120, 0.001, maximumNumber)),
-      m_noise(section.number(u"noise"_s, 0.02, 0, maximumNumber)), m_control(readControl(section.section(u"control"_s)))
+      m_cold(section.number(u"cold"_s, 0, 0, maximumNumber)),
+      m_noise(section.number(u"noise"_s, 0.02, 0, maximumNumber))
 {
-    const auto hasCooler = [this] { return m_type != None; };
+    camera.device<Environment>()->beforeChange([this] { temperatureNow(); });
+    if (m_type != Thermoelectric) {
+        addStirlingSettings(section);
+        return;
+    }
+    constexpr Between range{-40, 40};
+    constexpr double setpoint = 10;
+    m_thermoelectric = std::make_unique<ThermoelectricCooler>(
+        section, range, setpoint, [this](int64_t time) { return m_environment.laggedAmbient(time); },
+        [this] { remember(); });
+    addSettings(section, m_thermoelectric->settings());
+}
+
+// A camera without a cooler has the keys, too, since profiles inherit them.
+void Cooler::addStirlingSettings(Section &section)
+{
+    const double minimum = section.number(u"minimum"_s, 60, 0, maximumNumber);
+    const double maximum = section.number(u"maximum"_s, std::max(minimum, 120.0), minimum, maximumNumber);
+    // The ends of the range are setpoints too, so they are values of a float.
+    const Between range{static_cast<float>(minimum), static_cast<float>(maximum)};
+    m_setpoint = static_cast<float>(std::clamp<double>(m_setpoint, range.minimum, range.maximum));
+    m_coolSeconds = section.number(u"coolSeconds"_s, 55, 0.001, maximumNumber);
+    m_warmSeconds = section.number(u"warmSeconds"_s, 1800, 0.001, maximumNumber);
     addSettings(
         section,
         {
-            Setting(u"kP"_s, m_control.kP, Snapshot).onlyIf(hasCooler),
-            Setting(u"kI"_s, m_control.kI, Snapshot).onlyIf(hasCooler),
-            Setting(u"kD"_s, m_control.kD, Snapshot).onlyIf(hasCooler),
-            Setting(u"kOff"_s, m_control.kOff, Snapshot).onlyIf(hasCooler),
-            {u"setpoint"_s, m_setpoint, m_range, Profile},
+            {u"setpoint"_s, m_setpoint, range, Profile},
             Setting(
-                u"setpoint"_s, [this] { return m_setpoint; }, [this](float value) { return setSetpoint(value); },
-                m_range, Snapshot | OtherClient)
-                .onlyIf(hasCooler),
+                u"setpoint"_s, [this] { return m_setpoint; },
+                [this](float kelvin) { return changeStirling(m_setpoint, kelvin); }, range, Snapshot | OtherClient)
+                .onlyIf([this] { return isStirling(); }),
             {u"power"_s, m_power, Profile},
             Setting(
-                u"power"_s, [this] { return m_power; }, [this](bool on) { return setPower(on); }, Memory | OtherClient)
-                .onlyIf(hasCooler),
+                u"power"_s, [this] { return m_power; }, [this](bool on) { return changeStirling(m_power, on); },
+                Memory | OtherClient)
+                .onlyIf([this] { return isStirling(); }),
         });
+}
+
+/// The loop first advances to the present time with the old setting.
+template <class T> Status Cooler::changeStirling(T &member, const T &value)
+{
+    temperatureNow();
+    member = value;
+    remember();
+    return Ok;
 }
 
 float Cooler::temperature() const
@@ -89,106 +96,95 @@ Status Cooler::coldTemperature(float &kelvin) const
     return Ok;
 }
 
-Status Cooler::setpoint(float &value) const
+ThermoelectricCooler *Cooler::thermoelectric() const
 {
-    if (m_type == None)
+    if (m_thermoelectric)
+        return m_thermoelectric.get();
+    const auto *flag = camera().device<Flag>();
+    return flag ? flag->cooler() : nullptr;
+}
+
+Status Cooler::setpoint(float &celsius) const
+{
+    const auto *const cooler = thermoelectric();
+    if (!cooler)
         return Absent;
-    value = m_setpoint;
+    celsius = cooler->setpoint();
     return Ok;
 }
 
-Status Cooler::setSetpoint(float value)
+Status Cooler::setSetpoint(float celsius)
 {
-    if (m_type == None)
-        return Absent;
-    if (!m_range.holds(value))
-        return Refused;
-    const double present = temperatureNow();
-    m_setpoint = value;
-    startFrom(present);
-    remember();
-    return Ok;
+    auto *const cooler = thermoelectric();
+    return cooler ? cooler->setSetpoint(celsius) : Absent;
 }
 
 Status Cooler::power(bool &on) const
 {
-    if (m_type == None)
+    const auto *const cooler = thermoelectric();
+    if (!cooler)
         return Absent;
-    on = m_power;
+    on = cooler->power();
     return Ok;
 }
 
 Status Cooler::setPower(bool on)
 {
-    if (m_type == None)
-        return Absent;
-    const double present = temperatureNow();
-    m_power = on;
-    startFrom(present);
-    remember();
-    return Ok;
+    auto *const cooler = thermoelectric();
+    return cooler ? cooler->setPower(on) : Absent;
 }
 
 Status Cooler::control(Control &values) const
 {
-    if (m_type == None)
+    const auto *const cooler = thermoelectric();
+    if (!cooler)
         return Absent;
-    values = m_control;
+    values = cooler->control();
     return Ok;
 }
 
 Status Cooler::setControl(const Control &values)
 {
-    if (m_type == None)
-        return Absent;
-    for (const float value : {values.kP, values.kI, values.kD, values.kOff})
-        if (!std::isfinite(value))
-            return Refused;
-    m_control = values;
-    remember();
-    return Ok;
+    auto *const cooler = thermoelectric();
+    return cooler ? cooler->setControl(values) : Absent;
 }
 
 void Cooler::connectionChanged(bool connected)
 {
-    if (connected && !m_switchedOn) {
-        m_switchedOn = true;
-        startFrom(ambientKelvin());
-        if (isStirling())
-            m_loop.emplace(ambientKelvin(), m_startTime);
-    }
+    if (!connected)
+        return;
+    if (m_thermoelectric)
+        m_thermoelectric->switchOn();
+    else if (isStirling() && !m_loop)
+        m_loop.emplace(ambientKelvin(Clock::now()), Clock::now());
 }
 
 void Cooler::expose(int, image::Exposure &exposure) const
 {
     image::Readout &readout = exposure.readout;
-    const double cold = isStirling() && m_cold > 0 ? m_cold : setpointKelvin();
-    readout.cooling = isStirling() ? image::Readout::Stirling
-        : m_type == Thermoelectric ? image::Readout::Thermoelectric
-                                   : image::Readout::Uncooled;
-    readout.warmth = temperatureNow() - cold;
+    if (isStirling()) {
+        readout.cooling = image::Readout::Stirling;
+        readout.warmth = temperatureNow() - (m_cold > 0 ? m_cold : m_setpoint);
+    } else if (m_thermoelectric) {
+        readout.cooling = image::Readout::Thermoelectric;
+        readout.warmth = m_thermoelectric->temperature() - m_thermoelectric->setpoint();
+    } else {
+        readout.cooling = image::Readout::Uncooled;
+    }
 }
 
-double Cooler::setpointKelvin() const { return m_type == Thermoelectric ? m_setpoint + zeroCelsius : m_setpoint; }
+double Cooler::ambientKelvin(int64_t time) const { return m_environment.laggedAmbient(time) + zeroCelsius; }
 
 double Cooler::temperatureNow() const
 {
-    if (m_type == None || !m_switchedOn)
-        return ambientKelvin();
-    if (m_loop)
-        return m_loop->temperature({m_power, ambientKelvin(), m_setpoint, m_coolSeconds, m_warmSeconds}, Clock::now());
-    const double seconds = static_cast<double>(std::max<int64_t>(0, Clock::now() - m_startTime)) / 1000;
-    return target() + m_startDifference * std::exp(-seconds / (m_power ? m_coolSeconds : m_warmSeconds));
-}
-
-double Cooler::ambientKelvin() const { return m_environment.laggedAmbient() + zeroCelsius; }
-
-double Cooler::target() const { return m_power ? setpointKelvin() : ambientKelvin(); }
-
-void Cooler::startFrom(double kelvin)
-{
-    m_startDifference = kelvin - target();
-    m_startTime = Clock::now();
+    const int64_t now = Clock::now();
+    if (m_thermoelectric)
+        return m_thermoelectric->temperature() + zeroCelsius;
+    if (!m_loop)
+        return ambientKelvin(now);
+    return advanceLoop(*m_loop, now, [this](int64_t time) {
+        return StirlingLoop::Conditions{m_power, ambientKelvin(time), m_setpoint, m_coolSeconds, m_warmSeconds};
+    });
 }
 
 } // namespace emulator

@@ -2,8 +2,10 @@
 
 #include "platform/emulator/Device.h"
 #include "platform/emulator/devices/StirlingLoop.h"
+#include "platform/emulator/devices/ThermoelectricCooler.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 namespace emulator
@@ -13,31 +15,24 @@ class Environment;
 
 /// The cooler of the detector, with the temperature of the detector. After the camera is switched on, the detector
 /// cools from the ambient temperature towards the setpoint: by the control loop of a Stirling cooler (StirlingLoop), or
-/// exponentially by a thermoelectric cooler. It warms up while the cooler's power is off. Setpoint, power and control
-/// parameters outlive the process; the temperature does not. Snapshots leave the power out, since loading an old state
-/// must not warm a detector up. Without a cooler (None) the detector has the ambient temperature, and setpoint, power
-/// and control parameters are Absent.
+/// by a thermoelectric cooler (ThermoelectricCooler). It warms up while the cooler's power is off. Setpoint and power
+/// of a Stirling cooler outlive the process; snapshots leave its power out, since loading an old state must not warm a
+/// detector up. The temperature does not outlive the process. Without a cooler (None) the detector has the ambient
+/// temperature.
 class Cooler : public Device
 {
 public:
     enum Type : uint8_t { None = 0, Thermoelectric = 1, RotaryStirling = 2, LinearStirling = 3 };
+    using Control = ThermoelectricCooler::Control;
 
     /// The name of a type as a static text, null for an unknown type.
     static const char *typeName(uint8_t type);
 
-    /// The parameters of the control loop. They are kept, but the emulated loops do not use them.
-    struct Control {
-        float kP;
-        float kI;
-        float kD;
-        float kOff;
-    };
-
-    /// Profile keys: "type"; "cold" in Kelvin (coldTemperature() is Absent without it); "setpoint",
-    /// "minimum", "maximum" in the unit of the setpoint; "coolSeconds" (the time constant of a thermoelectric cooler;
-    /// of a Stirling cooler, the time that full drive without losses takes to the setpoint); "warmSeconds" (time
-    /// constant); "noise" (Kelvin); "power"; "control" ("kP", "kI", "kD", "kOff"). Settings: "setpoint", "power". The
-    /// environment must exist before.
+    /// Profile keys: "type"; "cold" in Kelvin (coldTemperature() is Absent without it); "noise" (Kelvin); of a
+    /// thermoelectric cooler also the keys of ThermoelectricCooler, in Celsius; of a Stirling cooler "setpoint",
+    /// "minimum" and "maximum" in Kelvin, "coolSeconds" (the time that full drive without losses takes to the
+    /// setpoint), "warmSeconds" (time constant of the losses) and "power". Settings: "setpoint", "power" and, of a
+    /// thermoelectric cooler, the constants of its regulator. The environment must exist before.
     Cooler(Camera &camera, Section &section);
 
     Type type() const { return m_type; }
@@ -46,15 +41,17 @@ public:
     /// The temperature in Kelvin at and below which the detector counts as cold. Absent if it is unknown.
     Status coldTemperature(float &kelvin) const;
 
-    /// The setpoint, in Celsius for a thermoelectric cooler and in Kelvin for the others. Refused outside "minimum" to
-    /// "maximum".
-    Status setpoint(float &value) const;
-    Status setSetpoint(float value);
+    // The functions below are for the thermoelectric cooler of the camera: that of the detector or, with another cooler
+    // of the detector, that of the flag. They are Absent if the camera has neither.
+
+    /// The setpoint in Celsius. Refused out of its range, and if it is not finite.
+    Status setpoint(float &celsius) const;
+    Status setSetpoint(float celsius);
 
     Status power(bool &on) const;
     Status setPower(bool on);
 
-    /// The parameters of the control loop. Values that are not finite are refused.
+    /// The constants of the regulator. Refused outside 0 to 1000.
     Status control(Control &values) const;
     Status setControl(const Control &values);
 
@@ -62,33 +59,29 @@ public:
     void expose(int preset, image::Exposure &exposure) const override;
 
 private:
-    double setpointKelvin() const;
-    double ambientKelvin() const;
-    /// The temperature to which the detector goes without a control loop, in Kelvin.
-    double target() const;
-    /// The temperature of the detector without noise, in Kelvin.
+    void addStirlingSettings(Section &section);
+    /// The thermoelectric cooler of the detector or the flag; null if there is none.
+    ThermoelectricCooler *thermoelectric() const;
+    /// The temperature without cooling, at a time of Clock.
+    double ambientKelvin(int64_t time) const;
+    /// The temperature of the detector in Kelvin, without noise.
     double temperatureNow() const;
     bool isStirling() const { return m_type == RotaryStirling || m_type == LinearStirling; }
-    /// Starts the change from this temperature to the present target.
-    void startFrom(double kelvin);
+    /// Changes a setting of a Stirling cooler.
+    template <class T> Status changeStirling(T &member, const T &value);
 
     const Environment &m_environment;
     Type m_type;
-    double m_cold; ///< 0 if it is unknown.
-    Between m_range; ///< The range of the setpoint.
-    float m_setpoint;
-    double m_coolSeconds;
-    double m_warmSeconds;
+    double m_cold; ///< Kelvin; 0 if it is unknown.
     double m_noise;
-    bool m_power = true;
-    Control m_control;
+    std::unique_ptr<ThermoelectricCooler> m_thermoelectric; ///< Of the detector; null with another cooler.
 
-    // Without a Stirling cooler, the difference from the target decays exponentially since m_startTime. This is the
-    // time of the last change of the power or the setpoint, or the time at which the camera was switched on.
-    double m_startDifference = 0;
-    int64_t m_startTime = 0;
-    bool m_switchedOn = false;
-    mutable std::optional<StirlingLoop> m_loop; ///< Of a Stirling cooler that has been switched on.
+    // Of a Stirling cooler:
+    float m_setpoint = 77; ///< Kelvin.
+    double m_coolSeconds = 0;
+    double m_warmSeconds = 0;
+    bool m_power = true;
+    mutable std::optional<StirlingLoop> m_loop; ///< Once it has been switched on.
 };
 
 } // namespace emulator

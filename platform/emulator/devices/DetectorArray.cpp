@@ -41,8 +41,9 @@ image::Detector::Properties readProperties(Section section)
     read("offset", properties.offset, 0, full);
     read("offsetDeviation", properties.offsetDeviation, 0, full);
     read("columnDeviation", properties.columnDeviation, 0, full);
-    read("curvature", properties.curvature, 0, 1);
-    read("curvatureDeviation", properties.curvatureDeviation, 0, 1);
+    // With these, more light never gives less signal.
+    read("curvature", properties.curvature, 0, 0.1);
+    read("curvatureDeviation", properties.curvatureDeviation, 0, 0.015);
     read("drift", properties.drift, -full, full);
     read("driftDeviation", properties.driftDeviation, 0, full);
     readFaults("dead", properties.dead);

@@ -22,14 +22,14 @@ class Section;
 class DetectorArray
 {
 public:
-    /// Profile keys: "band" ("short", "medium" or "long"); "saturatingIntegrationTime" (ms, the time at which a body of
-    /// 35 C gives a full signal); "detector", an object with the names of image::Detector::Properties.
+    /// Profile keys: "band" ("short", "medium" or "long"); "saturatingIntegrationTime" (ms, the time at which light 1
+    /// gives image::Light::fullSignal); "detector", an object with the names of image::Detector::Properties.
     DetectorArray(Section &section, const image::Size &size);
 
     const image::Size &size() const { return m_size; }
     const image::Detector::Properties &properties() const { return m_properties; }
 
-    /// Sets what depends on the array. The exposure has its window already. It gets no maps if they are not made yet.
+    /// Sets the band, the saturating time and the maps, if they have been made. The exposure has its window already.
     void expose(image::Exposure &exposure) const;
 
     /// Returns maps that contain a window, null for a window without frames. Makes them if necessary, which takes up to

@@ -1,6 +1,5 @@
 #include "platform/emulator/devices/Environment.h"
 
-#include "platform/emulator/Clock.h"
 #include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
@@ -53,15 +52,15 @@ Environment::Environment(Camera &camera, Section &section)
 
 double Environment::ambient() const
 {
-    const int64_t now = elapsed();
+    const int64_t now = elapsed(Clock::now());
     const auto to = std::ranges::upper_bound(m_course, now, {}, &ChamberProgram::Point::milliseconds);
     const auto from = std::prev(to);
     return to == m_course.end() ? from->celsius : interpolate(*from, *to, now);
 }
 
-double Environment::laggedAmbient() const
+double Environment::laggedAmbient(int64_t time) const
 {
-    const int64_t now = elapsed();
+    const int64_t now = elapsed(time);
     double value = m_laggedAtStart;
     for (auto from = m_course.begin(); from != m_course.end() && from->milliseconds < now; ++from) {
         const auto to = std::next(from);
@@ -92,11 +91,11 @@ void Environment::expose(int, image::Exposure &exposure) const
 
 void Environment::start(Course course)
 {
+    for (const auto &listener : m_listeners)
+        listener();
     m_laggedAtStart = laggedAmbient();
     m_startTime = Clock::now();
     m_course = std::move(course);
 }
-
-int64_t Environment::elapsed() const { return std::max<int64_t>(0, Clock::now() - m_startTime); }
 
 } // namespace emulator

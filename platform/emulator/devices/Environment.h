@@ -1,9 +1,13 @@
 #pragma once
 
+#include "platform/emulator/Clock.h"
 #include "platform/emulator/Device.h"
 #include "platform/emulator/devices/ChamberProgram.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace emulator
@@ -22,7 +26,13 @@ public:
 
     /// The temperature that a part of the camera without any heat of its own has: it follows ambient() with a
     /// first-order lag of 300 s. Both are equal when the camera is created.
-    double laggedAmbient() const;
+    double laggedAmbient() const { return laggedAmbient(Clock::now()); }
+    /// The same at a time of Clock since the last change of the ambient temperature or program.
+    double laggedAmbient(int64_t time) const;
+
+    /// Calls `listener` before each change of the ambient temperature or program, until the end of the camera. Devices
+    /// that compute a temperature step by step advance to the present then.
+    void beforeChange(std::function<void()> listener) { m_listeners.push_back(std::move(listener)); }
 
     /// Starts a program, also if it equals the present one. The temperature changes linearly from its present value to
     /// the first point of the program, follows the program, and stays at the last point. A program without points ends
@@ -37,13 +47,14 @@ private:
 
     /// Replaces the course, which starts now.
     void start(Course course);
-    /// Milliseconds since the start of the course.
-    int64_t elapsed() const;
+    /// Milliseconds from the start of the course to a time of Clock.
+    int64_t elapsed(int64_t time) const { return std::max<int64_t>(0, time - m_startTime); }
 
     double m_profileAmbient;
     bool m_runsProgram = false;
     Course m_course; ///< The temperature since m_startTime: at least one point, the first one at 0 ms.
     int64_t m_startTime = 0; ///< A time of Clock.
+    std::vector<std::function<void()>> m_listeners;
     double m_laggedAtStart; ///< The value of laggedAmbient() at m_startTime.
 };
 

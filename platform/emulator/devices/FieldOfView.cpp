@@ -14,7 +14,7 @@ namespace emulator
 using namespace Qt::StringLiterals;
 
 FieldOfView::FieldOfView(Camera &camera, Section &section)
-    : Device(camera), m_switchSeconds(section.number(u"switchSeconds"_s, 0.6, 0, 60))
+    : Device(camera), m_turnMilliseconds(std::llround(section.number(u"switchSeconds"_s, 0.6, 0, 60) * 1000))
 {
     const Between fields{Narrow, Wide};
     addSettings(
@@ -37,7 +37,7 @@ Status FieldOfView::select(uint8_t field)
     const double relativePosition = focus ? focus->relativePosition() : 0;
     const Status status = selectWithoutFocus(field);
     if (status == Ok && focus)
-        focus->moveToRelativePosition(relativePosition, m_switchSeconds);
+        focus->moveToRelativePosition(relativePosition, static_cast<double>(m_turnMilliseconds) / 1000);
     return status;
 }
 
@@ -47,17 +47,17 @@ Status FieldOfView::selectWithoutFocus(uint8_t field)
         return Refused;
     // The turret does not turn while the camera is off.
     if (field != m_selected && camera().connected())
-        m_arrival = Clock::now() + std::llround(m_switchSeconds * 1000);
+        m_arrival = Clock::now() + m_turnMilliseconds;
     m_selected = static_cast<Field>(field);
     return Ok;
 }
 
 void FieldOfView::expose(int, image::Exposure &exposure) const
 {
-    // A continuous zoom contains the turret's optics.
+    // A camera with both has the magnification of its zoom.
     if (!camera().device<Zoom>())
         exposure.optics.magnification = image::Optics::magnificationOf(m_selected == Narrow ? 1 : 0);
-    exposure.optics.blocked |= Clock::now() < m_arrival;
+    exposure.optics.blocked |= Clock::remaining(m_arrival, m_turnMilliseconds) > 0;
 }
 
 } // namespace emulator

@@ -30,7 +30,7 @@ public:
 
 private:
     Field m_selected = Narrow;
-    double m_switchSeconds;
+    int64_t m_turnMilliseconds;
     int64_t m_arrival = 0; ///< The end of the last turn, a time of Clock.
 };
 

@@ -2,8 +2,10 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
+#include "platform/emulator/devices/EventQueue.h"
 #include "platform/emulator/devices/FrameSync.h"
 #include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/devices/Trigger.h"
 
 #include <algorithm>
 
@@ -25,7 +27,8 @@ constexpr int64_t scaled(int64_t value, int64_t multiplier, int64_t divisor)
 } // namespace
 
 FrameClock::FrameClock(Camera &camera, Section &)
-    : Device(camera), m_sensor(*camera.device<Sensor>()), m_sync(*camera.device<FrameSync>())
+    : Device(camera), m_sensor(*camera.device<Sensor>()), m_sync(*camera.device<FrameSync>()),
+      m_trigger(*camera.device<Trigger>())
 {
 }
 
@@ -50,22 +53,125 @@ std::optional<FrameClock::Frame> FrameClock::frame(uint64_t number)
     return found == m_before.end() ? std::nullopt : *found;
 }
 
-double FrameClock::averageRate() const { return timing().averageRate(m_sensor.clockFrequency()); }
+double FrameClock::averageRate()
+{
+    settle();
+    const uint32_t frequency = m_sensor.clockFrequency();
+    if (!m_start) {
+        const uint8_t mode = m_trigger.mode();
+        return mode == Trigger::FreeRun || mode == Trigger::PresetAdvance ? timing().averageRate(frequency) : 0;
+    }
+    const FrameTiming &present = m_segment.timing();
+    if (present.frames == FrameTiming::endless || !present.hasFrames())
+        return present.averageRate(frequency);
+    const int64_t end = m_segment.end(present.frames);
+    if (const auto sequences = m_triggers.rate(end, end - m_segment.start()))
+        return *sequences * static_cast<double>(present.frames);
+    return m_now < end ? present.averageRate(frequency) : 0;
+}
 
 void FrameClock::settle()
 {
     if (!m_start)
         return;
     m_now = std::max(m_now, tickNow());
-    const FrameTiming present = timing();
-    if (present == m_segment.timing())
+    runTriggers();
+    takeSettings();
+}
+
+void FrameClock::trigger()
+{
+    settle();
+    if (!m_start)
         return;
-    const uint64_t count = m_segment.begun(m_now);
+    m_triggers.add(m_now);
+    runTriggers();
+}
+
+/// Begins a segment at a tick, or after the frame in progress.
+void FrameClock::begin(const FrameTiming &timing, int64_t tick)
+{
+    const uint64_t count = m_segment.begun(tick);
     for (size_t preset = 0; preset < m_before.size(); ++preset)
         if (const auto index = m_segment.newest(static_cast<int>(preset), count))
             m_before[preset] = frameAt(*index);
     m_firstNumber += count;
-    m_segment = FrameSegment(present, std::max(m_now, m_segment.end(count)));
+    m_segment = FrameSegment(timing, std::max(tick, m_segment.end(count)));
+}
+
+void FrameClock::runTriggers()
+{
+    for (auto tick = m_triggers.next(); tick && *tick <= m_now; tick = m_triggers.next()) {
+        switch (m_mode) {
+        case Trigger::TriggeredSequence:
+            startSequence(*tick);
+            break;
+        case Trigger::PresetAdvance:
+            advancePreset(*tick);
+            break;
+        default:
+            if (m_waiting) {
+                m_waiting = false;
+                begin(timing(), *tick);
+            }
+            m_triggers.takeUntil(m_now);
+        }
+    }
+}
+
+void FrameClock::startSequence(int64_t tick)
+{
+    const int64_t busyUntil = m_waiting ? tick : m_segment.end(m_segment.timing().frames);
+    if (tick < busyUntil) {
+        m_triggers.takeUntil(std::min(busyUntil - 1, m_now));
+        return;
+    }
+    m_waiting = false;
+    const FrameTiming sequence = timing();
+    begin(sequence, tick);
+    m_triggers.takeUntil(tick);
+    if (!sequence.hasFrames())
+        return;
+    // Many sequences that follow each other in the same way need no loop.
+    const int64_t length = m_segment.end(sequence.frames) - m_segment.start();
+    const uint64_t repeats
+        = sequence.kind == FrameTiming::Free && m_segment.start() == tick ? m_triggers.repeats(tick, length, m_now) : 0;
+    if (repeats > 1) {
+        // The last one begins by the loop, so that the newest frames before it are known.
+        m_segment = FrameSegment(sequence, m_triggers.takeRepeats(tick, length, repeats - 1));
+        m_firstNumber += (repeats - 1) * sequence.frames;
+    }
+}
+
+void FrameClock::advancePreset(int64_t tick)
+{
+    const int64_t start = std::max(tick, m_segment.end(m_segment.begun(tick)));
+    // Only the last of the triggers before the next frame matters.
+    const int64_t last = m_segment.timing().hasFrames() ? std::max(tick, std::min(start - 1, m_now)) : m_now;
+    const uint64_t count = m_triggers.takeUntil(last);
+    m_sensor.advanceActivePreset(count);
+    auto *const events = camera().device<EventQueue>();
+    for (uint64_t event = 0; event < std::min<uint64_t>(count, EventQueue::capacity); ++event)
+        events->push(ZVT_EVENT_SETTINGS_CHANGED);
+    if (const FrameTiming present = timing(); present != m_segment.timing())
+        begin(present, tick);
+}
+
+void FrameClock::takeSettings()
+{
+    m_mode = m_trigger.mode();
+    if (m_triggers.update(m_trigger.signal(*m_start), m_now))
+        m_waiting = m_mode == Trigger::TriggeredFreeRun || m_mode == Trigger::TriggeredSequence;
+    FrameTiming present = m_waiting ? FrameTiming() : timing();
+    if (present != m_segment.timing()) {
+        if (m_mode == Trigger::TriggeredSequence) {
+            m_waiting = true;
+            present = FrameTiming();
+        }
+        if (present != m_segment.timing())
+            begin(present, m_now);
+    }
+    runTriggers();
 }
 
 void FrameClock::connectionChanged(bool connected)
@@ -76,12 +182,17 @@ void FrameClock::connectionChanged(bool connected)
     settle();
 }
 
+/// The timing of frames that need no trigger or have been triggered.
 FrameTiming FrameClock::timing() const
 {
-    std::optional<PulseTrain> signal;
+    std::optional<FrameSignal> signal;
     if (m_sync.source() != FrameSync::Internal)
-        signal.emplace(m_sync.externalRate(), m_sensor.clockFrequency());
-    return {m_sensor.timing(), signal};
+        signal = FrameSignal{{m_sync.externalRate(), m_sensor.clockFrequency()},
+                             m_sync.delayClocks(),
+                             m_sync.mode() == FrameSync::StartsReadout};
+    const uint8_t mode = m_trigger.mode();
+    return {m_sensor.timing(mode == Trigger::PresetAdvance), signal,
+            mode == Trigger::TriggeredSequence ? m_trigger.sequenceCount() : FrameTiming::endless};
 }
 
 int64_t FrameClock::tickNow() const

@@ -4,6 +4,7 @@
 #include "platform/emulator/Frame.h"
 #include "platform/emulator/devices/FramePattern.h"
 #include "platform/emulator/devices/FrameSegment.h"
+#include "platform/emulator/devices/TriggerSchedule.h"
 
 #include <array>
 #include <cstdint>
@@ -14,13 +15,16 @@ namespace emulator
 
 class FrameSync;
 class Sensor;
+class Trigger;
 
 /// The times at which the frames of a camera begin. A frame begins at a tick, which is a clock of the sensor. Ticks and
 /// frames count from the first connection; the camera makes frames from then on, also while it is not connected. Which
-/// frames have begun follows from the timing of Sensor, the source of FrameSync and the Clock, and never from the
-/// moments of the queries. While the Clock runs backwards, no frame begins.
+/// frames have begun follows from the timing of Sensor, the source of FrameSync, the triggers of Trigger and the Clock,
+/// and never from the moments of the queries. While the Clock runs backwards, no frame begins.
 ///
 /// After a change of the timing, the frame in progress ends as it began; the first frame of the new timing follows it.
+/// A change of the timing ends a sequence that a trigger has started. After a trigger too, the first frame waits for
+/// the end of a frame in progress.
 class FrameClock : public Device
 {
 public:
@@ -31,15 +35,19 @@ public:
 
     /// The last frame of a preset that has begun. Nothing if there has been none.
     std::optional<Frame> newest(int preset);
-    /// The frame with this number. Nothing if it has not begun, or if it began before the last change of the timing and
-    /// has not been the newest one of its preset then.
+    /// The frame with this number. Nothing if it has not begun, or if it began before the last change of the timing or
+    /// the last sequence and has not been the newest one of its preset then.
     std::optional<Frame> frame(uint64_t number);
-    /// The frames of all presets per second in the present timing, in hertz. 0 without frames.
-    double averageRate() const;
+    /// The frames of all presets per second at present, in hertz, with the pauses between periodic sequences. 0 while
+    /// no frames come.
+    double averageRate();
 
-    /// Takes over the present timing of the devices if it has changed. Called after each change of a setting; the
-    /// queries call it too. Takes below 0.5 us.
+    /// Carries out the triggers so far, then takes over the present timing of the devices if it has changed. Called
+    /// before and after each change of a setting; the queries call it too. Takes below 0.5 us, except after a long time
+    /// with triggers.
     void settle();
+    /// A single trigger now.
+    void trigger();
 
     void connectionChanged(bool connected) override;
 
@@ -47,12 +55,21 @@ private:
     FrameTiming timing() const;
     int64_t tickNow() const;
     Frame frameAt(uint64_t index) const;
+    void begin(const FrameTiming &timing, int64_t tick);
+    void runTriggers();
+    void startSequence(int64_t tick);
+    void advancePreset(int64_t tick);
+    void takeSettings();
 
-    const Sensor &m_sensor;
+    Sensor &m_sensor;
     const FrameSync &m_sync;
+    const Trigger &m_trigger;
     std::optional<int64_t> m_start; ///< The first connection, a time of Clock.
     int64_t m_now = 0; ///< The latest tick so far.
-    FrameSegment m_segment; ///< The frames since the last change of the timing.
+    TriggerSchedule m_triggers;
+    uint8_t m_mode = 0; ///< A Trigger::Mode, of the last settle().
+    bool m_waiting = false; ///< Frames need a trigger that has not come.
+    FrameSegment m_segment; ///< The frames since the last change of the timing or the last trigger.
     uint64_t m_firstNumber = 0; ///< Of the first frame of the segment.
     std::array<std::optional<Frame>, FramePattern::presets> m_before; ///< The newest frames before the segment.
 };

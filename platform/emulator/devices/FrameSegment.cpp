@@ -5,25 +5,36 @@
 namespace emulator
 {
 
-FrameSegment::FrameSegment(const FrameTiming &timing, int64_t start)
-    : m_timing(timing), m_start(start),
-      m_firstPulse(timing.kind == FrameTiming::Free ? 0 : timing.pulses.pulseFrom(start))
+FrameSegment::FrameSegment(const FrameTiming &timing, int64_t start) : m_timing(timing), m_start(start)
 {
+    if (!timing.hasFrames() || timing.kind == FrameTiming::Free)
+        return;
+    if (timing.kind == FrameTiming::CycleByPulse && timing.signal.startsReadout)
+        m_lead = timing.durations[static_cast<size_t>(presetOf(0))];
+    m_firstPulse = timing.signal.pulses.pulseFrom(start - timing.signal.delay + m_lead);
 }
 
 uint64_t FrameSegment::begun(int64_t tick) const
 {
-    const FramePattern &pattern = m_timing.pattern;
-    if (tick < m_start || pattern.framesInCycle() == 0)
+    if (tick < m_start || !m_timing.hasFrames())
         return 0;
+    const uint64_t count = std::min(slotsBegun(tick), m_timing.frames);
+    const bool lastHasBegun = count == 0 || !m_timing.signal.startsReadout || tickOf(count - 1) <= tick;
+    return lastHasBegun ? count : count - 1;
+}
+
+/// The number of slots that have begun at a tick, without regard to the end of the frames.
+uint64_t FrameSegment::slotsBegun(int64_t tick) const
+{
+    const FramePattern &pattern = m_timing.pattern;
     if (m_timing.kind == FrameTiming::Free)
         return pattern.begun(static_cast<uint64_t>(tick - m_start));
-    const uint64_t pulse = m_timing.pulses.pulseAt(tick);
-    if (pulse < m_firstPulse)
+    if (tick < pulseTick(m_firstPulse) - m_lead)
         return 0;
+    const uint64_t pulses = m_timing.signal.pulses.pulseAt(tick - m_timing.signal.delay + m_lead) - m_firstPulse;
     if (m_timing.kind == FrameTiming::FrameByPulse)
-        return pattern.begun(pulse - m_firstPulse);
-    const uint64_t cycles = (pulse - m_firstPulse) / m_timing.cyclePulses;
+        return pattern.begun(pulses);
+    const uint64_t cycles = pulses / m_timing.cyclePulses;
     const auto inCycle = static_cast<uint64_t>(tick - cycleTick(cycles));
     return cycles * pattern.framesInCycle() + std::min(pattern.begun(inCycle), pattern.framesInCycle());
 }
@@ -31,12 +42,21 @@ uint64_t FrameSegment::begun(int64_t tick) const
 int64_t FrameSegment::tickOf(uint64_t frame) const
 {
     const FramePattern &pattern = m_timing.pattern;
+    const bool endsAtPulse = m_timing.signal.startsReadout;
     switch (m_timing.kind) {
-    case FrameTiming::FrameByPulse:
-        return m_timing.pulses.tickOf(m_firstPulse + pattern.place(frame).offset);
-    case FrameTiming::CycleByPulse:
-        return cycleTick(frame / pattern.framesInCycle())
-            + static_cast<int64_t>(pattern.place(frame % pattern.framesInCycle()).offset);
+    case FrameTiming::FrameByPulse: {
+        const FramePattern::Place place = pattern.place(frame);
+        const auto preset = static_cast<size_t>(place.preset);
+        const uint64_t pulse = m_firstPulse + place.offset;
+        return endsAtPulse ? pulseTick(pulse + pattern.turns()[preset].width) - m_timing.integrations[preset]
+                           : pulseTick(pulse);
+    }
+    case FrameTiming::CycleByPulse: {
+        const FramePattern::Place place = pattern.place(frame % pattern.framesInCycle());
+        const auto preset = static_cast<size_t>(place.preset);
+        const int64_t slot = cycleTick(frame / pattern.framesInCycle()) + static_cast<int64_t>(place.offset);
+        return endsAtPulse ? slot + m_timing.durations[preset] - m_timing.integrations[preset] : slot;
+    }
     default:
         return m_start + static_cast<int64_t>(pattern.place(frame).offset);
     }
@@ -50,9 +70,15 @@ int64_t FrameSegment::end(uint64_t count) const
     return tickOf(last) + m_timing.durations[static_cast<size_t>(presetOf(last))];
 }
 
+/// When a pulse takes effect.
+int64_t FrameSegment::pulseTick(uint64_t pulse) const
+{
+    return m_timing.signal.pulses.tickOf(pulse) + m_timing.signal.delay;
+}
+
 int64_t FrameSegment::cycleTick(uint64_t cycle) const
 {
-    return m_timing.pulses.tickOf(m_firstPulse + cycle * m_timing.cyclePulses);
+    return pulseTick(m_firstPulse + cycle * m_timing.cyclePulses) - m_lead;
 }
 
 } // namespace emulator

@@ -8,16 +8,19 @@
 namespace emulator
 {
 
-/// Frames with the same timing. They count from 0 in a segment.
+/// Frames with the same timing. They count from 0 in a segment. Each frame has a slot of its own, in which it begins;
+/// the slots do not overlap. A frame whose integration a pulse ends has the slot before this pulse; all other frames
+/// begin with their slots.
 class FrameSegment
 {
 public:
     FrameSegment() = default;
-    /// The first frame begins at `start` or, if a signal starts it, with the first pulse from then on. Ticks are not
+    /// The first slot begins at `start` or, if a signal starts frames, at the first pulse from then on. Ticks are not
     /// negative.
     FrameSegment(const FrameTiming &timing, int64_t start);
 
     const FrameTiming &timing() const { return m_timing; }
+    int64_t start() const { return m_start; }
     /// The number of frames that have begun at a tick.
     uint64_t begun(int64_t tick) const;
     /// The last frame of a preset among the first `count` frames.
@@ -29,10 +32,13 @@ public:
     int64_t end(uint64_t count) const;
 
 private:
+    uint64_t slotsBegun(int64_t tick) const;
+    int64_t pulseTick(uint64_t pulse) const;
     int64_t cycleTick(uint64_t cycle) const;
 
     FrameTiming m_timing;
     int64_t m_start = 0;
+    int64_t m_lead = 0; ///< Ticks from the beginning of a cycle to its pulse, for CycleByPulse.
     uint64_t m_firstPulse = 0;
 };
 

@@ -1,44 +1,49 @@
 #include "platform/emulator/devices/FrameTiming.h"
 
+#include <algorithm>
+
 namespace emulator
 {
 
-FrameTiming::FrameTiming(const SensorTiming &sensor, const std::optional<PulseTrain> &signal)
+FrameTiming::FrameTiming(const SensorTiming &sensor, const std::optional<FrameSignal> &frameSignal, uint64_t cycles)
 {
-    if (signal && !signal->exists())
+    if (frameSignal && !frameSignal->pulses.exists())
         return;
-    if (signal) {
+    if (frameSignal) {
         kind = sensor.superframing ? CycleByPulse : FrameByPulse;
-        pulses = *signal;
+        signal = *frameSignal;
     }
     FramePattern::Turns turns;
     for (size_t preset = 0; preset < turns.size(); ++preset) {
         const SensorTiming::Preset &values = sensor.presets[preset];
         if (values.repeats == 0)
             continue;
-        durations[preset] = signal ? values.shortestWidth : values.width;
-        // A pulse period takes at least a tick.
-        const auto pulsesOfFrame = [&] { return static_cast<uint32_t>(pulses.pulsesIn(values.shortestWidth)); };
-        turns[preset] = {values.repeats, kind == FrameByPulse ? pulsesOfFrame() : durations[preset]};
+        durations[preset] = frameSignal ? values.shortestWidth : values.width;
+        // The integration matters only where a pulse ends it.
+        integrations[preset] = signal.startsReadout ? values.integration : 0;
+        const uint64_t width = kind == FrameByPulse ? signal.pulses.pulsesIn(values.shortestWidth) : durations[preset];
+        turns[preset] = {values.repeats, static_cast<uint32_t>(std::min<uint64_t>(width, UINT32_MAX))};
     }
     pattern = FramePattern(turns, kind == Free && sensor.superframing ? sensor.superframeWidth : 0);
     if (kind == CycleByPulse)
-        cyclePulses = pulses.pulsesIn(pattern.cycleWidth());
+        cyclePulses = signal.pulses.pulsesIn(pattern.cycleWidth());
+    if (pattern.framesInCycle() > 0)
+        frames = cycles == endless ? endless : cycles * pattern.framesInCycle();
 }
 
 double FrameTiming::averageRate(uint32_t ticksPerSecond) const
 {
-    const auto frames = static_cast<double>(pattern.framesInCycle());
-    if (frames == 0)
+    if (!hasFrames())
         return 0;
+    const auto inCycle = static_cast<double>(pattern.framesInCycle());
     const auto width = static_cast<double>(pattern.cycleWidth());
     switch (kind) {
     case FrameByPulse:
-        return pulses.hertz() * frames / width;
+        return signal.pulses.hertz() * inCycle / width;
     case CycleByPulse:
-        return pulses.hertz() * frames / static_cast<double>(cyclePulses);
+        return signal.pulses.hertz() * inCycle / static_cast<double>(cyclePulses);
     default:
-        return ticksPerSecond * frames / width;
+        return ticksPerSecond * inCycle / width;
     }
 }
 

@@ -11,19 +11,32 @@
 namespace emulator
 {
 
+/// A signal that starts frames.
+struct FrameSignal {
+    PulseTrain pulses;
+    uint32_t delay = 0; ///< Ticks from a pulse to what it starts.
+    /// A pulse ends the integration of a frame and starts its readout. If false, it starts the integration.
+    bool startsReadout = false;
+    bool operator==(const FrameSignal &) const = default;
+};
+
 /// When frames begin, relative to the first one: the timing of a sensor together with the signal that starts frames.
 struct FrameTiming {
     enum Kind {
         Free, ///< Frames follow each other by the clock of the sensor. The pattern counts ticks.
-        FrameByPulse, ///< Each frame begins with a pulse. The pattern counts pulses.
-        CycleByPulse, ///< The first frame of each cycle begins with a pulse. The pattern counts ticks in a cycle.
+        FrameByPulse, ///< Each frame has a pulse of its own. The pattern counts pulses.
+        CycleByPulse, ///< The first frame of each cycle has a pulse. The pattern counts ticks in a cycle.
     };
+
+    static constexpr uint64_t endless = UINT64_MAX;
 
     /// No frames.
     FrameTiming() = default;
-    /// Without `signal` the frames are free. A signal that does not exist starts no frames.
-    FrameTiming(const SensorTiming &sensor, const std::optional<PulseTrain> &signal);
+    /// Without `signal` the frames are free. A signal that does not exist starts no frames. The frames end after this
+    /// number of cycles, which must be above 0.
+    FrameTiming(const SensorTiming &sensor, const std::optional<FrameSignal> &signal, uint64_t cycles = endless);
 
+    bool hasFrames() const { return frames > 0; }
     /// Frames per second, 0 without frames.
     double averageRate(uint32_t ticksPerSecond) const;
 
@@ -31,9 +44,11 @@ struct FrameTiming {
 
     Kind kind = Free;
     FramePattern pattern;
-    PulseTrain pulses;
+    uint64_t frames = 0; ///< All frames; `endless` if they do not end.
+    FrameSignal signal; ///< Not for Free.
     uint64_t cyclePulses = 0; ///< From one cycle to the next, for CycleByPulse.
     std::array<uint32_t, FramePattern::presets> durations{}; ///< Of a frame of each preset, in ticks.
+    std::array<uint32_t, FramePattern::presets> integrations{}; ///< Of a frame of each preset, in ticks.
 };
 
 } // namespace emulator

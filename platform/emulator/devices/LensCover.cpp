@@ -31,7 +31,10 @@ LensCover::LensCover(Camera &camera, Section &section)
                 });
 }
 
-LensCover::State LensCover::state() const { return Clock::now() < m_arrival ? Unknown : m_target; }
+LensCover::State LensCover::state() const
+{
+    return Clock::remaining(m_arrival, m_moveMilliseconds) > 0 ? Unknown : m_target;
+}
 
 Status LensCover::moveTo(uint8_t state)
 {
@@ -39,8 +42,8 @@ Status LensCover::moveTo(uint8_t state)
         return Refused;
     start(static_cast<State>(state));
     const int64_t arrival = m_arrival;
-    while (Clock::now() < arrival) {
-        const Status status = camera().letTimePass(std::min(arrival - Clock::now(), checkIntervalMilliseconds));
+    while (const int64_t remaining = Clock::remaining(arrival, m_moveMilliseconds)) {
+        const Status status = camera().letTimePass(std::min(remaining, checkIntervalMilliseconds));
         if (status != Ok)
             return status;
         if (m_target != state)

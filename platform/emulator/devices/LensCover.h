@@ -7,8 +7,8 @@
 namespace emulator
 {
 
-/// The cover in front of the lens. The state is Unknown while the cover moves and after an interrupted
-/// move. The cover hides the scene unless it is Open.
+/// The cover in front of the lens. The state is Unknown while the cover moves and after an interrupted move. The cover
+/// hides the scene unless it is Open.
 class LensCover : public Device
 {
 public:

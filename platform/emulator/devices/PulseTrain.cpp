@@ -17,28 +17,37 @@ constexpr uint64_t million = 1'000'000;
 } // namespace
 
 PulseTrain::PulseTrain(double hertz, uint32_t ticksPerSecond)
-    : m_microhertz(static_cast<uint64_t>(std::llround(hertz * 1e6))), m_ticksPerSecond(ticksPerSecond)
+    : m_pulses(static_cast<uint64_t>(std::llround(hertz * 1e6))), m_ticks(ticksPerSecond * million),
+      m_hertz(static_cast<double>(m_pulses) / 1e6)
 {
+}
+
+PulseTrain PulseTrain::every(uint64_t period, uint32_t ticksPerSecond)
+{
+    PulseTrain train;
+    train.m_pulses = 1;
+    train.m_ticks = period;
+    train.m_hertz = static_cast<double>(ticksPerSecond) / static_cast<double>(period);
+    return train;
 }
 
 int64_t PulseTrain::tickOf(uint64_t pulse) const
 {
-    // The nearest whole number to pulse * ticksPerSecond / hertz.
-    const Wide halves = (Wide(2) * pulse * m_ticksPerSecond * million + m_microhertz) / m_microhertz;
+    // The nearest whole number to pulse * m_ticks / m_pulses.
+    const Wide halves = (Wide(2) * pulse * m_ticks + m_pulses) / m_pulses;
     return static_cast<int64_t>(std::min(halves / 2, Wide(INT64_MAX)));
 }
 
 uint64_t PulseTrain::pulseAt(int64_t tick) const
 {
     // The largest pulse whose time is below that of the tick and a half.
-    const Wide numerator = Wide(m_microhertz) * (2 * static_cast<uint64_t>(tick) + 1) - 1;
-    return static_cast<uint64_t>(numerator / (Wide(2) * m_ticksPerSecond * million));
+    const Wide numerator = Wide(m_pulses) * (2 * static_cast<uint64_t>(tick) + 1) - 1;
+    return static_cast<uint64_t>(numerator / (Wide(2) * m_ticks));
 }
 
 uint64_t PulseTrain::pulsesIn(uint64_t ticks) const
 {
-    const Wide ticksOfMillion = Wide(m_ticksPerSecond) * million;
-    return static_cast<uint64_t>((Wide(ticks) * m_microhertz + ticksOfMillion - 1) / ticksOfMillion);
+    return static_cast<uint64_t>((Wide(ticks) * m_pulses + m_ticks - 1) / m_ticks);
 }
 
 } // namespace emulator

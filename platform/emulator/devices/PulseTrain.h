@@ -14,24 +14,28 @@ public:
     PulseTrain() = default;
     /// `hertz` is rounded to a millionth of a hertz; 0 is no signal. It must not be above `ticksPerSecond`.
     PulseTrain(double hertz, uint32_t ticksPerSecond);
+    /// A pulse every `period` ticks, which must be above 0.
+    static PulseTrain every(uint64_t period, uint32_t ticksPerSecond);
 
-    bool exists() const { return m_microhertz > 0; }
-    double hertz() const { return static_cast<double>(m_microhertz) / 1e6; }
+    bool exists() const { return m_pulses > 0; }
+    double hertz() const { return m_hertz; }
 
     // The following need a signal.
     int64_t tickOf(uint64_t pulse) const;
     /// The last pulse at or before a tick, which must not be negative.
     uint64_t pulseAt(int64_t tick) const;
-    /// The first pulse at or after a tick, which must not be negative.
-    uint64_t pulseFrom(int64_t tick) const { return tick == 0 ? 0 : pulseAt(tick - 1) + 1; }
+    /// The first pulse at or after a tick. Pulse 0 for a negative one.
+    uint64_t pulseFrom(int64_t tick) const { return tick <= 0 ? 0 : pulseAt(tick - 1) + 1; }
     /// The smallest number of pulse periods that takes at least this number of ticks.
     uint64_t pulsesIn(uint64_t ticks) const;
 
     bool operator==(const PulseTrain &) const = default;
 
 private:
-    uint64_t m_microhertz = 0;
-    uint32_t m_ticksPerSecond = 0;
+    // There are m_pulses pulses in m_ticks ticks.
+    uint64_t m_pulses = 0;
+    uint64_t m_ticks = 0;
+    double m_hertz = 0;
 };
 
 } // namespace emulator

@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Device.h"
 #include "platform/emulator/Frame.h"
+#include "platform/emulator/image/Detector.h"
 
 #include <cstdint>
 #include <optional>
@@ -28,7 +29,7 @@ public:
 
 private:
     std::optional<FrameStart> longestFrame() const;
-    bool isSaturated(const image::Exposure &exposure) const;
+    bool isSaturated(const image::Exposure &exposure, const image::Detector::Properties &properties) const;
 };
 
 } // namespace emulator

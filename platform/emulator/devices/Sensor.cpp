@@ -106,7 +106,7 @@ Status Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool se
 
 uint32_t Sensor::minimumFrameWidth(int preset) const
 {
-    return minimumFrameWidth(preset, m_sequencingMode != SinglePreset);
+    return minimumFrameWidth(preset, m_sequencingMode != SinglePreset && !m_syncStartsReadout);
 }
 
 uint32_t Sensor::minimumFrameWidth(int preset, bool sequencing) const
@@ -239,17 +239,38 @@ Status Sensor::setFrameRate(int preset, double hertz)
     return Ok;
 }
 
-SensorTiming Sensor::timing() const
+SensorTiming Sensor::timing(bool activePresetOnly) const
 {
-    SensorTiming timing{{}, m_sequencingMode == Superframing, superframeWidth()};
+    SensorTiming timing{{}, m_sequencingMode == Superframing && !activePresetOnly, superframeWidth()};
     for (int preset = 0; preset < m_numPresets; ++preset) {
-        if (repeats(preset) == 0)
+        const uint32_t repeats = activePresetOnly ? (preset == m_activePreset ? 1 : 0) : this->repeats(preset);
+        if (repeats == 0)
             continue;
         const uint32_t shortest = minimumFrameWidth(preset);
         const uint32_t width = timing.superframing ? shortest : effectiveFrameWidth(preset);
-        timing.presets[static_cast<size_t>(preset)] = {repeats(preset), width, shortest};
+        const uint32_t integration = m_presets[static_cast<size_t>(preset)].integrationWidth;
+        timing.presets[static_cast<size_t>(preset)] = {repeats, width, shortest, integration};
     }
     return timing;
+}
+
+void Sensor::setSyncStartsReadout(bool startsReadout)
+{
+    m_syncStartsReadout = startsReadout;
+    stretchFrames();
+}
+
+void Sensor::advanceActivePreset(uint64_t count)
+{
+    const auto inUse = static_cast<uint64_t>(std::count_if(m_presets.begin(), m_presets.begin() + m_numPresets,
+                                                           [](const Preset &p) { return p.dwellCount > 0; }));
+    if (inUse == 0 || count == 0)
+        return;
+    // The first step may lead from a preset that is not in use; afterwards the presets in use repeat.
+    for (uint64_t steps = (count - 1) % inUse + 1; steps > 0; --steps)
+        do
+            m_activePreset = (m_activePreset + 1) % m_numPresets;
+        while (m_presets[static_cast<size_t>(m_activePreset)].dwellCount == 0);
 }
 
 uint32_t Sensor::repeats(int preset) const
@@ -305,7 +326,7 @@ uint32_t Sensor::minimumSuperframeWidth() const
     uint64_t width = 0;
     for (int preset = 0; preset < m_numPresets; ++preset)
         if (m_presets[static_cast<size_t>(preset)].subframeEnabled)
-            width += minimumFrameWidth(preset, true);
+            width += minimumFrameWidth(preset, !m_syncStartsReadout);
     return static_cast<uint32_t>(std::clamp<uint64_t>(width, m_readout.presetSwitchClocks(), UINT32_MAX));
 }
 

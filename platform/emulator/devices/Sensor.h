@@ -81,12 +81,17 @@ public:
     Status frameRate(int preset, double &hertz) const;
     /// Sets the nearest valid rate. Refuses a rate that is not above 0.
     Status setFrameRate(int preset, double hertz);
-    /// The frames that the present settings make.
-    SensorTiming timing() const;
+    /// The frames that the present settings make: of all presets in use, or of the active preset alone.
+    SensorTiming timing(bool activePresetOnly = false) const;
     /// The shortest frame period for a window and an integration time, both in clocks. Refuses an empty window.
     Status minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing, uint32_t &clocks) const;
 
     const std::vector<uint32_t> &sequencingModes() const { return m_sequencingModes; }
+    /// Whether the frame sync starts the readout: then the change to another preset takes no time of its own, since it
+    /// happens during the readout. Makes frames longer that become too short without it.
+    bool syncStartsReadout() const { return m_syncStartsReadout; }
+    void setSyncStartsReadout(bool startsReadout);
+
     uint32_t sequencingMode() const { return m_sequencingMode; }
     Status setSequencingMode(uint32_t mode) { return assign(m_sequencingMode, mode); }
     /// Number of frames of a preset in one cycle of the present mode, 0 for a preset that is not in use.
@@ -107,6 +112,8 @@ public:
 
     int activePreset() const { return m_activePreset; }
     Status setActivePreset(int preset) { return assign(m_activePreset, preset); }
+    /// Makes the `count`-th preset with a dwell count after the active one the active one, in the order of the presets.
+    void advanceActivePreset(uint64_t count);
     int videoPreset() const { return m_videoPreset; }
     Status setVideoPreset(int preset) { return assign(m_videoPreset, preset); }
     /// The preset that is streamed over GigE, or allPresets. Absent if the camera lacks the capability "hasGigEPreset".
@@ -163,6 +170,7 @@ private:
     int m_videoPreset = 0;
     int m_gigEPreset = allPresets;
     bool m_reduceNoise = false;
+    bool m_syncStartsReadout = false;
     bool m_saturationFlag = false;
     bool m_streaming = true;
 };

@@ -1,6 +1,9 @@
 // The settings of the sensor that other clients may change, and those that snapshots contain.
 #include "platform/emulator/devices/Sensor.h"
 
+#include "platform/emulator/Camera.h"
+#include "platform/emulator/devices/Trigger.h"
+
 #include <QJsonArray>
 
 #include <algorithm>
@@ -44,13 +47,18 @@ void Sensor::readSettings(Section &section)
     addSettings(section,
                 {
                     {u"window"_s, window, setWindowList, Snapshot | OtherClient},
-                    Setting(u"sequencingMode"_s, m_sequencingMode, modes, Snapshot | OtherClient).then(stretch),
+                    Setting(u"sequencingMode"_s, m_sequencingMode, modes, Snapshot | OtherClient).then([this] {
+                        stretchFrames();
+                        camera().device<Trigger>()->sequencingChanged();
+                    }),
                     {u"activePreset"_s, m_activePreset, presets, Snapshot | OtherClient},
                     {u"videoPreset"_s, m_videoPreset, presets, Snapshot | OtherClient},
                     Setting(u"gigEPreset"_s, m_gigEPreset, gigEPresets, Snapshot | OtherClient).onlyIf([this] {
                         return hasGigEPreset();
                     }),
                     Setting(u"reduceNoise"_s, m_reduceNoise, Snapshot | OtherClient).then(stretch),
+                    // The setting of FrameSync; here, since the shortest frames depend on it.
+                    {u"syncStartsReadout"_s, m_syncStartsReadout, Snapshot},
                     {u"saturated"_s, m_saturationFlag, Profile | OtherClient},
                     {u"superframeRate"_s, [this] { return superframeRate(); },
                      [this](double hertz) { return setSuperframeRate(hertz); }, aboveZero, OtherClient},

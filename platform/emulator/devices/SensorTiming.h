@@ -12,6 +12,7 @@ struct SensorTiming {
         uint32_t repeats = 0; ///< Frames of the preset in a cycle; 0 if it is not in use.
         uint32_t width = 0; ///< Of a frame.
         uint32_t shortestWidth = 0; ///< Of a frame that does not wait for the end of its period.
+        uint32_t integration = 0; ///< Of a frame, at its beginning.
     };
 
     std::array<Preset, 4> presets{};

@@ -23,6 +23,8 @@ public:
 
     /// Returns the temperature at `now` in Kelvin. The conditions apply since the previous call.
     double temperature(const Conditions &conditions, int64_t now);
+    /// The time of Clock up to which it has been computed.
+    int64_t time() const { return m_time; }
 
 private:
     double m_temperature;

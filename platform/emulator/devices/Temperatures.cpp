@@ -82,23 +82,23 @@ void Temperatures::connectionChanged(bool connected)
 
 void Temperatures::expose(int, image::Exposure &exposure) const
 {
-    exposure.readout.caseCelsius = celsius(Internal);
-    exposure.optics.lensCelsius = celsius(Lens);
+    exposure.readout.caseCelsius = celsius(Internal, Clock::now());
+    exposure.optics.lensCelsius = celsius(Lens, Clock::now());
 }
 
-double Temperatures::celsius(Sensor sensor) const
+double Temperatures::celsius(Sensor sensor, int64_t time) const
 {
-    const int64_t now = Clock::now();
-    const double seconds = static_cast<double>(std::max<int64_t>(0, now - m_switchedOn.value_or(now))) / 1000;
+    const double seconds = static_cast<double>(std::max<int64_t>(0, time - m_switchedOn.value_or(time))) / 1000;
     const Place place = places.at(sensor);
     const double aboveAmbient = place.atStart + place.selfHeating * (1 - std::exp(-seconds / heatingSeconds));
-    return m_environment.laggedAmbient() + aboveAmbient;
+    return m_environment.laggedAmbient(time) + aboveAmbient;
 }
 
 float Temperatures::measure(Sensor sensor) const
 {
-    const double error = m_noise * noise(firstNoiseSeed + sensor, Clock::now());
-    return static_cast<float>(std::clamp(celsius(sensor) + error, -maximumCelsius, maximumCelsius));
+    const int64_t now = Clock::now();
+    const double error = m_noise * noise(firstNoiseSeed + sensor, now);
+    return static_cast<float>(std::clamp(celsius(sensor, now) + error, -maximumCelsius, maximumCelsius));
 }
 
 } // namespace emulator

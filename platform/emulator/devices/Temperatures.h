@@ -28,14 +28,17 @@ public:
     Status rsTemperature(float &internal) const;
     bool hasLensSensor() const { return m_hasLens; }
     Status lensTemperature(float &celsius) const;
+    /// The temperature of the air gap at a time of Clock since the last change of the ambient temperature, without
+    /// noise, also if the camera lacks the sensor.
+    double airGap(int64_t time) const { return celsius(AirGap, time); }
 
     void connectionChanged(bool connected) override;
     void expose(int preset, image::Exposure &exposure) const override;
 
 private:
     enum Sensor : uint8_t { FrontPanel, AirGap, Internal, RsInternal, Lens };
-    /// The temperature at the place of a sensor in Celsius, also if the camera lacks the sensor.
-    double celsius(Sensor sensor) const;
+    /// The temperature at the place of a sensor in Celsius at a time of Clock, also if the camera lacks the sensor.
+    double celsius(Sensor sensor, int64_t time) const;
     /// The same with the noise of the sensor.
     float measure(Sensor sensor) const;
 

@@ -7,6 +7,12 @@
 namespace emulator::image
 {
 
+double Optics::glow(Light::Band band) const
+{
+    constexpr double emissivity = 0.1;
+    return (1 - transmission) * emissivity * Light::of(filterCelsius, band);
+}
+
 double Optics::magnificationOf(double narrowness) { return 1 + (maximumMagnification - 1) * within(0, narrowness, 1); }
 
 double Optics::defocusOf(double counts, double narrowness)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/emulator/image/Light.h"
+
 namespace emulator::image
 {
 
@@ -13,11 +15,20 @@ struct Optics {
     /// temperature of the lens.
     bool blocked = false;
     double lensCelsius = 22.5;
+    /// The flag is behind the lens and covers this share of the array, 0 to 1, from its left edge.
+    double flagCover = 0;
+    double flagCelsius = 25;
+    /// The share of the light from the lens and the flag that the filter passes, 0 to 1.
+    double transmission = 1;
+    double filterCelsius = 25;
     /// The image is flipped left to right, and top to bottom.
     bool mirrored = false;
     bool inverted = false;
 
     static constexpr double maximumMagnification = 6;
+
+    /// The light of the filter itself, which reaches every pixel. A filter that passes everything has none.
+    double glow(Light::Band band) const;
 
     // `narrowness` of the field of view is 0 for the widest and 1 for the narrowest one.
 

@@ -35,6 +35,10 @@ Projection::Projection(const Scene &scene, const Optics &optics, Light::Band ban
     : m_band(band), m_unit(within(1, optics.magnification, Optics::maximumMagnification) * array.height),
       m_softness(pixelSoftness), m_blur(softnessPerDefocus * within(0, optics.defocus, maximumDefocus)),
       m_centreX(array.width / 2.0 - window.x), m_centreY(array.height / 2.0 - window.y),
+      m_transmission(static_cast<float>(optics.transmission)), m_glow(static_cast<float>(optics.glow(band))),
+      m_flagLight(static_cast<float>(Light::of(optics.flagCelsius, band)) * m_transmission + m_glow),
+      m_flagEnd(static_cast<size_t>(
+          within(0, std::round(optics.flagCover * array.width) - window.x, static_cast<double>(window.width)))),
       m_sum(static_cast<size_t>(window.width)), m_row(static_cast<size_t>(window.width))
 {
     m_softness += m_blur;
@@ -149,7 +153,9 @@ std::span<const float> Projection::row(int y)
         draw(disc, y);
     const float rowShading = m_shadingRows[index];
     for (size_t x = 0; x < m_row.size(); ++x)
-        m_row[x] *= Optics::shading(m_shadingColumns[x] + rowShading);
+        m_row[x] = m_row[x] * Optics::shading(m_shadingColumns[x] + rowShading) * m_transmission + m_glow;
+    // The flag is behind the lens, so the lens does not shade it.
+    std::fill_n(m_row.begin(), m_flagEnd, m_flagLight);
     return m_row;
 }
 

@@ -54,6 +54,10 @@ private:
     double m_centreY;
     std::vector<Layer> m_layers;
     std::vector<Disc> m_discs;
+    float m_transmission; ///< Of the filter.
+    float m_glow;
+    float m_flagLight; ///< The light of the flag, behind the filter.
+    size_t m_flagEnd; ///< The flag covers the columns of the window to before here.
     std::vector<float> m_behind; ///< The light behind all layers, for each row.
     std::vector<float> m_shadingColumns; ///< The parts of the squared distance from the centre.
     std::vector<float> m_shadingRows;

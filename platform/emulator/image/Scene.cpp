@@ -1,6 +1,6 @@
 #include "platform/emulator/image/Scene.h"
 
-#include <algorithm>
+#include <cmath>
 
 namespace emulator::image
 {
@@ -110,9 +110,9 @@ double Scene::hottestCelsius() const
     constexpr double hottestBackground = 24;
     switch (pattern) {
     case Round:
-        return std::max(hottestBackground, blackbody1);
+        return std::fmax(hottestBackground, blackbody1);
     case Halves:
-        return std::max(blackbody1, blackbody2);
+        return std::fmax(blackbody1, blackbody2); // Not NaN if one of them is a number.
     case Area:
         return areaCelsius();
     default:

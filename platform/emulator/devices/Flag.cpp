@@ -1,0 +1,97 @@
+#include "platform/emulator/devices/Flag.h"
+
+#include "platform/emulator/Camera.h"
+#include "platform/emulator/Clock.h"
+#include "platform/emulator/devices/Environment.h"
+#include "platform/emulator/devices/Temperatures.h"
+#include "platform/emulator/devices/noise.h"
+#include "platform/emulator/image/Exposure.h"
+
+#include <algorithm>
+
+namespace emulator
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr double moveMilliseconds = 400;
+constexpr double maximumNoise = 1e6;
+constexpr uint64_t noiseSeed = 20;
+
+} // namespace
+
+Flag::Flag(Camera &camera, Section &section)
+    : Device(camera), m_environment(*camera.device<Environment>()), m_temperatures(camera.device<Temperatures>()),
+      m_noise(section.number(u"noise"_s, 0.02, 0, maximumNoise))
+{
+    addSettings({{u"state"_s, [this] { return m_state; }, [this](State state) { return setState(state); },
+                  Between{Stowed, InView}, OtherClient}});
+    if (section.flag(u"controlled"_s, false)) {
+        constexpr Between range{-10, 60};
+        constexpr double setpoint = 20;
+        m_cooler = std::make_unique<ThermoelectricCooler>(
+            section, range, setpoint, [this](int64_t time) { return airGap(time); }, [this] { remember(); });
+        addSettings(section, m_cooler->settings());
+        camera.device<Environment>()->beforeChange([this] { celsius(); });
+    }
+}
+
+Status Flag::setState(uint8_t state)
+{
+    if (state > InView)
+        return Refused;
+    m_startCover = cover();
+    m_startTime = Clock::now();
+    m_state = static_cast<State>(state);
+    return Ok;
+}
+
+float Flag::temperature() const { return static_cast<float>(celsius() + m_noise * noise(noiseSeed, Clock::now())); }
+
+Status Flag::desiredTemperature(float &celsius) const
+{
+    if (!m_cooler)
+        return Absent;
+    celsius = m_cooler->setpoint();
+    return Ok;
+}
+
+Status Flag::setDesiredTemperature(float celsius) { return m_cooler ? m_cooler->setSetpoint(celsius) : Absent; }
+
+Status Flag::coolerEnabled(bool &on) const
+{
+    if (!m_cooler)
+        return Absent;
+    on = m_cooler->power();
+    return Ok;
+}
+
+void Flag::connectionChanged(bool connected)
+{
+    if (connected && m_cooler)
+        m_cooler->switchOn();
+}
+
+void Flag::expose(int, image::Exposure &exposure) const
+{
+    exposure.optics.flagCover = cover();
+    exposure.optics.flagCelsius = celsius();
+}
+
+double Flag::airGap(int64_t time) const
+{
+    return m_temperatures ? m_temperatures->airGap(time) : m_environment.laggedAmbient(time);
+}
+
+double Flag::celsius() const { return m_cooler ? m_cooler->temperature() : airGap(Clock::now()); }
+
+double Flag::cover() const
+{
+    const double moved = static_cast<double>(std::max<int64_t>(0, Clock::now() - m_startTime)) / moveMilliseconds;
+    return m_state == InView ? std::min(m_startCover + moved, 1.0) : std::max(m_startCover - moved, 0.0);
+}
+
+} // namespace emulator

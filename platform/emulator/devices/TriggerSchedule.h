@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/emulator/devices/PulseTrain.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace emulator
+{
+
+/// Where triggers come from, in ticks.
+struct TriggerSignal {
+    PulseTrain pulses;
+    std::optional<int64_t> moment; ///< The only trigger of a source that triggers once after it has been armed.
+    uint32_t delay = 0; ///< From a trigger to its effect.
+    uint32_t armings = 0; ///< How often the trigger has been armed.
+    bool operator==(const TriggerSignal &) const = default;
+};
+
+/// The triggers that are still to come, in the order of their effects. All ticks are those of the effects.
+class TriggerSchedule
+{
+public:
+    /// Takes over a changed signal, for triggers after `now`. Returns whether the trigger has been armed since the last
+    /// update; then it forgets all triggers before, and a trigger at `now` counts too.
+    bool update(const TriggerSignal &signal, int64_t now);
+    /// Adds a single trigger; `tick` is that of the trigger itself.
+    void add(int64_t tick);
+
+    std::optional<int64_t> next() const;
+    /// Removes the triggers up to a tick. Returns their number.
+    uint64_t takeUntil(int64_t tick);
+    /// How often a trigger at `tick` and a pause of `length` ticks repeat exactly until `end`: the number of further
+    /// triggers, each the first one after the pause of the one before. 0 if the distance is not always the same.
+    uint64_t repeats(int64_t tick, int64_t length, int64_t end) const;
+    /// Returns the tick after this number of repetitions of repeats(), and removes the triggers up to it.
+    int64_t takeRepeats(int64_t tick, int64_t length, uint64_t count);
+    /// The rate at which a trigger and a pause of `length` ticks repeat from `tick` on, in hertz. Nothing without a
+    /// periodic signal.
+    std::optional<double> rate(int64_t tick, int64_t length) const;
+
+private:
+    bool isPulse(int64_t tick) const;
+
+    TriggerSignal m_signal;
+    uint64_t m_nextPulse = 0;
+    bool m_momentTaken = false;
+    int64_t m_taken = -1; ///< All triggers up to this tick have been removed.
+    std::vector<int64_t> m_single; ///< In order.
+};
+
+} // namespace emulator
