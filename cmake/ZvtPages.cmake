@@ -27,6 +27,7 @@ set(ZVT_QML_FILES
     dialogs/CameraStateDialog.qml
     dialogs/ConfirmDeleteLensStateDialog.qml
     dialogs/ConfirmationDialog.qml
+    dialogs/EditFilterNamesDialog.qml
     dialogs/EditNearFarPositions.qml
     dialogs/GenericMessageDialog.qml
     dialogs/InformationDialog.qml

@@ -12,8 +12,12 @@
 
 class CameraCapabilitiesModel;
 class CapabilityBlock;
+class FlagSettingsModel;
 class QObject;
+class SetupCoolerSettingsModel;
+class SetupFilterWheelSettingsModel;
 class SetupGeneralModel;
+class SyncSettingsModel;
 class ZvtCameraModel;
 
 /// The interface through which a model reaches the root of its camera's tree. GUI thread only.
@@ -53,6 +57,19 @@ public:
     /// The general setup with the presets, as last read; never null. Must not be called from the constructor of a
     /// sub-model.
     virtual SetupGeneralModel *setupGeneralModel() = 0;
+
+    /// The filters in the filter wheel, as last read; never null. Must not be called from the constructor of a
+    /// sub-model.
+    virtual SetupFilterWheelSettingsModel *setupFilterWheelSettingsModel() = 0;
+
+    /// The settings of the cooler, as last read; never null. Must not be called from the constructor of a sub-model.
+    virtual SetupCoolerSettingsModel *setupCoolerSettingsModel() = 0;
+
+    /// The settings of the flag, as last read; never null. Must not be called from the constructor of a sub-model.
+    virtual FlagSettingsModel *flagSettings() = 0;
+
+    /// The synchronisation settings, as last read; never null. Must not be called from the constructor of a sub-model.
+    virtual SyncSettingsModel *syncSettings() = 0;
 
     /// The mask of presets: bit n is set if preset n, counted from 0, holds a non-uniformity correction.
     virtual uint8_t hasNucMask() = 0;

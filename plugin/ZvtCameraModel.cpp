@@ -186,8 +186,18 @@ void ZvtCameraModel::refreshAllVisible()
 {
     m_statusTabModel->refresh();
     m_setupTabModel->refresh();
-    if (m_setupGeneralModel.visible())
+    if (m_setupGeneralModel.visible()) {
         m_setupGeneralModel.refresh();
+        m_syncSettings.refresh();
+    }
+    if (m_videoOutputSettings.visible())
+        m_videoOutputSettings.refresh();
+    if (m_setupFilterWheelSettingsModel.visible())
+        m_setupFilterWheelSettingsModel.refresh();
+    if (m_setupCoolerSettingsModel.visible())
+        m_setupCoolerSettingsModel.refresh();
+    if (m_flagSettings.visible())
+        m_flagSettings.refresh();
 }
 
 // A load changes nearly every setting.

@@ -2,10 +2,16 @@
 
 #include "common/CameraCapabilitiesModel.h"
 #include "common/CameraRoot.h"
+#include "setup/EditFilterNamesModel.h"
+#include "setup/FlagSettingsModel.h"
+#include "setup/SetupCoolerSettingsModel.h"
+#include "setup/SetupFilterWheelSettingsModel.h"
 #include "setup/SetupGeneralModel.h"
+#include "setup/SyncSettingsModel.h"
 #include "state/CameraStateModel.h"
 #include "status/AboutModel.h"
 #include "status/AdjustTimeModel.h"
+#include "video/VideoOutputSettingsModel.h"
 
 #include <QString>
 
@@ -34,9 +40,16 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(QString detectorTypeName READ detectorTypeName NOTIFY connectedChanged FINAL)
 
     Q_PROPERTY(SetupGeneralModel *setupGeneralModel READ setupGeneralModel CONSTANT FINAL)
+    Q_PROPERTY(
+        SetupFilterWheelSettingsModel *setupFilterWheelSettingsModel READ setupFilterWheelSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(SetupCoolerSettingsModel *setupCoolerSettingsModel READ setupCoolerSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(SyncSettingsModel *syncSettings READ syncSettings CONSTANT FINAL)
     Q_PROPERTY(CameraStateModel *cameraState READ cameraState CONSTANT FINAL)
     Q_PROPERTY(AdjustTimeModel *adjustTime READ adjustTime CONSTANT FINAL)
+    Q_PROPERTY(VideoOutputSettingsModel *videoOutputSettings READ videoOutputSettings CONSTANT FINAL)
+    Q_PROPERTY(FlagSettingsModel *flagSettings READ flagSettings CONSTANT FINAL)
     Q_PROPERTY(CameraCapabilitiesModel *cameraCapabilitiesModel READ cameraCapabilitiesModel CONSTANT FINAL)
+    Q_PROPERTY(EditFilterNamesModel *editFilterNamesModel READ editFilterNamesModel CONSTANT FINAL)
     Q_PROPERTY(AboutModel *aboutModel READ aboutModel CONSTANT FINAL)
 
     Q_PROPERTY(bool allowedToCloseController READ allowedToCloseController WRITE setAllowedToCloseController NOTIFY
@@ -75,9 +88,15 @@ public:
     QString detectorTypeName() const;
 
     SetupGeneralModel *setupGeneralModel() override { return &m_setupGeneralModel; }
+    SetupFilterWheelSettingsModel *setupFilterWheelSettingsModel() override { return &m_setupFilterWheelSettingsModel; }
+    SetupCoolerSettingsModel *setupCoolerSettingsModel() override { return &m_setupCoolerSettingsModel; }
+    SyncSettingsModel *syncSettings() override { return &m_syncSettings; }
     CameraStateModel *cameraState() { return &m_cameraState; }
     AdjustTimeModel *adjustTime() { return &m_adjustTime; }
+    VideoOutputSettingsModel *videoOutputSettings() { return &m_videoOutputSettings; }
+    FlagSettingsModel *flagSettings() override { return &m_flagSettings; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_cameraCapabilitiesModel; }
+    EditFilterNamesModel *editFilterNamesModel() { return &m_editFilterNamesModel; }
     AboutModel *aboutModel() { return &m_aboutModel; }
 
     /// Whether the host may close the controller. Starts true.
@@ -104,7 +123,8 @@ public:
     StatusTabModel *statusTabModel() const { return m_statusTabModel; }
     SetupTabModel *setupTabModel() const { return m_setupTabModel; }
 
-    /// Reads the Status tab, the Setup tab and, if visible, the general setup again.
+    /// Reads the Status tab, the Setup tab and the models of all visible sections again. The synchronisation settings
+    /// are read together with the general setup.
     Q_INVOKABLE void refreshAllVisible();
     /// Combines a key and its modifiers in the integer by which the host identifies hot keys. Shift, Control and Alt
     /// alone count as no key; the Meta key counts as a key, but its modifier is ignored.
@@ -157,12 +177,18 @@ private:
     // These two are built first: sub-models may start reads from their constructors.
     hlx::TSharedPtr<hlx::cam::IZVTController> m_controller;
     const std::shared_ptr<CapabilityBlock> m_capabilities = std::make_shared<CapabilityBlock>();
+    SyncSettingsModel m_syncSettings{this};
     CameraStateModel m_cameraState{this};
     AdjustTimeModel m_adjustTime{this};
+    VideoOutputSettingsModel m_videoOutputSettings{this};
     SetupGeneralModel m_setupGeneralModel{this};
+    SetupFilterWheelSettingsModel m_setupFilterWheelSettingsModel{this};
+    SetupCoolerSettingsModel m_setupCoolerSettingsModel{this};
+    FlagSettingsModel m_flagSettings{this};
     bool m_allowedToCloseController = true;
     bool m_manufacturingMode = false;
     CameraCapabilitiesModel m_cameraCapabilitiesModel{this};
+    EditFilterNamesModel m_editFilterNamesModel{this};
     AboutModel m_aboutModel{this};
     uint8_t m_hasNucMask = 0;
     const QString m_mfgTabVisibilityKey = QStringLiteral("zvtCamCtrlMfgTabVisibility");

@@ -4,6 +4,7 @@
 #include "common/ZvtModelTable.h"
 #include "plugin/ZvtCameraModel.h"
 #include "setup/SetupGeneralModel.h"
+#include "setup/SyncSettingsModel.h"
 #include "setup/ZvtCameraPresetModel.h"
 
 #include <QFontDatabase>
@@ -54,6 +55,7 @@ void registerTypes()
     registerUncreatable<ZvtCameraPresetModel>("ZvtCameraPresetModel", "Can only get through ZvtCameraModel");
     registerUncreatable<ZvtCameraModel>("ZvtCameraModel", "Can only get through controller plugin");
     registerUncreatable<SetupGeneralModel>("SetupGeneralModel", "Can only get through controller plugin");
+    registerUncreatable<SyncSettingsModel>("SyncSettingsModel", "Can only get through controller plugin");
     registerCreatable<FPASizeIntValidator>("FPASizeIntValidator");
     registerCreatable<ZvtModelTable>("ZvtModelTable");
 }

@@ -6,11 +6,19 @@
 
 #include "common/CameraCapabilitiesModel.h"
 #include "common/FPASizeIntValidator.h"
+#include "common/StringIntDisplaySanityModel.h"
 #include "common/ZvtModelModel.h"
 #include "common/ZvtModelTable.h"
 #include "plugin/ZvtCameraModel.h"
+#include "setup/EditFilterNamesModel.h"
+#include "setup/FilterNameEditorItemModel.h"
+#include "setup/FilterWheelItemModel.h"
+#include "setup/FlagSettingsModel.h"
+#include "setup/SetupCoolerSettingsModel.h"
+#include "setup/SetupFilterWheelSettingsModel.h"
 #include "setup/SetupGeneralModel.h"
 #include "setup/SetupTabModel.h"
+#include "setup/SyncSettingsModel.h"
 #include "setup/ZvtCameraPresetModel.h"
 #include "state/CameraStateEntry.h"
 #include "state/CameraStateModel.h"
@@ -18,6 +26,7 @@
 #include "status/AboutModel.h"
 #include "status/AdjustTimeModel.h"
 #include "status/StatusTabModel.h"
+#include "video/VideoOutputSettingsModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -34,6 +43,7 @@
 // Registered by name.
 ZVT_FOREIGN_TYPE(FPASizeIntValidator, QML_NAMED_ELEMENT(FPASizeIntValidator))
 ZVT_FOREIGN_TYPE(SetupGeneralModel, QML_NAMED_ELEMENT(SetupGeneralModel) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(SyncSettingsModel, QML_NAMED_ELEMENT(SyncSettingsModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(ZvtCameraModel, QML_NAMED_ELEMENT(ZvtCameraModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(ZvtCameraPresetModel, QML_NAMED_ELEMENT(ZvtCameraPresetModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(ZvtModelTable, QML_NAMED_ELEMENT(ZvtModelTable))
@@ -45,7 +55,15 @@ ZVT_FOREIGN_TYPE(AdjustTimeModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraCapabilitiesModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraStateEntry, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraStateModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(EditFilterNamesModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(FilterNameEditorItemModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(FilterWheelItemModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(FlagSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(ObjectListModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(SetupCoolerSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(SetupFilterWheelSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(SetupTabModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(StatusTabModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(StringIntDisplaySanityModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(VideoOutputSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(ZvtModelModel, QML_ANONYMOUS)

@@ -4,6 +4,7 @@
 #include "common/publishing.h"
 #include "common/reading.h"
 #include "common/setters.h"
+#include "setup/SyncSettingsModel.h"
 
 #include "zvt/zvtsdk.h"
 
@@ -221,7 +222,13 @@ void SetupGeneralModel::setVisible(bool visible) { storeOnly(this, visible, m_vi
 
 void SetupGeneralModel::setSequencingMode(ESEQUENCING_MODE mode)
 {
-    writeStandard(this, mode, m_sequencingMode, &Self::sequencingModeChanged, &IZVTController::SetPresetSequencingMode);
+    if (mode == m_sequencingMode)
+        return;
+    setters::write(this, &IZVTController::SetPresetSequencingMode, mode);
+    // The list of trigger modes follows the camera's mode before this model signals the change.
+    if (auto *root = CameraRoot::of(this))
+        root->syncSettings()->sequencingModeChanged();
+    announce(this, mode, m_sequencingMode, &Self::sequencingModeChanged);
 }
 
 void SetupGeneralModel::setSequencingModeIndex(int index)

@@ -67,7 +67,7 @@ public:
     void setVisible(bool visible);
 
     ESEQUENCING_MODE sequencingMode() const { return m_sequencingMode; }
-    void setSequencingMode(ESEQUENCING_MODE mode); ///< Does not change the index.
+    void setSequencingMode(ESEQUENCING_MODE mode); ///< Updates the list of trigger modes, but not the index.
     int sequencingModeIndex() const { return m_sequencingModeIndex; } ///< -1 for a mode that is not in the list.
     void setSequencingModeIndex(int index); ///< Signals twice, the first time with the old index.
     QStringList sequencingModeStrings() const { return m_sequencingModeStrings; }

@@ -5,6 +5,8 @@
 #include "common/CapabilityBlock.h"
 #include "common/publishing.h"
 #include "common/setters.h"
+#include "setup/FlagSettingsModel.h"
+#include "setup/SetupCoolerSettingsModel.h"
 #include "setup/SetupGeneralModel.h"
 
 #include "hlx/CZVTController.h"
@@ -31,6 +33,8 @@ zvtEEventType readEvent(const CameraAccess &camera)
 
 SetupTabModel::SetupTabModel(QObject *parent) : BaseTabModel(parent)
 {
+    if (auto *root = CameraRoot::of(this))
+        root->onConnectedChanged(this, [this] { connectedChangedCameraModel(); });
     connectLensTimers();
     m_eventQueueTimer.setObjectName(QStringLiteral("eventQueueTimer"));
     m_eventQueueTimer.setInterval(std::chrono::seconds(5));
@@ -53,7 +57,24 @@ std::shared_ptr<const CapabilityBlock> SetupTabModel::capabilities() const
     return root ? root->capabilities() : std::make_shared<const CapabilityBlock>();
 }
 
-void SetupTabModel::setVisible(bool visible) { storeOnly(this, visible, m_visible, &Self::visibleChanged); }
+void SetupTabModel::setVisible(bool visible)
+{
+    if (storeOnly(this, visible, m_visible, &Self::visibleChanged))
+        checkTimer();
+}
+
+// The sections of the cooler and the flag poll the camera only while the page is shown and the camera is connected.
+void SetupTabModel::checkTimer()
+{
+    auto *root = CameraRoot::of(this);
+    if (!root)
+        return;
+    const bool live = m_visible && root->connected();
+    root->setupCoolerSettingsModel()->setPageLive(live);
+    root->flagSettings()->setPageLive(live);
+}
+
+void SetupTabModel::connectedChangedCameraModel() { checkTimer(); }
 
 // The refresh
 

@@ -272,6 +272,7 @@ private:
 
 private slots:
     void finishedWatcher();
+    void connectedChangedCameraModel();
     void timeoutEventQueueTimer();
     void finishedDiscontinuousFovPositionMetaWatcher();
     void finishedContinuousFovPositionMetaWatcher();
@@ -284,6 +285,7 @@ private slots:
     void checkZooming();
 
 private:
+    void checkTimer();
     void connectLensTimers();
     uint64_t handle() const;
     std::shared_ptr<const CapabilityBlock> capabilities() const;

@@ -25,6 +25,7 @@ T.Popup {
 
     signal statesRequested(mode: string)
     signal timeRequested
+    signal filterNamesRequested
     signal aboutRequested
 
     component Line: Rectangle {
@@ -33,6 +34,17 @@ T.Popup {
         Layout.topMargin: 4
         Layout.bottomMargin: 4
         color: Look.rectangleOutlineColor
+    }
+
+    // Closes the menu and then emits `chosen`.
+    component Action: MenuRow {
+        signal chosen
+
+        enabled: menu.connected
+        onClicked: {
+            menu.close()
+            chosen()
+        }
     }
 
     function _step(forward: bool) {
@@ -83,110 +95,83 @@ T.Popup {
             onActivated: menu.standaloneModel.controllerIndex = currentIndex
         }
 
-        MenuRow {
+        Action {
             glyph: Glyph.save
             //: Saves the camera's settings; %1 is a name
             text: menu._stateNameKnown ? qsTr("Save State (%1)").arg(menu._stateName)
                                        //: Saves the camera's settings
                                        : qsTr("Save State")
             enabled: menu.connected && menu._canSave
-            onClicked: {
-                menu.close()
-                menu.camera.cameraState.saveState()
-            }
+            onChosen: menu.camera.cameraState.saveState()
         }
 
-        MenuRow {
+        Action {
             glyph: Glyph.save
             //: Saves the camera's settings under a name
             text: qsTr("Save State As")
-            enabled: menu.connected
-            onClicked: {
-                menu.close()
-                menu.statesRequested("save")
-            }
+            onChosen: menu.statesRequested("save")
         }
 
-        MenuRow {
+        Action {
             glyph: Glyph.load
             //: Loads settings that the camera has saved
             text: qsTr("Load State")
-            enabled: menu.connected
-            onClicked: {
-                menu.close()
-                menu.statesRequested("load")
-            }
+            onChosen: menu.statesRequested("load")
         }
 
-        MenuRow {
+        Action {
             glyph: Glyph.list
             //: Renames, deletes and copies saved settings
             text: qsTr("Manage States")
-            enabled: menu.connected
-            onClicked: {
-                menu.close()
-                menu.statesRequested("manage")
-            }
+            onChosen: menu.statesRequested("manage")
         }
 
         Line {}
 
-        MenuRow {
+        Action {
             glyph: Glyph.undo
             //: Loads the manufacturer's settings
             text: qsTr("Load Factory Defaults")
-            enabled: menu.connected
-            onClicked: {
-                menu.close()
-                menu.camera.cameraState.loadFactoryDefaults()
-            }
+            onChosen: menu.camera.cameraState.loadFactoryDefaults()
         }
 
         // The next two actions are for the manufacturer's staff only, and therefore not translated.
-        MenuRow {
+        Action {
             visible: menu._manufacturing
             glyph: Glyph.save
             text: "Save Factory Defaults"
-            enabled: menu.connected
-            onClicked: {
-                menu.close()
-                menu.camera.cameraState.saveFactoryDefaults()
-            }
+            onChosen: menu.camera.cameraState.saveFactoryDefaults()
         }
 
-        MenuRow {
+        Action {
             visible: menu._manufacturing
             glyph: Glyph.undo
             text: "Load Hard Defaults"
-            enabled: menu.connected
-            onClicked: {
-                menu.close()
-                menu.camera.cameraState.loadHardDefaults()
-            }
+            onChosen: menu.camera.cameraState.loadHardDefaults()
         }
 
         Line {}
 
-        MenuRow {
+        Action {
             glyph: Glyph.clock
             //: Opens the dialog of the camera's clock
             text: qsTr("Adjust Time")
-            enabled: menu.connected
-            onClicked: {
-                menu.close()
-                menu.timeRequested()
-            }
+            onChosen: menu.timeRequested()
         }
 
-        MenuRow {
+        Action {
+            visible: menu.camera ? menu.camera.cameraCapabilitiesModel.hasFilterWheel : false
+            glyph: Glyph.pencil
+            //: Opens the dialog of the filters' names
+            text: qsTr("Edit Filter Names")
+            onChosen: menu.filterNamesRequested()
+        }
+
+        Action {
             glyph: Glyph.info
             //: Opens the dialog with information about the camera
             text: qsTr("About")
-            enabled: menu.connected
-            onClicked: {
-                menu.close()
-                menu.aboutRequested()
-            }
+            onChosen: menu.aboutRequested()
         }
     }
 }

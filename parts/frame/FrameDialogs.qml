@@ -60,6 +60,9 @@ Item {
         function onTimeRequested() {
             time.open()
         }
+        function onFilterNamesRequested() {
+            filterNames.open()
+        }
         function onAboutRequested() {
             about.open()
         }
@@ -77,6 +80,13 @@ Item {
 
         file: "qrc:/zvt/dialogs/AdjustTimeDialog.qml"
         initialProperties: ({ timeModel: Qt.binding(() => dialogs.camera ? dialogs.camera.adjustTime : null) })
+    }
+
+    LazyLoader {
+        id: filterNames
+
+        file: "qrc:/zvt/dialogs/EditFilterNamesDialog.qml"
+        initialProperties: ({ camera: Qt.binding(() => dialogs.camera) })
     }
 
     LazyLoader {

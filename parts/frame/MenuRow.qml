@@ -12,12 +12,18 @@ WrappingButton {
     // The focus ring is inside, because a row fills the width of the menu.
     readonly property int ringOutset: -2
 
-    // Room for a text with the longest name of a state, which needs three lines in the smallest size.
-    implicitHeight: 32 * Math.ceil(text.length / 80)
+    // A text with the longest name of a state needs three lines in the smallest size.
+    readonly property int _lines: Math.ceil(text.length / 80)
+
+    implicitHeight: 32 * _lines
     leftPadding: 36
     rightPadding: 12
     clip: true
     Layout.fillWidth: true
+    // The rows move together in a window that is too low for all of them.
+    Layout.fillHeight: true
+    Layout.minimumHeight: 24 * _lines
+    Layout.maximumHeight: implicitHeight
 
     contentItem: PlainLabel {
         text: row.text

@@ -25,6 +25,7 @@ QtObject {
     readonly property color outOfRangeColor: "#990000"
     readonly property color coldColor: "#8080ff"
     readonly property color warmColor: "#ff8080"
+    readonly property color movingColor: "yellow"
     readonly property color pastColor: "#666666"
 
     // Surfaces.
@@ -70,6 +71,8 @@ QtObject {
     readonly property int groupSpacing: 16
     readonly property int margin: 12
     readonly property int labelWidth: 132
+    // For sections with longer labels.
+    readonly property int wideLabelWidth: 148
     readonly property int textSize: 13
     readonly property int hintSize: 12
     readonly property int controlRadius: 3

@@ -7,6 +7,7 @@ SettingRow {
     property alias model: box.model
     property alias currentIndex: box.currentIndex
     property alias displayText: box.displayText
+    readonly property alias listOpen: box.listOpen
 
     signal activated(index: int)
 

@@ -1,9 +1,9 @@
 import QtQuick
 import zvt.look
 
-// A field for a number from `from` to `to`. A text that is not a number or is out of range stays in the field, marked
-// as wrong, until Esc restores the model's text. An acceptable number is emitted by `entered` when the operator presses
-// Enter or the focus leaves.
+// A field for a number from `from` to `to`. A text that is not a number, is out of range or is refused by `judge` stays
+// in the field, marked as wrong, until Esc restores the model's text. An acceptable number is emitted by `entered` when
+// the operator presses Enter or the focus leaves.
 TextBox {
     id: box
 
@@ -13,10 +13,16 @@ TextBox {
     property int decimals: 0
     // Whether a number is also entered when the focus leaves, and not only when Enter is pressed.
     property bool commitsOnFocusLoss: true
+    // An invisible input with a validator for further rules; null without any. It gets the texts of the field. A
+    // validator of the field itself would ignore keys without feedback.
+    property TextInput judge
+    // Why the judge refuses a number, as tool tip.
+    property string refusal
 
     // The number in the field; NaN if the text is not a number.
     readonly property real number: Numbers.parse(text, decimals)
-    readonly property bool acceptable: number >= from && number <= to
+    readonly property bool acceptable: _inRange && (judge ? judge.acceptableInput : true)
+    readonly property bool _inRange: number >= from && number <= to
 
     // The text was edited and is an acceptable number.
     signal typed(number: real)
@@ -34,11 +40,19 @@ TextBox {
     }
 
     horizontalAlignment: Text.AlignRight
-    //: Tool tip of a field; %1 and %2 are numbers
-    fault: !edited || acceptable ? "" : isNaN(number) ? Numbers.faultText : qsTr("Not between %1 and %2").arg(from).arg(to)
+    fault: !edited || acceptable ? "" : isNaN(number) ? Numbers.faultText : _inRange ? refusal
+           //: Tool tip of a field; %1 and %2 are numbers
+           : qsTr("Not between %1 and %2").arg(from).arg(to)
+    onJudgeChanged: {
+        if (judge)
+            judge.text = text
+    }
     onTextChanged: {
+        if (judge)
+            judge.text = text
+        // `number` and `acceptable` may still be those of the last text.
         const present = Numbers.parse(text, decimals)
-        if (edited && present >= from && present <= to)
+        if (edited && present >= from && present <= to && (judge ? judge.acceptableInput : true))
             typed(present)
     }
     onAccepted: {

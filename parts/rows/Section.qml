@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.look
@@ -29,10 +28,6 @@ ColumnLayout {
     // Whether the operator holds down a control of the body. The page must not scroll meanwhile.
     readonly property bool controlHeld: _body ? _body.controlHeld : false
     readonly property SectionBody _body: contents.item as SectionBody
-    // Whether a text field of the body has the focus or a list of the body is open. The body then stays enabled during
-    // a read.
-    property bool _beingEdited
-
     // Asks the page to read the models of the section.
     signal refresh
     // Asks the page to expand or to collapse the section.
@@ -45,25 +40,8 @@ ColumnLayout {
             _body.clearWarnings()
     }
 
-    function _updateBeingEdited() {
-        const item = Window.activeFocusItem
-        let ancestor = item instanceof T.TextField || (item instanceof T.ComboBox && item.down) ? item : null
-        while (ancestor && ancestor !== contents)
-            ancestor = ancestor.parent
-        _beingEdited = ancestor !== null
-    }
-
     spacing: 0
     Layout.fillWidth: true
-    Window.onActiveFocusItemChanged: _updateBeingEdited()
-
-    Connections {
-        target: section.Window.activeFocusItem
-        ignoreUnknownSignals: true
-        function onDownChanged() {
-            section._updateBeingEdited()
-        }
-    }
 
     SectionSwitchableHeaderButton {
         Layout.fillWidth: true
@@ -102,7 +80,7 @@ ColumnLayout {
         }
 
         visible: section.expanded
-        enabled: section.connected && (section.usable || section._beingEdited)
+        enabled: section.connected && (section.usable || (section._body ? section._body.beingEdited : false))
         Layout.fillWidth: true
         Layout.margins: Look.margin
         on_WantedNowChanged: _make()

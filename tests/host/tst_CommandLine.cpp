@@ -64,8 +64,8 @@ void tst_CommandLine::badInputEndsWithOneLineAndStatus2_data()
     write("corrupt/cameras/everything/camera.json", "{ \"magic\": 1 ");
     row("corrupt storage", {"--storage", in("corrupt")}, "corrupt");
     write("kinds/cameras/everything/camera.json",
-          R"({ "magic": "zvt-emulated-camera", "version": 1, "values": { "cooler": { "kP": null } } })");
-    row("storage with a value of another kind", {"--storage", in("kinds")}, "cooler.kP: must be a number");
+          R"({ "magic": "zvt-emulated-camera", "version": 1, "values": { "clock": { "irigOffset": null } } })");
+    row("storage with a value of another kind", {"--storage", in("kinds")}, "clock.irigOffset: must be a number");
     row("screenshots into a file", {"--screenshots", write("picture", "")}, "picture");
 
     row("negative latency", {"--latency", "-1"}, "--latency takes");

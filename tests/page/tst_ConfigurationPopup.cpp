@@ -117,6 +117,7 @@ void tst_ConfigurationPopup::theActionsStandInOrder()
         expected << "Save Factory Defaults"
                  << "Load Hard Defaults";
     expected << "Adjust Time"
+             << "Edit Filter Names"
              << "About";
     QStringList shown = actions(driver);
     shown.replaceInStrings(QRegularExpression(R"(^Save State \(.*\)$)"), "Save State");
@@ -235,6 +236,7 @@ void tst_ConfigurationPopup::aDialogOpens_data()
     QTest::newRow("Load State") << "Load State";
     QTest::newRow("Manage States") << "Manage States";
     QTest::newRow("Adjust Time") << "Adjust Time";
+    QTest::newRow("Edit Filter Names") << "Edit Filter Names";
     QTest::newRow("About") << "About";
 }
 

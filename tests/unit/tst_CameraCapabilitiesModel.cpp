@@ -22,6 +22,10 @@ public:
     std::shared_ptr<CapabilityBlock> capabilities() const override { return m_block; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_capabilities; }
     SetupGeneralModel *setupGeneralModel() override { return nullptr; }
+    SyncSettingsModel *syncSettings() override { return nullptr; }
+    SetupCoolerSettingsModel *setupCoolerSettingsModel() override { return nullptr; }
+    FlagSettingsModel *flagSettings() override { return nullptr; }
+    SetupFilterWheelSettingsModel *setupFilterWheelSettingsModel() override { return nullptr; }
     uint8_t hasNucMask() override { return 0; }
     void modifyHasNucMask(uint8_t, uint8_t) override { }
     void setPresetHasNuc(uint8_t, bool) override { }

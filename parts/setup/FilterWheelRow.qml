@@ -1,0 +1,122 @@
+import QtQuick
+import QtQuick.Layouts
+import zvt
+import zvt.look
+
+// A filter of the filter wheel, with the buttons that turn the wheel to it. The buttons are disabled while the wheel
+// turns.
+RowLayout {
+    id: row
+
+    required property var item
+    // Whether this filter is in the optical path, or the wheel turns to it.
+    required property bool selected
+    // Whether the wheel turns to the selected filter: to use it, or to replace it.
+    required property bool selecting
+    required property bool replacing
+    required property bool replaceable
+    required property int actionWidth
+
+    readonly property string filterName: item ? item.filterName : ""
+    readonly property bool _moving: selecting || replacing
+
+    signal selectRequested
+    signal replaceRequested
+
+    component Cell: PlainLabel {
+        Layout.minimumHeight: Look.rowHeight
+        opacity: enabled ? 1 : Look.disabledOpacity
+        color: row.selected ? Look.strongTextColor : Look.textColor
+        font.weight: row.selected ? Font.DemiBold : Font.Normal
+        verticalAlignment: Text.AlignVCenter
+    }
+
+    component Action: Item {
+        id: action
+
+        property alias text: button.text
+        property alias shows: button.visible
+        property bool busy
+
+        signal clicked
+
+        implicitWidth: row.actionWidth
+        implicitHeight: Look.rowHeight
+        activeFocusOnTab: activeFocus
+
+        WrappingButton {
+            id: button
+
+            anchors.fill: parent
+            enabled: !row._moving
+            Accessible.name: text + " " + row.filterName
+            onClicked: {
+                // The button disappears. From its place the Tab key goes on to the next one.
+                if (visualFocus)
+                    action.forceActiveFocus(Qt.TabFocusReason)
+                action.clicked()
+            }
+        }
+
+        Loader {
+            anchors.centerIn: parent
+            active: action.busy
+            sourceComponent: Spinner {
+                objectName: "filterBusy"
+            }
+        }
+    }
+
+    spacing: 12
+
+    GlyphLabel {
+        objectName: "filterMark"
+        Layout.preferredWidth: 12
+        opacity: row.selected ? (enabled ? 1 : Look.disabledOpacity) : 0
+        text: Glyph.caretRight
+        color: row._moving ? Look.movingColor : Look.kestrinAccentBlue
+    }
+
+    Cell {
+        id: nameCell
+
+        Layout.fillWidth: true
+        text: row.filterName
+        elide: Text.ElideRight
+
+        HoverHandler {
+            onHoveredChanged: Hint.show(nameCell, hovered && nameCell.truncated, row.filterName)
+        }
+    }
+
+    Cell {
+        Layout.preferredWidth: 28
+        text: row.item ? row.item.filterID : ""
+        horizontalAlignment: Text.AlignRight
+    }
+
+    Action {
+        //: Turns the filter wheel to this filter
+        text: qsTr("Select")
+        shows: !row.selected
+        busy: row.selected && row.selecting
+        onClicked: row.selectRequested()
+
+        Cell {
+            anchors.fill: parent
+            visible: row.selected && !row.selecting
+            //: In place of a button: this filter is in use
+            text: qsTr("Selected")
+            horizontalAlignment: Text.AlignHCenter
+        }
+    }
+
+    Action {
+        visible: row.replaceable
+        //: Turns the filter wheel, so that the operator can put another filter in its place
+        text: qsTr("Replace")
+        shows: !busy
+        busy: row.selected && row.replacing
+        onClicked: row.replaceRequested()
+    }
+}

@@ -1,0 +1,105 @@
+#include "setup/SetupCoolerSettingsModel.h"
+
+#include "common/publishing.h"
+#include "common/reading.h"
+#include "common/setters.h"
+
+#include "zvt/zvtsdk.h"
+
+namespace
+{
+
+constexpr uint8_t thermoelectricCooler = 1;
+
+QString typeText(uint8_t type) { return QString::fromUtf8(zvtCoolerTypeText(type)); }
+
+} // namespace
+
+SetupCoolerSettingsModel::SetupCoolerSettingsModel(QObject *parent) : QObject(parent)
+{
+    m_temperatureTimer.setObjectName(QStringLiteral("temperatureTimer"));
+    QObject::connect(&m_temperatureTimer, &QTimer::timeout, this, &Self::timeoutTemperaturesUpdateTimer);
+}
+
+// Reading
+
+void SetupCoolerSettingsModel::refresh() { m_refresh.start(&Settings::read); }
+
+SetupCoolerSettingsModel::Temperatures SetupCoolerSettingsModel::Temperatures::read(uint64_t handle, bool ofDetector)
+{
+    Temperatures temperatures;
+    fetch(temperatures.actual, ofDetector ? zvtGetFPATemperature : zvtGetFlagTemperature, handle);
+    float frontPanel = 0.0F;
+    float airGap = 0.0F;
+    float internal = 0.0F;
+    if (zvtGetSCTemperatures(handle, &frontPanel, &airGap, &internal) == 0)
+        temperatures.internal = internal;
+    return temperatures;
+}
+
+SetupCoolerSettingsModel::Settings SetupCoolerSettingsModel::Settings::read(const CameraAccess &camera)
+{
+    Settings settings;
+    settings.coolerType = QStringLiteral("N/A");
+    Nullable<uint8_t> type;
+    if (fetch(type, zvtMfgGetCoolerType, camera.handle))
+        settings.coolerType = typeText(type.get());
+    fetch(settings.coolerEnabled, zvtMfgGetCoolerPowerEnabled, camera.handle);
+    settings.temperatures = Temperatures::read(camera.handle, type.set() && type.get() == thermoelectricCooler);
+    fetch(settings.setpoint, zvtMfgGetCoolerSetpoint, camera.handle);
+    return settings;
+}
+
+void SetupCoolerSettingsModel::finishedWatcher()
+{
+    const Settings settings = m_refresh.result();
+    announce(this, settings.coolerType, m_coolerType, &Self::coolerTypeChanged);
+    publish(this, settings.coolerEnabled, m_coolerEnabled, &Self::coolerEnabledChanged);
+    publishTemperatures(settings.temperatures);
+    publish(this, settings.setpoint, m_setpoint, &Self::setpointChanged);
+    m_refresh.finish();
+}
+
+void SetupCoolerSettingsModel::publishTemperatures(const Temperatures &temperatures)
+{
+    publish(this, temperatures.actual, m_actualTemp, &Self::actualTempChanged);
+    publish(this, temperatures.internal, m_internalTemp, &Self::internalTempChanged);
+}
+
+// The poll
+
+// Starts a read also while an older one runs. Unlike a refresh, it has only the text of the type.
+void SetupCoolerSettingsModel::timeoutTemperaturesUpdateTimer()
+{
+    m_temperatures.start([type = m_coolerType](const CameraAccess &camera) {
+        const bool ofDetector = !type.isNull() && type == typeText(thermoelectricCooler);
+        return Temperatures::read(camera.handle, ofDetector);
+    });
+}
+
+void SetupCoolerSettingsModel::finishedTemperatureUpdate() { publishTemperatures(m_temperatures.result()); }
+
+void SetupCoolerSettingsModel::setVisible(bool visible)
+{
+    if (storeOnly(this, visible, m_visible, &Self::visibleChanged))
+        m_temperatureTimer.setExpanded(m_visible);
+}
+
+// The settings
+
+void SetupCoolerSettingsModel::setCoolerEnabled(bool enabled)
+{
+    storeOnly(this, enabled, m_coolerEnabled, &Self::coolerEnabledChanged);
+}
+
+void SetupCoolerSettingsModel::setSetpoint(float celsius)
+{
+    storeOnly(this, celsius, m_setpoint, &Self::setpointChanged);
+}
+
+void SetupCoolerSettingsModel::applySettings()
+{
+    const uint64_t handle = CameraAccess::of(this).handle;
+    zvtMfgSetCoolerPowerEnabled(handle, m_coolerEnabled);
+    zvtMfgSetCoolerSetpoint(handle, m_setpoint);
+}

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "tests/support/SignalLog.h"
+#include "tests/support/modelOf.h"
+
+#include "setup/SyncSettingsModel.h"
+
+#include <thread>
+
+/// The synchronisation settings below a root, with helpers for tests.
+struct Sync {
+    explicit Sync(const QString &profile = QStringLiteral("everything"), bool connected = true)
+        : rig(profile, connected), root(rig.controller(), nullptr), model(root.syncSettings()), log(model)
+    {
+        CameraRig::settle(); // The root reads the general setup.
+    }
+
+    emulator::Gate &gate() { return rig.gate(); }
+
+    enum Where { OnGui, OnPool };
+
+    /// The calls since a mark, as "zvtSetFrameSyncMode 1".
+    QStringList calls(size_t since, Where where)
+    {
+        static const QStringList silent{"controller.GetHandle", "controller.IsConnected", "controller.capabilities"};
+        QStringList list;
+        for (const auto &call : gate().callsSince(since)) {
+            const QString name = QString::fromStdString(call.name);
+            const bool gui = call.thread == std::this_thread::get_id();
+            if (!silent.contains(name) && gui == (where == OnGui))
+                list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
+        }
+        return list;
+    }
+    template <class Action> QStringList callsOf(Action action, Where where = OnGui)
+    {
+        const size_t since = gate().mark();
+        action();
+        CameraRig::settle();
+        return calls(since, where);
+    }
+
+    /// Reads the model. Returns the signals.
+    QStringList refresh()
+    {
+        log.take();
+        model->refresh();
+        CameraRig::settle();
+        return log.take();
+    }
+
+    QStringList write(const char *property, const QVariant &value)
+    {
+        return callsOf([&] { model->setProperty(property, value); });
+    }
+
+    void setSequencing(uint32_t mode) { rig.controller()->SetPresetSequencingMode(mode); }
+
+    CameraRig rig;
+    ZvtCameraModel root;
+    SyncSettingsModel *model;
+    SignalLog log;
+};
+
+/// The signals of every value, in the order in which a read publishes them.
+inline const QStringList publishedSignals{"syncModeChanged",
+                                          "syncSourceChanged",
+                                          "triggerModeChanged",
+                                          "triggerSourceChanged",
+                                          "triggerRateChanged",
+                                          "sequenceCountChanged",
+                                          "syncInDelayChanged",
+                                          "triggerInDelayChanged",
+                                          "syncOutDelayPS0Changed",
+                                          "syncOutDelayPS1Changed",
+                                          "syncOutDelayPS2Changed",
+                                          "syncOutDelayPS3Changed",
+                                          "syncOutPolarityChanged",
+                                          "syncOutSourceChanged",
+                                          "syncInPolarityChanged",
+                                          "triggerInPolarityChanged",
+                                          "triggerTimeDayChanged",
+                                          "triggerTimeHourChanged",
+                                          "triggerTimeMinuteChanged",
+                                          "triggerTimeSecondChanged",
+                                          "triggerTimeMillisecondChanged",
+                                          "triggerTimeMicrosecondChanged"};
+
+/// Lets each read return a value that differs from those of a new model.
+inline void scriptValues(emulator::Gate &gate)
+{
+    gate.script("zvtGetFrameSyncMode", 1);
+    gate.script("zvtGetFrameSyncSource", 2);
+    gate.script("zvtGetTriggerMode", 2);
+    gate.script("zvtGetTriggerSource", 3);
+    gate.script("zvtGetInternalTriggerRate", 12.5);
+    gate.script("zvtGetSequenceCount", 7);
+    gate.script("zvtGetFrameSyncDelay", 1.5);
+    gate.script("zvtGetTriggerDelay", 2.5);
+    gate.script("zvtGetSyncOutDelay", 3.5);
+    gate.script("zvtGetSyncOutPolarity", 1);
+    gate.script("zvtGetSyncOutSource", 2);
+    gate.script("zvtGetFrameSyncPolarity", 1);
+    gate.script("zvtGetTriggerPolarity", 0);
+    gate.script("zvtGetIRIGTriggerTime", QVariantList{366, 23, 59, 58, 999, 998});
+    gate.script("zvtGetTriLevelSyncSourceAvailable", true);
+}
