@@ -89,7 +89,8 @@ private:
     int rowOf(int filterID) const;
     /// The ID of the filter in a row; nothing if there is no such row.
     std::optional<uint8_t> idAt(int row) const;
-    /// Turns the wheel on a pool thread to a filter; nothing to turn to is a task that does nothing.
+    /// Starts a task that turns the wheel to a filter. Without an ID the task does nothing, but its finished slot is
+    /// called.
     static void turn(Refresh<Self, int> &move, std::optional<uint8_t> id);
 
     bool m_visible = false;

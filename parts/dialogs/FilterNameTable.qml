@@ -23,17 +23,19 @@ ColumnLayout {
             row.edit()
     }
 
-    // Scrolls so that the row with the focus is visible.
+    // Scrolls so that the row with the focus is visible. Does nothing if the item got the focus by mouse, so that nothing
+    // moves under the pointer.
     function _bringIntoView(focusItem: Item) {
         let row = focusItem
         while (row && !(row instanceof FilterNameRow))
             row = row.parent
-        if (!row)
+        if (!row || focusItem.focusReason === Qt.MouseFocusReason)
             return
         const spare = (scroller.height - row.height) / 2
         const margin = Math.min(Look.rowHeight, spare)
-        scroller.contentY = Math.max(0, Math.min(row.y - margin, Math.max(scroller.contentY,
-                                                                          row.y + row.height + margin - scroller.height)))
+        const lowest = Math.max(scroller.contentY, row.y + row.height + margin - scroller.height)
+        const end = scroller.contentHeight - scroller.height
+        scroller.contentY = Math.max(0, Math.min(row.y - margin, lowest, end))
     }
 
     component ColumnHeading: PlainLabel {

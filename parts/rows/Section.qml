@@ -28,6 +28,7 @@ ColumnLayout {
     // Whether the operator holds down a control of the body. The page must not scroll meanwhile.
     readonly property bool controlHeld: _body ? _body.controlHeld : false
     readonly property SectionBody _body: contents.item as SectionBody
+
     // Asks the page to read the models of the section.
     signal refresh
     // Asks the page to expand or to collapse the section.

@@ -8,7 +8,6 @@ import zvt.rows
 SectionBody {
     id: settings
 
-    readonly property int _labelWidth: 148
     readonly property bool _hasRefreshed: camera ? camera.setupCoolerSettingsModel.hasRefreshed : false
     property bool _wasRead
     // Whether the operator has changed something since the last read and has not applied it.
@@ -31,7 +30,7 @@ SectionBody {
 
         property string value
 
-        labelWidth: settings._labelWidth
+        labelWidth: Look.wideLabelWidth
 
         PlainLabel {
             Layout.minimumHeight: Look.rowHeight
@@ -64,7 +63,7 @@ SectionBody {
     SettingRow {
         id: powerRow
 
-        labelWidth: settings._labelWidth
+        labelWidth: Look.wideLabelWidth
         //: Heading of the switch of the cooler's power
         heading: qsTr("Cooler Enabled:")
 
@@ -87,7 +86,7 @@ SectionBody {
     SettingRow {
         id: setpointRow
 
-        labelWidth: settings._labelWidth
+        labelWidth: Look.wideLabelWidth
         //: Heading of the temperature that the cooler holds
         heading: qsTr("Setpoint:")
 

@@ -101,7 +101,7 @@ SectionBody {
 
                     name: desiredRow.name
                     //: Tool tip of a field: its number has not been sent to the camera, or the camera has refused it
-                    toolTip: settings._accepted ? "" : qsTr("Not accepted by the camera")
+                    toolTip: settings._accepted ? "" : qsTr("Not sent to the camera, or refused by it")
                     modelText: settings._text(settings.camera ? settings.camera.flagSettings.desiredFlagTemperature : 0)
                     from: -100
                     to: 100

@@ -99,7 +99,7 @@ void DisplayEditor::mousePressEvent(QMouseEvent *event)
 
 void DisplayEditor::mouseMoveEvent(QMouseEvent *event)
 {
-    if (m_drag)
+    if (m_drag && m_offsetType == Free)
         moveTo(m_drag->offset + view().toPixels(event->position()) - m_drag->from);
 }
 

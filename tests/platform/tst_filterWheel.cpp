@@ -28,6 +28,7 @@ private slots:
     void aTurnStartsWhereTheWheelIs();
     void theSameCommandJoinsTheTurn();
     void disconnectionEndsTheCommandOnly();
+    void aClockThatIsSetBackEndsTheTurn();
     void withoutAConnectionTheWheelIsThereAtOnce();
 
     void scansTakeASecondForEachSlot_data();
@@ -218,6 +219,15 @@ void tst_filterWheel::theSameCommandJoinsTheTurn()
     QVERIFY(wheel.set("filters.current", 13));
     Clock::advance(400);
     QCOMPARE(Wheel::durationOf([&] { QCOMPARE(wheel.turnTo(13), 0); }), 600);
+}
+
+void tst_filterWheel::aClockThatIsSetBackEndsTheTurn()
+{
+    Wheel wheel;
+    Clock::advance(3'600'000);
+    QVERIFY(wheel.set("filters.current", 21));
+    Clock::manual(); // Back to the start.
+    QCOMPARE(wheel.current(), 21);
 }
 
 void tst_filterWheel::disconnectionEndsTheCommandOnly()

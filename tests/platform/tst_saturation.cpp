@@ -31,6 +31,7 @@ private slots:
     void aTemperatureThatIsNoNumberIsCold();
     void gainAndHighSensitivitySaturate();
     void theCoverHidesAHotScene();
+    void aHotFlagSaturates();
     void aWarmDetectorIsSaturated();
     void faultyPixelsDoNotRaiseIt();
     void anotherClientCanRaiseIt();
@@ -273,6 +274,30 @@ void tst_saturation::theCoverHidesAHotScene()
         QVERIFY(rig.set("cover.state", 0));
         FrameRig::settle();
     }
+}
+
+void tst_saturation::aHotFlagSaturates()
+{
+    FrameRig rig;
+    // The flag hides a hot scene, also before the first frame.
+    QVERIFY(rig.showArea(60));
+    QCOMPARE(flag(rig), 1);
+    QCOMPARE(zvtSetFlagState(rig.handle(), 1), 0);
+    Clock::advance(1000);
+    QCOMPARE(flag(rig), 0);
+    QCOMPARE(zvtSetFlagState(rig.handle(), 0), 0);
+    Clock::advance(1000);
+    QVERIFY(rig.showArea(20));
+    QVERIFY(!rig.newest().empty());
+    QCOMPARE(flag(rig), 0);
+    QCOMPARE(zvtSetFlagDesiredTemperature(rig.handle(), 60), 0);
+    QCOMPARE(zvtSetFlagState(rig.handle(), 1), 0);
+    Clock::advance(120'000);
+    QVERIFY(rig.mean() > 15'000);
+    QCOMPARE(flag(rig), 1);
+    QCOMPARE(zvtSetFlagState(rig.handle(), 0), 0);
+    Clock::advance(1000);
+    QCOMPARE(flag(rig), 0);
 }
 
 void tst_saturation::aWarmDetectorIsSaturated()

@@ -58,6 +58,7 @@ class tst_thermoelectricLoop : public Test
 private slots:
     void coolsWithALittleOvershoot();
     void withoutAnIntegralADistanceStays();
+    void anUnusedIntegralDoesNotAddUp();
     void softConstantsOvershootLess();
     void losesOnAHotDay();
     void losesAgainstALowSetpoint();
@@ -86,6 +87,15 @@ void tst_thermoelectricLoop::coolsWithALittleOvershoot()
 void tst_thermoelectricLoop::withoutAnIntegralADistanceStays()
 {
     COMPARE_FIGURE(run(22, 10, {1.5F, 0, 0.05F, 0}).last - 10, 0.09);
+}
+
+void tst_thermoelectricLoop::anUnusedIntegralDoesNotAddUp()
+{
+    ThermoelectricLoop loop(22, 0);
+    int64_t time = 3600 * second;
+    loop.temperature({true, 22, 10, {1.5F, 0, 0.05F, 0}}, time);
+    for (const int64_t end = time + 60 * second; time < end; time += 100)
+        QVERIFY(std::abs(loop.temperature({true, 22, 10, {}}, time) - 10) < 0.5);
 }
 
 void tst_thermoelectricLoop::softConstantsOvershootLess()

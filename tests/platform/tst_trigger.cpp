@@ -27,6 +27,7 @@ private slots:
     void aSequenceTurnsThePresets();
     void aSequenceOfSuperframes();
     void triggersMeanwhileAreLost();
+    void aSequenceOfAgesIsNotRestarted();
     void aChangeEndsASequence();
     void aTriggerWaitsForTheFrameInProgress();
     void withoutASignalATriggerStartsNothing();
@@ -157,6 +158,19 @@ void tst_trigger::triggersMeanwhileAreLost()
     QVERIFY(rig.watch(200));
     // The triggers at 1, 19 and 39 ms are lost.
     QCOMPARE(rig.story(), "0@0 0@10 0@20 0@30 0@40 0@50");
+}
+
+void tst_trigger::aSequenceOfAgesIsNotRestarted()
+{
+    TriggerRig rig(Trigger::TriggeredSequence, Trigger::Software, 10,
+                   {{"sensor.dwellCount", emulator::Sensor::maximumDwellCount}, {"sensor.sequencingMode", 2}});
+    QVERIFY(rig.ready);
+    QCOMPARE(zvtSetSequenceCount(rig.handle(), 1'000'000), 0);
+    QCOMPARE(zvtSoftwareTrigger(rig.handle()), 0);
+    QVERIFY(rig.watch(25));
+    QCOMPARE(zvtSoftwareTrigger(rig.handle()), 0);
+    QVERIFY(rig.watch(10));
+    QCOMPARE(rig.story(), "0@0 0@10 0@20 0@30");
 }
 
 void tst_trigger::aChangeEndsASequence()

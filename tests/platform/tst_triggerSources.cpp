@@ -2,9 +2,8 @@
 #include "tests/platform/TriggerRig.h"
 #include "tests/support/Test.h"
 
-#include <QElapsedTimer>
-
 #include <cmath>
+#include <ctime>
 
 using emulator::CameraClock;
 using emulator::Clock;
@@ -335,10 +334,9 @@ void tst_triggerSources::hoursOfTriggersTakeNoTime()
     QFETCH(const double, rate);
     TriggerRig rig(mode, Trigger::Internal, rate);
     Clock::advance(1000LL * 86'400'000);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     QVERIFY(rig.clock().newest(0));
-    QVERIFY(timer.elapsed() < 50);
+    QVERIFY(std::clock() - start < CLOCKS_PER_SEC / 2);
     const double frames = rig.clock().averageRate() * 1000 * 86'400;
     QVERIFY(std::abs(double(rig.clock().newest(0)->number) - frames) <= 2);
 }

@@ -293,7 +293,8 @@ void tst_VideoOutputSettingsModel::everyZoomFactorHasItsScale()
     video.read();
     QCOMPARE(video.model.zoomScale(), scale);
     video.rig.gate().script("zvtGetVideoZoomFactor", {});
-    if (!video.set("zoomFactor", factor))
+    QCOMPARE(video.set("zoomFactor", factor), factor < 6);
+    if (factor >= 6)
         return;
     // The emulated camera has the same scale.
     QCOMPARE(float(video.device().placement().zoom), scale);

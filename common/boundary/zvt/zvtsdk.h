@@ -380,7 +380,7 @@ int zvtSetFrameSyncMode(uint64_t handle, uint8_t mode);
 const char* zvtFrameSyncModeText(uint8_t mode);
 /// The delay of the frame sync in microseconds.
 int zvtGetFrameSyncDelay(uint64_t handle, float* microseconds);
-/// Sets the delay of the frame sync in microseconds.
+/// Sets the delay of the frame sync in microseconds, 0 to 1e6; the nearest clock is stored. Else refused, also NaN.
 int zvtSetFrameSyncDelay(uint64_t handle, float microseconds);
 /// The polarity of the frame sync input.
 int zvtGetFrameSyncPolarity(uint64_t handle, uint8_t* polarity);
@@ -394,7 +394,7 @@ int zvtGetSyncOutSource(uint64_t handle, uint8_t* source);
 int zvtSetSyncOutSource(uint64_t handle, uint8_t source);
 /// The delay of a preset's sync output in microseconds.
 int zvtGetSyncOutDelay(uint64_t handle, uint8_t preset, float* microseconds);
-/// Sets the delay of a preset's sync output in microseconds.
+/// Sets the delay of a preset's sync output in microseconds; preset 0 to 3, ranges as of zvtSetFrameSyncDelay().
 int zvtSetSyncOutDelay(uint64_t handle, uint8_t preset, float microseconds);
 /// The polarity of the sync output.
 int zvtGetSyncOutPolarity(uint64_t handle, uint8_t* polarity);
@@ -419,11 +419,11 @@ int zvtGetTriggerMode(uint64_t handle, uint8_t* mode);
 int zvtSetTriggerMode(uint64_t handle, uint8_t mode);
 /// The source of the trigger: 0 internal, 1 external, 2 software, 3 time.
 int zvtGetTriggerSource(uint64_t handle, uint8_t* source);
-/// Sets the source of the trigger, 0 to 3.
+/// Sets the source of the trigger, 0 to 3, and arms it.
 int zvtSetTriggerSource(uint64_t handle, uint8_t source);
 /// The delay of the trigger in microseconds.
 int zvtGetTriggerDelay(uint64_t handle, float* microseconds);
-/// Sets the delay of the trigger in microseconds.
+/// Sets the delay of the trigger in microseconds; ranges as of zvtSetFrameSyncDelay().
 int zvtSetTriggerDelay(uint64_t handle, float microseconds);
 /// The polarity of the trigger input.
 int zvtGetTriggerPolarity(uint64_t handle, uint8_t* polarity);
@@ -431,19 +431,19 @@ int zvtGetTriggerPolarity(uint64_t handle, uint8_t* polarity);
 int zvtSetTriggerPolarity(uint64_t handle, uint8_t polarity);
 /// The rate of the internal trigger in hertz.
 int zvtGetInternalTriggerRate(uint64_t handle, double* hertz);
-/// Sets the rate of the internal trigger in hertz; zvtSnapHertz() returns rates that the camera can do.
+/// Sets the rate of the internal trigger, 0.01 to 1e5 Hz; zvtSnapHertz() returns rates that the camera can do.
 int zvtSetInternalTriggerRate(uint64_t handle, double hertz);
 /// The time of a trigger with source 3: day of the year from 1, hour, minute, second, millisecond, microsecond.
 int zvtGetIRIGTriggerTime(uint64_t handle, uint16_t* day, uint8_t* hour, uint8_t* minute, uint8_t* second, uint16_t* millisecond, uint16_t* microsecond);
-/// Sets the time of a trigger with source 3. The camera decides which numbers it takes.
+/// Sets the time of a trigger with source 3: day 1 to 366, and a time of that day up to 23:59:59.999 999. Else refused.
 int zvtSetIRIGTriggerTime(uint64_t handle, uint16_t day, uint8_t hour, uint8_t minute, uint8_t second, uint16_t millisecond, uint16_t microsecond);
 /// The number of sequences that one trigger starts.
 int zvtGetSequenceCount(uint64_t handle, uint32_t* count);
-/// Sets the number of sequences that one trigger starts.
+/// Sets the number of sequences that one trigger starts, 1 to 1e6.
 int zvtSetSequenceCount(uint64_t handle, uint32_t count);
-/// Triggers once.
+/// Triggers once. Refused in free run, and with another source than software.
 int zvtSoftwareTrigger(uint64_t handle);
-/// Prepares a further trigger.
+/// Arms the trigger, so that a further one can start frames.
 int zvtRearmTrigger(uint64_t handle);
 
 // ---- Camera states --------------------------------------------------------------------------------------------------
@@ -787,11 +787,11 @@ int zvtSetVideoTemporalFilterThreshold(uint64_t handle, uint16_t value);
 int zvtGetVideoPositionWritable(uint64_t handle, bool* out);
 /// The position of the image in the video: 0 as on the detector, 1 centred, 2 by zvtGetVideoOffset().
 int zvtGetVideoPosition(uint64_t handle, uint8_t* out);
-/// Sets the position of the image in the video, 0 to 2.
+/// Sets the position of the image in the video, 0 to 2. Refused if it cannot be set.
 int zvtSetVideoPosition(uint64_t handle, uint8_t value);
 /// The offset of the image in the video in pixels, for position 2.
 int zvtGetVideoOffset(uint64_t handle, int16_t* x, int16_t* y);
-/// Sets the offset of the image in the video in pixels, for position 2.
+/// Sets this offset. Refused unless it is a multiple of 4 with which the image is inside the video.
 int zvtSetVideoOffset(uint64_t handle, int16_t x, int16_t y);
 /// Appends the zoom factors that the camera offers, as numbers that zvtVideoZoomFactorText() names.
 int zvtGetVideoZoomFactors(uint64_t handle, hlx::TArray<unsigned char>* out);

@@ -106,15 +106,16 @@ Status FilterWheel::insert(const Ids &ids)
 
 // The motion
 
-bool FilterWheel::turning() const { return Clock::now() < m_restTime; }
+bool FilterWheel::turning() const { return millisecondsUntil(m_restTime) > 0; }
+
+int64_t FilterWheel::millisecondsUntil(int64_t time) const { return Clock::remaining(time, time - m_startTime); }
 
 double FilterWheel::position() const
 {
-    const int64_t now = Clock::now();
-    if (now >= m_endTime || m_endTime == m_startTime)
+    const int64_t remaining = millisecondsUntil(m_endTime);
+    if (remaining == 0)
         return m_slot;
-    const auto duration = static_cast<double>(m_endTime - m_startTime);
-    const double share = static_cast<double>(std::max<int64_t>(0, now - m_startTime)) / duration;
+    const double share = 1 - static_cast<double>(remaining) / static_cast<double>(m_endTime - m_startTime);
     const double present = std::fmod(m_from + m_distance * share, slotCount());
     return present < 0 ? present + slotCount() : present;
 }
@@ -196,8 +197,7 @@ void FilterWheel::start(uint8_t slot, double distance, double slotMilliseconds, 
 Status FilterWheel::awaitRest() const
 {
     const auto turn = m_turns;
-    while (turning()) {
-        const int64_t remaining = m_restTime - Clock::now();
+    while (const int64_t remaining = millisecondsUntil(m_restTime)) {
         if (const Status status = camera().letTimePass(std::min(remaining, checkIntervalMilliseconds)); status != Ok)
             return status;
         if (m_turns != turn)

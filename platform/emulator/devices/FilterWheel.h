@@ -59,6 +59,8 @@ private:
     int slotCount() const { return static_cast<int>(m_inserted.size()); }
     uint8_t knownAt(size_t slot) const { return slot < m_known.size() ? m_known[slot] : 0; }
     bool turning() const;
+    /// How much of the last turn or scan remains until one of its times; 0 after the computer's clock was set back.
+    int64_t millisecondsUntil(int64_t time) const;
     /// The place of the wheel in slots, from 0 to below slotCount(). It has a fraction between two slots.
     double position() const;
     /// The share of the light that passes the wheel now.

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr double moveMilliseconds = 400;
+constexpr int64_t moveMilliseconds = 400;
 constexpr double maximumNoise = 1e6;
 constexpr uint64_t noiseSeed = 20;
 
@@ -90,7 +90,8 @@ double Flag::celsius() const { return m_cooler ? m_cooler->temperature() : airGa
 
 double Flag::cover() const
 {
-    const double moved = static_cast<double>(std::max<int64_t>(0, Clock::now() - m_startTime)) / moveMilliseconds;
+    const int64_t remaining = Clock::remaining(m_startTime + moveMilliseconds, moveMilliseconds);
+    const double moved = 1 - static_cast<double>(remaining) / static_cast<double>(moveMilliseconds);
     return m_state == InView ? std::min(m_startCover + moved, 1.0) : std::max(m_startCover - moved, 0.0);
 }
 

@@ -117,6 +117,9 @@ void FrameClock::runTriggers()
             m_triggers.takeUntil(m_now);
         }
     }
+    // The queue keeps no more events.
+    for (; m_advances > 0; m_advances = std::min<uint64_t>(m_advances, EventQueue::capacity) - 1)
+        camera().device<EventQueue>()->push(ZVT_EVENT_SETTINGS_CHANGED);
 }
 
 void FrameClock::startSequence(int64_t tick)
@@ -149,10 +152,8 @@ void FrameClock::advancePreset(int64_t tick)
     // Only the last of the triggers before the next frame matters.
     const int64_t last = m_segment.timing().hasFrames() ? std::max(tick, std::min(start - 1, m_now)) : m_now;
     const uint64_t count = m_triggers.takeUntil(last);
-    m_sensor.advanceActivePreset(count);
-    auto *const events = camera().device<EventQueue>();
-    for (uint64_t event = 0; event < std::min<uint64_t>(count, EventQueue::capacity); ++event)
-        events->push(ZVT_EVENT_SETTINGS_CHANGED);
+    if (m_sensor.advanceActivePreset(count))
+        m_advances += count;
     if (const FrameTiming present = timing(); present != m_segment.timing())
         begin(present, tick);
 }

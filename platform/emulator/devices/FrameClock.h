@@ -68,6 +68,7 @@ private:
     int64_t m_now = 0; ///< The latest tick so far.
     TriggerSchedule m_triggers;
     uint8_t m_mode = 0; ///< A Trigger::Mode, of the last settle().
+    uint64_t m_advances = 0; ///< Changes of the active preset that have raised no event yet.
     bool m_waiting = false; ///< Frames need a trigger that has not come.
     FrameSegment m_segment; ///< The frames since the last change of the timing or the last trigger.
     uint64_t m_firstNumber = 0; ///< Of the first frame of the segment.

@@ -5,6 +5,14 @@
 namespace emulator
 {
 
+namespace
+{
+
+/// An offset of a pattern in ticks, so small that sums of a few of them fit into 64 bits.
+int64_t ticksOf(uint64_t offset) { return static_cast<int64_t>(std::min<uint64_t>(offset, PulseTrain::farthest)); }
+
+} // namespace
+
 FrameSegment::FrameSegment(const FrameTiming &timing, int64_t start) : m_timing(timing), m_start(start)
 {
     if (!timing.hasFrames() || timing.kind == FrameTiming::Free)
@@ -54,11 +62,11 @@ int64_t FrameSegment::tickOf(uint64_t frame) const
     case FrameTiming::CycleByPulse: {
         const FramePattern::Place place = pattern.place(frame % pattern.framesInCycle());
         const auto preset = static_cast<size_t>(place.preset);
-        const int64_t slot = cycleTick(frame / pattern.framesInCycle()) + static_cast<int64_t>(place.offset);
+        const int64_t slot = cycleTick(frame / pattern.framesInCycle()) + ticksOf(place.offset);
         return endsAtPulse ? slot + m_timing.durations[preset] - m_timing.integrations[preset] : slot;
     }
     default:
-        return m_start + static_cast<int64_t>(pattern.place(frame).offset);
+        return m_start + ticksOf(pattern.place(frame).offset);
     }
 }
 

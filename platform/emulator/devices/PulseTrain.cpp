@@ -35,7 +35,7 @@ int64_t PulseTrain::tickOf(uint64_t pulse) const
 {
     // The nearest whole number to pulse * m_ticks / m_pulses.
     const Wide halves = (Wide(2) * pulse * m_ticks + m_pulses) / m_pulses;
-    return static_cast<int64_t>(std::min(halves / 2, Wide(INT64_MAX)));
+    return static_cast<int64_t>(std::min(halves / 2, Wide(farthest)));
 }
 
 uint64_t PulseTrain::pulseAt(int64_t tick) const

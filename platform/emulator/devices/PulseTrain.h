@@ -20,6 +20,9 @@ public:
     bool exists() const { return m_pulses > 0; }
     double hertz() const { return m_hertz; }
 
+    /// Later pulses count as being at this tick. Sums of a few such ticks fit into 64 bits with a sign.
+    static constexpr int64_t farthest = INT64_MAX / 4;
+
     // The following need a signal.
     int64_t tickOf(uint64_t pulse) const;
     /// The last pulse at or before a tick, which must not be negative.

@@ -41,13 +41,17 @@ Extreme utmostExtreme(const image::Detector::Properties &properties, double case
             std::max(0.0, properties.curvature - deviations * properties.curvatureDeviation)};
 }
 
-/// Returns the count of this pixel at the hottest place of the scene.
+/// Returns the count of this pixel at the hottest place of the scene or the flag.
 double countOf(const Extreme &pixel, const image::Exposure &exposure)
 {
     const image::Readout &readout = exposure.readout;
-    const double celsius = exposure.optics.blocked ? exposure.optics.lensCelsius : exposure.scene.hottestCelsius();
-    const double light
-        = image::Light::of(celsius, exposure.band) * exposure.optics.transmission + exposure.optics.glow(exposure.band);
+    const image::Optics &optics = exposure.optics;
+    double light = optics.flagCover > 0 ? image::Light::of(optics.flagCelsius, exposure.band) : 0;
+    if (optics.flagCover < 1) {
+        const double celsius = optics.blocked ? optics.lensCelsius : exposure.scene.hottestCelsius();
+        light = std::max(light, image::Light::of(celsius, exposure.band));
+    }
+    light = light * optics.transmission + optics.glow(exposure.band);
     const double signal = pixel.gain * readout.gain() * readout.integrationTime / readout.saturatingTime * light;
     // A signal at which the curve of a pixel is at its top is far above all counts.
     const double curved = signal * (1 - std::min(pixel.curvature * signal, 0.5));

@@ -260,17 +260,18 @@ void Sensor::setSyncStartsReadout(bool startsReadout)
     stretchFrames();
 }
 
-void Sensor::advanceActivePreset(uint64_t count)
+bool Sensor::advanceActivePreset(uint64_t count)
 {
     const auto inUse = static_cast<uint64_t>(std::count_if(m_presets.begin(), m_presets.begin() + m_numPresets,
                                                            [](const Preset &p) { return p.dwellCount > 0; }));
     if (inUse == 0 || count == 0)
-        return;
+        return false;
     // The first step may lead from a preset that is not in use; afterwards the presets in use repeat.
     for (uint64_t steps = (count - 1) % inUse + 1; steps > 0; --steps)
         do
             m_activePreset = (m_activePreset + 1) % m_numPresets;
         while (m_presets[static_cast<size_t>(m_activePreset)].dwellCount == 0);
+    return true;
 }
 
 uint32_t Sensor::repeats(int preset) const

@@ -113,7 +113,8 @@ public:
     int activePreset() const { return m_activePreset; }
     Status setActivePreset(int preset) { return assign(m_activePreset, preset); }
     /// Makes the `count`-th preset with a dwell count after the active one the active one, in the order of the presets.
-    void advanceActivePreset(uint64_t count);
+    /// Returns false if no preset has a dwell count.
+    bool advanceActivePreset(uint64_t count);
     int videoPreset() const { return m_videoPreset; }
     Status setVideoPreset(int preset) { return assign(m_videoPreset, preset); }
     /// The preset that is streamed over GigE, or allPresets. Absent if the camera lacks the capability "hasGigEPreset".

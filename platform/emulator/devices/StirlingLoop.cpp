@@ -11,8 +11,7 @@ namespace
 
 constexpr int64_t stepMilliseconds = 100;
 constexpr double stepSeconds = 0.1;
-// A longer time has the same result, since the loop has settled by then. It would only take long to compute.
-constexpr int64_t maximumSteps = int64_t{24} * 60 * 60 * 1000 / stepMilliseconds;
+constexpr int64_t maximumSteps = StirlingLoop::memoryMilliseconds / stepMilliseconds;
 
 constexpr double restingDrive = 0.03; // About the drive that makes up for the losses.
 constexpr double proportional = 0.2;

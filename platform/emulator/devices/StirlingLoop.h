@@ -10,6 +10,9 @@ namespace emulator
 class StirlingLoop
 {
 public:
+    /// After a longer time the temperature depends only on what was within this time: the loop has settled by then.
+    static constexpr int64_t memoryMilliseconds = 86'400'000;
+
     struct Conditions {
         bool power;
         double ambient; ///< Kelvin.

@@ -10,8 +10,7 @@ namespace
 
 constexpr int64_t stepMilliseconds = 100;
 constexpr double stepSeconds = 0.1;
-// A longer time has the same result, since the loop has settled by then. It would only take long to compute.
-constexpr int64_t maximumSteps = int64_t{60} * 60 * 1000 / stepMilliseconds;
+constexpr int64_t maximumSteps = ThermoelectricLoop::memoryMilliseconds / stepMilliseconds;
 
 constexpr double lossSeconds = 60; // The time constant without drive.
 constexpr double driveLagSeconds = 2;
@@ -35,9 +34,11 @@ double ThermoelectricLoop::wantedDrive(const Conditions &conditions)
     const double change = (m_temperature - m_previous) / stepSeconds;
     const double unlimited = kOff + kP * error + kI * m_integral + kD * change;
     const double wanted = std::clamp(unlimited, -1.0, 1.0);
-    // The integral does not grow while the drive is at a limit, but it may shrink: without a proportional part, the
-    // drive would otherwise stay at the limit for ever.
-    if (wanted == unlimited || error * unlimited < 0)
+    // At a limit the integral only changes so that the drive moves away from the limit: without a proportional part,
+    // the drive would otherwise stay at the limit for ever. An integral without effect does not add up.
+    if (kI == 0)
+        m_integral = 0;
+    else if (wanted == unlimited || error * unlimited < 0)
         m_integral += error * stepSeconds;
     return wanted;
 }

@@ -19,6 +19,9 @@ public:
         float kOff = 0;
     };
 
+    /// After a longer time the temperature depends only on what was within this time: the loop has settled by then.
+    static constexpr int64_t memoryMilliseconds = 3'600'000;
+
     struct Conditions {
         bool power;
         double ambient; ///< The temperature that it has without power.

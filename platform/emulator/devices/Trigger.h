@@ -27,9 +27,9 @@ public:
     };
     enum Source : uint8_t { Internal = 0, External = 1, Software = 2, Time = 3 };
 
-    /// Profile keys and settings: "mode" (3 only in preset sequencing), "source", "delay" (us, stored as the nearest
-    /// clock), "polarity" (0 active low, 1 active high), "internalRate" (Hz), "sequenceCount", "time" (a list of day of
-    /// the year, hour, minute, second, millisecond, microsecond).
+    /// Profile keys and settings: "mode" (0 to 2 in profiles; 3 only in preset sequencing), "source", "delay" (us,
+    /// stored as the nearest clock), "polarity" (0 active low, 1 active high), "internalRate" (Hz), "sequenceCount",
+    /// "time" (a list of day of the year, hour, minute, second, millisecond, microsecond).
     Trigger(Camera &camera, Section &section);
 
     uint8_t mode() const { return m_mode; }

@@ -16,10 +16,11 @@ namespace
 
 constexpr double maximumZoomFactor = 5;
 
-/// Raster pixels for each pixel of the image, by the number of a zoom factor. 0: the largest size that fits.
+/// Raster pixels for each pixel of the image, by the number of a zoom factor. 0: the largest size that fits. They are
+/// numbers of a float, as in clients, so that both round the size of the image in the same way.
 double scaleOf(uint8_t zoomFactor)
 {
-    static constexpr std::array scales{0.5, 1.0, 2.0, 4.0, 1.3, 0.0};
+    static constexpr std::array scales{0.5F, 1.0F, 2.0F, 4.0F, 1.3F, 0.0F};
     return scales.at(zoomFactor);
 }
 
