@@ -87,7 +87,7 @@ private slots:
 private:
     void showFilters(const Filters &filters);
     int rowOf(int filterID) const;
-    /// The ID of the filter in a row; nothing if there is no such row.
+    /// The ID of the filter in a row; empty for a row outside the list.
     std::optional<uint8_t> idAt(int row) const;
     /// Starts a task that turns the wheel to a filter. Without an ID the task does nothing, but its finished slot is
     /// called.

@@ -84,7 +84,7 @@ public:
     /// is no longer connected; the operation must then end with that status.
     Status letTimePass(int64_t milliseconds);
 
-    /// The newest raw frame of a preset, and the frame with a number. Nothing if there is no such frame of the preset,
+    /// The newest raw frame of a preset, and the frame with a number. Empty if the preset has not had this frame,
     /// if the number is too old for FrameClock::frame(), or if the window is too large for frames. A frame shows the
     /// camera as it is now, also if it began earlier. Its pixels are computed on the calling thread, which must not
     /// hold the camera's lock.

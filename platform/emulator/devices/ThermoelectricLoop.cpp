@@ -22,7 +22,7 @@ constexpr double hottest = 120;
 
 } // namespace
 
-// The change of e is that of the temperature, so that a new setpoint is no jump.
+// The change of e is the change of the temperature, so a new setpoint does not make the drive jump.
 double ThermoelectricLoop::wantedDrive(const Conditions &conditions)
 {
     if (!conditions.power) {
