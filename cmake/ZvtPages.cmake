@@ -1,6 +1,7 @@
 # The files of the folder zvt, which become resources below :/zvt. Paths are relative to that folder.
 set(ZVT_QML_FILES
     zvtmain.qml
+    CorrectionTab.qml
     SetupTab.qml
     StatusTab.qml
     animations/FadeAndShrinkAnimation.qml
@@ -13,6 +14,7 @@ set(ZVT_QML_FILES
     controls/MaxFrameRateButton.qml
     controls/MaxFrameRateIcon.qml
     controls/NoCameraConnectedRectangle.qml
+    controls/NucListCtrl.qml
     controls/PageTabButton.qml
     controls/PercentSlider.qml
     controls/RamPlaybackArrow.qml
@@ -31,6 +33,10 @@ set(ZVT_QML_FILES
     dialogs/EditNearFarPositions.qml
     dialogs/GenericMessageDialog.qml
     dialogs/InformationDialog.qml
+    dialogs/LoadNucOptionsDialog.qml
+    dialogs/NucInfoDialog.qml
+    dialogs/NucListDialog.qml
+    dialogs/NucNewDialog.qml
     dialogs/RenameLensStateDialog.qml
     icons/BatchDownloadProgressItemIcon.qml
     popups/VideoPaletteColorPicker.qml)
@@ -53,7 +59,7 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
     REQUIRED)
 
 # The modules that pages are made of: zvt.NAME is the folder parts/NAME.
-set(ZVT_MODULES look rows dialogs setup status frame)
+set(ZVT_MODULES look rows dialogs correction setup status frame)
 
 # The files of the folder zvt as the module zvt, for files that cannot import them by path.
 set(ZVT_TREE_QMLDIR "module zvt\n")

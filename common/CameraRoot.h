@@ -13,6 +13,7 @@
 class CameraCapabilitiesModel;
 class CapabilityBlock;
 class FlagSettingsModel;
+class LoadNucOptionsModel;
 class QObject;
 class SetupCoolerSettingsModel;
 class SetupFilterWheelSettingsModel;
@@ -46,6 +47,9 @@ public:
     /// interface without QObject cannot have.
     virtual QMetaObject::Connection onConnectedChanged(const QObject *context, std::function<void()> listener) = 0;
 
+    /// Calls `listener` after each update of capabilities() until `context` is destroyed.
+    virtual QMetaObject::Connection onCapabilitiesChanged(const QObject *context, std::function<void()> listener) = 0;
+
     /// The live values that cameraCapabilitiesModel() shows; never null. They are built before any sub-model, so a
     /// model may start a read from its constructor.
     virtual std::shared_ptr<CapabilityBlock> capabilities() const = 0;
@@ -70,6 +74,10 @@ public:
 
     /// The synchronisation settings, as last read; never null. Must not be called from the constructor of a sub-model.
     virtual SyncSettingsModel *syncSettings() = 0;
+
+    /// What a load of a correction sets again, as chosen by the operator; never null. Must not be called from the
+    /// constructor of a sub-model.
+    virtual LoadNucOptionsModel *loadNucOptions() = 0;
 
     /// The mask of presets: bit n is set if preset n, counted from 0, holds a non-uniformity correction.
     virtual uint8_t hasNucMask() = 0;

@@ -11,6 +11,9 @@ namespace
 
 bool isSeparator(QChar character) { return character == u'/' || character == u'\\'; }
 
+constexpr uint64_t fileTimeUnitsPerMillisecond = 10'000;
+QDateTime fileTimeEpoch() { return {QDate(1601, 1, 1), QTime(0, 0), Qt::UTC}; }
+
 // Removes and returns the first field if exactly `count` are left; else the text is too short to have it: returns 0.
 int takeLeadingField(QStringList &fields, int count) { return fields.size() == count ? fields.takeFirst().toInt() : 0; }
 
@@ -89,9 +92,12 @@ QDateTime IrigStringToDateTime(const QString &text)
 
 QDateTime dateTimeOfFileTime(uint64_t time100ns)
 {
-    constexpr uint64_t unitsPerMillisecond = 10'000;
-    const QDateTime epoch(QDate(1601, 1, 1), QTime(0, 0), Qt::UTC);
-    return epoch.addMSecs(static_cast<qint64>(time100ns / unitsPerMillisecond));
+    return fileTimeEpoch().addMSecs(static_cast<qint64>(time100ns / fileTimeUnitsPerMillisecond));
+}
+
+uint64_t fileTimeOfDateTime(const QDateTime &time)
+{
+    return static_cast<uint64_t>(fileTimeEpoch().msecsTo(time)) * fileTimeUnitsPerMillisecond;
 }
 
 hlx::CDateTime IrigTimeToDateTime(const QDateTime &time)

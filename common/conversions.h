@@ -41,5 +41,8 @@ QDateTime IrigStringToDateTime(const QString &text);
 /// The time of a file on the camera, in UTC, from the number of 100 ns since the start of 1601 in UTC.
 QDateTime dateTimeOfFileTime(uint64_t time100ns);
 
+/// The reverse: the number of 100 ns since the start of 1601 in UTC. `time` must not be earlier.
+uint64_t fileTimeOfDateTime(const QDateTime &time);
+
 /// The framework's form of the day of the year and the time of `time`, in year 0, which means no year.
 hlx::CDateTime IrigTimeToDateTime(const QDateTime &time);

@@ -6,6 +6,7 @@
 #include "common/presets.h"
 #include "common/reading.h"
 #include "common/setters.h"
+#include "correction/CorrectionTabModel.h"
 #include "setup/SetupTabModel.h"
 #include "status/StatusTabModel.h"
 
@@ -22,7 +23,6 @@ namespace
 {
 
 constexpr uint32_t shortNameSize = 64;
-constexpr uint32_t nucNameSize = 256;
 
 /// Stores a setting: at once for this process, and on disk from a thread of the pool, so that the GUI thread does not
 /// wait for a slow disk.
@@ -51,6 +51,7 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     // The tab models need the sub-models and the capabilities.
     m_statusTabModel = new StatusTabModel(this);
     m_setupTabModel = new SetupTabModel(this);
+    m_correctionTabModel = new CorrectionTabModel(this);
     if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
         setManufacturingMode(true);
     QObject::connect(&m_cameraState, &CameraStateModel::loadingChanged, this,
@@ -59,6 +60,9 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
 
 ZvtCameraModel::~ZvtCameraModel()
 {
+    // No run may go on in the camera without being shown.
+    if (m_nucProcess.inProgress())
+        m_nucProcess.abort();
     if (m_controller)
         m_controller->RemoveValueChanged(valueChangedDelegate());
 }
@@ -95,6 +99,12 @@ bool ZvtCameraModel::connected() const { return m_controller && m_controller->Is
 QMetaObject::Connection ZvtCameraModel::onConnectedChanged(const QObject *context, std::function<void()> listener)
 {
     return QObject::connect(this, &Self::connectedChanged, context, std::move(listener));
+}
+
+QMetaObject::Connection ZvtCameraModel::onCapabilitiesChanged(const QObject *context, std::function<void()> listener)
+{
+    return QObject::connect(&m_cameraCapabilitiesModel, &CameraCapabilitiesModel::cameraCapabilitiesChanged, context,
+                            std::move(listener));
 }
 
 uint64_t ZvtCameraModel::handle() const { return m_controller ? m_controller->GetHandle() : 0; }
@@ -186,6 +196,7 @@ void ZvtCameraModel::refreshAllVisible()
 {
     m_statusTabModel->refresh();
     m_setupTabModel->refresh();
+    m_correctionTabModel->refresh();
     if (m_setupGeneralModel.visible()) {
         m_setupGeneralModel.refresh();
         m_syncSettings.refresh();

@@ -2,6 +2,9 @@
 
 #include "common/CameraCapabilitiesModel.h"
 #include "common/CameraRoot.h"
+#include "correction/LoadNucOptionsModel.h"
+#include "correction/NucListModel.h"
+#include "correction/NucProcessModel.h"
 #include "setup/EditFilterNamesModel.h"
 #include "setup/FlagSettingsModel.h"
 #include "setup/SetupCoolerSettingsModel.h"
@@ -20,6 +23,7 @@
 #include "hlx/CVariant.h"
 #include "hlxui/ControllerModel.h"
 
+class CorrectionTabModel;
 class SetupTabModel;
 class StatusTabModel;
 
@@ -45,6 +49,9 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(SetupCoolerSettingsModel *setupCoolerSettingsModel READ setupCoolerSettingsModel CONSTANT FINAL)
     Q_PROPERTY(SyncSettingsModel *syncSettings READ syncSettings CONSTANT FINAL)
     Q_PROPERTY(CameraStateModel *cameraState READ cameraState CONSTANT FINAL)
+    Q_PROPERTY(NucListModel *nucList READ nucList CONSTANT FINAL)
+    Q_PROPERTY(NucProcessModel *nucProcess READ nucProcess CONSTANT FINAL)
+    Q_PROPERTY(LoadNucOptionsModel *loadNucOptions READ loadNucOptions CONSTANT FINAL)
     Q_PROPERTY(AdjustTimeModel *adjustTime READ adjustTime CONSTANT FINAL)
     Q_PROPERTY(VideoOutputSettingsModel *videoOutputSettings READ videoOutputSettings CONSTANT FINAL)
     Q_PROPERTY(FlagSettingsModel *flagSettings READ flagSettings CONSTANT FINAL)
@@ -66,6 +73,8 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
 
     Q_PROPERTY(StatusTabModel *statusTabModel READ statusTabModel CONSTANT FINAL)
     Q_PROPERTY(SetupTabModel *setupTabModel READ setupTabModel CONSTANT FINAL)
+    Q_PROPERTY(CorrectionTabModel *correctionTabModel READ correctionTabModel CONSTANT FINAL)
+    Q_MOC_INCLUDE("correction/CorrectionTabModel.h")
     Q_MOC_INCLUDE("status/StatusTabModel.h")
     Q_MOC_INCLUDE("setup/SetupTabModel.h")
 
@@ -92,6 +101,9 @@ public:
     SetupCoolerSettingsModel *setupCoolerSettingsModel() override { return &m_setupCoolerSettingsModel; }
     SyncSettingsModel *syncSettings() override { return &m_syncSettings; }
     CameraStateModel *cameraState() { return &m_cameraState; }
+    NucListModel *nucList() { return &m_nucList; }
+    NucProcessModel *nucProcess() { return &m_nucProcess; }
+    LoadNucOptionsModel *loadNucOptions() override { return &m_loadNucOptions; }
     AdjustTimeModel *adjustTime() { return &m_adjustTime; }
     VideoOutputSettingsModel *videoOutputSettings() { return &m_videoOutputSettings; }
     FlagSettingsModel *flagSettings() override { return &m_flagSettings; }
@@ -122,9 +134,10 @@ public:
 
     StatusTabModel *statusTabModel() const { return m_statusTabModel; }
     SetupTabModel *setupTabModel() const { return m_setupTabModel; }
+    CorrectionTabModel *correctionTabModel() const { return m_correctionTabModel; }
 
-    /// Reads the Status tab, the Setup tab and the models of all visible sections again. The synchronisation settings
-    /// are read together with the general setup.
+    /// Reads the tabs Status, Setup and Correction and the models of all visible sections again. The synchronisation
+    /// settings are read together with the general setup.
     Q_INVOKABLE void refreshAllVisible();
     /// Combines a key and its modifiers in the integer by which the host identifies hot keys. Shift, Control and Alt
     /// alone count as no key; the Meta key counts as a key, but its modifier is ignored.
@@ -136,6 +149,7 @@ public:
     hlx::TSharedPtr<hlx::cam::IDevice> device() const override;
     std::shared_ptr<CapabilityBlock> capabilities() const override { return m_capabilities; }
     QMetaObject::Connection onConnectedChanged(const QObject *context, std::function<void()> listener) override;
+    QMetaObject::Connection onCapabilitiesChanged(const QObject *context, std::function<void()> listener) override;
     uint8_t hasNucMask() override { return m_hasNucMask; }
     void modifyHasNucMask(uint8_t mask, uint8_t values) override;
     void setPresetHasNuc(uint8_t preset, bool hasNuc) override;
@@ -179,6 +193,9 @@ private:
     const std::shared_ptr<CapabilityBlock> m_capabilities = std::make_shared<CapabilityBlock>();
     SyncSettingsModel m_syncSettings{this};
     CameraStateModel m_cameraState{this};
+    NucListModel m_nucList{this};
+    NucProcessModel m_nucProcess{this};
+    LoadNucOptionsModel m_loadNucOptions{this};
     AdjustTimeModel m_adjustTime{this};
     VideoOutputSettingsModel m_videoOutputSettings{this};
     SetupGeneralModel m_setupGeneralModel{this};
@@ -194,4 +211,5 @@ private:
     const QString m_mfgTabVisibilityKey = QStringLiteral("zvtCamCtrlMfgTabVisibility");
     StatusTabModel *m_statusTabModel = nullptr;
     SetupTabModel *m_setupTabModel = nullptr;
+    CorrectionTabModel *m_correctionTabModel = nullptr;
 };

@@ -2,6 +2,8 @@
 
 #include "common/FPASizeIntValidator.h"
 #include "common/ZvtModelTable.h"
+#include "correction/NucInfoModel.h"
+#include "correction/NucProcessModel.h"
 #include "plugin/ZvtCameraModel.h"
 #include "setup/SetupGeneralModel.h"
 #include "setup/SyncSettingsModel.h"
@@ -55,6 +57,8 @@ void registerTypes()
     registerUncreatable<ZvtCameraPresetModel>("ZvtCameraPresetModel", "Can only get through ZvtCameraModel");
     registerUncreatable<ZvtCameraModel>("ZvtCameraModel", "Can only get through controller plugin");
     registerUncreatable<SetupGeneralModel>("SetupGeneralModel", "Can only get through controller plugin");
+    registerUncreatable<NucInfoModel>("NucInfoModel", "Can only get through NucListModel");
+    registerUncreatable<NucProcessModel>("NucProcessModel", "Can only get through ZvtCameraModel");
     registerUncreatable<SyncSettingsModel>("SyncSettingsModel", "Can only get through controller plugin");
     registerCreatable<FPASizeIntValidator>("FPASizeIntValidator");
     registerCreatable<ZvtModelTable>("ZvtModelTable");

@@ -9,6 +9,11 @@
 #include "common/StringIntDisplaySanityModel.h"
 #include "common/ZvtModelModel.h"
 #include "common/ZvtModelTable.h"
+#include "correction/CorrectionTabModel.h"
+#include "correction/LoadNucOptionsModel.h"
+#include "correction/NucInfoModel.h"
+#include "correction/NucListModel.h"
+#include "correction/NucProcessModel.h"
 #include "plugin/ZvtCameraModel.h"
 #include "setup/EditFilterNamesModel.h"
 #include "setup/FilterNameEditorItemModel.h"
@@ -42,6 +47,8 @@
 
 // Registered by name.
 ZVT_FOREIGN_TYPE(FPASizeIntValidator, QML_NAMED_ELEMENT(FPASizeIntValidator))
+ZVT_FOREIGN_TYPE(NucInfoModel, QML_NAMED_ELEMENT(NucInfoModel) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(NucProcessModel, QML_NAMED_ELEMENT(NucProcessModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SetupGeneralModel, QML_NAMED_ELEMENT(SetupGeneralModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SyncSettingsModel, QML_NAMED_ELEMENT(SyncSettingsModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(ZvtCameraModel, QML_NAMED_ELEMENT(ZvtCameraModel) QML_UNCREATABLE(""))
@@ -55,10 +62,13 @@ ZVT_FOREIGN_TYPE(AdjustTimeModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraCapabilitiesModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraStateEntry, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraStateModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(CorrectionTabModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(EditFilterNamesModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(FilterNameEditorItemModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(FilterWheelItemModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(FlagSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(LoadNucOptionsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(NucListModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(ObjectListModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(SetupCoolerSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(SetupFilterWheelSettingsModel, QML_ANONYMOUS)

@@ -45,8 +45,9 @@ public:
     bool desiredSetWasValid() const { return m_desiredSetWasValid; } ///< The page also sets it, after an edit.
     void setDesiredSetWasValid(bool valid);
 
-    /// Whether the Setup page is shown and the camera is connected. The temperature is polled only then.
-    void setPageLive(bool live) { m_temperatureTimer.setPageLive(live); }
+    /// Whether the Setup page is shown with this section, and the camera is connected. The temperature is polled only
+    /// then, and only while the section is expanded.
+    void setSectionLive(bool live) { m_temperatureTimer.setSectionLive(live); }
 
     Q_INVOKABLE void refresh();
     /// Writes the desired temperature. desiredSetWasValid() is then whether the camera accepted it.

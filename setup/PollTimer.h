@@ -5,7 +5,7 @@
 #include <chrono>
 
 /// The timer of a section that polls the camera each second. It runs exactly while an operator can see the values: the
-/// section is expanded, its page is shown and the camera is connected. GUI thread only.
+/// section is expanded, its page is shown with it and the camera is connected. GUI thread only.
 class PollTimer : public QTimer
 {
 public:
@@ -18,22 +18,22 @@ public:
         check();
     }
 
-    /// Whether the page of the section is shown and the camera is connected.
-    void setPageLive(bool live)
+    /// Whether the page is shown with the header of the section, and the camera is connected.
+    void setSectionLive(bool live)
     {
-        m_pageLive = live;
+        m_sectionLive = live;
         check();
     }
 
 private:
     void check()
     {
-        if (!m_expanded || !m_pageLive)
+        if (!m_expanded || !m_sectionLive)
             stop();
         else if (!isActive())
             start();
     }
 
     bool m_expanded = false;
-    bool m_pageLive = false;
+    bool m_sectionLive = false;
 };

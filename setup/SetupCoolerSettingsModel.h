@@ -39,8 +39,9 @@ public:
     float setpoint() const { return m_setpoint; } ///< Celsius.
     void setSetpoint(float celsius); ///< Only stored until applySettings().
 
-    /// Whether the Setup page is shown and the camera is connected. The temperatures are polled only then.
-    void setPageLive(bool live) { m_temperatureTimer.setPageLive(live); }
+    /// Whether the Setup page is shown with this section, and the camera is connected. The temperatures are polled only
+    /// then, and only while the section is expanded.
+    void setSectionLive(bool live) { m_temperatureTimer.setSectionLive(live); }
 
     Q_INVOKABLE void refresh();
     Q_INVOKABLE void applySettings(); ///< Writes power and setpoint. Ignores both statuses.

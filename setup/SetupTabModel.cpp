@@ -33,8 +33,10 @@ zvtEEventType readEvent(const CameraAccess &camera)
 
 SetupTabModel::SetupTabModel(QObject *parent) : BaseTabModel(parent)
 {
-    if (auto *root = CameraRoot::of(this))
+    if (auto *root = CameraRoot::of(this)) {
         root->onConnectedChanged(this, [this] { connectedChangedCameraModel(); });
+        root->onCapabilitiesChanged(this, [this] { checkTimer(); });
+    }
     connectLensTimers();
     m_eventQueueTimer.setObjectName(QStringLiteral("eventQueueTimer"));
     m_eventQueueTimer.setInterval(std::chrono::seconds(5));
@@ -63,15 +65,16 @@ void SetupTabModel::setVisible(bool visible)
         checkTimer();
 }
 
-// The sections of the cooler and the flag poll the camera only while the page is shown and the camera is connected.
+// The sections of the cooler and the flag poll the camera only while the page is shown, the camera is connected, and it
+// has the equipment: the page hides the section of missing equipment.
 void SetupTabModel::checkTimer()
 {
     auto *root = CameraRoot::of(this);
     if (!root)
         return;
     const bool live = m_visible && root->connected();
-    root->setupCoolerSettingsModel()->setPageLive(live);
-    root->flagSettings()->setPageLive(live);
+    root->setupCoolerSettingsModel()->setSectionLive(live && root->capabilities()->hasTeCooler());
+    root->flagSettings()->setSectionLive(live && root->capabilities()->hasFlag());
 }
 
 void SetupTabModel::connectedChangedCameraModel() { checkTimer(); }

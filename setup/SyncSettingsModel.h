@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 
 /// How frames are synchronised, what a trigger starts, and what the sync output follows. Delays are in microseconds,
 /// and polarities are 0 for active low and 1 for active high. The modes and sources are -1 until they have been read.
@@ -87,6 +88,7 @@ public:
     uint32_t sequenceCount() const { return m_sequenceCount; } ///< The sequences that one trigger starts.
     void setSequenceCount(uint32_t count);
 
+    /// A delay is NaN until it has been read, since the camera's may be 0.
     float syncInDelay() const { return m_syncInDelay; }
     void setSyncInDelay(float microseconds);
     float triggerInDelay() const { return m_triggerInDelay; }
@@ -166,6 +168,7 @@ private:
     enum TimePart : size_t { Day, Hour, Minute, Second, Millisecond, Microsecond };
     using TriggerTime = std::array<int, 6>; ///< By TimePart.
     static constexpr size_t delayCount = 4; ///< One delay of the sync output for each preset.
+    static constexpr float unread = std::numeric_limits<float>::quiet_NaN(); ///< A delay before its first read.
 
     /// The result of a read.
     struct Result {
@@ -208,9 +211,9 @@ private:
     int m_triggerSource = -1;
     double m_triggerRate = 0;
     uint32_t m_sequenceCount = 0;
-    float m_syncInDelay = 0;
-    float m_triggerInDelay = 0;
-    std::array<float, delayCount> m_syncOutDelays{};
+    float m_syncInDelay = unread;
+    float m_triggerInDelay = unread;
+    std::array<float, delayCount> m_syncOutDelays{unread, unread, unread, unread};
     int m_syncOutPolarity = -1;
     int m_syncOutSource = -1;
     int m_syncInPolarity = -1;

@@ -1,6 +1,6 @@
 #include "standalone/OtherClient.h"
 
-#include "platform/emulator/Camera.h"
+#include "platform/emulator/OtherClient.h"
 #include "standalone/StandaloneModel.h"
 
 #include <QJsonArray>

@@ -1,11 +1,13 @@
 #include "state/CameraStateTransferWorker.h"
 
+#include <utility>
+
 #include "hlx/delegate.h"
 #include "zvt/zvtsdk.h"
 
 CameraStateTransferWorker::CameraStateTransferWorker(QObject *parent, uint64_t handle, bool upload, QString file,
                                                      QString name)
-    : QThread(parent), m_handle(handle), m_upload(upload), m_file(std::move(file)), m_name(std::move(name))
+    : TransferWorker(parent, handle, upload, std::move(file), std::move(name))
 {
 }
 
@@ -22,8 +24,5 @@ void CameraStateTransferWorker::run()
 
 int CameraStateTransferWorker::progress(unsigned int sent, unsigned int total)
 {
-    constexpr double wholePercent = 100.0;
-    // Avoids a division by zero.
-    emit progressChanged(total == 0 ? 0 : static_cast<int>(static_cast<double>(sent) / total * wholePercent));
-    return m_aborted ? -1 : 0;
+    return report(percentOf(sent, total));
 }

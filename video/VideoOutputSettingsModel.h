@@ -53,16 +53,18 @@ public:
     StringIntDisplaySanityModel *zoomFactorListModel() { return &m_zoomFactors; } ///< Texts and the camera's numbers.
     int selectedZoomFactorIndex() const { return m_zoomFactorIndex; } ///< A row of the list; -1 for an unlisted factor.
     void setSelectedZoomFactorIndex(int index); ///< A row outside the list sends 255.
-    int videoOutputXOffset() const { return m_offset.x(); } ///< Pixels of the raster, as is videoOutputYOffset().
+    /// The offset of the image for position 2, in pixels of the raster. The setters store any number, send nothing
+    /// until applyVideoOffsetSettings(), and signal each coordinate that differs, then the offset.
+    int videoOutputXOffset() const { return m_offset.x(); }
     void setVideoOutputXOffset(int x);
     int videoOutputYOffset() const { return m_offset.y(); }
     void setVideoOutputYOffset(int y);
     QPoint videoOutputOffset() const { return m_offset; }
     void setVideoOutputOffset(QPoint offset);
-    bool canChangePosition() const { return m_canChangePosition; }
+    bool canChangePosition() const { return m_canChangePosition; } ///< The camera lets its position be set.
     QSize displaySize() const; ///< The raster of the video format in pixels.
     float zoomScale() const; ///< Raster pixels for each pixel of the image. 0: the largest size that fits.
-    bool videoFormatIsNtsc() const;
+    bool videoFormatIsNtsc() const; ///< NTSC, also with square pixels: the formats 0 and 3. True until the first read.
 
     Q_INVOKABLE void refresh();
     Q_INVOKABLE float convertZoomFactorIndexToRealZoomFactor(int index) const; ///< As zoomScale(); 1 outside the list.

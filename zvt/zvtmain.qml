@@ -195,6 +195,12 @@ Item {
                             //: Title of a page
                             text: qsTr("Setup")
                         }
+
+                        PageTabButton {
+                            width: available ? tabBar.tabWidth : 0
+                            //: Title of a page
+                            text: qsTr("Correction")
+                        }
                     }
                 }
 
@@ -228,6 +234,15 @@ Item {
                     preload: root._preload
                     tabModel: cameraModel?.setupTabModel ?? null
                     selected: visible
+                }
+
+                CorrectionTab {
+                    camera: cameraModel
+                    connected: root._connected
+                    preload: root._preload
+                    tabModel: cameraModel?.correctionTabModel ?? null
+                    selected: visible
+                    onPageBlocked: blocked => root.setFakeOverlay(blocked)
                 }
             }
         }

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import zvt.look
 import zvt.rows
 
-// The current name of a state, and a field for its new name.
+// The current name of a state or a correction, and a field for its new name.
 GridLayout {
     id: fields
 
@@ -22,7 +22,7 @@ GridLayout {
 
         Layout.alignment: Qt.AlignRight
         Accessible.ignored: true
-        //: The current name of a state
+        //: The current name of a state or a correction
         text: qsTr("Old Name")
     }
 
@@ -39,7 +39,7 @@ GridLayout {
 
         Layout.alignment: Qt.AlignRight
         Accessible.ignored: true
-        //: The new name of a state
+        //: The new name of a state or a correction
         text: qsTr("New Name")
     }
 

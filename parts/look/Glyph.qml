@@ -13,6 +13,7 @@ QtObject {
     readonly property string connect: "\uf1e6"
     readonly property string cross: "\uf00d"
     readonly property string disconnect: "\uf127"
+    readonly property string eject: "\uf052"
     readonly property string exclamation: "\uf06a"
     readonly property string flipHorizontally: "\uf07e"
     readonly property string flipVertically: "\uf07d"

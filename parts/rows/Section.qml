@@ -5,9 +5,7 @@ import zvt
 import zvt.look
 
 // A section of a page: a header, and below it a body that is visible while the section is expanded. A click on the
-// header emits `toggle`; if the section is collapsed, it emits `refresh` first. The body is created when it is first
-// visible. If `preload` is set, the body of an expanded section is created asynchronously while the page is hidden. A
-// body is kept when the section collapses.
+// header emits `toggle`; if the section is collapsed, it emits `refresh` first.
 ColumnLayout {
     id: section
 
@@ -27,7 +25,7 @@ ColumnLayout {
 
     // Whether the operator holds down a control of the body. The page must not scroll meanwhile.
     readonly property bool controlHeld: _body ? _body.controlHeld : false
-    readonly property SectionBody _body: contents.item as SectionBody
+    readonly property SectionBody _body: contents.sectionBody
 
     // Asks the page to read the models of the section.
     signal refresh
@@ -57,42 +55,18 @@ ColumnLayout {
         onRefreshSection: section.refresh()
     }
 
-    Loader {
+    BodyLoader {
         id: contents
 
-        readonly property bool _wanted: section.expanded && (section.isShown || section.preload)
-        readonly property bool _wantedNow: section.expanded && section.isShown
-
-        // If the page is shown while the body is still loading asynchronously, the body is loaded again, synchronously.
-        // The first load is ended before that: if only `asynchronous` changed, the loader would complete it without the
-        // initial properties.
-        function _make() {
-            const hidden = !section.isShown
-            if (!_wanted || status === Loader.Ready || (status === Loader.Loading && hidden))
-                return
-            if (status === Loader.Loading)
-                source = ""
-            asynchronous = hidden
-            setSource(section.body, {
-                camera: Qt.binding(() => section.camera),
-                connected: Qt.binding(() => section.connected),
-                isShown: Qt.binding(() => section.isShown)
-            })
-        }
-
-        visible: section.expanded
-        enabled: section.connected && (section.usable || (section._body ? section._body.beingEdited : false))
+        body: section.body
+        camera: section.camera
+        connected: section.connected
+        isShown: section.isShown
+        preload: section.preload
+        expanded: section.expanded
+        usable: section.usable
         Layout.fillWidth: true
         Layout.margins: Look.margin
-        on_WantedNowChanged: _make()
-        on_WantedChanged: _make()
-        Component.onCompleted: _make()
-    }
-
-    Connections {
-        target: section._body
-        function onScrollTo(item: Item) {
-            section.scrollTo(item)
-        }
+        onLoaded: sectionBody.scrollTo.connect(section.scrollTo)
     }
 }

@@ -10,54 +10,58 @@ SectionBody {
 
     readonly property bool _hasRefreshed: camera ? camera.setupCoolerSettingsModel.hasRefreshed : false
     property bool _wasRead
+    // Each of the numbers may be 0, and may fail to be read.
+    property bool _actualWasRead
+    property bool _internalWasRead
+    property bool _setpointWasRead
     // Whether the operator has changed something since the last read and has not applied it.
     property bool _unapplied
 
-    // The setpoint may be 0, so it is known to be read only after a read.
     function _updateRead() {
         if (_hasRefreshed)
             _wasRead = true
         _unapplied = false
     }
 
-    // A temperature that has not been read is 0.
-    function _temperatureText(temperature: real): string {
-        return camera && temperature !== 0 ? camera.safeConvertFloatToLocaleString(temperature, 2) : ""
-    }
-
-    component ValueRow: SettingRow {
-        id: row
-
-        property string value
-
-        labelWidth: Look.wideLabelWidth
-
-        PlainLabel {
-            Layout.minimumHeight: Look.rowHeight
-            opacity: enabled ? 1 : Look.disabledOpacity
-            text: row.value
-            verticalAlignment: Text.AlignVCenter
-
-            Accessible.name: row.name
-            Accessible.description: row.value
-        }
+    function _text(temperature: real, wasRead: bool): string {
+        return camera && wasRead ? camera.safeConvertFloatToLocaleString(temperature, 2) : ""
     }
 
     twoColumnWidth: 680
     rowSpacing: Look.rowSpacing
     on_HasRefreshedChanged: _updateRead()
-    Component.onCompleted: _updateRead()
+    Component.onCompleted: {
+        _updateRead()
+        _setpointWasRead = _hasRefreshed
+    }
+
+    Connections {
+        target: settings.camera ? settings.camera.setupCoolerSettingsModel : null
+        // The signals of a read or poll are those of the numbers that it has read, changed or not.
+        function onActualTempChanged() {
+            settings._actualWasRead = true
+        }
+        function onInternalTempChanged() {
+            settings._internalWasRead = true
+        }
+        function onSetpointChanged() {
+            settings._setpointWasRead = true
+        }
+    }
 
     ValueRow {
+        labelWidth: Look.wideLabelWidth
         //: Heading of the kind of cooler
         heading: qsTr("Cooler Type:")
         value: settings.camera && settings._wasRead ? settings.camera.setupCoolerSettingsModel.coolerType : ""
     }
 
     ValueRow {
+        labelWidth: Look.wideLabelWidth
         //: Heading of the temperature of what the cooler cools
         heading: qsTr("Actual Temperature:")
-        value: settings._temperatureText(settings.camera ? settings.camera.setupCoolerSettingsModel.actualTemp : 0)
+        value: settings._text(settings.camera ? settings.camera.setupCoolerSettingsModel.actualTemp : 0,
+                              settings._actualWasRead)
     }
 
     SettingRow {
@@ -78,9 +82,11 @@ SectionBody {
     }
 
     ValueRow {
+        labelWidth: Look.wideLabelWidth
         //: Heading of the temperature inside the camera
         heading: qsTr("Internal Temperature:")
-        value: settings._temperatureText(settings.camera ? settings.camera.setupCoolerSettingsModel.internalTemp : 0)
+        value: settings._text(settings.camera ? settings.camera.setupCoolerSettingsModel.internalTemp : 0,
+                              settings._internalWasRead)
     }
 
     SettingRow {
@@ -92,9 +98,8 @@ SectionBody {
 
         NumberBox {
             name: setpointRow.name
-            modelText: settings.camera && settings._wasRead
-                       ? settings.camera.safeConvertFloatToLocaleString(
-                             settings.camera.setupCoolerSettingsModel.setpoint, 2) : ""
+            modelText: settings._text(settings.camera ? settings.camera.setupCoolerSettingsModel.setpoint : 0,
+                                      settings._setpointWasRead)
             from: -Infinity
             decimals: -1
             onEntered: number => {

@@ -67,9 +67,7 @@ SectionBody {
                 }
             }
 
-            SettingRow {
-                id: temperatureRow
-
+            ValueRow {
                 readonly property string temperature: settings._text(
                                                           settings.camera
                                                           ? settings.camera.flagSettings.currentFlagTemperature : 0)
@@ -77,16 +75,7 @@ SectionBody {
                 enabled: settings._coolerEnabled
                 //: Heading of the temperature of the flag
                 heading: qsTr("Temperature:")
-
-                PlainLabel {
-                    Layout.minimumHeight: Look.rowHeight
-                    opacity: enabled ? 1 : Look.disabledOpacity
-                    text: temperatureRow.temperature !== "" ? temperatureRow.temperature + " °C" : ""
-                    verticalAlignment: Text.AlignVCenter
-
-                    Accessible.name: temperatureRow.name
-                    Accessible.description: text
-                }
+                value: temperature !== "" ? temperature + " °C" : ""
             }
 
             SettingRow {

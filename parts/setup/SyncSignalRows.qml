@@ -14,11 +14,10 @@ RowGroup {
     required property bool busy
 
     readonly property SyncSettingsModel sync: camera ? camera.syncSettings : null
-    // The mode is -1 until the camera has answered a read, and a delay may be 0.
-    readonly property bool wasRead: sync ? sync.syncMode >= 0 : false
 
+    // A delay that has not been read is NaN.
     function _text(microseconds: real): string {
-        return wasRead ? camera.safeConvertFloatToLocaleString(microseconds, 2) : ""
+        return camera && !isNaN(microseconds) ? camera.safeConvertFloatToLocaleString(microseconds, 2) : ""
     }
 
     component DelayRow: SettingRow {
@@ -61,7 +60,7 @@ RowGroup {
     DelayRow {
         //: In microseconds
         heading: qsTr("Sync In Delay (us):")
-        modelText: rows._text(rows.sync ? rows.sync.syncInDelay : 0)
+        modelText: rows._text(rows.sync ? rows.sync.syncInDelay : NaN)
         onEntered: microseconds => rows.sync.syncInDelay = microseconds
     }
 
@@ -75,7 +74,7 @@ RowGroup {
     DelayRow {
         //: In microseconds
         heading: qsTr("Trigger In Delay (us):")
-        modelText: rows._text(rows.sync ? rows.sync.triggerInDelay : 0)
+        modelText: rows._text(rows.sync ? rows.sync.triggerInDelay : NaN)
         onEntered: microseconds => rows.sync.triggerInDelay = microseconds
     }
 
@@ -104,7 +103,7 @@ RowGroup {
 
                 //: Preset 0
                 caption: qsTr("PS0:")
-                modelText: rows._text(rows.sync ? rows.sync.syncOutDelayPS0 : 0)
+                modelText: rows._text(rows.sync ? rows.sync.syncOutDelayPS0 : NaN)
                 onEntered: microseconds => rows.sync.syncOutDelayPS0 = microseconds
             }
 
@@ -113,7 +112,7 @@ RowGroup {
 
                 //: Preset 1
                 caption: qsTr("PS1:")
-                modelText: rows._text(rows.sync ? rows.sync.syncOutDelayPS1 : 0)
+                modelText: rows._text(rows.sync ? rows.sync.syncOutDelayPS1 : NaN)
                 onEntered: microseconds => rows.sync.syncOutDelayPS1 = microseconds
             }
 
@@ -122,7 +121,7 @@ RowGroup {
 
                 //: Preset 2
                 caption: qsTr("PS2:")
-                modelText: rows._text(rows.sync ? rows.sync.syncOutDelayPS2 : 0)
+                modelText: rows._text(rows.sync ? rows.sync.syncOutDelayPS2 : NaN)
                 onEntered: microseconds => rows.sync.syncOutDelayPS2 = microseconds
             }
 
@@ -131,7 +130,7 @@ RowGroup {
 
                 //: Preset 3
                 caption: qsTr("PS3:")
-                modelText: rows._text(rows.sync ? rows.sync.syncOutDelayPS3 : 0)
+                modelText: rows._text(rows.sync ? rows.sync.syncOutDelayPS3 : NaN)
                 onEntered: microseconds => rows.sync.syncOutDelayPS3 = microseconds
             }
         }

@@ -23,7 +23,8 @@ RowGroup {
         //: What a trigger starts
         heading: qsTr("Trigger Mode:")
         model: rows.sync ? rows.sync.triggerModeStrings : []
-        currentIndex: rows.sync ? rows.sync.triggerModeIndex : -1
+        // Depends on `model`, since a new list selects its first row.
+        currentIndex: model && rows.sync ? rows.sync.triggerModeIndex : -1
         onActivated: index => rows.sync.triggerModeIndex = index
     }
 

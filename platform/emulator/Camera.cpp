@@ -3,15 +3,19 @@
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/DeviceKind.h"
 #include "platform/emulator/MemoryWriter.h"
+#include "platform/emulator/OtherClient.h"
 #include "platform/emulator/Section.h"
 #include "platform/emulator/SetupError.h"
 #include "platform/emulator/Storage.h"
+#include "platform/emulator/Unlocked.h"
+#include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/EventQueue.h"
 #include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/Identity.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
 #include "platform/emulator/image/frame.h"
+#include "platform/emulator/image/output.h"
 #include "zvt/zvttypes.h"
 
 #include <QDir>
@@ -167,6 +171,8 @@ Camera::Camera(Profile profile, QString folder)
         const QJsonValue values = m_profile.devices().value(kind.key);
         if (values.isUndefined() && kind.presence == DeviceKind::WhereListed)
             continue;
+        if (kind.presence == DeviceKind::WithCorrections && !device<Corrections>())
+            continue;
         Section section(values.toObject(), QStringLiteral("profile ") + m_profile.source(),
                         QStringLiteral("devices.") + kind.key);
         auto device = kind.make(*this, section);
@@ -251,10 +257,12 @@ Device *Camera::deviceOf(const QString &key) const
     return found == m_state->byKey.end() ? nullptr : found->second.device;
 }
 
+Camera::OtherClient Camera::otherClient() { return OtherClient(*this); }
+
 bool Camera::OtherClient::set(const QString &name, const QVariant &value, QString *why)
 {
     const std::lock_guard lock(m_camera.m_mutex);
-    m_camera.settle();
+    m_camera.catchUp();
     const auto dot = name.indexOf(QLatin1Char('.'));
     auto *const target = dot < 0 ? nullptr : m_camera.deviceOf(name.left(dot));
     const Refusal refusal = target ? target->change(name.mid(dot + 1), fromVariant(value)) : noSuchSetting();
@@ -263,7 +271,7 @@ bool Camera::OtherClient::set(const QString &name, const QVariant &value, QStrin
             *why = QStringLiteral("other client: %1: %2").arg(name, refusal);
         return false;
     }
-    m_camera.settle();
+    m_camera.catchUp();
     m_camera.device<EventQueue>()->push(ZVT_EVENT_SETTINGS_CHANGED);
     return true;
 }
@@ -309,7 +317,12 @@ Status Camera::letTimePass(int64_t milliseconds)
     return connected() ? Ok : NotConnected;
 }
 
-void Camera::settle() { m_state->frameClock->settle(); }
+void Camera::catchUp()
+{
+    m_state->frameClock->updateFrameTiming();
+    for (const auto &device : m_devices)
+        device->catchUp();
+}
 
 image::Exposure Camera::exposure(const FrameStart &start) const
 {
@@ -322,28 +335,33 @@ image::Exposure Camera::exposure(const FrameStart &start) const
     return exposure;
 }
 
-std::optional<Frame> Camera::newestFrame(int preset)
+std::optional<Frame> Camera::newestFrame(int preset, std::optional<image::Output> output)
 {
     std::unique_lock lock(m_mutex);
     const auto start = m_state->frameClock->newest(preset);
-    return start ? render(*start, std::move(lock)) : std::nullopt;
+    return start ? render(*start, output, std::move(lock)) : std::nullopt;
 }
 
-std::optional<Frame> Camera::frame(int preset, uint64_t number)
+std::optional<Frame> Camera::frame(int preset, uint64_t number, std::optional<image::Output> output)
 {
     std::unique_lock lock(m_mutex);
     const auto start = m_state->frameClock->frame(number);
-    return start && start->preset == preset ? render(*start, std::move(lock)) : std::nullopt;
+    return start && start->preset == preset ? render(*start, output, std::move(lock)) : std::nullopt;
 }
 
-/// Renders a frame after it has released the lock.
-std::optional<Frame> Camera::render(const FrameStart &start, std::unique_lock<std::recursive_mutex> lock)
+/// Renders a frame, raw without an output, after it has released the lock.
+std::optional<Frame> Camera::render(const FrameStart &start, std::optional<image::Output> output,
+                                    std::unique_lock<std::recursive_mutex> lock)
 {
     image::Exposure exposure = this->exposure(start);
     lock.unlock();
     exposure.detector = device<Sensor>()->array().mapsFor(exposure.window);
+    if (auto *const corrections = device<Corrections>(); corrections && output)
+        exposure.correction = corrections->table(start.preset);
     Frame frame{start, {exposure.window.width, exposure.window.height}, {}};
-    if (!image::renderFrame(exposure, frame.counts))
+    const bool rendered
+        = output ? image::renderOutput(exposure, *output, frame.counts) : image::renderFrame(exposure, frame.counts);
+    if (!rendered)
         return std::nullopt;
     return frame;
 }
@@ -351,7 +369,7 @@ std::optional<Frame> Camera::render(const FrameStart &start, std::unique_lock<st
 std::vector<SettingInfo> Camera::settings() const
 {
     const std::lock_guard lock(m_mutex);
-    m_state->frameClock->settle();
+    m_state->frameClock->updateFrameTiming();
     std::vector<SettingInfo> list;
     for (const auto &[key, entry] : m_state->byKey)
         for (SettingInfo &setting : entry.device->settings()) {
@@ -364,16 +382,16 @@ std::vector<SettingInfo> Camera::settings() const
 QJsonObject Camera::snapshot() const
 {
     const std::lock_guard lock(m_mutex);
-    m_state->frameClock->settle();
+    m_state->frameClock->updateFrameTiming();
     return m_state->save(&State::DeviceEntry::inSnapshots);
 }
 
 void Camera::restore(const QJsonObject &snapshot, const QString &source)
 {
     const std::lock_guard lock(m_mutex);
-    settle();
+    catchUp();
     m_state->restore(&State::DeviceEntry::inSnapshots, snapshot, source);
-    settle();
+    catchUp();
     remember();
 }
 

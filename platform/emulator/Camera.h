@@ -16,6 +16,11 @@
 #include <optional>
 #include <vector>
 
+namespace emulator::image
+{
+enum class Output;
+}
+
 namespace emulator
 {
 
@@ -64,56 +69,30 @@ public:
     /// The camera's lock, which is held while a device answers a call.
     std::recursive_mutex &mutex() { return m_mutex; }
 
-    /// Releases the camera's lock while this object exists. Use it for the slow part of an operation, and while a
-    /// delegate of the SDK's caller runs. The thread must hold the lock exactly once, as it does in a function of a
-    /// device that a call to the camera runs.
-    class Unlocked
-    {
-    public:
-        explicit Unlocked(Camera &camera) : m_mutex(camera.m_mutex) { m_mutex.unlock(); }
-        Unlocked(const Unlocked &) = delete;
-        Unlocked &operator=(const Unlocked &) = delete;
-        ~Unlocked() { m_mutex.lock(); }
-
-    private:
-        std::recursive_mutex &m_mutex;
-    };
+    class Unlocked;
 
     /// Waits for the duration of a slow operation by Clock::wait(), with the lock released. Other operations may change
     /// the camera meanwhile, so the caller must read values again afterwards. Returns Ok, or NotConnected if the camera
     /// is no longer connected; the operation must then end with that status.
     Status letTimePass(int64_t milliseconds);
 
-    /// The newest raw frame of a preset, and the frame with a number. Empty if the preset has not had this frame,
-    /// if the number is too old for FrameClock::frame(), or if the window is too large for frames. A frame shows the
-    /// camera as it is now, also if it began earlier. Its pixels are computed on the calling thread, which must not
-    /// hold the camera's lock.
-    std::optional<Frame> newestFrame(int preset);
-    std::optional<Frame> frame(int preset, uint64_t number);
+    /// The newest frame of a preset, and the frame with a number: as an output shows it, or raw. Empty if the preset
+    /// has not had this frame, if the number is too old for FrameClock::frame(), or if the window is too large for
+    /// frames. A frame shows the camera as it is now, also if it began earlier. Its pixels are computed on the calling
+    /// thread, which must not hold the camera's lock.
+    std::optional<Frame> newestFrame(int preset, std::optional<image::Output> output = {});
+    std::optional<Frame> frame(int preset, uint64_t number, std::optional<image::Output> output = {});
 
     /// The exposure of a frame, with the present values of all devices. It has no detector until the maps of the
     /// detector have been made.
     image::Exposure exposure(const FrameStart &start) const;
 
-    /// Carries out the triggers so far; frames that begin from now on have the present timing. Called with the camera's
-    /// lock, before and after each operation and change.
-    void settle();
+    /// Carries out what has become due: the triggers so far, and Device::catchUp() of all devices. Frames that begin
+    /// from now on have the present timing. Called with the camera's lock, before and after each operation and change.
+    void catchUp();
 
-    /// Changes settings as another client of the camera does. Each change raises ZVT_EVENT_SETTINGS_CHANGED.
-    class OtherClient
-    {
-    public:
-        /// Changes the setting `name`, which has the form "device.setting". Returns false if the change is refused. It
-        /// then sets `why` to one line for the user, for example "other client: cooler.setpoint: must lie between 60
-        /// and 120".
-        bool set(const QString &name, const QVariant &value, QString *why = nullptr);
-
-    private:
-        friend class Camera;
-        explicit OtherClient(Camera &camera) : m_camera(camera) { }
-        Camera &m_camera;
-    };
-    OtherClient otherClient() { return OtherClient(*this); }
+    class OtherClient;
+    OtherClient otherClient();
 
     /// The settings that other clients may change, ordered by device. Their names have the form "device.setting".
     std::vector<SettingInfo> settings() const;
@@ -152,7 +131,8 @@ private:
     QJsonObject readMemory() const;
     void writeMemory();
     void setConnected(bool connected);
-    std::optional<Frame> render(const FrameStart &start, std::unique_lock<std::recursive_mutex> lock);
+    std::optional<Frame> render(const FrameStart &start, std::optional<image::Output> output,
+                                std::unique_lock<std::recursive_mutex> lock);
     Device *deviceOf(const QString &key) const;
 
     Profile m_profile;

@@ -2,7 +2,9 @@
 
 #include <atomic>
 #include <chrono>
+#include <mutex>
 #include <thread>
+#include <utility>
 
 namespace emulator
 {
@@ -14,6 +16,18 @@ constexpr int64_t manualStart = 1709208000000; // 2024-02-29 12:00:00 UTC: a lea
 
 std::atomic<bool> manualClock{false};
 std::atomic<int64_t> manualTime{manualStart};
+
+std::mutex actionMutex;
+std::function<void()> nextAction; ///< Of duringNextWait().
+
+void runNextAction()
+{
+    std::unique_lock lock(actionMutex);
+    const auto action = std::exchange(nextAction, nullptr);
+    lock.unlock();
+    if (action)
+        action();
+}
 
 } // namespace
 
@@ -31,6 +45,12 @@ void Clock::manual()
     manualClock = true;
 }
 
+void Clock::stop()
+{
+    manualTime = now();
+    manualClock = true;
+}
+
 void Clock::automatic() { manualClock = false; }
 
 bool Clock::isManual() { return manualClock; }
@@ -43,10 +63,18 @@ void Clock::advance(int64_t milliseconds)
 
 void Clock::wait(int64_t milliseconds)
 {
-    if (manualClock)
+    if (manualClock) {
+        runNextAction();
         advance(milliseconds);
-    else if (milliseconds > 0)
+    } else if (milliseconds > 0) {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    }
+}
+
+void Clock::duringNextWait(std::function<void()> action)
+{
+    const std::lock_guard lock(actionMutex);
+    nextAction = std::move(action);
 }
 
 int64_t Clock::remaining(int64_t end, int64_t duration)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 namespace emulator
 {
@@ -17,6 +18,9 @@ public:
     /// it.
     static void manual();
 
+    /// Stops the clock at its present time, as manual() at a fixed one.
+    static void stop();
+
     /// Lets the clock follow the computer's clock again.
     static void automatic();
 
@@ -28,6 +32,10 @@ public:
     /// Lets the time of an operation pass. Sleeps with an automatic clock; moves a manual clock forward, so that a call
     /// never waits for a test to advance the clock.
     static void wait(int64_t milliseconds);
+
+    /// For tests of changes during a slow operation: the next wait() of a manual clock calls `action` once, on its
+    /// thread.
+    static void duringNextWait(std::function<void()> action);
 
     /// Returns how much remains of an operation that takes `duration` milliseconds and ends at `end`: 0 after its end,
     /// and if the computer's clock has been set back since its start.

@@ -13,6 +13,8 @@ QStringList Device::restore(const QJsonObject &values) { return m_table.restore(
 
 void Device::connectionChanged(bool) { }
 
+void Device::catchUp() { }
+
 void Device::expose(int, image::Exposure &) const { }
 
 Refusal Device::change(const QString &name, const QJsonValue &value) { return m_table.change(name, value); }

@@ -60,6 +60,10 @@ public:
     /// The camera has been connected or disconnected. It is switched on by its first connection.
     virtual void connectionChanged(bool connected);
 
+    /// Carries out what has become due since the last time. Called with the camera's lock held, before and after each
+    /// operation and change, so it should return early: an idle device takes below 0.1 us.
+    virtual void catchUp();
+
     /// Sets those properties of the exposure of a preset that depend on this device, as they are now. The devices
     /// are asked in the order of DeviceKind::all(); a later one may use and replace what earlier ones have set. All of
     /// them together take at most 50 us.

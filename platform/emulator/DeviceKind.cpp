@@ -1,11 +1,18 @@
 #include "platform/emulator/DeviceKind.h"
 
+#include "platform/emulator/devices/Analog.h"
 #include "platform/emulator/devices/Athermalization.h"
 #include "platform/emulator/devices/AutoFocus.h"
+#include "platform/emulator/devices/AutomaticCorrection.h"
 #include "platform/emulator/devices/CameraClock.h"
+#include "platform/emulator/devices/Color.h"
 #include "platform/emulator/devices/Cooler.h"
+#include "platform/emulator/devices/CorrectionRun.h"
+#include "platform/emulator/devices/CorrectionSetup.h"
+#include "platform/emulator/devices/CorrectionStore.h"
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/DetectorGain.h"
+#include "platform/emulator/devices/DigitalGain.h"
 #include "platform/emulator/devices/EmulatorProperties.h"
 #include "platform/emulator/devices/Environment.h"
 #include "platform/emulator/devices/FactoryCalibrations.h"
@@ -59,18 +66,24 @@ constexpr std::array kinds{
     kind<CameraClock>("clock", Always, Remembers, LeftOut),
     kind<HourMeter>("hours", Always, Remembers, LeftOut),
     kind<Sensor>("sensor", Always, Forgets, Included),
+    kind<Color>("color", Always, Forgets, Included),
+    kind<Analog>("analog", WhereListed, Forgets, Included),
+    kind<DigitalGain>("digital", Always, Forgets, Included),
     kind<Saturation>("saturation", Always, Forgets, LeftOut),
     kind<Cooler>("cooler", WhereListed, Remembers, Included),
     kind<Temperatures>("temperatures", WhereListed, Forgets, LeftOut),
     kind<FilterWheel>("filters", WhereListed, Remembers, Included),
     kind<Flag>("flag", WhereListed, Remembers, LeftOut),
-    kind<Corrections>("corrections", WhereListed, Forgets, LeftOut),
+    kind<Corrections>("corrections", WhereListed, Forgets, Included),
+    kind<CorrectionSetup>("correctionSetup", WithCorrections, Forgets, LeftOut),
     kind<DetectorGain>("gain", WhereListed, Forgets, Included),
     kind<ImageMode>("image", Always, Forgets, Included),
     kind<FrameSync>("sync", Always, Forgets, Included),
     kind<SyncOut>("syncOut", Always, Forgets, Included),
     kind<Trigger>("trigger", Always, Forgets, Included),
     kind<FrameClock>("frames", Always, Forgets, LeftOut),
+    kind<CorrectionRun>("correctionRun", WithCorrections, Forgets, LeftOut),
+    kind<AutomaticCorrection>("automaticCorrection", WithCorrections, Forgets, Included),
     kind<VideoOutput>("video", Always, Forgets, Included),
     kind<Zoom>("zoom", WhereListed, Remembers, Included),
     kind<FieldOfView>("fieldOfView", WhereListed, Remembers, Included),
@@ -81,6 +94,7 @@ constexpr std::array kinds{
     kind<Athermalization>("athermalization", WhereListed, Forgets, Included),
     kind<LensStates>("lensStates", WhereListed, Forgets, LeftOut),
     kind<FactoryCalibrations>("factoryCalibrations", WhereListed, Forgets, Included),
+    kind<CorrectionStore>("nucs", WithCorrections, Remembers, LeftOut),
     kind<Information>("information", WhereListed, Forgets, LeftOut),
     kind<FileTransfer>("transfers", Always, Forgets, LeftOut),
     kind<StateStore>("states", Always, Remembers, LeftOut),

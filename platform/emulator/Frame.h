@@ -17,7 +17,7 @@ struct FrameStart {
     bool operator==(const FrameStart &) const = default;
 };
 
-/// A raw frame of the sensor, before any correction.
+/// A frame: raw, before any correction, or as an output shows it.
 struct Frame {
     FrameStart start;
     image::Size size;

@@ -69,8 +69,8 @@ public:
     void delay(int milliseconds, const std::string &name = "*");
 
     /// Lets calls of this name return scripted values without asking the device. `value` is the value of the output (a
-    /// text for a text buffer), a QVariantList if there are several outputs, or the result (a bool) of a controller
-    /// operation without outputs. An invalid QVariant ends the script.
+    /// text for a text buffer, QVariant::fromValue() for a plain structure), a QVariantList if there are several
+    /// outputs, or the result (a bool) of a controller operation without outputs. An invalid QVariant ends the script.
     void script(const std::string &name, const QVariant &value);
 
     /// While `fill` is true, every text fills its buffer to the last byte, without a terminating zero, as on older

@@ -61,6 +61,9 @@ private:
     {
         if constexpr (isTextOutput<T>)
             argument.copyToBuffer(fillsBuffers());
+        else if constexpr (isTextField<T>)
+            if (fillsBuffers())
+                argument.fill();
     }
 
     const std::shared_ptr<Gate::State> m_state;

@@ -2,6 +2,7 @@
 
 #include "hlx/CString.h"
 #include "hlx/delegate.h"
+#include "platform/emulator/textArguments.h"
 
 #include <QVariant>
 
@@ -13,29 +14,6 @@
 namespace emulator
 {
 
-/// A text output of a function, with the buffer of the caller. The device writes `value`; the gate copies it into the
-/// buffer after the call has succeeded.
-class Text
-{
-public:
-    Text(char *buffer, uint32_t size) : m_buffer(buffer), m_size(size) { }
-    Text(const Text &) = delete;
-    Text &operator=(const Text &) = delete;
-
-    std::string value; ///< UTF-8.
-
-    /// False for a null buffer or a buffer of 0 bytes.
-    bool usable() const { return m_buffer && m_size > 0; }
-
-    /// Writes `value` with a terminating zero. A text that does not fit is cut between two characters. With `fill` the
-    /// text has no terminating zero and is extended by "#" to the end of the buffer.
-    void copyToBuffer(bool fill) const;
-
-private:
-    char *m_buffer;
-    uint32_t m_size;
-};
-
 // The gate distinguishes the inputs of a function from its outputs by the types of its arguments.
 
 template <class T> struct IsDelegate : std::false_type {
@@ -44,6 +22,7 @@ template <class Signature> struct IsDelegate<hlx::delegate<Signature>> : std::tr
 };
 
 template <class T> constexpr bool isTextOutput = std::is_same_v<T, Text>;
+template <class T> constexpr bool isTextField = std::is_same_v<T, TextField>;
 
 /// Whether a function may write to a T through a pointer. A pointer to a delegate is an input, which may be null.
 template <class T> constexpr bool isWritable = !(IsDelegate<T>::value || std::is_const_v<T>);
@@ -52,14 +31,19 @@ template <class T> constexpr bool isPointerOutput = isWritable<std::remove_point
 
 template <class T> constexpr bool isScalar = std::is_arithmetic_v<T> || std::is_enum_v<T>;
 
+/// A plain structure, such as the description of a correction.
+template <class T> constexpr bool isRecord = std::is_class_v<T> &&std::is_trivially_copyable_v<T>;
+
 /// Whether a script can set the value of this output.
 template <class T>
-constexpr bool isScriptable = isTextOutput<T> || (isPointerOutput<T> && isScalar<std::remove_pointer_t<T>>);
+constexpr bool isScriptable
+    = isTextOutput<
+          T> || (isPointerOutput<T> && (isScalar<std::remove_pointer_t<T>> || isRecord<std::remove_pointer_t<T>>));
 
 /// Returns whether a call can be made with this argument: outputs and texts must not be null.
 template <class T> bool usable(const T &argument)
 {
-    if constexpr (isTextOutput<T>)
+    if constexpr (isTextOutput<T> || isTextField<T>)
         return argument.usable();
     else if constexpr (isPointerOutput<T> || std::is_same_v<T, const char *>)
         return argument != nullptr;
@@ -94,7 +78,7 @@ template <class T> void appendInput(std::string &list, const T &argument)
 /// Appends an argument to the inputs in the call log. Does nothing for an output.
 template <class T> void appendArgument(std::string &list, const T &argument)
 {
-    if constexpr (!isTextOutput<T> && !isPointerOutput<T>) {
+    if constexpr (!isTextOutput<T> && !isTextField<T> && !isPointerOutput<T>) {
         if (!list.empty())
             list += ", ";
         appendInput(list, argument);
@@ -119,6 +103,8 @@ template <class T> void takeScripted(QVariantList &values, T &argument)
         using Value = std::remove_pointer_t<T>;
         if constexpr (isTextOutput<T>)
             argument.value = scripted.toString().toStdString();
+        else if constexpr (isRecord<Value>)
+            *argument = scripted.value<Value>();
         else if constexpr (std::is_same_v<Value, bool>)
             *argument = scripted.toBool();
         else if constexpr (std::is_floating_point_v<Value>)

@@ -4,4 +4,5 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/Gate.h"
+#include "platform/emulator/OtherClient.h"
 #include "platform/emulator/Profile.h"

@@ -59,9 +59,9 @@ int callCamera(std::shared_ptr<Camera> camera, const char *name, bool resultIsSc
         return pass.end(NotConnected);
     const auto answer = [&]() -> int {
         const std::lock_guard lock(camera->mutex());
-        camera->settle();
+        camera->catchUp();
         const int status = statusOf(body, *camera);
-        camera->settle();
+        camera->catchUp();
         return status;
     };
     return pass.answer(resultIsScripted, answer, arguments...);

@@ -12,6 +12,7 @@ namespace
 
 constexpr size_t maximumFileNameBytes = 255;
 constexpr size_t maximumStateNameBytes = 199; // The name and its terminating zero fit into 200 bytes.
+constexpr size_t maximumCorrectionNameBytes = 200;
 
 } // namespace
 
@@ -24,5 +25,7 @@ bool isFileName(std::string_view name)
 }
 
 bool isStateName(std::string_view name) { return name.size() <= maximumStateNameBytes && isFileName(name); }
+
+bool isCorrectionName(std::string_view name) { return name.size() <= maximumCorrectionNameBytes && isFileName(name); }
 
 } // namespace emulator

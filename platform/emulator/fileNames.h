@@ -12,4 +12,7 @@ bool isFileName(std::string_view name);
 /// Returns whether a state of a camera can have this name: a file name of at most 199 bytes.
 bool isStateName(std::string_view name);
 
+/// Returns whether a correction of a camera can have this name: a file name of at most 200 bytes.
+bool isCorrectionName(std::string_view name);
+
 } // namespace emulator

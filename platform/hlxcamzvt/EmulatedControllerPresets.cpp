@@ -210,7 +210,7 @@ bool EmulatedController::GetPresetSequence(void *buffer, int count)
         if (count <= 0)
             return emulator::Refused;
         auto *const entries = static_cast<SPresetSequenceEntry *>(buffer);
-        for (int preset = 0; preset < std::min(count, Sensor::maxPresets); ++preset)
+        for (int preset = 0; preset < std::min(count, emulator::maximumPresets); ++preset)
             entries[preset] = {static_cast<uint32_t>(preset), s.repeats(preset)};
         return emulator::Ok;
     };

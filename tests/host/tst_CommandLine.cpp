@@ -124,7 +124,8 @@ void tst_CommandLine::profilesAreListed()
     QStringList names;
     for (const QString &line : lines)
         names.append(line.section(u' ', 0, 0));
-    for (const char *name : {"everything", "discrete-fov", "te-cooler", "low-cost", "board-6", "bare", "edge-values"})
+    for (const char *name :
+         {"everything", "discrete-fov", "te-cooler", "low-cost", "board-6", "bare", "edge-values", "two-color"})
         QVERIFY2(names.contains(QLatin1String(name)), name);
     QVERIFY(std::is_sorted(names.cbegin(), names.cend()));
 }

@@ -43,6 +43,9 @@ QString QmlFile::room() const
     const QString folder = path.section(u'/', 0, -2);
     if (floors.contains(path))
         return path;
+    // A control that is used only by dialogs, and has dialogs itself.
+    if (path == "zvt/controls/NucListCtrl.qml")
+        return "zvt/dialogs";
     static const QSet<QString> likeControls{"zvt/popups", "zvt/icons", "zvt/animations"};
     return likeControls.contains(folder) ? QStringLiteral("zvt/controls") : folder;
 }

@@ -2,9 +2,10 @@
 
 #include "tests/support/PageDriver.h"
 
-#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
+
+#include <chrono>
 
 /// The Setup page of a connected camera in a window with room for all of it, and the actions of an operator.
 class SetupPage : public PageDriver
@@ -16,6 +17,9 @@ public:
         const QString &profile = QStringLiteral("everything"), const Prepare &prepare = [](emulator::Camera &) {})
         : PageDriver({.profile = profile, .size = {900, 1700}, .prepare = prepare})
     {
+        // Tests fire the polls of the sections.
+        for (auto *timer : cameraModel()->findChildren<QTimer *>(QStringLiteral("temperatureTimer")))
+            timer->setInterval(std::chrono::hours(1));
         click("Setup");
         settle();
     }
@@ -42,18 +46,6 @@ public:
     bool lensUnlocked() const { return tab()->property("lensBasedControlsEnabled").toBool(); }
     QTimer *timer(const char *name) const { return tab()->findChild<QTimer *>(QString::fromLatin1(name)); }
 
-    /// The calls since `mark` that change something in the camera, as "zvtFocusMove 2". Reads are left out.
-    QStringList commands(size_t mark)
-    {
-        static const QRegularExpression reads("^(controller\\.|zvt)(Mfg)?(Get|Is|Has|List|Read|capabilities)");
-        QStringList list;
-        for (const auto &call : rig().gate().callsSince(mark)) {
-            const QString name = QString::fromStdString(call.name);
-            if (!reads.match(name).hasMatch())
-                list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
-        }
-        return list;
-    }
     /// The commands that `action` sends to the camera, up to the end of the reads that follow.
     template <class Action> QStringList commandsOf(Action action)
     {
@@ -73,17 +65,7 @@ public:
         return rig().callsSince(mark).count("zvtGetFOV");
     }
 
-    bool enabled(const QString &name) const { return item(name).isEnabled(); }
     QString shown(const QString &name) const { return item(name).property("displayText").toString(); }
-    /// The visible item with this name. Ends the program if there is none.
-    QQuickItem &item(const QString &name) const
-    {
-        QQuickItem *found = find(name);
-        if (found == nullptr)
-            qFatal("\"%s\" is not shown", qPrintable(name));
-        return *found;
-    }
-
     QPoint middle(const QString &name) const
     {
         const QQuickItem &found = item(name);

@@ -39,17 +39,6 @@ public:
         QMetaObject::invokeMethod(model, "refresh");
         settle();
     }
-    bool checked(const QString &name) const { return item(name).property("checked").toBool(); }
-    /// Clicks an item, or presses the space bar on it.
-    void use(const QString &name, bool byKeyboard)
-    {
-        if (byKeyboard) {
-            item(name).forceActiveFocus(Qt::TabFocusReason);
-            press(Qt::Key_Space);
-        } else {
-            click(name);
-        }
-    }
     bool showsRefusal() const
     {
         const QQuickItem *frame = item("Desired").findChild<QQuickItem *>("refusalFrame");

@@ -1,64 +1,12 @@
+#include "tests/page/Stall.h"
 #include "tests/page/StateDialog.h"
 #include "tests/support/Test.h"
 
 #include <QFile>
-#include <QTimer>
 
 #include <algorithm>
-#include <ctime>
 #include <limits>
 #include <thread>
-
-namespace
-{
-
-#if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__)
-constexpr qint64 longestStall = 50;
-#else
-constexpr qint64 longestStall = 1000;
-#endif
-
-/// Processor time of this thread so far. Other programs on the computer do not influence it.
-qint64 computedMicroseconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return qint64{time.tv_sec} * 1'000'000 + time.tv_nsec / 1000;
-}
-
-/// The longest uninterrupted computation of the event loop since construction, in processor time.
-class Stall
-{
-public:
-    Stall()
-    {
-        m_ticks.setTimerType(Qt::PreciseTimer);
-        m_ticks.setInterval(1);
-        QObject::connect(&m_ticks, &QTimer::timeout, &m_ticks, [this] { tick(); });
-        m_ticks.start();
-        m_before = computedMicroseconds();
-    }
-
-    qint64 milliseconds()
-    {
-        tick();
-        return m_longest / 1000;
-    }
-
-private:
-    void tick()
-    {
-        const qint64 now = computedMicroseconds();
-        m_longest = std::max(m_longest, now - m_before);
-        m_before = now;
-    }
-
-    QTimer m_ticks;
-    qint64 m_before = 0;
-    qint64 m_longest = 0;
-};
-
-} // namespace
 
 /// The dialog for states of a camera with very many states.
 class tst_CameraStateDialogMany : public Test

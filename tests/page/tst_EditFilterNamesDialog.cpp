@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <cmath>
+
 namespace
 {
 
@@ -30,6 +32,23 @@ public:
         return row;
     }
     QQuickItem &field(int id) const { return *find(QStringLiteral("Name %1").arg(id)); }
+    /// The list of fields, which scrolls.
+    QQuickItem &list() const
+    {
+        QQuickItem *item = &field(0);
+        while (!item->inherits("QQuickFlickable"))
+            item = item->parentItem();
+        return *item;
+    }
+    qreal scrolled() const { return list().property("contentY").toReal(); }
+    void scrollTo(qreal y)
+    {
+        list().setProperty("contentY", y);
+        settle();
+    }
+    /// The largest distance by which the list can scroll.
+    qreal end() const { return list().property("contentHeight").toReal() - list().height(); }
+    QRectF placeOf(const QQuickItem &item) const { return item.mapRectToScene(item.boundingRect()); }
     QQuickItem &reset(int id) const { return *find(QStringLiteral("Reset to Default %1").arg(id)); }
 
     /// Replaces the name in a field, key by key.
@@ -83,6 +102,8 @@ private slots:
     void savedNamesReachTheWheel();
     void keysWalkOverTheRows();
     void focusedFieldIsInView();
+    void clickedFieldStaysUnderThePointer();
+    void scrollingEndsWithTheTable();
     void itFitsASmallWindow();
     void dialogOutlivesItsModel();
 };
@@ -292,16 +313,50 @@ void tst_EditFilterNamesDialog::keysWalkOverTheRows()
 void tst_EditFilterNamesDialog::focusedFieldIsInView()
 {
     FilterNames names;
-    const QQuickItem *view = &names.field(0);
-    while (!view->inherits("QQuickFlickable"))
-        view = view->parentItem();
-    const QRectF place = view->mapRectToScene(view->boundingRect());
+    const QRectF place = names.placeOf(names.list());
     names.field(0).forceActiveFocus(Qt::TabFocusReason);
     for (int id = 1; id < 64; ++id) {
         names.press(Qt::Key_Down);
         names.awaitFrame();
         const QQuickItem &field = names.field(id);
-        QVERIFY2(place.contains(field.mapRectToScene(field.boundingRect())), qPrintable(QString::number(id)));
+        QVERIFY2(place.contains(names.placeOf(field)), qPrintable(QString::number(id)));
+    }
+}
+
+// The list must not move under the pointer. The keyboard brings the rest of the row into view.
+void tst_EditFilterNamesDialog::clickedFieldStaysUnderThePointer()
+{
+    FilterNames names;
+    const QRectF place = names.placeOf(names.list());
+    // Only the upper third of the field is visible.
+    names.scrollTo(100);
+    int id = 0;
+    while (names.placeOf(names.field(id)).bottom() <= place.bottom())
+        ++id;
+    const QQuickItem &field = names.field(id);
+    names.scrollTo(100 + std::round(names.placeOf(field).top() + field.height() / 3 - place.bottom()));
+    const QRectF before = names.placeOf(field);
+    QVERIFY(before.top() < place.bottom() && before.bottom() > place.bottom());
+    QTest::mouseClick(&names.window(), Qt::LeftButton, {}, before.topLeft().toPoint() + QPoint(10, 3));
+    names.settle();
+    QVERIFY(field.hasActiveFocus());
+    QCOMPARE(names.placeOf(field), before);
+    names.press(Qt::Key_Up);
+    names.press(Qt::Key_Down);
+    names.settle();
+    QVERIFY(field.hasActiveFocus());
+    QVERIFY(place.contains(names.placeOf(field)));
+}
+
+void tst_EditFilterNamesDialog::scrollingEndsWithTheTable()
+{
+    FilterNames names;
+    QVERIFY(names.end() > 100);
+    // Rows have a margin, for which there is no room beyond the first and the last row.
+    for (const auto &[id, scrolled] : {std::pair{63, names.end()}, {0, 0.0}}) {
+        names.field(id).forceActiveFocus(Qt::TabFocusReason);
+        names.awaitFrame();
+        QCOMPARE(names.scrolled(), scrolled);
     }
 }
 

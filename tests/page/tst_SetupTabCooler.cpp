@@ -13,6 +13,8 @@ class tst_SetupTabCooler : public Test
 private slots:
     void coolerShowsItsValues();
     void unreadValuesAreEmpty();
+    void nothingIsShownBeforeTheFirstRead();
+    void zeroIsShown();
     void polledTemperatureIsShown();
     void powerIsAppliedByTheButton_data();
     void powerIsAppliedByTheButton();
@@ -43,13 +45,44 @@ void tst_SetupTabCooler::unreadValuesAreEmpty()
     TemperaturePage page(coolerSection, "everything", [](emulator::Camera &camera) {
         camera.gate().failAlways("zvtGetFlagTemperature");
         camera.gate().failAlways("zvtMfgGetCoolerType");
+        camera.gate().failAlways("zvtMfgGetCoolerSetpoint");
     });
     QCOMPARE(page.text("Cooler Type"), "N/A");
     QCOMPARE(page.text("Actual Temperature"), "");
+    QCOMPARE(page.text("Setpoint"), "");
     QVERIFY(!page.text("Internal Temperature").isEmpty());
     page.gate().failNever();
     page.pollsOfASecond(page.cooler());
     QVERIFY(!page.text("Actual Temperature").isEmpty());
+    page.refresh(page.cooler());
+    QVERIFY(!page.text("Setpoint").isEmpty());
+}
+
+void tst_SetupTabCooler::nothingIsShownBeforeTheFirstRead()
+{
+    SetupPage page;
+    page.click("General Setup");
+    page.rig().gate().hold("zvtMfgGetCoolerType");
+    page.click(coolerSection);
+    QVERIFY(page.rig().gate().waitHeld("zvtMfgGetCoolerType"));
+    page.awaitFrame();
+    for (const char *name : {"Cooler Type", "Actual Temperature", "Internal Temperature", "Setpoint"})
+        QCOMPARE(page.text(name), "");
+    page.rig().gate().release("*");
+    page.settle();
+    for (const char *name : {"Cooler Type", "Actual Temperature", "Internal Temperature", "Setpoint"})
+        QVERIFY2(!page.text(name).isEmpty(), name);
+}
+
+void tst_SetupTabCooler::zeroIsShown()
+{
+    TemperaturePage page(coolerSection, "everything", [](emulator::Camera &camera) {
+        camera.gate().script("zvtGetFlagTemperature", 0.0);
+        camera.gate().script("zvtGetSCTemperatures", QVariantList{1, 2, 0.0});
+        camera.gate().script("zvtMfgGetCoolerSetpoint", 0.0);
+    });
+    for (const char *name : {"Actual Temperature", "Internal Temperature", "Setpoint"})
+        QCOMPARE(page.text(name), "0.00");
 }
 
 void tst_SetupTabCooler::polledTemperatureIsShown()

@@ -413,7 +413,7 @@ void tst_SetupTabLens::firstShowingIsLaidOut_data()
 {
     QTest::addColumn<QString>("profile");
     for (const char *profile : {"bare", "board-6", "discrete-fov", "edge-values", "everything", "irig", "low-cost",
-                                "speed-moves", "te-cooler"})
+                                "speed-moves", "te-cooler", "two-color"})
         QTest::newRow(profile) << profile;
 }
 

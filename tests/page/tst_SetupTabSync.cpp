@@ -15,6 +15,8 @@ private slots:
     void offWhileDisconnected();
     void bodyMakesNoCalls();
     void nothingUnreadIsShown();
+    void eachDelayIsShownOnceItHasBeenRead_data();
+    void eachDelayIsShownOnceItHasBeenRead();
 
     void choicesAreSentByMouse_data();
     void choicesAreSentByMouse();
@@ -146,6 +148,40 @@ void tst_SetupTabSync::nothingUnreadIsShown()
     QCOMPARE(page.text("Trigger Time day"), "1");
     QCOMPARE(page.text("Trigger Time us"), "0");
     QCOMPARE(page.text("Sequence Count"), "1");
+}
+
+void tst_SetupTabSync::eachDelayIsShownOnceItHasBeenRead_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    QTest::addColumn<int>("failure"); // The number of the call that fails.
+    QTest::addColumn<QString>("unread");
+    QTest::newRow("mode") << QByteArray("zvtGetFrameSyncMode") << 1 << "";
+    QTest::newRow("sync in") << QByteArray("zvtGetFrameSyncDelay") << 1 << "Sync In Delay (us)";
+    QTest::newRow("trigger in") << QByteArray("zvtGetTriggerDelay") << 1 << "Trigger In Delay (us)";
+    for (const int preset : {0, 1, 2, 3})
+        QTest::addRow("preset %d", preset)
+            << QByteArray("zvtGetSyncOutDelay") << preset + 1 << QStringLiteral("Sync Out Delay (us) PS%1").arg(preset);
+}
+
+void tst_SetupTabSync::eachDelayIsShownOnceItHasBeenRead()
+{
+    QFETCH(const QByteArray, call);
+    QFETCH(const int, failure);
+    QFETCH(const QString, unread);
+    SyncSection page("everything", [&](emulator::Camera &camera) { camera.gate().failNext(call.data(), failure); });
+    const auto check = [&page](const QString &empty) {
+        for (const QString &name : syncControls().filter(" Delay (us)"))
+            QCOMPARE(page.text(name), name == empty ? "" : "0.00");
+    };
+    check(unread);
+    page.refresh();
+    page.settle();
+    check({});
+    // A delay that has been read stays after a failed read.
+    page.rig().gate().failNext(call.toStdString(), failure);
+    page.refresh();
+    page.settle();
+    check({});
 }
 
 // The controls

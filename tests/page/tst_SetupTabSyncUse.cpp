@@ -1,6 +1,23 @@
 #include "tests/page/SyncSection.h"
 #include "tests/support/Test.h"
 
+/// Notes the text of a list at signals.
+class ShownText : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ShownText(const QQuickItem &box) : m_box(box) { }
+
+    QStringList texts;
+
+public slots:
+    void note() { texts << m_box.property("displayText").toString(); }
+
+private:
+    const QQuickItem &m_box;
+};
+
 /// The section "Sync Settings" of the Setup page while it is used, and its layout.
 class tst_SetupTabSyncUse : public Test
 {
@@ -9,6 +26,8 @@ class tst_SetupTabSyncUse : public Test
 private slots:
     void controlInUseStaysOnDuringARead();
     void listInUseStaysOnDuringARead();
+    void triggerModeKeepsItsTextWhileTheRowsChange_data();
+    void triggerModeKeepsItsTextWhileTheRowsChange();
     void tabWalksInReadingOrder();
     void nothingIsClipped_data();
     void nothingIsClipped();
@@ -46,6 +65,31 @@ void tst_SetupTabSyncUse::listInUseStaysOnDuringARead()
     page.settle();
     QVERIFY(page.item("Trigger Source").property("listOpen").toBool());
     page.press(Qt::Key_Escape);
+}
+
+void tst_SetupTabSyncUse::triggerModeKeepsItsTextWhileTheRowsChange_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char *text : {"Free Run", "Triggered Free Run", "Triggered Sequence"})
+        QTest::newRow(text) << QString::fromLatin1(text);
+}
+
+// A list with new rows selects its first row. The model signals its rows before it signals the mode.
+void tst_SetupTabSyncUse::triggerModeKeepsItsTextWhileTheRowsChange()
+{
+    QFETCH(const QString, text);
+    SyncSection page;
+    page.click("General Setup");
+    page.settle();
+    page.choose("Trigger Mode", text);
+    ShownText watched(page.item("Trigger Mode"));
+    for (const char *signal : {SIGNAL(triggerModeStringsChanged()), SIGNAL(triggerModeChanged())})
+        QObject::connect(page.sync(), signal, &watched, SLOT(note()));
+    for (const char *mode : {"Preset Sequencing", "Superframing", "Preset Sequencing", "Single Preset"})
+        page.choose("Sequencing Mode", mode);
+    page.refresh();
+    page.settle();
+    QCOMPARE(watched.texts, QStringList(10, text));
 }
 
 void tst_SetupTabSyncUse::tabWalksInReadingOrder()

@@ -23,6 +23,8 @@ private slots:
     void pollsRunWhileTheSectionCanBeSeen_data();
     void pollsRunWhileTheSectionCanBeSeen();
     void hiddenTabKeepsTheSectionOpen();
+    void pollsNeedTheEquipment_data();
+    void pollsNeedTheEquipment();
     void disconnectionDuringARead();
     void nothingIsClipped_data();
     void nothingIsClipped();
@@ -220,6 +222,30 @@ void tst_SetupTabTemperatures::hiddenTabKeepsTheSectionOpen()
     page.showTab(1);
     QVERIFY(page.find("State"));
     QCOMPARE(page.pollsOfASecond(page.flag()), 1);
+}
+
+void tst_SetupTabTemperatures::pollsNeedTheEquipment_data()
+{
+    QTest::addColumn<QString>("capability");
+    QTest::newRow("Cooler Settings") << "hasTeCooler";
+    QTest::newRow("Flag Settings") << "hasFlag";
+}
+
+// A change of the camera's make-up hides and shows the section, which stays expanded.
+void tst_SetupTabTemperatures::pollsNeedTheEquipment()
+{
+    QFETCH(const QString, capability);
+    const QString section = QTest::currentDataTag();
+    TemperaturePage page(section);
+    const QObject *model = section == coolerSection ? page.cooler() : page.flag();
+    for (const bool present : {false, true}) {
+        QVERIFY(page.rig().camera().changeMakeUp(capability, present));
+        QMetaObject::invokeMethod(page.timer("eventQueueTimer"), "timeout");
+        page.settle();
+        QCOMPARE(page.find(section) != nullptr, present);
+        QVERIFY(model->property("visible").toBool());
+        QCOMPARE(page.pollsOfASecond(model), present ? 1 : 0);
+    }
 }
 
 void tst_SetupTabTemperatures::disconnectionDuringARead()

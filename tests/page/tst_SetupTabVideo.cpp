@@ -1,7 +1,6 @@
-#include "tests/page/SetupPage.h"
+#include "tests/page/VideoSection.h"
 #include "tests/support/Test.h"
 
-#include <QPoint>
 #include <QRect>
 
 /// The section "Video Output Settings" of the Setup page.
@@ -26,56 +25,10 @@ private slots:
     void aFixedPositionCannotBeChosen();
     void aZoomFactorIsChosen();
     void aReadListOfFactorsKeepsTheRow();
-    void offsetsAreUsedAtOnePositionOnly();
-    void offsetsAreTypedAndApplied();
-    void aTextThatIsNoOffsetIsMarked();
-    void theLimitsFollowTheZoomFactor();
-    void theImageIsDragged();
-    void theImageIsMovedByKeys();
-    void anotherOffsetReplacesATypedText();
-    void anInvalidOffsetIsNotApplied();
     void aRefusedChoiceStaysUntilARead();
-    void aReadRestoresTheCamerasOffset();
     void nothingIsClipped_data();
     void nothingIsClipped();
     void tabWalksInReadingOrder();
-
-private:
-    static constexpr auto editorName = "Video Output Position";
-
-    /// The Setup page with only this section expanded.
-    struct Video : SetupPage {
-        explicit Video(
-            const QString &profile = QStringLiteral("everything"), const Prepare &prepare = [](emulator::Camera &) {})
-            : SetupPage(profile, prepare)
-        {
-            click("General Setup");
-            click(QStringLiteral("Video Output Settings"));
-            settle();
-        }
-
-        QObject *video() const { return tabModel("videoOutputSettings"); }
-        QPoint offset() const { return video()->property("videoOutputOffset").toPoint(); }
-        QQuickItem &editor() const { return item(editorName); }
-        bool marked(const QString &field) const { return !item(field).property("fault").toString().isEmpty(); }
-        bool set(const char *name, const QVariant &value)
-        {
-            return rig().camera().otherClient().set(QLatin1String(name), value);
-        }
-        void refresh()
-        {
-            click("Refresh Video Output Settings");
-            settle();
-        }
-        /// How often `action` reads the model.
-        template <class Action> qsizetype reads(Action action)
-        {
-            const size_t mark = rig().gate().mark();
-            action();
-            settle();
-            return rig().callsSince(mark).count("zvtGetVideoOffset");
-        }
-    };
 };
 
 void tst_SetupTabVideo::aCollapsedSectionIsNotRead()
@@ -91,7 +44,7 @@ void tst_SetupTabVideo::aCollapsedSectionIsNotRead()
 
 void tst_SetupTabVideo::theHeaderReadsBeforeItOpens()
 {
-    Video page;
+    VideoSection page;
     QVERIFY(page.find(editorName));
     QVERIFY(page.video()->property("visible").toBool());
     QCOMPARE(page.reads([&] { page.refresh(); }), 1);
@@ -109,7 +62,7 @@ void tst_SetupTabVideo::theHeaderReadsBeforeItOpens()
 
 void tst_SetupTabVideo::theSectionOpensByKeyboard()
 {
-    Video page;
+    VideoSection page;
     page.item("Video Output Settings").forceActiveFocus(Qt::TabFocusReason);
     page.press(Qt::Key_Space);
     QVERIFY(!page.find(editorName));
@@ -119,7 +72,7 @@ void tst_SetupTabVideo::theSectionOpensByKeyboard()
 
 void tst_SetupTabVideo::itIsReadWhenThePageIsShown()
 {
-    Video page;
+    VideoSection page;
     QCOMPARE(page.reads([&] { page.showTab(0); }), 0);
     QCOMPARE(page.reads([&] { page.showTab(1); }), 1);
     page.rig().camera().disconnect();
@@ -173,7 +126,7 @@ void tst_SetupTabVideo::theBodyIsOffUntilItHasBeenRead()
 
 void tst_SetupTabVideo::theBodyStaysOnDuringALaterRead()
 {
-    Video page;
+    VideoSection page;
     page.rig().gate().hold("zvtGetVideoOffset");
     page.click("Refresh Video Output Settings");
     QVERIFY(page.rig().gate().waitHeld("zvtGetVideoOffset"));
@@ -184,7 +137,7 @@ void tst_SetupTabVideo::theBodyStaysOnDuringALaterRead()
 
 void tst_SetupTabVideo::theBodyIsOffWhileDisconnected()
 {
-    Video page;
+    VideoSection page;
     page.rig().camera().disconnect();
     page.settle();
     QVERIFY(!page.enabled("Position"));
@@ -193,18 +146,23 @@ void tst_SetupTabVideo::theBodyIsOffWhileDisconnected()
 
 void tst_SetupTabVideo::theBodyMakesNoCalls()
 {
-    Video page;
-    page.click("Video Output Settings");
+    SetupPage page;
     const size_t mark = page.rig().gate().mark();
-    page.video()->setProperty("videoOutputOffset", QPoint(4, 4));
-    page.general()->setProperty("window", QRect(0, 0, 320, 256));
+    // The page has not opened the section, so only its body could read the model.
+    QObject *video = page.tabModel("videoOutputSettings");
+    video->setProperty("visible", true);
     page.settle();
+    const QQuickItem &editor = page.item(editorName);
+    video->setProperty("videoOutputOffset", QPoint(4, 4));
+    video->setProperty("visible", false);
+    page.settle();
+    QCOMPARE(editor.property("offset").toPoint(), QPoint(4, 4));
     QCOMPARE(page.rig().callsSince(mark).filter("Video"), QStringList());
 }
 
 void tst_SetupTabVideo::theEditorShowsTheCamera()
 {
-    Video page("everything", [](emulator::Camera &camera) {
+    VideoSection page("everything", [](emulator::Camera &camera) {
         camera.otherClient().set("sensor.window", QVariantList{160, 128, 320, 256});
         camera.otherClient().set("image.reverted", true);
     });
@@ -231,7 +189,7 @@ void tst_SetupTabVideo::theEditorShowsTheCamera()
 
 void tst_SetupTabVideo::aPositionIsChosen()
 {
-    Video page;
+    VideoSection page;
     QCOMPARE(page.commandsOf([&] { page.choose("Position", "Centered"); }), QStringList("zvtSetVideoPosition 1"));
     QCOMPARE(page.editor().property("offsetType").toInt(), 1);
     page.item("Position").forceActiveFocus(Qt::TabFocusReason);
@@ -244,7 +202,7 @@ void tst_SetupTabVideo::aPositionIsChosen()
 
 void tst_SetupTabVideo::aFixedPositionCannotBeChosen()
 {
-    Video page("low-cost");
+    VideoSection page("low-cost");
     QVERIFY(!page.enabled("Position"));
     QVERIFY(page.enabled("Zoom Factor"));
     QVERIFY(!page.enabled("X Offset"));
@@ -259,7 +217,7 @@ void tst_SetupTabVideo::aFixedPositionCannotBeChosen()
 
 void tst_SetupTabVideo::aZoomFactorIsChosen()
 {
-    Video page;
+    VideoSection page;
     QCOMPARE(page.commandsOf([&] { page.choose("Zoom Factor", "Fit"); }), QStringList("zvtSetVideoZoomFactor 5"));
     QCOMPARE(page.editor().property("zoom").toDouble(), 0.0);
     page.item("Zoom Factor").forceActiveFocus(Qt::TabFocusReason);
@@ -269,7 +227,7 @@ void tst_SetupTabVideo::aZoomFactorIsChosen()
 
 void tst_SetupTabVideo::aReadListOfFactorsKeepsTheRow()
 {
-    Video page;
+    VideoSection page;
     page.choose("Zoom Factor", "2X");
     QVERIFY(page.rig().camera().changeMakeUp("hasBilinearZoom", false));
     page.refresh();
@@ -281,152 +239,9 @@ void tst_SetupTabVideo::aReadListOfFactorsKeepsTheRow()
     QCOMPARE(page.item("Zoom Factor").property("count").toInt(), 6);
 }
 
-void tst_SetupTabVideo::offsetsAreUsedAtOnePositionOnly()
-{
-    Video page;
-    for (const auto &[position, used] : {std::pair{"Centered", false}, {"Offset", true}, {"Same As FPA", false}}) {
-        page.choose("Position", position);
-        for (const char *name : {"X Offset", "Y Offset", "Apply Offset"})
-            QCOMPARE(page.enabled(name), used);
-    }
-}
-
-void tst_SetupTabVideo::offsetsAreTypedAndApplied()
-{
-    Video page;
-    page.choose("Position", "Offset");
-    QCOMPARE(page.commandsOf([&] {
-        page.type("X Offset", "128");
-        page.type("Y Offset", "8");
-    }),
-             QStringList());
-    // Each acceptable text is shown at once, also one of a single key.
-    QCOMPARE(page.offset(), QPoint(128, 8));
-    QCOMPARE(page.editor().property("offset").toPoint(), QPoint(128, 8));
-    page.type("Y Offset", "");
-    page.press(Qt::Key_0);
-    QCOMPARE(page.offset(), QPoint(128, 0));
-    QCOMPARE(page.commandsOf([&] { page.click("Apply Offset"); }), QStringList("zvtSetVideoOffset 128, 0"));
-    page.item("Apply Offset").forceActiveFocus(Qt::TabFocusReason);
-    QCOMPARE(page.commandsOf([&] { page.press(Qt::Key_Return); }), QStringList("zvtSetVideoOffset 128, 0"));
-}
-
-void tst_SetupTabVideo::aTextThatIsNoOffsetIsMarked()
-{
-    Video page;
-    page.choose("Position", "Offset");
-    const auto fault = [&page] { return page.item("X Offset").property("fault").toString(); };
-    // Typing passes these offsets, which are shown at once.
-    for (const auto &[text, why, offset] : {std::tuple{"42", "Not a multiple of 4", 4},
-                                            {"644", "Not between 0 and 640", 64},
-                                            {"-4", "Not between 0 and 640", 8},
-                                            {"4x", "Not a number", 4},
-                                            {"", "Not a number", 8},
-                                            {"-", "Not a number", 8}}) {
-        page.type("X Offset", "8");
-        page.press(Qt::Key_A, Qt::ControlModifier);
-        page.press(Qt::Key_Delete);
-        page.PageDriver::type(text);
-        QCOMPARE(fault(), why);
-        // The text stays, and is neither stored nor sent.
-        page.press(Qt::Key_Tab);
-        QCOMPARE(page.text("X Offset"), text);
-        QCOMPARE(fault(), why);
-        QCOMPARE(page.offset(), QPoint(offset, 0));
-        page.item("X Offset").forceActiveFocus(Qt::TabFocusReason);
-        page.press(Qt::Key_Escape);
-        QCOMPARE(fault(), "");
-        QCOMPARE(page.text("X Offset"), QString::number(offset));
-    }
-}
-
-void tst_SetupTabVideo::theLimitsFollowTheZoomFactor()
-{
-    Video page;
-    page.choose("Position", "Offset");
-    const auto toolTip = [&page](const QString &name) { return page.item(name).property("toolTip").toString(); };
-    QCOMPARE(toolTip("X Offset"), "Between 0 and 640 in increments of 4");
-    QCOMPARE(toolTip("Y Offset"), "Between 0 and 208 in increments of 4");
-    page.choose("Zoom Factor", "4X");
-    QCOMPARE(toolTip("X Offset"), "Between -1280 and 0 in increments of 4");
-    QCOMPARE(toolTip("Y Offset"), "Between -1328 and 0 in increments of 4");
-    page.type("X Offset", "-1280");
-    QVERIFY(!page.marked("X Offset"));
-    QCOMPARE(page.offset(), QPoint(-1280, 0));
-}
-
-void tst_SetupTabVideo::theImageIsDragged()
-{
-    Video page;
-    page.choose("Position", "Offset");
-    QQuickItem &editor = page.editor();
-    const auto frame = editor.property("imageFrame").toRectF();
-    const QPoint from = editor.mapToScene(frame.center()).toPoint();
-    const QStringList commands = page.commandsOf([&] {
-        QTest::mousePress(&page.window(), Qt::LeftButton, {}, from);
-        QTest::mouseMove(&page.window(), from + QPoint(10, 4));
-        QTest::mouseMove(&page.window(), from + QPoint(300, 200));
-        QTest::mouseRelease(&page.window(), Qt::LeftButton, {}, from + QPoint(300, 200));
-    });
-    QCOMPARE(commands, QStringList());
-    QCOMPARE(page.offset(), QPoint(640, 208));
-    QCOMPARE(page.text("X Offset"), "640");
-    QCOMPARE(page.commandsOf([&] { page.click("Apply Offset"); }), QStringList("zvtSetVideoOffset 640, 208"));
-}
-
-void tst_SetupTabVideo::theImageIsMovedByKeys()
-{
-    Video page;
-    page.choose("Position", "Offset");
-    page.editor().forceActiveFocus(Qt::TabFocusReason);
-    page.press(Qt::Key_Right);
-    page.press(Qt::Key_Down, Qt::ControlModifier);
-    QCOMPARE(page.offset(), QPoint(4, 40));
-    QCOMPARE(page.text("Y Offset"), "40");
-    // Other positions do not use the offset.
-    page.choose("Position", "Centered");
-    page.editor().forceActiveFocus(Qt::TabFocusReason);
-    page.press(Qt::Key_Right);
-    QCOMPARE(page.offset(), QPoint(4, 40));
-}
-
-void tst_SetupTabVideo::anotherOffsetReplacesATypedText()
-{
-    Video page;
-    page.choose("Position", "Offset");
-    page.type("X Offset", "43");
-    QVERIFY(page.marked("X Offset"));
-    page.editor().forceActiveFocus(Qt::TabFocusReason);
-    page.press(Qt::Key_Right);
-    QVERIFY(!page.marked("X Offset"));
-    QCOMPARE(page.text("X Offset"), QString::number(page.offset().x()));
-    // A read during typing shows the camera's offset again.
-    page.type("X Offset", "80");
-    QMetaObject::invokeMethod(page.video(), "refresh");
-    page.settle();
-    QCOMPARE(page.text("X Offset"), "0");
-    QCOMPARE(page.editor().property("offset").toPoint(), QPoint(0, 0));
-}
-
-void tst_SetupTabVideo::anInvalidOffsetIsNotApplied()
-{
-    Video page;
-    page.choose("Position", "Offset");
-    page.type("X Offset", "640");
-    QVERIFY(page.enabled("Apply Offset"));
-    page.choose("Zoom Factor", "1.3X");
-    QVERIFY(!page.editor().property("isValid").toBool());
-    QVERIFY(!page.enabled("Apply Offset"));
-    QVERIFY(page.item("X Offset").property("marked").toBool());
-    QVERIFY(!page.item("Y Offset").property("marked").toBool());
-    page.type("X Offset", "8");
-    QVERIFY(page.enabled("Apply Offset"));
-    QVERIFY(!page.item("X Offset").property("marked").toBool());
-}
-
 void tst_SetupTabVideo::aRefusedChoiceStaysUntilARead()
 {
-    Video page;
+    VideoSection page;
     page.rig().gate().failAlways("zvtSetVideoPosition");
     page.rig().gate().failAlways("zvtSetVideoZoomFactor");
     page.choose("Position", "Offset");
@@ -440,20 +255,6 @@ void tst_SetupTabVideo::aRefusedChoiceStaysUntilARead()
     QVERIFY(!page.enabled("X Offset"));
 }
 
-void tst_SetupTabVideo::aReadRestoresTheCamerasOffset()
-{
-    Video page;
-    QVERIFY(page.set("video.offset", QVariantList{12, 16}));
-    page.refresh();
-    page.choose("Position", "Offset");
-    QCOMPARE(page.text("X Offset"), "12");
-    page.type("X Offset", "100");
-    page.press(Qt::Key_Return);
-    page.refresh();
-    QCOMPARE(page.text("X Offset"), "12");
-    QCOMPARE(page.editor().property("offset").toPoint(), QPoint(12, 16));
-}
-
 void tst_SetupTabVideo::nothingIsClipped_data()
 {
     QTest::addColumn<QString>("profile");
@@ -464,7 +265,7 @@ void tst_SetupTabVideo::nothingIsClipped_data()
 void tst_SetupTabVideo::nothingIsClipped()
 {
     QFETCH(const QString, profile);
-    Video page(profile);
+    VideoSection page(profile);
     for (const int width : {640, 900, 1400}) {
         page.page()->setWidth(width);
         page.settle();
@@ -483,7 +284,7 @@ void tst_SetupTabVideo::nothingIsClipped()
 
 void tst_SetupTabVideo::tabWalksInReadingOrder()
 {
-    Video page;
+    VideoSection page;
     page.choose("Position", "Offset");
     page.editor().forceActiveFocus(Qt::TabFocusReason);
     for (const char *name : {"Position", "Zoom Factor", "X Offset", "Y Offset", "Apply Offset"}) {

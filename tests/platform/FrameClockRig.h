@@ -15,8 +15,6 @@
 class FrameClockRig
 {
 public:
-    using Frame = emulator::FrameClock::Frame;
-
     static constexpr int64_t ticksPerMillisecond = 20'000;
 
     explicit FrameClockRig(const QString &profile = QStringLiteral("everything"))
@@ -35,7 +33,7 @@ public:
     /// Notes the newest frames. Returns false if one contradicts the frames so far.
     bool poll()
     {
-        for (int preset = 0; preset < 4; ++preset)
+        for (int preset = 0; preset < emulator::maximumPresets; ++preset)
             if (const auto newest = clock().newest(preset))
                 for (uint64_t number = newest->number + 1; number-- > 0;) {
                     const auto frame = clock().frame(number);
@@ -45,7 +43,7 @@ public:
         return m_consistent;
     }
 
-    const std::map<uint64_t, Frame> &frames() const { return m_frames; }
+    const std::map<uint64_t, emulator::FrameStart> &frames() const { return m_frames; }
 
     /// True if no frame is missing and each begins after the one before, at the right microsecond.
     bool complete() const
@@ -62,7 +60,7 @@ public:
 
 private:
     /// Returns whether the frame is new.
-    bool note(const Frame &frame)
+    bool note(const emulator::FrameStart &frame)
     {
         const auto [found, isNew] = m_frames.emplace(frame.number, frame);
         m_consistent = m_consistent && found->second == frame;
@@ -71,7 +69,7 @@ private:
 
     QTemporaryDir m_folder;
     std::shared_ptr<emulator::Camera> m_camera;
-    std::map<uint64_t, Frame> m_frames;
+    std::map<uint64_t, emulator::FrameStart> m_frames;
     bool m_consistent = true;
 
 public:

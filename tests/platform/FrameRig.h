@@ -49,7 +49,7 @@ public:
     {
         const bool set = this->set("autoFocus.sceneDistance", metres) && this->set("athermalization.enabled", true)
             && this->set("focus.position", camera().device<emulator::Focus>()->positionFor(metres));
-        settle();
+        finishMoves();
         return set && defocus() < 0.01;
     }
     /// Shows an area blackbody over the whole field.
@@ -91,7 +91,7 @@ public:
         return double(emulator::image::Statistics::countAtLeast(counts, 16'383)) / double(counts.size());
     }
 
-private:
+    /// The truly faulty pixels of the window, nonzero for each of them.
     std::vector<uint8_t> faults()
     {
         const auto read = window();
@@ -103,6 +103,7 @@ private:
         return faulty;
     }
 
+private:
     QTemporaryDir m_profiles;
 };
 

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "platform/emulator/image/Detector.h"
+#include "platform/emulator/image/FrameCollector.h"
+#include "platform/emulator/image/Statistics.h"
 #include "platform/emulator/image/frame.h"
+#include "platform/emulator/image/output.h"
 
 #include <QCryptographicHash>
 
@@ -37,6 +40,52 @@ inline Counts frameOf(const Exposure &exposure)
     Counts counts;
     renderFrame(exposure, counts);
     return counts;
+}
+
+/// The same as an output shows it.
+inline Counts outputOf(const Exposure &exposure, Output output = Output::Video)
+{
+    Counts counts;
+    renderOutput(exposure, output, counts);
+    return counts;
+}
+
+/// An area blackbody over the whole field.
+inline Exposure areaOf(Exposure exposure, double celsius)
+{
+    exposure.scene.pattern = Scene::Area;
+    exposure.scene.blackbody1 = celsius;
+    return exposure;
+}
+
+/// Frames of an exposure that follow each other.
+inline FrameCollector collect(Exposure exposure, int frames)
+{
+    FrameCollector collector;
+    for (int frame = 0; frame < frames; ++frame, ++exposure.frameNumber)
+        collector.add(exposure);
+    return collector;
+}
+
+/// The pixels of a frame that are faulty, nonzero for each of them.
+inline std::vector<uint8_t> faultsOf(const Exposure &exposure)
+{
+    const Window &window = exposure.window;
+    std::vector<uint8_t> faulty(static_cast<size_t>(window.pixels()));
+    for (const Detector::Fault &fault : exposure.detector->faults())
+        if (window.contains({fault.x, fault.y, 1, 1}))
+            faulty[placeIn(window, exposure.optics, fault.x, fault.y).indexIn(window.width)] = 1;
+    return faulty;
+}
+
+/// The standard deviation between the pixels without faults of the mean of 64 frames.
+inline double residualOf(Exposure exposure, Output output = Output::Video)
+{
+    Statistics statistics(static_cast<size_t>(exposure.window.pixels()), faultsOf(exposure));
+    exposure.frameNumber += 1000; // Other noise than that of the correction.
+    for (int frame = 0; frame < 64; ++frame, ++exposure.frameNumber)
+        statistics.add(outputOf(exposure, output));
+    return statistics.spatialDeviation();
 }
 
 inline QByteArray checksum(const Counts &counts)

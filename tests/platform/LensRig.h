@@ -55,7 +55,7 @@ public:
     uint8_t cover() const { return readByte(zvtGetLensCoverState); }
 
     /// Lets so much time pass that the lens is at rest.
-    static void settle() { emulator::Clock::advance(60'000); }
+    static void finishMoves() { emulator::Clock::advance(60'000); }
     /// Lets so much time pass that the detector of a new camera is cold. Its picture is white before.
     static void coolDetector() { CameraRig::coolDetector(); }
     /// How blurred the present picture is, in pixels.

@@ -51,6 +51,18 @@ private slots:
         QCOMPARE(Clock::now(), leapDayNoon);
     }
 
+    void stopsAtThePresentTime()
+    {
+        const int64_t before = computerTime();
+        Clock::stop();
+        const int64_t stopped = Clock::now();
+        QVERIFY(Clock::isManual());
+        QVERIFY(before <= stopped && stopped <= computerTime());
+        Clock::advance(1500);
+        Clock::stop();
+        QCOMPARE(Clock::now(), stopped + 1500);
+    }
+
     void movesForwardOnly()
     {
         Clock::manual();

@@ -165,6 +165,11 @@ private slots:
         QCOMPARE(scripted<double>(1e300), 1e300);
         QVERIFY(scripted<Colour>(2) == Colour::Green);
         QVERIFY(qIsNaN(scripted<float>(qQNaN())));
+        struct Point {
+            int x = 0;
+            int y = 0;
+        };
+        QCOMPARE(scripted<Point>(QVariant::fromValue(Point{3, 4})).y, 4);
     }
 
     void scriptsGiveTexts()

@@ -96,7 +96,7 @@ void tst_FactoryCalibrations::whatIsNotThereIsRefused()
     QCOMPARE(selected(0), -1);
     emulator::Section section({{QStringLiteral("names"), QJsonArray{QStringLiteral("Day")}}}, QStringLiteral("test"));
     emulator::Corrections corrections(*m_camera, section);
-    QCOMPARE(corrections.load(1, QStringLiteral("Night")), emulator::Refused);
+    QCOMPARE(corrections.load(1, "Night"), emulator::Refused);
 }
 
 void tst_FactoryCalibrations::aSnapshotRestoresTheSelection()

@@ -1,5 +1,7 @@
 #include "platform/emulator/control.h"
+#include "platform/emulator/devices/Analog.h"
 #include "platform/emulator/devices/AutoFocus.h"
+#include "platform/emulator/devices/Color.h"
 #include "platform/emulator/devices/Cooler.h"
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/DetectorGain.h"
@@ -68,7 +70,7 @@ private:
 void tst_Profile::knowsTheBuiltInOnes()
 {
     for (const auto *name : {"everything", "discrete-fov", "te-cooler", "low-cost", "board-6", "bare", "edge-values",
-                             "irig", "speed-moves"})
+                             "irig", "speed-moves", "two-color"})
         QVERIFY2(Profile::names().contains(QLatin1String(name)), name);
     auto sorted = Profile::names();
     sorted.sort();
@@ -103,6 +105,12 @@ void tst_Profile::isSoundAsBuiltIn()
     // A thermoelectric cooler cools the detector or the flag.
     if (cooler->type() == emulator::Cooler::Thermoelectric || !has("hasFlagCooler"))
         QCOMPARE(has("hasTeCooler"), cooler->type() == emulator::Cooler::Thermoelectric);
+    const auto *analog = camera->device<emulator::Analog>();
+    QCOMPARE(analog && analog->skimmingAvailable(), has("hasSkimming"));
+    constexpr int twoColors = 5; // The number of this detector.
+    if (name != QLatin1String("edge-values"))
+        QCOMPARE(camera->device<emulator::Color>()->number() == 2,
+                 profile.identity().value(QLatin1String("detector")).toInt() == twoColors);
     const auto *flag = camera->device<emulator::Flag>();
     QCOMPARE(flag != nullptr, has("hasFlag"));
     QCOMPARE(flag && flag->temperatureControlled(), has("hasFlagCooler"));

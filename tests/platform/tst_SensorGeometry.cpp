@@ -112,7 +112,7 @@ void tst_SensorGeometry::windows()
 void tst_SensorGeometry::theWindowIsTheSameForAllPresets()
 {
     QCOMPARE(sensor().setWindow({16, 8, 64, 12}), emulator::Ok);
-    for (uint8_t preset = 0; preset < 4; ++preset) {
+    for (uint8_t preset = 0; preset < emulator::maximumPresets; ++preset) {
         uint16_t x = 0;
         uint16_t y = 0;
         uint16_t width = 0;

@@ -136,7 +136,7 @@ void tst_autoFocus::knowsOneMode()
     for (const int mode : {0, 2, -1})
         QCOMPARE(zvtAutoFocusFast(rig.handle(), mode), int(emulator::Refused));
     QCOMPARE(zvtAutoFocusFull(rig.handle(), 1), int(emulator::Refused));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 6000U);
 }
 
@@ -169,7 +169,7 @@ void tst_autoFocus::goesBackWithoutContrast()
         QCOMPARE(rig.focus(), start);
         QVERIFY(Clock::now() - before > 4000);
     }
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 10'000U);
 }
 
@@ -193,7 +193,7 @@ void tst_autoFocus::staysWithoutAView()
     LensRig::coolDetector();
     QVERIFY(rig.set("sync.source", setting == "sync.externalRate" ? 1 : 0));
     QVERIFY(rig.set(setting.constData(), value));
-    LensRig::settle();
+    LensRig::finishMoves();
     const uint32_t start = rig.focus();
     const auto before = Clock::now();
     QCOMPARE(zvtAutoFocusFast(rig.handle(), 1), int(emulator::Refused));
@@ -211,7 +211,7 @@ void tst_autoFocus::refusesWhileTheTurretTurns()
     Clock::advance(100);
     QCOMPARE(zvtAutoFocusFast(rig.handle(), 1), int(emulator::Refused));
     // The turret still takes the focus along.
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 7500U);
     QCOMPARE(zvtAutoFocusFull(rig.handle(), 0), 0);
     QVERIFY(rig.defocus() <= 0.7);
@@ -234,7 +234,7 @@ void tst_autoFocus::needsFramesOfTheActivePreset()
     QVERIFY(rig.set("sensor.activePreset", 1));
     QCOMPARE(zvtAutoFocusFull(rig.handle(), 0), 0);
     QVERIFY(rig.set("sensor.dwellCount", 0));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(zvtAutoFocusFull(rig.handle(), 0), int(emulator::Refused));
 }
 
@@ -280,7 +280,7 @@ void tst_autoFocus::aCommandBetweenMovesEndsIt()
 {
     LensRig rig;
     QCOMPARE(statusOfRunWith(rig, [&rig] { return zvtFocusMoveTo(rig.handle(), 1234) == 0; }), int(emulator::Refused));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 1234U);
 }
 

@@ -206,7 +206,7 @@ void tst_autoFocusPlaces::agreesWithFocusingToTheDistance()
     QVERIFY(focusesSharply(rig, 8000, false));
     const double sharp = rig.focus();
     QCOMPARE(zvtFocusToDistance(rig.handle(), 7.5F), 0);
-    LensRig::settle();
+    LensRig::finishMoves();
     QVERIFY(std::abs(rig.focus() - sharp) < 210);
 }
 

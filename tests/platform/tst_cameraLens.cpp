@@ -53,7 +53,7 @@ double tst_cameraLens::measureAt(FrameRig &rig, const FrameStart &frame, int pos
 {
     if (!rig.set("focus.position", position))
         return 0;
-    FrameRig::settle();
+    FrameRig::finishMoves();
     if (rig.focus() != static_cast<uint32_t>(position))
         return 0;
     return Statistics::focusMeasure(rig.frame(frame), static_cast<size_t>(rig.window().width));
@@ -86,7 +86,7 @@ void tst_cameraLens::zoomEnlargesATarget()
     // The magnification rises evenly from 1 to 6.
     for (const auto &[position, magnification] : {std::pair{1400, 1.5}, {2300, 2.0}, {3650, 2.75}}) {
         QVERIFY(rig.set("zoom.position", position));
-        FrameRig::settle();
+        FrameRig::finishMoves();
         QCOMPARE(rig.zoom(), static_cast<uint32_t>(position));
         const double ratio = widthOfDisc(rig) / wide;
         QVERIFY2(std::abs(ratio / magnification - 1) < 0.01, qPrintable(QString::number(ratio)));
@@ -101,12 +101,12 @@ void tst_cameraLens::aNarrowFieldEnlargesATarget()
     const auto magnification = [&] { return rig.exposure().optics.magnification; };
     QCOMPARE(magnification(), 6.0);
     QVERIFY(rig.set("fieldOfView.selected", int(FieldOfView::Wide)));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     QCOMPARE(magnification(), 1.0);
     QVERIFY(std::abs(widthOfDisc(rig) - 512.0 / 3) < 2);
     // At six times the size it fills the field.
     QVERIFY(rig.set("fieldOfView.selected", int(FieldOfView::Narrow)));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     QVERIFY(widthOfDisc(rig) > 640);
 }
 
@@ -129,7 +129,7 @@ void tst_cameraLens::defocusLowersTheFocusMeasureSteadily()
     QVERIFY(rig.useSmallWindow());
     QVERIFY(rig.set("zoom.position", zoom) && rig.set("autoFocus.sceneDistance", metres));
     QVERIFY(rig.set("athermalization.enabled", true));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     const auto sharp = static_cast<int>(rig.camera().device<emulator::Focus>()->positionFor(metres));
     QVERIFY(sharp > 4900 && sharp < 5100);
     const FrameStart frame = rig.camera().newestFrame(0)->start;
@@ -150,7 +150,7 @@ void tst_cameraLens::lensTemperatureMovesTheSharpPlace()
     rig.openWith(FrameRig::equalPixels);
     QVERIFY(rig.useSmallWindow());
     QVERIFY(rig.set("zoom.position", 9500) && rig.set("autoFocus.sceneDistance", 10));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     const FrameStart frame = rig.camera().newestFrame(0)->start;
     const auto sharp = static_cast<int>(rig.camera().device<emulator::Focus>()->positionFor(10));
     const auto lensCelsius = [&] { return rig.exposure().optics.lensCelsius; };
@@ -248,7 +248,7 @@ void tst_cameraLens::aTurretRestoredWithoutAConnectionDoesNotTurn()
     QVERIFY(rig.useSmallWindow());
     const QJsonObject narrow = rig.camera().snapshot();
     QVERIFY(rig.set("fieldOfView.selected", int(FieldOfView::Wide)));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     rig.camera().disconnect();
     rig.camera().restore(narrow);
     QCOMPARE(rig.camera().device<FieldOfView>()->selected(), FieldOfView::Narrow);
@@ -260,10 +260,10 @@ void tst_cameraLens::aTurretRestoredWithoutAConnectionDoesNotTurn()
     QVERIFY(!isFlat(rig));
     // While the camera is connected, it turns.
     QVERIFY(rig.set("fieldOfView.selected", int(FieldOfView::Wide)));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     rig.camera().restore(narrow);
     QVERIFY(isFlat(rig));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     QVERIFY(!isFlat(rig));
 }
 
@@ -289,10 +289,10 @@ void tst_cameraLens::aClockThatIsSetBackHidesNothing()
     rig.openWith(FrameRig::equalPixels, profile);
     QVERIFY(rig.useSmallWindow());
     QVERIFY(rig.set(setting, before));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     QVERIFY(rig.set(setting, after));
     QVERIFY(isFlat(rig));
-    FrameRig::settle();
+    FrameRig::finishMoves();
     QVERIFY(!isFlat(rig));
     Clock::manual();
     QVERIFY(!isFlat(rig));

@@ -1,5 +1,5 @@
-#include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
+#include "platform/emulator/OtherClient.h"
 #include "platform/emulator/SetupError.h"
 #include "platform/emulator/devices/Cooler.h"
 #include "platform/emulator/devices/EmulatorProperties.h"

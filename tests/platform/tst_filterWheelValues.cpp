@@ -57,7 +57,7 @@ void tst_filterWheelValues::filtersPassTheirShareOfTheLight()
     QFETCH(const int, id);
     QFETCH(const double, transmission);
     Wheel wheel;
-    QVERIFY(wheel.showArea(20));
+    QVERIFY(wheel.useSmallWindow() && wheel.showArea(20));
     const double open = wheel.mean();
     QVERIFY(wheel.set("filters.inserted", listOf({2, 0, 0, 0})));
     const double blocked = wheel.mean();
@@ -118,10 +118,19 @@ void tst_filterWheelValues::scansTurnTheWheel()
     QVERIFY(wheel.set("filters.inserted", listOf({1, 2, 1, 2})));
     Clock::automatic();
     auto scanning = std::async(std::launch::async, [&] { return zvtScanFilters(wheel.handle()); });
-    QTRY_VERIFY(wheel.isDark());
-    QTRY_VERIFY(!wheel.isDark());
+    QTRY_COMPARE(wheel.current(), -1);
+    // The wheel ends its round without the command.
     wheel.camera().disconnect();
     QCOMPARE(scanning.get(), int(emulator::NotConnected));
+    wheel.camera().connect();
+    Clock::stop();
+    QList<bool> seen{wheel.isDark()};
+    for (int step = 0; step < 25; ++step) {
+        Clock::advance(200);
+        if (wheel.isDark() != seen.last())
+            seen << wheel.isDark();
+    }
+    QCOMPARE(seen, QList<bool>({false, true, false, true, false}));
 }
 
 void tst_filterWheelValues::aFilterPreventsSaturation()

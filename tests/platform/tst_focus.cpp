@@ -108,7 +108,7 @@ void tst_focus::runsOnALittleWhenStopped()
     QCOMPARE(rig.focus(), 4813U);
     Clock::advance(50);
     QCOMPARE(rig.focus(), 4750U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 4750U);
 }
 
@@ -121,7 +121,7 @@ void tst_focus::aStopOfAStopChangesNothing()
         QCOMPARE(zvtFocusMove(rig.handle(), 0), 0);
         Clock::advance(10);
     }
-    LensRig::settle();
+    LensRig::finishMoves();
     QVERIFY(std::abs(int(rig.focus()) - 4750) <= 1);
 }
 
@@ -129,10 +129,10 @@ void tst_focus::endsAtTheStops()
 {
     LensRig rig;
     zvtFocusMove(rig.handle(), 3);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 10'000U);
     zvtFocusMove(rig.handle(), -3);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 0U);
 }
 
@@ -140,7 +140,7 @@ void tst_focus::runsPastALimitOnlyALittle()
 {
     LensRig rig("discrete-fov");
     zvtFocusMove(rig.handle(), 3);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.farLimit(0), 1000U);
     QCOMPARE(rig.focus(), 750U);
 }
@@ -150,7 +150,7 @@ void tst_focus::doesNotMoveFurtherBehindALimit()
     LensRig rig("discrete-fov");
     QCOMPARE(zvtSetFocusPos(rig.handle(), 500), 0);
     QCOMPARE(zvtFocusMove(rig.handle(), 3), 0);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 500U);
     QCOMPARE(zvtFocusMove(rig.handle(), -1), 0);
     Clock::advance(1000);
@@ -166,7 +166,7 @@ void tst_focus::travelsToAPosition()
     QCOMPARE(rig.focus(), 3500U);
     Clock::advance(500);
     QCOMPARE(rig.focus(), 1000U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 1000U);
 }
 
@@ -178,7 +178,7 @@ void tst_focus::aNewGoalTakesOverFromTheOldOne()
     QCOMPARE(zvtFocusMoveTo(rig.handle(), 4000), 0);
     Clock::advance(50);
     QCOMPARE(rig.focus(), 3750U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 4000U);
 }
 
@@ -227,7 +227,7 @@ void tst_focus::refusesWhatItCannotDo()
         QCOMPARE(zvtFocusMoveTo(rig.handle(), position), refused);
         QCOMPARE(zvtSetFocusPos(rig.handle(), position), refused);
     }
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 6000U);
 }
 
@@ -238,7 +238,7 @@ void tst_focus::movesByPercentOnlyWhereTheLensCan()
     Clock::advance(100);
     QCOMPARE(rig.focus(), 5750U);
     QCOMPARE(zvtFocusMovePercent(rig.handle(), 0.0F), 0);
-    LensRig::settle();
+    LensRig::finishMoves();
     QVERIFY(rig.focus() > 5600);
     rig.open("speed-moves");
     QCOMPARE(zvtFocusMovePercent(rig.handle(), 50.0F), int(emulator::Absent));
@@ -295,7 +295,7 @@ void tst_focus::manualModeRefusesCommands()
     bool manual = false;
     QCOMPARE(zvtGetFocusManualMode(rig.handle(), &manual), 0);
     QVERIFY(manual);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 4750U);
     const auto refused = int(emulator::Refused);
     QCOMPARE(zvtFocusMove(rig.handle(), 1), refused);
@@ -306,7 +306,7 @@ void tst_focus::manualModeRefusesCommands()
     QCOMPARE(zvtFocusFar(rig.handle()), refused);
     QCOMPARE(zvtFocusToDistance(rig.handle(), 25), refused);
     QCOMPARE(zvtAutoFocusFast(rig.handle(), 1), refused);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 4750U);
     // Turning by hand takes no time.
     QVERIFY(rig.set("focus.position", 123));
@@ -329,7 +329,7 @@ void tst_focus::isOpenToOtherClients()
     QCOMPARE(zvtMfgGetFocusSlowControl(rig.handle(), 0, &control), 0);
     QCOMPARE(control, uint8_t(1));
     QCOMPARE(rig.focus(), 6000U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 5000U);
     zvtEEventType event = ZVT_EVENT_NONE;
     QCOMPARE(zvtReadEventQueue(rig.handle(), &event), 0);
@@ -382,7 +382,7 @@ void tst_focus::disconnectionStopsTheMotor()
     zvtFocusMove(rig.handle(), -2);
     Clock::advance(1000);
     rig.camera().disconnect();
-    LensRig::settle();
+    LensRig::finishMoves();
     rig.camera().connect();
     QCOMPARE(rig.focus(), 4000U);
 }
@@ -413,7 +413,7 @@ void tst_focus::snapshotsHoldIt()
     QCOMPARE(rig.nearLimit(1), 8888U);
     // The lens moves to this position.
     QCOMPARE(rig.focus(), 3000U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 5000U);
 }
 

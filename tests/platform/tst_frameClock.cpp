@@ -45,7 +45,7 @@ void setTurns(FrameClockRig &rig)
         rig.sensor().setFrameRate(preset, preset == 1 ? 100.0 : 50.0);
     }
     rig.sensor().setSequencingMode(Sensor::PresetSequencing);
-    rig.clock().settle();
+    rig.clock().updateFrameTiming();
 }
 
 /// Each of ten triggers a second makes the next preset the active one, the first one at once.
@@ -95,12 +95,12 @@ void tst_frameClock::nothingBeginsBeforeTheFirstConnection()
 {
     FrameClockRig rig;
     Clock::advance(1000);
-    rig.clock().settle();
+    rig.clock().updateFrameTiming();
     QVERIFY(!rig.clock().newest(0));
     QVERIFY(!rig.clock().frame(0));
     QCOMPARE(rig.clock().averageRate(), 100.0);
     rig.camera().connect();
-    QVERIFY(rig.clock().newest(0) == (FrameClockRig::Frame{0, 0, 0, Clock::now() * 1000}));
+    QVERIFY(rig.clock().newest(0) == (emulator::FrameStart{0, 0, 0, Clock::now() * 1000}));
 }
 
 void tst_frameClock::theActivePresetRepeats()
@@ -108,7 +108,7 @@ void tst_frameClock::theActivePresetRepeats()
     FrameClockRig rig;
     rig.camera().connect();
     Clock::advance(25);
-    const FrameClockRig::Frame third{2, 0, 20 * ms, (rig.start + 20) * 1000};
+    const emulator::FrameStart third{2, 0, 20 * ms, (rig.start + 20) * 1000};
     QVERIFY(rig.clock().newest(0) == third);
     QVERIFY(rig.clock().frame(2) == third);
     QCOMPARE(rig.clock().frame(1)->tick, 10 * ms);
@@ -120,7 +120,7 @@ void tst_frameClock::theActivePresetRepeats()
     QCOMPARE(rig.clock().newest(0)->number, 3ULL);
     // Frames begin at ticks, not at milliseconds.
     QCOMPARE(rig.sensor().setFrameWidth(0, 100'001), emulator::Ok);
-    rig.clock().settle();
+    rig.clock().updateFrameTiming();
     Clock::advance(20);
     QCOMPARE(rig.clock().frame(5)->tick, 40 * ms + 100'001);
     QCOMPARE(rig.clock().frame(5)->microseconds, (rig.start + 45) * 1000);
@@ -217,7 +217,7 @@ void tst_frameClock::aChangeCountsFromItsOwnMoment()
     change(rig);
     Clock::advance(1000);
     // The frames 0 and 1 took 10 ms each.
-    QVERIFY(rig.clock().newest(0) == (FrameClockRig::Frame{51, 0, 1000 * ms, (rig.start + 1000) * 1000}));
+    QVERIFY(rig.clock().newest(0) == (emulator::FrameStart{51, 0, 1000 * ms, (rig.start + 1000) * 1000}));
 }
 
 void tst_frameClock::aChangeFollowsTheTriggersBeforeIt_data()
@@ -246,7 +246,7 @@ void tst_frameClock::aChangeFollowsTheTriggersBeforeIt()
     // Three triggers.
     Clock::advance(250);
     change(rig);
-    rig.clock().settle();
+    rig.clock().updateFrameTiming();
     QCOMPARE(rig.sensor().activePreset(), expected);
 }
 
@@ -312,12 +312,12 @@ void tst_frameClock::changesLoseNoFrames()
                 QVERIFY(watch(asked, moment));
                 for (FrameClockRig *rig : {&asked, &quiet}) {
                     change(*rig);
-                    rig->clock().settle();
+                    rig->clock().updateFrameTiming();
                 }
                 QVERIFY(asked.poll());
                 QVERIFY(watch(asked, 150));
                 QVERIFY(asked.complete());
-                for (int preset = 0; preset < 4; ++preset)
+                for (int preset = 0; preset < emulator::maximumPresets; ++preset)
                     QVERIFY(asked.clock().newest(preset) == quiet.clock().newest(preset));
                 QVERIFY(quiet.poll());
                 for (const auto &[number, frame] : quiet.frames())

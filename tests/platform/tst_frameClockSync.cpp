@@ -104,7 +104,7 @@ void tst_frameClockSync::theIntervalFollowsTheShortestFrame()
     Clock::advance(23);
     QCOMPARE(rig.sensor().setIntegrationTime(0, 15.0), emulator::Ok);
     QCOMPARE(rig.clock().averageRate(), 50.0);
-    rig.clock().settle();
+    rig.clock().updateFrameTiming();
     Clock::advance(40);
     QCOMPARE(rig.clock().newest(0)->tick, 50 * ms);
     QCOMPARE(rig.clock().frame(3)->tick, 30 * ms);
@@ -174,7 +174,7 @@ void tst_frameClockSync::aSuperframeWithoutSubframesHasNoFrames()
 {
     FrameClockRig rig;
     useSignal(rig, 50);
-    for (int preset = 0; preset < Sensor::maxPresets; ++preset)
+    for (int preset = 0; preset < emulator::maximumPresets; ++preset)
         QCOMPARE(rig.sensor().setSubframeEnabled(preset, false), emulator::Ok);
     QCOMPARE(rig.sensor().setSequencingMode(Sensor::Superframing), emulator::Ok);
     const auto last = rig.clock().newest(0);
@@ -207,7 +207,7 @@ void tst_frameClockSync::aSignalThatReturnsBeginsFrames()
     QVERIFY(rig.set("sync.externalRate", 50));
     QVERIFY(!rig.clock().newest(0));
     Clock::advance(20);
-    QVERIFY(rig.clock().newest(0) == (FrameClockRig::Frame{0, 0, 1020 * ms, (rig.start + 1020) * 1000}));
+    QVERIFY(rig.clock().newest(0) == (emulator::FrameStart{0, 0, 1020 * ms, (rig.start + 1020) * 1000}));
     QVERIFY(rig.set("sync.externalRate", 0));
     Clock::advance(16);
     QVERIFY(rig.set("sync.externalRate", 50));

@@ -24,7 +24,7 @@ std::vector<FramePattern::Place> simulate(const FramePattern::Turns &turns, uint
     std::vector<FramePattern::Place> frames;
     for (uint64_t cycle = 0; cycle <= end; cycle += cycleWidth) {
         uint64_t offset = cycle;
-        for (int preset = 0; preset < FramePattern::presets; ++preset) {
+        for (int preset = 0; preset < emulator::maximumPresets; ++preset) {
             const FramePattern::Turn &turn = turns[static_cast<size_t>(preset)];
             for (uint32_t repeat = 0; repeat < turn.repeats; ++repeat, offset += turn.width)
                 frames.push_back({preset, offset});
@@ -70,12 +70,12 @@ void tst_framePattern::randomPatternsAreThoseOfASimulation()
         const uint64_t end = cycleWidth * 4;
         const auto frames = simulate(turns, cycleWidth, end);
         size_t count = 0;
-        std::array<std::optional<uint64_t>, FramePattern::presets> newest;
+        std::array<std::optional<uint64_t>, emulator::maximumPresets> newest;
         for (uint64_t units = 0; units < end; ++units) {
             for (; count < frames.size() && frames[count].offset <= units; ++count)
                 newest[static_cast<size_t>(frames[count].preset)] = count;
             QCOMPARE(pattern.begun(units), count);
-            for (int preset = 0; preset < FramePattern::presets; ++preset)
+            for (int preset = 0; preset < emulator::maximumPresets; ++preset)
                 QVERIFY(pattern.newest(preset, count) == newest[static_cast<size_t>(preset)]);
         }
         for (size_t frame = 0; frame < count; ++frame) {

@@ -158,7 +158,7 @@ void tst_frameSyncReadout::changesOfPresetsNeedNoTime()
     Clock::advance(100);
     const auto last = rig.clock().newest(0);
     QCOMPARE(rig.sensor().setDwellCount(0, 5), emulator::Ok);
-    rig.clock().settle();
+    rig.clock().updateFrameTiming();
     Clock::advance(50);
     const auto frame = rig.clock().newest(0);
     QVERIFY(frame->number > last->number);

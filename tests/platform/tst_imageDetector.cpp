@@ -1,4 +1,6 @@
 #include "platform/emulator/image/Light.h"
+#include "platform/emulator/image/Projection.h"
+#include "platform/emulator/image/RowReader.h"
 #include "platform/emulator/image/Statistics.h"
 #include "tests/platform/ImageFixture.h"
 #include "tests/support/Test.h"
@@ -22,6 +24,9 @@ private slots:
     void longerIntegrationIsBrighterUntilItSaturates();
     void saturatedPixelsAreCountedWithoutAFrame_data();
     void saturatedPixelsAreCountedWithoutAFrame();
+    void countsAreThoseOfAllRows();
+    void countsRegardTheVoltages();
+    void countEndsWhenItIsEnough();
     void warmDetectorIsWhite();
     void gainMultipliesTheSignalAndItsNoise();
     void reducedNoiseReadsQuieter();
@@ -45,6 +50,17 @@ Statistics flatField(Exposure exposure, double celsius, int frames)
     for (int frame = 0; frame < frames; ++frame, ++exposure.frameNumber)
         statistics.add(frameOf(exposure));
     return statistics;
+}
+
+size_t countOfAllRows(const Exposure &exposure, uint16_t threshold)
+{
+    const Window &window = exposure.window;
+    Projection projection(exposure.scene, exposure.optics, exposure.band, exposure.detector->array(), window);
+    Detector::RowReader reader(*exposure.detector, exposure.readout, exposure.frameNumber);
+    size_t pixels = 0;
+    for (int y = 0; y < window.height; ++y)
+        pixels += reader.countAtLeast(window.x, window.y + y, projection.row(y), threshold);
+    return pixels;
 }
 
 } // namespace
@@ -193,6 +209,59 @@ void tst_imageDetector::saturatedPixelsAreCountedWithoutAFrame()
     QVERIFY(std::abs(counted - shown) < 5 + shown / 100);
     QCOMPARE(countAtLeast(exposure, 0), size_t(640 * 512));
     QCOMPARE(countAtLeast(exposure, 16'384), size_t(0));
+}
+
+// Rows that cannot reach the threshold are not rendered.
+void tst_imageDetector::countsAreThoseOfAllRows()
+{
+    const Detector::Properties faulty{.dead = 3000, .hot = 3000, .weak = 3000, .strong = 3000};
+    int between = 0;
+    for (const auto pattern : {Scene::Live, Scene::Round, Scene::Halves, Scene::Area})
+        for (const double defocus : {0.0, 0.7, 8.0, 40.0})
+            for (const double milliseconds : {0.5, 1.5, 2.5, 3.5, 4.5, 7.0})
+                for (const int change : {0, 1, 2, 3}) {
+                    Exposure exposure = exposureOf(pattern, faulty);
+                    exposure.optics.defocus = defocus;
+                    exposure.optics.transmission = change == 1 ? 0.5 : 1;
+                    exposure.optics.flagCover = change == 2 ? 0.3 : 0;
+                    exposure.optics.flagCelsius = 45;
+                    exposure.readout.integrationTime = milliseconds;
+                    exposure.readout.caseCelsius = change == 3 ? -30 : 40;
+                    for (const uint16_t threshold : {300, 301, 9000, 14'000, 16'000, 16'383}) {
+                        const size_t expected = countOfAllRows(exposure, threshold);
+                        between += expected > 200 && expected < 20'000 ? 1 : 0;
+                        QCOMPARE(countAtLeast(exposure, threshold), expected);
+                    }
+                }
+    QVERIFY2(between > 300, qPrintable(QString::number(between)));
+}
+
+// Only the voltages make the pixels of these detectors different.
+void tst_imageDetector::countsRegardTheVoltages()
+{
+    Detector::Properties byOffset = corrected();
+    byOffset.voltageDeviation = 40;
+    Detector::Properties byBias = corrected();
+    byBias.biasDeviation = 0.02f;
+    for (const auto &[properties, voltages] : {std::pair{byOffset, Voltages{.globalOffset = -3}},
+                                               {byBias, Voltages{.bias = 450}},
+                                               {byBias, Voltages{.bias = 100}}}) {
+        Exposure exposure = exposureOf(Scene::Area, properties);
+        exposure.readout.voltages = voltages;
+        for (uint16_t threshold = 1000; threshold < 16'000; threshold += 20)
+            QCOMPARE(countAtLeast(exposure, threshold), countOfAllRows(exposure, threshold));
+    }
+}
+
+void tst_imageDetector::countEndsWhenItIsEnough()
+{
+    Exposure exposure = exposureOf(Scene::Area);
+    exposure.readout.integrationTime = 100;
+    const auto row = static_cast<size_t>(exposure.window.width);
+    QVERIFY(countAtLeast(exposure, 16'000) > 100 * row);
+    QVERIFY(countAtLeast(exposure, 16'000, 1) > 0);
+    QVERIFY(countAtLeast(exposure, 16'000, 1) <= row);
+    QCOMPARE(countAtLeast(exposure, 16'000, 0), size_t(0));
 }
 
 void tst_imageDetector::warmDetectorIsWhite()

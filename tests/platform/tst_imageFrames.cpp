@@ -1,3 +1,4 @@
+#include "platform/emulator/image/Projection.h"
 #include "platform/emulator/image/Statistics.h"
 #include "tests/platform/ImageFixture.h"
 #include "tests/support/Test.h"
@@ -5,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <random>
 #include <thread>
 
@@ -29,6 +31,8 @@ private slots:
     void otherPatternNumbersAreTheLiveScene();
     void flipsMirrorTheFrame();
     void zoomEnlargesTargets();
+    void defocusKeepsTheLightOfADisc_data();
+    void defocusKeepsTheLightOfADisc();
     void defocusLowersTheFocusMeasureSteadily_data();
     void defocusLowersTheFocusMeasureSteadily();
     void aBlockedLensShowsItsTemperature();
@@ -172,7 +176,7 @@ void tst_imageFrames::noExposureLeavesTheRangeOfCounts()
         window.x = below(all.width - window.width + 1);
         window.y = below(all.height - window.height + 1);
         exposure.frameNumber = random();
-        exposure.band = static_cast<Light::Band>(below(3));
+        exposure.band = static_cast<Light::Band>(below(4));
         exposure.scene
             = {Scene::patternOf(below(5)), number(400), number(400), below(2) == 0, static_cast<int64_t>(random())};
         exposure.optics = {.magnification = number(7),
@@ -187,7 +191,8 @@ void tst_imageFrames::noExposureLeavesTheRangeOfCounts()
                            .inverted = below(2) == 0};
         exposure.readout = {number(20),    number(20),    below(260) - 2,
                             below(2) == 0, below(2) == 0, static_cast<Readout::Cooling>(below(3)),
-                            number(100),   number(80)};
+                            number(100),   number(80),    {number(6), number(600), number(4)},
+                            below(2),      below(2) == 0};
         QVERIFY(renderFrame(exposure, counts));
         QCOMPARE(counts.size(), static_cast<size_t>(window.pixels()));
         if (std::ranges::max(counts) > Detector::maximumCount)
@@ -304,6 +309,33 @@ void tst_imageFrames::zoomEnlargesTargets()
     QVERIFY(std::abs(wide * wide - 512.0 * 512 / 36 * 3.14159) < 200);
     for (const double magnification : {1.5, 2.0, 2.75})
         QVERIFY(std::abs(diameter(magnification) / wide - magnification) < 0.01);
+}
+
+void tst_imageFrames::defocusKeepsTheLightOfADisc_data()
+{
+    QTest::addColumn<double>("defocus");
+    for (const double defocus : {0.0, 1.0, 4.0, 8.0, 16.0, 32.0}) // Blurred by up to eight radii.
+        QTest::addRow("%g pixels", defocus) << defocus;
+}
+
+void tst_imageFrames::defocusKeepsTheLightOfADisc()
+{
+    QFETCH(const double, defocus);
+    constexpr double radius = 10;
+    constexpr Size array{640, 60};
+    constexpr Window window{200, -90, 240, 240}; // Larger than the array, so that it contains the blurred disc.
+    const auto light = [&](double celsius) {
+        Projection projection({.pattern = Scene::Round, .blackbody1 = celsius}, {.defocus = defocus}, Light::Medium,
+                              array, window);
+        double sum = 0;
+        for (int y = 0; y < window.height; ++y)
+            for (const float pixel : projection.row(y))
+                sum += double(pixel);
+        return sum;
+    };
+    const double pixels = (light(100) - light(0)) / (Light::of(100, Light::Medium) - Light::of(0, Light::Medium));
+    const double expected = std::numbers::pi * radius * radius;
+    QVERIFY2(std::abs(pixels / expected - 1) < 0.03, qPrintable(QString::number(pixels / expected)));
 }
 
 void tst_imageFrames::defocusLowersTheFocusMeasureSteadily_data()

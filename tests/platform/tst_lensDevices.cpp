@@ -45,7 +45,7 @@ void tst_lensDevices::aFieldOfViewTakesTheFocusAlong()
     QCOMPARE(rig.focus(), 8000U);
     Clock::advance(300);
     QCOMPARE(rig.focus(), 7500U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 7500U);
 }
 
@@ -70,7 +70,7 @@ void tst_lensDevices::turningBackAndForthKeepsTheFocus()
         QCOMPARE(zvtSetFOV(rig.handle(), field), 0);
         Clock::advance(100);
     }
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 8500U);
 }
 
@@ -95,7 +95,7 @@ void tst_lensDevices::focusesToADistance()
     QCOMPARE(rig.focus(), 6000U);
     Clock::advance(100);
     QCOMPARE(rig.focus(), 5500U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 5005U);
 }
 
@@ -103,10 +103,10 @@ void tst_lensDevices::aDistanceOutOfReachGivesTheNearest()
 {
     LensRig rig;
     QCOMPARE(zvtFocusToDistance(rig.handle(), 0.499F), 0);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 0U);
     QCOMPARE(zvtFocusToDistance(rig.handle(), INFINITY), 0);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 10'000U);
 }
 
@@ -115,7 +115,7 @@ void tst_lensDevices::refusesNoDistance()
     LensRig rig;
     for (const float metres : {0.0F, -1.0F, NAN})
         QCOMPARE(zvtFocusToDistance(rig.handle(), metres), int(emulator::Refused));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 6000U);
 }
 
@@ -196,7 +196,7 @@ void tst_lensDevices::anotherClientMovesTheCover()
     Clock::advance(1);
     QCOMPARE(rig.cover(), uint8_t(1));
     QVERIFY(rig.set("cover.state", 2));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.cover(), uint8_t(2));
     QVERIFY(!rig.set("cover.state", 3));
     QVERIFY(!rig.set("cover.state", QStringLiteral("open")));
@@ -211,7 +211,7 @@ void tst_lensDevices::snapshotsMoveTheCover()
     QCOMPARE(zvtSetLensCoverState(rig.handle(), 0), 0);
     rig.camera().restore(closed);
     QCOMPARE(rig.cover(), uint8_t(2));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.cover(), uint8_t(1));
     rig.open("everything");
     QCOMPARE(rig.cover(), uint8_t(1));

@@ -117,7 +117,7 @@ void tst_lensStates::keepAZoomThatHasCoasted()
 {
     LensRig rig;
     zvtFOVMove(rig.handle(), 3);
-    LensRig::settle();
+    LensRig::finishMoves();
     QVERIFY(rig.zoom() > 9500);
     QCOMPARE(zvtSaveLensStateAs(rig.handle(), "narrow"), 0);
     QCOMPARE(zvtLoadLensState(rig.handle(), "narrow"), 0);
@@ -237,7 +237,7 @@ void tst_lensStates::refuseFilesThatAreNoStates()
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     file.close();
     QCOMPARE(zvtLoadLensState(rig.handle(), "one"), int(emulator::Refused));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.zoom(), 500U);
     QCOMPARE(rig.focus(), 6000U);
     // The state is in the list, can be replaced, and can then be loaded.
@@ -253,7 +253,7 @@ void tst_lensStates::manualModeRefusesThemAll()
     QCOMPARE(zvtFOVMax(rig.handle()), 0);
     QVERIFY(rig.set("focus.manual", true));
     QCOMPARE(zvtLoadLensState(rig.handle(), "one"), int(emulator::Refused));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.zoom(), 9500U);
 }
 

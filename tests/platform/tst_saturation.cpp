@@ -26,6 +26,7 @@ private slots:
     void pixelsOfVeryDifferentGainRaiseIt();
     void aHotPixelOfASmallWindowRaisesIt();
     void theLongestPresetInUseDecides();
+    void eachColorInUseDecides();
     void aBlackbodyThatIsNotShownDoesNotSaturate();
     void aTemperatureThatIsNoNumberIsCold_data();
     void aTemperatureThatIsNoNumberIsCold();
@@ -199,6 +200,31 @@ void tst_saturation::theLongestPresetInUseDecides()
     }
 }
 
+// A higher bias of the second colour makes its preset brighter at the same integration time.
+void tst_saturation::eachColorInUseDecides()
+{
+    for (const int second : {0, 1}) {
+        FrameRig rig("two-color");
+        QVERIFY(rig.useSmallWindow() && rig.showArea(35) && rig.set("analog.secondBias", 500.0));
+        for (const int preset : {0, 1, 2, 3}) {
+            QVERIFY(rig.set("sensor.activePreset", preset) && rig.set("sensor.dwellCount", preset < 2 ? 1 : 0));
+            QVERIFY(rig.set("sensor.integrationTime", 3.4));
+        }
+        // The preset of the second colour has the shorter frames, or frames of the same length.
+        QVERIFY(rig.set("sensor.activePreset", 0) && rig.set("sensor.integrationTime", second == 0 ? 3.3 : 3.4));
+        QVERIFY(rig.set("sensor.sequencingMode", int(emulator::Sensor::PresetSequencing)));
+        Clock::advance(1000);
+        for (const bool hasFrame : {false, true}) {
+            if (hasFrame)
+                QVERIFY(!rig.newest().empty());
+            QVERIFY(rig.set("color.selected", QVariantList{0, 0, 0, 0}));
+            QCOMPARE(flag(rig), 0);
+            QVERIFY(rig.set("color.selected", QVariantList{1 - second, second, 0, 0}));
+            QCOMPARE(flag(rig), 1);
+        }
+    }
+}
+
 void tst_saturation::aBlackbodyThatIsNotShownDoesNotSaturate()
 {
     FrameRig rig;
@@ -269,10 +295,10 @@ void tst_saturation::theCoverHidesAHotScene()
         QCOMPARE(flag(rig), 1);
         QVERIFY(rig.set("cover.state", 1));
         QCOMPARE(flag(rig), 0);
-        FrameRig::settle();
+        FrameRig::finishMoves();
         QCOMPARE(flag(rig), 0);
         QVERIFY(rig.set("cover.state", 0));
-        FrameRig::settle();
+        FrameRig::finishMoves();
     }
 }
 

@@ -1,5 +1,5 @@
-#include "platform/emulator/Camera.h"
 #include "platform/emulator/Device.h"
+#include "platform/emulator/OtherClient.h"
 #include "platform/emulator/SetupError.h"
 #include "tests/support/Test.h"
 

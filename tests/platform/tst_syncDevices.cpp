@@ -1,8 +1,10 @@
 #include "tests/platform/LensRig.h"
+#include "tests/platform/writeProfile.h"
 #include "tests/support/Test.h"
 #include "zvt/zvtsdk.h"
 
 #include <QJsonArray>
+#include <QTemporaryDir>
 
 #include <cmath>
 #include <limits>
@@ -218,9 +220,13 @@ void tst_syncDevices::otherClientsSetThem_data()
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QVariant>("good");
     QTest::addColumn<QVariantList>("bad");
+    QTest::addColumn<QByteArray>("profile");
     const auto row = [](const char *name, const QVariant &good, const QVariantList &bad) {
-        QTest::newRow(name) << QByteArray(name) << good << bad;
+        QTest::newRow(name) << QByteArray(name) << good << bad << QByteArray("everything");
     };
+    row("sync.source", 2, {3, -1, 0.5, "External"});
+    QTest::newRow("sync.source with a tri-level input")
+        << QByteArray("sync.source") << QVariant(3) << QVariantList{4, -1} << QByteArray("edge-values");
     row("sync.mode", 1, {2, -1, 0.5, "1"});
     row("sync.delay", 12.35, {-1, 1'000'001, "1"});
     row("sync.polarity", 1, {2});
@@ -245,7 +251,8 @@ void tst_syncDevices::otherClientsSetThem()
     QFETCH(const QByteArray, name);
     QFETCH(const QVariant, good);
     QFETCH(const QVariantList, bad);
-    LensRig rig;
+    QFETCH(const QByteArray, profile);
+    LensRig rig(profile.constData());
     const auto value = [&]() -> QJsonValue {
         for (const auto &setting : rig.camera().settings())
             if (setting.name == QLatin1String(name))
@@ -263,9 +270,11 @@ void tst_syncDevices::otherClientsSetThem()
 
 void tst_syncDevices::snapshotsHoldThem()
 {
-    LensRig rig;
+    const QTemporaryDir folder;
+    LensRig rig(writeProfile(folder.path(), "everything", R"({"sync": {"triLevel": true}})").toUtf8().constData());
     const QJsonObject before = rig.camera().snapshot();
     for (const auto &[name, value] : std::initializer_list<std::pair<const char *, QVariant>>{
+             {"sync.source", 3},
              {"sync.mode", 1},
              {"sync.delay", 12.35},
              {"sync.polarity", 1},
@@ -282,17 +291,19 @@ void tst_syncDevices::snapshotsHoldThem()
              {"trigger.time", QVariantList{366, 23, 59, 59, 999, 999}}})
         QVERIFY2(rig.set(name, value), name);
     // The signals belong to other equipment.
-    QVERIFY(rig.set("sync.triggerRate", 77));
+    QVERIFY(rig.set("sync.triggerRate", 77) && rig.set("sync.externalRate", 77) && rig.set("sync.trigger", true));
     const QJsonObject after = rig.camera().snapshot();
-    QVERIFY(!after.value("sync").toObject().contains("triggerRate"));
+    QCOMPARE(after.value("sync").toObject().keys(), QStringList({"delay", "polarity", "source"}));
     rig.camera().restore(before);
     QCOMPARE(rig.camera().snapshot(), before);
     QCOMPARE(timeOf(rig.handle()), "1 0 0 0 0 0");
     rig.camera().restore(after);
     QCOMPARE(rig.camera().snapshot(), after);
-    uint8_t mode = 9;
-    QCOMPARE(zvtGetTriggerMode(rig.handle(), &mode), 0);
-    QCOMPARE(mode, uint8_t(3));
+    uint8_t value = 9;
+    QCOMPARE(zvtGetTriggerMode(rig.handle(), &value), 0);
+    QCOMPARE(value, uint8_t(3));
+    QCOMPARE(zvtGetFrameSyncSource(rig.handle(), &value), 0);
+    QCOMPARE(value, uint8_t(3));
 }
 
 void tst_syncDevices::everyCameraHasThem()

@@ -55,6 +55,9 @@ private slots:
     void queriesChangeNothing();
     void hoursOfTriggersTakeNoTime_data();
     void hoursOfTriggersTakeNoTime();
+    void singleTriggerIsNotRepeated();
+    void triggersWithoutFramesTakeNoTime_data();
+    void triggersWithoutFramesTakeNoTime();
 };
 
 void tst_triggerSources::internalTriggersComeAtTheirRate_data()
@@ -142,19 +145,24 @@ void tst_triggerSources::sequencesFollowTheFrameSync_data()
 {
     QTest::addColumn<double>("triggers");
     QTest::addColumn<QString>("story");
-    QTest::newRow("slower") << 10.0 << "0@0 0@40 0@120 0@160 0@200 0@240";
-    QTest::newRow("as fast as sequences") << 12.5 << "0@0 0@40 0@80 0@120 0@160 0@200 0@240";
-    QTest::newRow("faster") << 25.0 << "0@0 0@40 0@80 0@120 0@160 0@200 0@240";
-    QTest::newRow("very fast") << 100'000.0 << "0@0 0@40 0@80 0@120 0@160 0@200 0@240";
+    QTest::addColumn<double>("rate");
+    QTest::newRow("slower") << 10.0 << "0@0 0@40 0@120 0@160 0@200 0@240" << 20.0;
+    QTest::newRow("as fast as sequences") << 12.5 << "0@0 0@40 0@80 0@120 0@160 0@200 0@240" << 25.0;
+    QTest::newRow("faster") << 25.0 << "0@0 0@40 0@80 0@120 0@160 0@200 0@240" << 25.0;
+    QTest::newRow("very fast") << 100'000.0 << "0@0 0@40 0@80 0@120 0@160 0@200 0@240" << 25.0;
 }
 
 void tst_triggerSources::sequencesFollowTheFrameSync()
 {
     QFETCH(const double, triggers);
     QFETCH(const QString, story);
+    QFETCH(const double, rate);
     TriggerRig rig(Trigger::TriggeredSequence, Trigger::Internal, triggers,
                    {{"trigger.sequenceCount", 2}, {"sync.source", 1}, {"sync.externalRate", 25}});
-    QVERIFY(rig.watch(250));
+    for (int milliseconds = 0; milliseconds < 250; ++milliseconds) {
+        QCOMPARE(rig.clock().averageRate(), rate);
+        QVERIFY(rig.watch(1));
+    }
     QCOMPARE(rig.story(), story);
 }
 
@@ -319,26 +327,173 @@ void tst_triggerSources::queriesChangeNothing()
     }
 }
 
+namespace
+{
+
+/// A camera with these settings, and with frames of 20 ms for preset 1. It is connected at tick 0.
+class SilentRig : public TriggerRig
+{
+public:
+    explicit SilentRig(const QVariantMap &settings, int presets = 4) : TriggerRig(Trigger::FreeRun, 0)
+    {
+        sensor().setFrameRate(1, 50);
+        for (int preset = presets; preset < 4; ++preset)
+            sensor().setDwellCount(preset, 0);
+        for (auto setting = settings.cbegin(); setting != settings.cend(); ++setting)
+            ready = set(setting.key().toLatin1().constData(), setting.value()) && ready;
+    }
+
+    QString newestFrames()
+    {
+        clock().updateFrameTiming();
+        QString text = QStringLiteral("preset %1").arg(sensor().activePreset());
+        for (const int preset : {0, 1, 2, 3})
+            if (const auto frame = clock().newest(preset))
+                text += QStringLiteral(", %1: %2@%3").arg(preset).arg(frame->number).arg(frame->tick);
+        return text;
+    }
+    /// The number of frames so far.
+    uint64_t count()
+    {
+        uint64_t count = 0;
+        for (const int preset : {0, 1, 2, 3})
+            if (const auto frame = clock().newest(preset))
+                count = std::max(count, frame->number + 1);
+        return count;
+    }
+};
+
+QVariantMap merged(QVariantMap settings, const QVariantMap &further)
+{
+    settings.insert(further);
+    return settings;
+}
+
+} // namespace
+
 void tst_triggerSources::hoursOfTriggersTakeNoTime_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<double>("rate");
-    QTest::newRow("sequences") << int(Trigger::TriggeredSequence) << 100'000.0;
-    QTest::newRow("slow sequences") << int(Trigger::TriggeredSequence) << 13.7;
-    QTest::newRow("started") << int(Trigger::TriggeredFreeRun) << 100'000.0;
+    QTest::addColumn<QVariantMap>("settings");
+    QTest::addColumn<int>("presets"); // In use.
+    QTest::addColumn<int>("period"); // After which triggers and frames repeat, in milliseconds.
+    const auto row = [](const char *name, const QVariantMap &settings, int period, int presets = 4) {
+        QTest::newRow(name) << settings << presets << period;
+    };
+    const auto internal = [](int mode, double rate) {
+        return QVariantMap{{"trigger.mode", mode}, {"trigger.internalRate", rate}};
+    };
+    const auto external = [](int mode, double rate) {
+        return QVariantMap{{"trigger.mode", mode}, {"trigger.source", 1}, {"sync.triggerRate", rate}};
+    };
+    const auto synchronised = [](double rate) {
+        return QVariantMap{{"trigger.sequenceCount", 2}, {"sync.source", 1}, {"sync.externalRate", rate}};
+    };
+    const auto sequenceOf = [&](int mode, double rate) {
+        return merged(synchronised(rate), {{"sensor.sequencingMode", mode}});
+    };
+    row("sequences", internal(2, 100'000), 10);
+    row("slow sequences", internal(2, 13.7), 729'927);
+    row("started", internal(1, 100'000), 10);
+    row("sequences by the frame sync", merged(internal(2, 10), synchronised(25)), 200);
+    row("fast triggers and the frame sync", merged(internal(2, 100'000), synchronised(25)), 80);
+    row("sequences by both signals", merged(external(2, 22.22), synchronised(59.94)), 50'000);
+    row("sequences before readouts", merged(merged(external(2, 22.22), synchronised(25)), {{"sync.mode", 1}}), 50'000);
+    row("sequences of presets", merged(external(2, 3.3), sequenceOf(Sensor::PresetSequencing, 25)), 10'000);
+    row("sequences of superframes", merged(external(2, 3.3), sequenceOf(Sensor::Superframing, 25)), 10'000);
+    const QVariantMap sequencing{{"sensor.sequencingMode", int(Sensor::PresetSequencing)}};
+    row("advance", merged(sequencing, internal(3, 10)), 400);
+    row("advance by a signal", merged(sequencing, external(3, 59.94)), 200'000);
+    row("advance by fast triggers", merged(sequencing, internal(3, 100'000)), 2000);
+    row("advance with a delay", merged(merged(sequencing, internal(3, 10)), {{"trigger.delay", 777}}), 400);
+    row("advance with a frame sync", merged(merged(sequencing, internal(3, 10)), synchronised(25)), 800);
+    row("advance with one preset", merged(sequencing, internal(3, 10)), 100, 1);
+    row("advance by two at once", merged(sequencing, internal(3, 200)), 20, 2);
+    // Two triggers come during the last frame of 10 ms, and one or four during each later frame.
+    row("advance after a long frame",
+        merged(merged(sequencing, internal(3, 200)), {{"trigger.delay", 2500}, {"sensor.frameRate", 200}}), 20, 2);
+    const auto delayed = [&](const QVariantMap &triggers, double microseconds) {
+        return merged(merged(triggers, synchronised(25)), {{"sync.delay", microseconds}});
+    };
+    row("advance with a delayed frame sync", delayed(merged(sequencing, internal(3, 10)), 1'000'000), 800);
+    row("advance with another delay", delayed(merged(sequencing, internal(3, 10)), 333'333.3), 800);
+    row("sequences by a delayed frame sync", delayed(internal(2, 10), 1'000'000), 200);
+    row("sequences of superframes by a delayed frame sync",
+        delayed(merged(internal(2, 10), {{"sensor.sequencingMode", int(Sensor::Superframing)}}), 612'345.6), 200);
+    row("sequences before delayed readouts", merged(delayed(internal(2, 10), 1'000'000), {{"sync.mode", 1}}), 200);
 }
 
 void tst_triggerSources::hoursOfTriggersTakeNoTime()
 {
-    QFETCH(const int, mode);
-    QFETCH(const double, rate);
-    TriggerRig rig(mode, Trigger::Internal, rate);
-    Clock::advance(1000LL * 86'400'000);
+    QFETCH(const QVariantMap, settings);
+    QFETCH(const int, presets);
+    QFETCH(const int, period);
+    SilentRig rig(settings, presets);
+    SilentRig asked(settings, presets);
+    QVERIFY(rig.ready && asked.ready);
+    const int64_t silence = 3LL * period + 10'000;
+    for (int64_t time = 0; time < silence; time += 10) {
+        Clock::advance(10);
+        asked.clock().updateFrameTiming();
+    }
+    QCOMPARE(rig.newestFrames(), asked.newestFrames());
+    const uint64_t before = rig.count();
+    Clock::advance(period);
+    const uint64_t frames = rig.count() - before;
+    QVERIFY(frames > 0);
+    const int64_t periods = 1000LL * 86'400'000 / period;
+    Clock::advance(periods * period);
     const std::clock_t start = std::clock();
-    QVERIFY(rig.clock().newest(0));
+    QCOMPARE(rig.count(), before + (1 + static_cast<uint64_t>(periods)) * frames);
     QVERIFY(std::clock() - start < CLOCKS_PER_SEC / 2);
-    const double frames = rig.clock().averageRate() * 1000 * 86'400;
-    QVERIFY(std::abs(double(rig.clock().newest(0)->number) - frames) <= 2);
+    if (settings["trigger.mode"].toInt() != Trigger::PresetAdvance) {
+        const double rate = double(frames) * 1000 / period;
+        QVERIFY2(std::abs(rig.clock().averageRate() / rate - 1) < 0.02, qPrintable(QString::number(rate)));
+    }
+}
+
+void tst_triggerSources::singleTriggerIsNotRepeated()
+{
+    const QVariantMap settings{{"sensor.sequencingMode", int(Sensor::PresetSequencing)},
+                               {"sync.triggerRate", 10},
+                               {"trigger.delay", 1'000'000},
+                               {"trigger.mode", int(Trigger::PresetAdvance)},
+                               {"trigger.source", int(Trigger::External)}};
+    SilentRig rig(settings, 2);
+    SilentRig asked(settings, 2);
+    QVERIFY(rig.ready && asked.ready);
+    Clock::advance(5050); // Between two triggers of the signal.
+    QVERIFY(rig.set("sync.trigger", true) && asked.set("sync.trigger", true));
+    for (int time = 0; time < 20'000; time += 10) {
+        Clock::advance(10);
+        asked.clock().updateFrameTiming();
+    }
+    QCOMPARE(rig.newestFrames(), asked.newestFrames());
+}
+
+void tst_triggerSources::triggersWithoutFramesTakeNoTime_data()
+{
+    QTest::addColumn<QVariantMap>("settings");
+    QTest::addColumn<int>("presets"); // In use.
+    QTest::newRow("no frame sync") << QVariantMap{{"sync.source", 1}, {"sync.externalRate", 0}} << 4;
+    QTest::newRow("no preset") << QVariantMap{{"sensor.sequencingMode", int(Sensor::PresetSequencing)}} << 0;
+}
+
+void tst_triggerSources::triggersWithoutFramesTakeNoTime()
+{
+    QFETCH(const QVariantMap, settings);
+    QFETCH(const int, presets);
+    const QVariantMap triggers{{"trigger.mode", int(Trigger::TriggeredSequence)}, {"trigger.internalRate", 100'000}};
+    SilentRig rig(merged(settings, triggers), presets);
+    QVERIFY(rig.ready);
+    const uint64_t before = rig.count();
+    const std::clock_t start = std::clock();
+    // Short times first, so that a loop over all triggers ends.
+    for (const int64_t milliseconds : {10'000LL, 20'000LL, 40'000LL, 1000LL * 86'400'000}) {
+        Clock::advance(milliseconds);
+        QCOMPARE(rig.count(), before);
+        QVERIFY(std::clock() - start < CLOCKS_PER_SEC / 2);
+    }
+    QCOMPARE(rig.clock().averageRate(), 0.0);
 }
 
 ZVT_TEST(tst_triggerSources)

@@ -55,7 +55,7 @@ void tst_zoom::tellsWhereItIsAndWhereItWasSent()
     // A move by speed has no target.
     QCOMPARE(zvtFOVMove(rig.handle(), 0), 0);
     QCOMPARE(rig.commandedZoom(), 2750U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.zoom(), 2975U);
     QCOMPARE(rig.commandedZoom(), 2975U);
 }
@@ -90,7 +90,7 @@ void tst_zoom::coastsPastItsLimits()
     LensRig rig;
     QCOMPARE(zvtSetFOVPos(rig.handle(), 5000), 0);
     QCOMPARE(zvtFOVMove(rig.handle(), speed), 0);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.zoom(), rest);
 }
 
@@ -98,12 +98,12 @@ void tst_zoom::isBroughtBackFromBehindALimit()
 {
     LensRig rig;
     zvtFOVMove(rig.handle(), 3);
-    LensRig::settle();
+    LensRig::finishMoves();
     QVERIFY(rig.zoom() > 9500);
     const uint32_t behind = rig.zoom();
     // It moves no further.
     QCOMPARE(zvtFOVMove(rig.handle(), 3), 0);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.zoom(), behind);
     QCOMPARE(zvtSetFOVPos(rig.handle(), 9500), 0);
     QCOMPARE(rig.zoom(), 9500U);
@@ -132,7 +132,7 @@ void tst_zoom::refusesWhatItCannotDo()
         QCOMPARE(zvtFOVMoveTo(rig.handle(), position), refused);
         QCOMPARE(zvtSetFOVPos(rig.handle(), position), refused);
     }
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.zoom(), 500U);
 }
 
@@ -154,7 +154,7 @@ void tst_zoom::dragsTheFocusAlong()
     zvtFOVMoveTo(rig.handle(), 9500);
     Clock::advance(1000);
     QCOMPARE(rig.focus(), 6100U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 6400U);
     QCOMPARE(zvtFOVMin(rig.handle()), 0);
     QCOMPARE(rig.focus(), 6000U);
@@ -170,7 +170,7 @@ void tst_zoom::aFocusGoalIsReachedWhateverTheZoomDoes()
     zvtFOVMoveTo(rig.handle(), 9500);
     Clock::advance(700);
     QCOMPARE(zvtFocusMoveTo(rig.handle(), 3000), 0);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.focus(), 3000U);
 }
 
@@ -187,7 +187,7 @@ void tst_zoom::changesTheDistances()
     zvtFOVMoveTo(rig.handle(), 9500);
     Clock::advance(1000);
     QCOMPARE(range(), (QList<float>{2.75F, 2750.0F}));
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(range(), (QList<float>{5.0F, 5000.0F}));
 }
 
@@ -208,7 +208,7 @@ void tst_zoom::isOpenToOtherClients()
     LensRig rig;
     QVERIFY(rig.set("zoom.position", 5000));
     QCOMPARE(rig.commandedZoom(), 5000U);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.zoom(), 5000U);
     for (const auto &value : {QVariant(499), QVariant(9501), QVariant(600.5), QVariant(true), QVariant("600")})
         QVERIFY(!rig.set("zoom.position", value));
@@ -225,7 +225,7 @@ void tst_zoom::snapshotsHoldItWithTheFocus()
     QCOMPARE(zvtFOVMax(rig.handle()), 0);
     QCOMPARE(zvtSetFocusPos(rig.handle(), 9000), 0);
     rig.camera().restore(snapshot);
-    LensRig::settle();
+    LensRig::finishMoves();
     QCOMPARE(rig.zoom(), 5000U);
     QCOMPARE(rig.focus(), 2000U);
     QCOMPARE(rig.camera().snapshot(), snapshot);

@@ -5,6 +5,7 @@
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlProperty>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -89,6 +90,14 @@ QQuickItem *PageDriver::find(const QString &name, const QQuickItem *below) const
                      [&name](const QQuickItem &item) { return nameOf(item) == name; });
 }
 
+QQuickItem &PageDriver::item(const QString &name) const
+{
+    QQuickItem *found = find(name);
+    if (found == nullptr)
+        qFatal("\"%s\" is not shown", qPrintable(name));
+    return *found;
+}
+
 QString PageDriver::nameOf(const QQuickItem &item)
 {
     QQmlContext *context = qmlContext(&item);
@@ -128,6 +137,13 @@ QList<QQuickItem *> PageDriver::shownTexts(const QQuickItem &below)
     return texts;
 }
 
+bool PageDriver::isShaded() const
+{
+    return findBelow(*m_window.contentItem(),
+                     [](const QQuickItem &item) { return item.objectName() == QStringLiteral("dialogShade"); })
+        != nullptr;
+}
+
 bool PageDriver::fits(const QQuickItem &text, const QRectF &place)
 {
     constexpr double rounding = 0.5;
@@ -147,6 +163,37 @@ void PageDriver::click(const QString &name)
     QQuickItem *item = find(name);
     QVERIFY2(item, qPrintable(QStringLiteral("\"%1\" is not shown").arg(name)));
     click(item);
+}
+
+void PageDriver::use(QQuickItem &item, bool byKeyboard)
+{
+    if (byKeyboard) {
+        item.forceActiveFocus(Qt::TabFocusReason);
+        press(Qt::Key_Space);
+    } else {
+        click(&item);
+    }
+}
+
+void PageDriver::enter(QQuickItem &field, const QString &text, Qt::Key leave)
+{
+    field.forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_A, Qt::ControlModifier);
+    type(text);
+    press(leave);
+}
+
+QStringList PageDriver::commands(size_t mark)
+{
+    static const QRegularExpression reads(
+        "^(controller\\.|zvt)(Mfg)?(Get|Is|Has|List|Read|Query|Clocks|NUCExists|capabilities)");
+    QStringList list;
+    for (const auto &call : rig().gate().callsSince(mark)) {
+        const QString name = QString::fromStdString(call.name);
+        if (!reads.match(name).hasMatch())
+            list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
+    }
+    return list;
 }
 
 void PageDriver::press(Qt::Key key, Qt::KeyboardModifiers modifiers) { QTest::keyClick(&m_window, key, modifiers); }

@@ -46,12 +46,18 @@ public:
     QQuickItem *find(const QString &name, const QQuickItem *below = nullptr) const;
     /// The accessible name of an item; empty if it has none.
     static QString nameOf(const QQuickItem &item);
+    /// The same. Ends the program if there is none.
+    QQuickItem &item(const QString &name) const;
+    bool enabled(const QString &name) const { return item(name).isEnabled(); }
+    bool checked(const QString &name) const { return item(name).property("checked").toBool(); }
     /// The visible item whose text is equal to `text`; null if there is none.
     QQuickItem *findText(const QString &text) const;
     /// The property `text` of the visible item with this accessible name; "(not shown)" if there is none.
     QString text(const QString &name) const;
     /// The text of the visible tool tip; empty if there is none.
     QString hint() const;
+    /// Whether the shade of a modal dialog is over the page.
+    bool isShaded() const;
     /// The object of the page with this object name, visible or not; null if there is none.
     QObject *object(const QString &objectName) const;
     /// The visible items below `below` that show a text.
@@ -64,9 +70,14 @@ public:
     /// Presses and releases the left button in the middle of the item.
     void click(QQuickItem *item);
     void click(const QString &name);
+    /// Clicks the item, or presses the space bar on it.
+    void use(QQuickItem &item, bool byKeyboard);
+    void use(const QString &name, bool byKeyboard) { use(item(name), byKeyboard); }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Types into the item with the focus. Latin-1 characters only.
     void type(const QString &text);
+    /// Replaces the text of a field, key by key, and leaves it by the key `leave`.
+    void enter(QQuickItem &field, const QString &text, Qt::Key leave = Qt::Key_Tab);
     /// Opens the configuration menu and clicks the action with this name. Does not wait for tasks.
     void choose(const QString &action);
 
@@ -74,6 +85,9 @@ public:
     /// item is placed over the page. The object is deleted with the page. Throws std::runtime_error if the source has a
     /// fault.
     QObject *create(const QString &qml, const QVariantMap &properties = {});
+
+    /// The calls since `mark` that change something in the camera, as "zvtFocusMove 2". Reads are left out.
+    QStringList commands(size_t mark);
 
     /// Runs the poll of the Status tab once and waits until its values are shown.
     void poll();
@@ -85,6 +99,8 @@ public:
 
     /// Deletes the camera model before the page, as a host may do.
     void deleteModel() { m_model.reset(); }
+    /// Deletes the page, but not the camera model. The driver can then be used only for the camera and the model.
+    void deletePage() { m_host.reset(); }
 
 private:
     CameraRig m_rig;

@@ -27,6 +27,12 @@ QVariantList rowsOf(const QAbstractItemModel &list)
     return rows;
 }
 
+/// A number that has not been read may be NaN, which does not equal itself.
+bool isSame(const QVariant &first, const QVariant &second)
+{
+    return first == second || (qIsNaN(first.toDouble()) && qIsNaN(second.toDouble()));
+}
+
 QVariant randomValue(const QMetaType &type, QRandomGenerator &random)
 {
     const auto pixels = [&random] { return random.bounded(700); };
@@ -105,7 +111,7 @@ QStringList differing(const QVariantMap &first, const QVariantMap &second)
 {
     QStringList names;
     for (auto it = first.cbegin(); it != first.cend(); ++it)
-        if (it.value() != second.value(it.key()))
+        if (!isSame(it.value(), second.value(it.key())))
             names << it.key();
     return names;
 }

@@ -150,8 +150,9 @@ QString faultOfFirstRead(const ModelUnderTest &model, const ReadCall &call, cons
     }
     if (affected.isEmpty())
         return QStringLiteral("every value is as if it had not: no value is its own");
+    const QStringList changed = differing(good.before, outcome.after);
     for (const QString &property : affected) {
-        if (outcome.after.value(property) != good.before.value(property))
+        if (changed.contains(property))
             return property + QStringLiteral(" is neither old nor new");
         if (readerOf.contains(property))
             return QStringLiteral("%1 is missing, as it is when %2 fails").arg(property, readerOf.value(property));

@@ -7,13 +7,16 @@
 
 #include <QTimer>
 
+#include <chrono>
 #include <thread>
 
-/// A root whose sections poll the camera, with helpers for tests.
+/// A root whose sections poll the camera, with helpers for tests. No poll fires by itself.
 struct PollRig {
     explicit PollRig(bool connected = true)
         : rig(QStringLiteral("everything"), connected), root(rig.controller(), nullptr)
     {
+        for (auto *timer : root.findChildren<QTimer *>(QStringLiteral("temperatureTimer")))
+            timer->setInterval(std::chrono::hours(1));
         CameraRig::settle(); // The root reads the general setup.
     }
 
@@ -34,6 +37,13 @@ struct PollRig {
     QStringList tick(const QObject &model)
     {
         return callsOf([&] { fire(model); });
+    }
+
+    void setCapability(const QString &name, bool value)
+    {
+        rig.camera().changeMakeUp(name, value);
+        rig.controller()->capabilities.configure(rig.controller().get());
+        root.cameraCapabilitiesModel()->configure();
     }
 
     /// The calls of the GUI thread since `mark`, with their arguments.

@@ -55,6 +55,12 @@ struct Sync {
     }
 
     void setSequencing(uint32_t mode) { rig.controller()->SetPresetSequencingMode(mode); }
+    int sequencing()
+    {
+        int mode = -1;
+        rig.controller()->GetPresetSequencingMode(&mode);
+        return mode;
+    }
 
     CameraRig rig;
     ZvtCameraModel root;

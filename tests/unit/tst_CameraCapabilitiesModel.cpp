@@ -19,6 +19,7 @@ public:
     hlx::TSharedPtr<hlx::cam::IDevice> device() const override { return {}; }
     bool connected() const override { return m_controller && m_controller->IsConnected(); }
     QMetaObject::Connection onConnectedChanged(const QObject *, std::function<void()>) override { return {}; }
+    QMetaObject::Connection onCapabilitiesChanged(const QObject *, std::function<void()>) override { return {}; }
     std::shared_ptr<CapabilityBlock> capabilities() const override { return m_block; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_capabilities; }
     SetupGeneralModel *setupGeneralModel() override { return nullptr; }
@@ -26,6 +27,7 @@ public:
     SetupCoolerSettingsModel *setupCoolerSettingsModel() override { return nullptr; }
     FlagSettingsModel *flagSettings() override { return nullptr; }
     SetupFilterWheelSettingsModel *setupFilterWheelSettingsModel() override { return nullptr; }
+    LoadNucOptionsModel *loadNucOptions() override { return nullptr; }
     uint8_t hasNucMask() override { return 0; }
     void modifyHasNucMask(uint8_t, uint8_t) override { }
     void setPresetHasNuc(uint8_t, bool) override { }

@@ -5,6 +5,7 @@
 
 #include <QTemporaryDir>
 
+#include <limits>
 #include <thread>
 
 namespace
@@ -198,9 +199,10 @@ void tst_CameraStateModelTransfer::progressOfNothingIsZero()
     QCOMPARE(worker.progress(0, 0), 0);
     QCOMPARE(worker.progress(1, 3), 0);
     QCOMPARE(worker.progress(4'000'000'000U, 4'000'000'000U), 0);
+    QCOMPARE(worker.progress(std::numeric_limits<unsigned int>::max(), 1), 0);
     worker.abort();
     QCOMPARE(worker.progress(2, 3), -1);
-    QCOMPARE(QList<QVariantList>(progress), (QList<QVariantList>{{0}, {33}, {100}, {66}}));
+    QCOMPARE(QList<QVariantList>(progress), (QList<QVariantList>{{0}, {33}, {100}, {100}, {66}}));
 }
 
 void tst_CameraStateModelTransfer::secondTransferIsIgnored()

@@ -33,12 +33,6 @@ struct FlagSettings : PollRig {
     {
         return callsOf([this] { model.refresh(); });
     }
-    void setCapability(const char *name, bool value)
-    {
-        rig.camera().changeMakeUp(QString::fromLatin1(name), value);
-        rig.controller()->capabilities.configure(rig.controller().get());
-        root.cameraCapabilitiesModel()->configure();
-    }
 
     FlagSettingsModel &model;
     SignalLog log;
@@ -104,7 +98,7 @@ void tst_FlagSettingsModel::nothingIsKnownAtFirst()
     QCOMPARE(flag.model.desiredFlagTemperature(), 0.0F);
     QVERIFY(!flag.model.desiredSetWasValid());
     QVERIFY(!PollRig::timerOf(flag.model)->isActive());
-    QCOMPARE(PollRig::timerOf(flag.model)->interval(), 1000);
+    QCOMPARE(PollRig::timerOf(FlagSettingsModel(nullptr))->interval(), 1000);
 }
 
 // Reading

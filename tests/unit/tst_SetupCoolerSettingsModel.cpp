@@ -110,7 +110,7 @@ void tst_SetupCoolerSettingsModel::nothingIsKnownAtFirst()
     QCOMPARE(cooler.model.internalTemp(), 0.0F);
     QCOMPARE(cooler.model.setpoint(), 0.0F);
     QVERIFY(!PollRig::timerOf(cooler.model)->isActive());
-    QCOMPARE(PollRig::timerOf(cooler.model)->interval(), 1000);
+    QCOMPARE(PollRig::timerOf(SetupCoolerSettingsModel(nullptr))->interval(), 1000);
 }
 
 // Reading

@@ -91,6 +91,8 @@ private slots:
     void pollsRunExactlyWhileTheyCanBeSeen();
     void sectionPollsWhileAllThreeHold_data();
     void sectionPollsWhileAllThreeHold();
+    void sectionPollsWhileTheCameraHasItsEquipment_data();
+    void sectionPollsWhileTheCameraHasItsEquipment();
     void runningTimerIsNotStartedAgain();
     void tabWithoutARootHasNoSections();
 };
@@ -145,6 +147,38 @@ void tst_SetupTabModelPolls::sectionPollsWhileAllThreeHold()
     }
     QVERIFY(timer->isActive());
     QVERIFY(!PollRig::timerOf(*sections.root.setupCoolerSettingsModel())->isActive());
+}
+
+void tst_SetupTabModelPolls::sectionPollsWhileTheCameraHasItsEquipment_data()
+{
+    QTest::addColumn<bool>("cooler");
+    QTest::newRow("hasTeCooler") << true;
+    QTest::newRow("hasFlag") << false;
+}
+
+// The page hides the section of missing equipment, and keeps it expanded.
+void tst_SetupTabModelPolls::sectionPollsWhileTheCameraHasItsEquipment()
+{
+    QFETCH(const bool, cooler);
+    const QString capability = QTest::currentDataTag();
+    Sections sections;
+    for (const int action : {Sections::Show, Sections::ExpandCooler, Sections::ExpandFlag})
+        sections.take(action);
+    const QTimer *own = PollRig::timerOf(*sections.root.setupCoolerSettingsModel());
+    const QTimer *other = PollRig::timerOf(*sections.root.flagSettings());
+    if (!cooler)
+        std::swap(own, other);
+    for (const bool present : {false, true, false}) {
+        sections.setCapability(capability, present);
+        QCOMPARE(own->isActive(), present);
+        QVERIFY(other->isActive());
+    }
+    // The sections of a page that is hidden do not poll, whatever the camera gets.
+    sections.take(Sections::Hide);
+    sections.setCapability(capability, true);
+    QVERIFY(!own->isActive() && !other->isActive());
+    sections.take(Sections::Show);
+    QVERIFY(own->isActive() && other->isActive());
 }
 
 // A restart would delay the next poll.

@@ -1,11 +1,15 @@
 #include "tests/support/Test.h"
 #include "tests/unit/SyncRig.h"
 
+#include <cmath>
+
 namespace
 {
 
 const QStringList started{"refreshingChanged", "hasRefreshedChanged"};
 const QStringList rebuilt{"triggerModeStringsChanged", "triggerModeChanged"};
+const QStringList delays{"syncInDelay",     "triggerInDelay",  "syncOutDelayPS0",
+                         "syncOutDelayPS1", "syncOutDelayPS2", "syncOutDelayPS3"};
 const QStringList finished{"hasRefreshedChanged", "refreshingChanged"};
 
 } // namespace
@@ -21,6 +25,7 @@ private slots:
     void readPublishesInOrder();
     void onlyChangedValuesAreSignalled();
     void readShowsTheCamera();
+    void delaysAreReadOneByOne();
     void rootReadsItWithTheGeneralSetup();
 
     void triggerRowsFollowModeAndSupport_data();
@@ -51,9 +56,10 @@ void tst_SyncSettingsModel::nothingIsKnownAtFirst()
     for (const char *property : {"syncMode", "syncSource", "triggerMode", "triggerModeIndex", "triggerSource",
                                  "syncOutPolarity", "syncOutSource", "syncInPolarity", "triggerInPolarity"})
         QCOMPARE(sync.model->property(property).toInt(), -1);
-    for (const char *property : {"triggerRate", "sequenceCount", "syncInDelay", "triggerInDelay", "syncOutDelayPS0",
-                                 "syncOutDelayPS3", "triggerTimeDay", "triggerTimeMicrosecond"})
+    for (const char *property : {"triggerRate", "sequenceCount", "triggerTimeDay", "triggerTimeMicrosecond"})
         QCOMPARE(sync.model->property(property).toDouble(), 0.0);
+    for (const QString &delay : delays)
+        QVERIFY2(std::isnan(sync.model->property(qPrintable(delay)).toFloat()), qPrintable(delay));
     QCOMPARE(sync.model->triggerModeStrings(), QStringList());
     QCOMPARE(sync.model->syncSourceStrings(), QStringList({"Internal", "External", "Video"}));
 }
@@ -126,6 +132,26 @@ void tst_SyncSettingsModel::readShowsTheCamera()
         QCOMPARE(sync.model->property(it.key()), it.value());
 }
 
+// The delays of a new camera are 0, which differs from a delay that has not been read.
+void tst_SyncSettingsModel::delaysAreReadOneByOne()
+{
+    Sync sync;
+    sync.gate().failNext("zvtGetTriggerDelay");
+    sync.gate().failNext("zvtGetSyncOutDelay", 3);
+    const QStringList unread{"triggerInDelay", "syncOutDelayPS2"};
+    const QStringList signalled = sync.refresh();
+    for (const QString &delay : delays) {
+        const float microseconds = sync.model->property(qPrintable(delay)).toFloat();
+        QVERIFY2(unread.contains(delay) ? std::isnan(microseconds) : microseconds == 0, qPrintable(delay));
+        QCOMPARE(signalled.contains(delay + "Changed"), !unread.contains(delay));
+    }
+    QCOMPARE(sync.refresh().filter("Delay"), QStringList({"triggerInDelayChanged", "syncOutDelayPS2Changed"}));
+    // A delay that has not been read can be written, also as 0.
+    Sync fresh;
+    QCOMPARE(fresh.write("syncInDelay", 0.0F), QStringList("zvtSetFrameSyncDelay 0"));
+    QCOMPARE(fresh.model->syncInDelay(), 0.0F);
+}
+
 void tst_SyncSettingsModel::rootReadsItWithTheGeneralSetup()
 {
     Sync sync;
@@ -184,36 +210,86 @@ void tst_SyncSettingsModel::rowsStandBeforeTheMode()
     QCOMPARE(sync.model->triggerModeIndex(), 3);
 }
 
-// At every signal the row of the index has the name of the mode.
-void tst_SyncSettingsModel::indexNeverPointsAtAnotherMode_data()
+namespace
 {
-    QTest::addColumn<QString>("profile");
-    for (const char *profile : {"everything", "bare"})
-        QTest::newRow(profile) << QString::fromLatin1(profile);
+
+/// The name of a trigger mode; empty for one that has no row.
+QString nameOf(int mode, bool supported, int sequencing)
+{
+    switch (mode) {
+    case SyncSettingsModel::FREE_RUN:
+        return QStringLiteral("Free Run");
+    case SyncSettingsModel::TRIGGERED_FREE_RUN:
+        return QStringLiteral("Triggered Free Run");
+    case SyncSettingsModel::TRIGGERED_SEQUENCE:
+        return supported ? QStringLiteral("Triggered Sequence") : QStringLiteral("Triggered Superframe");
+    default:
+        return supported && sequencing == 2 ? QStringLiteral("Triggered Preset Advance") : QString();
+    }
 }
 
+/// The name of the row of the index; empty without a row.
+QString shownName(const SyncSettingsModel &model) { return model.triggerModeStrings().value(model.triggerModeIndex()); }
+
+} // namespace
+
+void tst_SyncSettingsModel::indexNeverPointsAtAnotherMode_data()
+{
+    QTest::addColumn<bool>("supported");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("sequencing");
+    for (const bool supported : {false, true})
+        for (const int mode : {0, 1, 2, 3})
+            for (const int sequencing : {0, 1, 2})
+                QTest::addRow("%ssupported, mode %d, sequencing mode %d", supported ? "" : "not ", mode, sequencing)
+                    << supported << mode << sequencing;
+}
+
+// From each combination to every other one, by a read and by the general setup. At every signal the row of the index
+// has the name of the mode.
 void tst_SyncSettingsModel::indexNeverPointsAtAnotherMode()
 {
-    QFETCH(const QString, profile);
-    static const QMap<int, QStringList> names{{0, {"Free Run"}},
-                                              {1, {"Triggered Free Run"}},
-                                              {2, {"Triggered Sequence", "Triggered Superframe"}},
-                                              {3, {"Triggered Preset Advance"}}};
-    Sync sync(profile);
-    const auto check = [&] {
-        const int index = sync.model->triggerModeIndex();
-        QVERIFY(index < 0 || names[sync.model->triggerMode()].contains(sync.model->triggerModeStrings().at(index)));
+    QFETCH(const bool, supported);
+    QFETCH(const int, mode);
+    QFETCH(const int, sequencing);
+    Sync sync;
+    const auto setCamera = [&sync](bool offered, int triggerMode, int sequencingMode) {
+        // The list of a scripted success has no entries.
+        sync.gate().script("controller.GetSequencingModes", offered ? QVariant() : QVariant(true));
+        sync.gate().script("zvtGetTriggerMode", triggerMode);
+        sync.setSequencing(static_cast<uint32_t>(sequencingMode));
     };
-    for (auto signal : {&SyncSettingsModel::triggerModeChanged, &SyncSettingsModel::triggerModeStringsChanged,
-                        &SyncSettingsModel::sequencingSupportedChanged})
-        QObject::connect(sync.model, signal, this, check);
-    for (const int sequencing : {2, 0, 1, 2})
-        for (const int mode : {3, 2, 1, 0}) {
-            sync.gate().script("controller.GetPresetSequencingMode", sequencing);
-            sync.gate().script("zvtGetTriggerMode", mode);
-            sync.refresh();
-            check();
-        }
+    bool rowsSupported = false; // Of the present rows, which a read replaces after it has signalled the support.
+    int rowsSequencing = 0;
+    const auto check
+        = [&] { QCOMPARE(shownName(*sync.model), nameOf(sync.model->triggerMode(), rowsSupported, rowsSequencing)); };
+    const auto takeRows = [&] {
+        rowsSupported = sync.model->sequencingSupported();
+        rowsSequencing = sync.sequencing();
+        check();
+    };
+    auto *const general = sync.root.setupGeneralModel();
+    for (const bool nextSupported : {false, true})
+        for (const int nextMode : {0, 1, 2, 3})
+            for (const int nextSequencing : {0, 1, 2}) {
+                setCamera(supported, mode, sequencing);
+                sync.refresh();
+                general->refresh();
+                CameraRig::settle();
+                rowsSupported = supported;
+                rowsSequencing = sequencing;
+                QCOMPARE(shownName(*sync.model), nameOf(mode, supported, sequencing));
+                const QObject context;
+                QObject::connect(sync.model, &SyncSettingsModel::triggerModeStringsChanged, &context, takeRows);
+                for (auto signal :
+                     {&SyncSettingsModel::triggerModeChanged, &SyncSettingsModel::sequencingSupportedChanged})
+                    QObject::connect(sync.model, signal, &context, check);
+                general->setSequencingMode(static_cast<SetupGeneralModel::ESEQUENCING_MODE>(nextSequencing));
+                QCOMPARE(shownName(*sync.model), nameOf(mode, supported, nextSequencing));
+                setCamera(nextSupported, nextMode, nextSequencing);
+                sync.refresh();
+                QCOMPARE(shownName(*sync.model), nameOf(nextMode, nextSupported, nextSequencing));
+            }
 }
 
 void tst_SyncSettingsModel::modeThatGoesAwayHasNoRow()

@@ -28,6 +28,7 @@ private slots:
     void everyDayOfTheYearSurvivesTheRoundTrip();
     void frameworkTimeStandsInTheYearZero();
     void frameworkTimeOfAnEditedTextKeepsTheDay();
+    void fileTimesAreCutToMilliseconds();
 };
 
 void tst_conversions::namesThatFileSystemsTake_data()
@@ -298,6 +299,20 @@ void tst_conversions::frameworkTimeOfAnEditedTextKeepsTheDay()
 {
     const QDateTime time = IrigStringToDateTime(QStringLiteral("2023:366:23:59:59.999"));
     QCOMPARE(IrigTimeToDateTime(time), hlx::CDateTime::NewYYDHMS(0, 366, 23, 59, 59, 999, 0));
+}
+
+void tst_conversions::fileTimesAreCutToMilliseconds()
+{
+    constexpr uint64_t millisecond = 10'000;
+    constexpr uint64_t from1601To1970 = 11'644'473'600'000 * millisecond;
+    QCOMPARE(dateTimeOfFileTime(0), QDateTime(QDate(1601, 1, 1), QTime(0, 0), Qt::UTC));
+    QCOMPARE(dateTimeOfFileTime(from1601To1970 + 9999), QDateTime::fromMSecsSinceEpoch(0, Qt::UTC));
+    for (const uint64_t time :
+         {uint64_t{0}, millisecond, from1601To1970, from1601To1970 + 1'790'000'000'123 * millisecond})
+        for (const uint64_t rest : {0, 1, 9999})
+            QCOMPARE(fileTimeOfDateTime(dateTimeOfFileTime(time + rest)), time);
+    // The zone of the time does not matter.
+    QCOMPARE(fileTimeOfDateTime(QDateTime::fromMSecsSinceEpoch(0, Qt::OffsetFromUTC, 3600)), from1601To1970);
 }
 
 ZVT_TEST(tst_conversions)

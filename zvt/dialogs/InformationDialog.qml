@@ -20,6 +20,7 @@ T.Dialog {
     // Buttons that replace the default button.
     property alias buttons: buttonRow.data
     property Item initialFocus: closeButton
+    property bool closesByEscape: true
     property int fullWidth: 440
 
     // The item that had the keyboard focus when the dialog opened.
@@ -91,7 +92,7 @@ T.Dialog {
 
         Shortcut {
             sequence: "Escape"
-            enabled: dialog.visible
+            enabled: dialog.visible && dialog.closesByEscape
             onActivated: dialog.reject()
         }
 

@@ -516,7 +516,8 @@ int zvtSaveNUC(uint64_t handle, uint8_t preset);
 int zvtSaveNUCAs(uint64_t handle, uint8_t preset, const char* name);
 /// Deletes a stored correction. Fails if there is none of this name.
 int zvtDeleteNUC(uint64_t handle, const char* name);
-/// Renames a stored correction. Fails if there is no such correction or the new name is taken.
+/// Renames a stored correction. Fails if there is no such correction, if it is the factory's, or if the new name is
+/// taken.
 int zvtRenameNUC(uint64_t handle, const char* oldName, const char* newName);
 /// The space left for corrections in bytes.
 int zvtGetNUCFreeSpace(uint64_t handle, uint64_t* bytes);
@@ -545,11 +546,11 @@ int zvtGetNUCSource(uint64_t handle, uint8_t* out);
 int zvtSetNUCSource(uint64_t handle, uint8_t value);
 /// The name of a source, null for an unknown one. No handle; static text.
 const char* zvtNUCSourceText(uint8_t source);
-/// The number of frames averaged for each source, 2 to 128.
+/// The number of frames averaged for each source, 0 to 255. A run with 0 frames ends with result 2.
 int zvtGetNUCNumFrames(uint64_t handle, uint8_t* out);
-/// Sets the number of frames averaged for each source, 2 to 128.
+/// Sets the number of frames averaged for each source, 0 to 255.
 int zvtSetNUCNumFrames(uint64_t handle, uint8_t value);
-/// The limits of a good pixel and whether bad pixels are looked for. Gain is a factor, 0.0 to 2.0; the signal is in A/D
+/// The limits of a good pixel and whether bad pixels are looked for. Gain is a factor, 0.0 to 10.0; the signal is in A/D
 /// counts.
 int zvtGetNUCSetup(uint64_t handle, float* gainMin, float* gainMax, uint16_t* adLow, uint16_t* adHigh, bool* detectBadPixels);
 /// Sets the limits of a good pixel, and whether bad pixels are looked for, as zvtGetNUCSetup() returns them.
@@ -575,8 +576,9 @@ int zvtSetNUCFlagSetpointDeltas(uint64_t handle, float low, float high);
 int zvtGetNUCFlagSetpointTemps(uint64_t handle, float* low, float* high);
 /// Sets the flag's two setpoints in degrees Celsius.
 int zvtSetNUCFlagSetpointTemps(uint64_t handle, float low, float high);
-/// The flag's greatest temperature (40 to 100) and the change at which it counts as stable (0.1 to 5), in degrees
-/// Celsius; the number of readings that must be stable, 1 to 128; the time limit in milliseconds, 15000 to 300000.
+/// The flag's greatest temperature (40 to 100) and the distance from its target at which it counts as stable (0.01 to
+/// 10), in degrees Celsius; the number of readings that must be stable, 1 to 255; the time limit in milliseconds, 1000
+/// to 600000.
 int zvtGetNUCFlagConfig(uint64_t handle, float* flagMaxTemp, float* stableDelta, uint32_t* stableCount, uint32_t* timeout);
 /// Sets the four values of zvtGetNUCFlagConfig().
 int zvtSetNUCFlagConfig(uint64_t handle, float flagMaxTemp, float stableDelta, uint32_t stableCount, uint32_t timeout);
@@ -594,7 +596,7 @@ int zvtGetNUCStatus(uint64_t handle, uint16_t* status, char* text, uint32_t size
 /// The result of the last run and a text for the operator: 0 good, 1 aborted, 2 invalid parameter, 3 the flag's cooler
 /// ran away. Valid while the status is 0.
 int zvtGetNUCResult(uint64_t handle, uint16_t* result, char* text, uint32_t size);
-/// The numbers of bad pixels of a preset by reason, during a run and after it.
+/// The numbers of bad pixels of a preset by reason: those of its last run that succeeded, 0 before the first one.
 int zvtGetNUCResults(uint64_t handle, uint8_t preset, uint32_t* total, uint32_t* factory, uint32_t* newBad, uint32_t* twinkling, uint32_t* aboveGainMax, uint32_t* belowGainMin, uint32_t* aboveADMaxSrc1, uint32_t* belowADMinSrc1, uint32_t* aboveADMaxSrc2, uint32_t* belowADMinSrc2);
 /// Makes the result of the run the loaded correction of its preset. Does not save it.
 int zvtAcceptNUC(uint64_t handle);
@@ -654,7 +656,7 @@ int zvtGetFPABias(uint64_t handle, float* out);
 /// Sets the detector bias (the P on N bias where there are two) in millivolts, within zvtGetFPABiasLimits().
 int zvtSetFPABias(uint64_t handle, float value);
 /// Sets one of two detector biases, in the unit of zvtSetFPABias(). Index 1 is the N on P bias.
-int zvtSetFPABiasEx(uint64_t handle, uint8_t index, float volts);
+int zvtSetFPABiasEx(uint64_t handle, uint8_t index, float millivolts);
 /// The limits of the detector bias in millivolts.
 int zvtGetFPABiasLimits(uint64_t handle, float* min, float* max);
 /// Whether the detector can skim.

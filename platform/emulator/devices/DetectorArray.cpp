@@ -46,6 +46,8 @@ image::Detector::Properties readProperties(Section section)
     read("curvatureDeviation", properties.curvatureDeviation, 0, 0.015);
     read("drift", properties.drift, -full, full);
     read("driftDeviation", properties.driftDeviation, 0, full);
+    read("voltageDeviation", properties.voltageDeviation, 0, full);
+    read("biasDeviation", properties.biasDeviation, 0, 0.1);
     readFaults("dead", properties.dead);
     readFaults("hot", properties.hot);
     readFaults("weak", properties.weak);

@@ -59,7 +59,7 @@ Status FactoryCalibrations::select(int preset, int row)
     }
     m_selected.at(index) = row;
     if (auto *const corrections = camera().device<Corrections>())
-        corrections->load(static_cast<uint8_t>(preset), m_names.at(row));
+        corrections->select(preset, m_names.at(row).toStdString());
     return camera().device<Sensor>()->setIntegrationTime(preset, m_integrationTimes.at(static_cast<size_t>(row)));
 }
 

@@ -23,6 +23,8 @@ public:
     FactoryCalibrations(Camera &camera, Section &section);
 
     const QStringList &names() const { return m_names; }
+    /// In milliseconds, one for each name.
+    const std::vector<double> &integrationTimes() const { return m_integrationTimes; }
 
     /// The row of names() that is selected for a preset, or `none`. Refuses a preset that the camera lacks.
     Status selected(int preset, int &row) const;
@@ -35,7 +37,7 @@ private:
 
     QStringList m_names;
     std::vector<double> m_integrationTimes;
-    std::array<int, Sensor::maxPresets> m_selected;
+    std::array<int, maximumPresets> m_selected;
 };
 
 } // namespace emulator

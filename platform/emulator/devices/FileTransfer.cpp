@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/FileTransfer.h"
 
 #include "platform/emulator/Camera.h"
+#include "platform/emulator/Unlocked.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -29,7 +30,8 @@ FileTransfer::FileTransfer(Camera &camera, Section &section) : Device(camera)
                 {{QStringLiteral("bytesPerSecond"), m_bytesPerSecond, Between{1000, 1e9}, Profile | OtherClient}});
 }
 
-Status FileTransfer::upload(const QString &localPath, qint64 maximumSize, QByteArray &content, const Progress &progress)
+Status FileTransfer::upload(const QString &localPath, qint64 maximumSize, QByteArray &content, const Progress &progress,
+                            std::optional<qint64> bytesPerSecond)
 {
     // Only regular files: a read of a device file may never end.
     if (const QFileInfo info(localPath); !info.isFile() || info.size() > maximumSize)
@@ -38,7 +40,7 @@ Status FileTransfer::upload(const QString &localPath, qint64 maximumSize, QByteA
     QBuffer received;
     if (!file.open(QIODevice::ReadOnly) || !received.open(QIODevice::WriteOnly))
         return Refused;
-    const Status status = copy(file, received, progress);
+    const Status status = copy(file, received, progress, bytesPerSecond.value_or(m_bytesPerSecond));
     if (status == Ok)
         content = received.data();
     return status;
@@ -49,6 +51,18 @@ Status FileTransfer::download(const QByteArray &content, const QString &localPat
     QBuffer buffer;
     buffer.setData(content);
     return copyInto(localPath, buffer, progress);
+}
+
+Status FileTransfer::downloadInPlace(const QByteArray &content, const QString &localPath, const Progress &progress,
+                                     qint64 bytesPerSecond)
+{
+    QBuffer buffer;
+    buffer.setData(content);
+    QFile file(localPath);
+    if (localPath.isEmpty() || !buffer.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly))
+        return Refused;
+    const Status status = copy(buffer, file, progress, bytesPerSecond);
+    return status == Ok && !file.flush() ? Refused : status;
 }
 
 Status FileTransfer::downloadFile(const QString &cameraPath, const QString &localPath, const Progress &progress)
@@ -62,13 +76,13 @@ Status FileTransfer::downloadFile(const QString &cameraPath, const QString &loca
     return copyInto(localPath, file, progress);
 }
 
-Status FileTransfer::copy(QIODevice &from, QIODevice &to, const Progress &progress)
+Status FileTransfer::copy(QIODevice &from, QIODevice &to, const Progress &progress, qint64 bytesPerSecond)
 {
     const qint64 total = from.size();
     if (total > maximumTransferSize)
         return Refused;
     const qint64 block = std::clamp(total / typicalBlockCount, minimumBlockSize, maximumBlockSize);
-    const auto timeFor = [speed = m_bytesPerSecond](qint64 bytes) { return bytes * 1000 / speed; };
+    const auto timeFor = [bytesPerSecond](qint64 bytes) { return bytes * 1000 / bytesPerSecond; };
     for (qint64 done = 0; done < total;) {
         const QByteArray bytes = from.read(std::min(block, total - done));
         if (bytes.isEmpty() || to.write(bytes) != bytes.size())
@@ -90,7 +104,7 @@ Status FileTransfer::copyInto(const QString &localPath, QIODevice &from, const P
     // An empty path would otherwise be refused only at the end of the transfer.
     if (localPath.isEmpty() || !from.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly))
         return Refused;
-    if (const Status status = copy(from, file, progress); status != Ok)
+    if (const Status status = copy(from, file, progress, m_bytesPerSecond); status != Ok)
         return status;
     return file.commit() ? Ok : Refused;
 }

@@ -1,7 +1,6 @@
 #include "platform/emulator/devices/Flag.h"
 
 #include "platform/emulator/Camera.h"
-#include "platform/emulator/Clock.h"
 #include "platform/emulator/devices/Environment.h"
 #include "platform/emulator/devices/Temperatures.h"
 #include "platform/emulator/devices/noise.h"
@@ -17,7 +16,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int64_t moveMilliseconds = 400;
 constexpr double maximumNoise = 1e6;
 constexpr uint64_t noiseSeed = 20;
 
@@ -35,7 +33,13 @@ Flag::Flag(Camera &camera, Section &section)
         m_cooler = std::make_unique<ThermoelectricCooler>(
             section, range, setpoint, [this](int64_t time) { return airGap(time); }, [this] { remember(); });
         addSettings(section, m_cooler->settings());
-        camera.device<Environment>()->beforeChange([this] { celsius(); });
+        addSettings({{u"stuck"_s, [this] { return m_cooler->stuck(); },
+                      [this](bool stuck) {
+                          m_cooler->setStuck(stuck);
+                          return Ok;
+                      },
+                      OtherClient}});
+        camera.device<Environment>()->beforeChange([this] { celsius(Clock::now()); });
     }
 }
 
@@ -49,7 +53,10 @@ Status Flag::setState(uint8_t state)
     return Ok;
 }
 
-float Flag::temperature() const { return static_cast<float>(celsius() + m_noise * noise(noiseSeed, Clock::now())); }
+float Flag::temperatureAt(int64_t time) const
+{
+    return static_cast<float>(celsius(time) + m_noise * noise(noiseSeed, time));
+}
 
 Status Flag::desiredTemperature(float &celsius) const
 {
@@ -78,7 +85,7 @@ void Flag::connectionChanged(bool connected)
 void Flag::expose(int, image::Exposure &exposure) const
 {
     exposure.optics.flagCover = cover();
-    exposure.optics.flagCelsius = celsius();
+    exposure.optics.flagCelsius = celsius(Clock::now());
 }
 
 double Flag::airGap(int64_t time) const
@@ -86,7 +93,7 @@ double Flag::airGap(int64_t time) const
     return m_temperatures ? m_temperatures->airGap(time) : m_environment.laggedAmbient(time);
 }
 
-double Flag::celsius() const { return m_cooler ? m_cooler->temperature() : airGap(Clock::now()); }
+double Flag::celsius(int64_t time) const { return m_cooler ? m_cooler->temperature(time) : airGap(time); }
 
 double Flag::cover() const
 {

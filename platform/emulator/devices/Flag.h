@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/emulator/Clock.h"
 #include "platform/emulator/Device.h"
 #include "platform/emulator/devices/ThermoelectricCooler.h"
 
@@ -18,10 +19,11 @@ class Flag : public Device
 {
 public:
     enum State : uint8_t { Stowed = 0, InView = 1 };
+    static constexpr int64_t moveMilliseconds = 400;
 
     /// Profile keys: "controlled" (whether it has a cooler), "noise" (degrees); with a cooler also the keys of
-    /// ThermoelectricCooler. Settings: "state", which starts a move, and the settings of the cooler. The environment
-    /// and the temperature sensors must exist before.
+    /// ThermoelectricCooler. Settings: "state", which starts a move; with a cooler also its settings, and "stuck": the
+    /// cooler heats without control, by 1 K/s. The environment and the temperature sensors must exist before.
     Flag(Camera &camera, Section &section);
 
     /// Where the flag is or moves to.
@@ -29,7 +31,10 @@ public:
     /// Starts a move, which takes 0.4 s, and returns at once. Refused for other numbers than those of the states.
     Status setState(uint8_t state);
 
-    float temperature() const;
+    /// The measured temperature.
+    float temperature() const { return temperatureAt(Clock::now()); }
+    /// The same at a time of Clock since the last read.
+    float temperatureAt(int64_t time) const;
     bool temperatureControlled() const { return m_cooler != nullptr; }
     /// The cooler; null without one.
     ThermoelectricCooler *cooler() const { return m_cooler.get(); }
@@ -44,8 +49,8 @@ public:
 private:
     /// The temperature without a cooler, at a time of Clock.
     double airGap(int64_t time) const;
-    /// The temperature without noise.
-    double celsius() const;
+    /// The temperature without noise at a time of Clock since the last read.
+    double celsius(int64_t time) const;
     /// The share of the array, from its left edge, that the flag covers now.
     double cover() const;
 

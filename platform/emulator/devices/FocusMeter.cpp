@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/FocusMeter.h"
 
 #include "platform/emulator/Camera.h"
+#include "platform/emulator/Unlocked.h"
 #include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/image/Detector.h"

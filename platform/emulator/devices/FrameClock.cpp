@@ -8,6 +8,7 @@
 #include "platform/emulator/devices/Trigger.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace emulator
 {
@@ -32,30 +33,30 @@ FrameClock::FrameClock(Camera &camera, Section &)
 {
 }
 
-std::optional<FrameClock::Frame> FrameClock::newest(int preset)
+std::optional<FrameStart> FrameClock::newest(int preset)
 {
-    settle();
+    updateFrameTiming();
     if (const auto index = m_segment.newest(preset, m_segment.begun(m_now)))
         return frameAt(*index);
-    const bool exists = preset >= 0 && preset < FramePattern::presets;
+    const bool exists = preset >= 0 && preset < maximumPresets;
     return exists ? m_before[static_cast<size_t>(preset)] : std::nullopt;
 }
 
-std::optional<FrameClock::Frame> FrameClock::frame(uint64_t number)
+std::optional<FrameStart> FrameClock::frame(uint64_t number)
 {
-    settle();
+    updateFrameTiming();
     if (number >= m_firstNumber) {
         const uint64_t index = number - m_firstNumber;
         return index < m_segment.begun(m_now) ? std::optional(frameAt(index)) : std::nullopt;
     }
     const auto found = std::ranges::find_if(
-        m_before, [number](const std::optional<Frame> &known) { return known && known->number == number; });
+        m_before, [number](const std::optional<FrameStart> &known) { return known && known->number == number; });
     return found == m_before.end() ? std::nullopt : *found;
 }
 
 double FrameClock::averageRate()
 {
-    settle();
+    updateFrameTiming();
     const uint32_t frequency = m_sensor.clockFrequency();
     if (!m_start) {
         const uint8_t mode = m_trigger.mode();
@@ -65,12 +66,13 @@ double FrameClock::averageRate()
     if (present.frames == FrameTiming::endless || !present.hasFrames())
         return present.averageRate(frequency);
     const int64_t end = m_segment.end(present.frames);
-    if (const auto sequences = m_triggers.rate(end, end - m_segment.start()))
+    const auto endOf = [&present](int64_t tick) { return FrameSegment(present, tick).end(present.frames); };
+    if (const auto sequences = m_triggers.rate(end, endOf))
         return *sequences * static_cast<double>(present.frames);
     return m_now < end ? present.averageRate(frequency) : 0;
 }
 
-void FrameClock::settle()
+void FrameClock::updateFrameTiming()
 {
     if (!m_start)
         return;
@@ -81,7 +83,7 @@ void FrameClock::settle()
 
 void FrameClock::trigger()
 {
-    settle();
+    updateFrameTiming();
     if (!m_start)
         return;
     m_triggers.add(m_now);
@@ -101,25 +103,65 @@ void FrameClock::begin(const FrameTiming &timing, int64_t tick)
 
 void FrameClock::runTriggers()
 {
+    std::optional<Effects> earlier;
+    uint64_t count = 0;
     for (auto tick = m_triggers.next(); tick && *tick <= m_now; tick = m_triggers.next()) {
-        switch (m_mode) {
-        case Trigger::TriggeredSequence:
-            startSequence(*tick);
-            break;
-        case Trigger::PresetAdvance:
-            advancePreset(*tick);
-            break;
-        default:
-            if (m_waiting) {
-                m_waiting = false;
-                begin(timing(), *tick);
-            }
-            m_triggers.takeUntil(m_now);
+        if (m_triggers.hasSingle()) {
+            // The effects of a single trigger do not repeat.
+            earlier.reset();
+            count = 0;
+        } else if (earlier && skipPeriods(*earlier, *tick)) {
+            continue;
+        } else if (std::has_single_bit(++count)) {
+            // Kept for longer and longer, so that a period of any length is found.
+            earlier = Effects{*tick, m_sensor.activePreset(), m_segment, m_firstNumber, m_advances, m_before};
         }
+        runTrigger(*tick);
     }
     // The queue keeps no more events.
     for (; m_advances > 0; m_advances = std::min<uint64_t>(m_advances, EventQueue::capacity) - 1)
         camera().device<EventQueue>()->push(ZVT_EVENT_SETTINGS_CHANGED);
+}
+
+void FrameClock::runTrigger(int64_t tick)
+{
+    switch (m_mode) {
+    case Trigger::TriggeredSequence:
+        startSequence(tick);
+        break;
+    case Trigger::PresetAdvance:
+        advancePreset(tick);
+        break;
+    default:
+        if (m_waiting) {
+            m_waiting = false;
+            begin(timing(), tick);
+        }
+        m_triggers.takeUntil(m_now);
+    }
+}
+
+/// Skips whole periods if everything repeats since an earlier trigger. `tick` is that of the next trigger. Returns
+/// whether it has skipped any.
+bool FrameClock::skipPeriods(const Effects &earlier, int64_t tick)
+{
+    const int64_t period = tick - earlier.tick;
+    const int64_t count = (m_now - tick) / period;
+    if (count == 0 || m_sensor.activePreset() != earlier.preset || !m_triggers.repeatsAfter(period)
+        || !m_segment.repeats(earlier.segment, earlier.tick, period))
+        return false;
+    const int64_t ticks = count * period;
+    const auto periods = static_cast<uint64_t>(count);
+    const uint64_t frames = periods * (m_firstNumber - earlier.firstNumber);
+    for (size_t preset = 0; preset < m_before.size(); ++preset)
+        if (auto &frame = m_before[preset]; frame != earlier.before[preset])
+            frame = frameStart(frame->number + frames, frame->preset, frame->tick + ticks);
+    if (m_segment.start() != earlier.segment.start())
+        m_segment = FrameSegment(m_segment.timing(), m_segment.start() + ticks);
+    m_firstNumber += frames;
+    m_advances += periods * (m_advances - earlier.advances);
+    m_triggers.takeUntil(tick + ticks - 1);
+    return true;
 }
 
 void FrameClock::startSequence(int64_t tick)
@@ -132,9 +174,11 @@ void FrameClock::startSequence(int64_t tick)
     m_waiting = false;
     const FrameTiming sequence = timing();
     begin(sequence, tick);
-    m_triggers.takeUntil(tick);
-    if (!sequence.hasFrames())
+    if (!sequence.hasFrames()) {
+        m_triggers.takeUntil(m_now);
         return;
+    }
+    m_triggers.takeUntil(tick);
     // Many sequences that follow each other in the same way need no loop.
     const int64_t length = m_segment.end(sequence.frames) - m_segment.start();
     const uint64_t repeats
@@ -180,7 +224,7 @@ void FrameClock::connectionChanged(bool connected)
     if (!connected || m_start)
         return;
     m_start = Clock::now();
-    settle();
+    updateFrameTiming();
 }
 
 /// The timing of frames that need no trigger or have been triggered.
@@ -202,11 +246,14 @@ int64_t FrameClock::tickNow() const
     return scaled(milliseconds, m_sensor.clockFrequency(), 1000);
 }
 
-FrameClock::Frame FrameClock::frameAt(uint64_t index) const
+FrameStart FrameClock::frameAt(uint64_t index) const
 {
-    const int64_t tick = m_segment.tickOf(index);
-    return {m_firstNumber + index, m_segment.presetOf(index), tick,
-            *m_start * 1000 + scaled(tick, 1'000'000, m_sensor.clockFrequency())};
+    return frameStart(m_firstNumber + index, m_segment.presetOf(index), m_segment.tickOf(index));
+}
+
+FrameStart FrameClock::frameStart(uint64_t number, int preset, int64_t tick) const
+{
+    return {number, preset, tick, *m_start * 1000 + scaled(tick, 1'000'000, m_sensor.clockFrequency())};
 }
 
 } // namespace emulator

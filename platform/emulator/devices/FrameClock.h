@@ -28,35 +28,47 @@ class Trigger;
 class FrameClock : public Device
 {
 public:
-    using Frame = FrameStart;
-
     /// No profile keys and no settings.
     FrameClock(Camera &camera, Section &section);
 
     /// The last frame of a preset that has begun. Nothing if there has been none.
-    std::optional<Frame> newest(int preset);
+    std::optional<FrameStart> newest(int preset);
     /// The frame with this number. Nothing if it has not begun, or if it began before the last change of the timing or
     /// the last sequence and has not been the newest one of its preset then.
-    std::optional<Frame> frame(uint64_t number);
+    std::optional<FrameStart> frame(uint64_t number);
     /// The frames of all presets per second at present, in hertz, with the pauses between periodic sequences. 0 while
     /// no frames come.
     double averageRate();
 
     /// Carries out the triggers so far, then takes over the present timing of the devices if it has changed. Called
-    /// before and after each change of a setting; the queries call it too. Takes below 0.5 us, except after a long time
-    /// with triggers.
-    void settle();
+    /// before and after each change of a setting; the queries call it too. Takes below 0.5 us. After a silence with
+    /// triggers it takes up to 0.5 us for each sequence or change of the preset within one period of triggers and
+    /// frames; two signals with strange rates may have a period of hours.
+    void updateFrameTiming();
     /// A single trigger now.
     void trigger();
 
     void connectionChanged(bool connected) override;
 
 private:
+    /// What the triggers before one have led to.
+    struct Effects {
+        int64_t tick; ///< Of this trigger.
+        int preset; ///< The active preset.
+        FrameSegment segment;
+        uint64_t firstNumber;
+        uint64_t advances;
+        std::array<std::optional<FrameStart>, maximumPresets> before;
+    };
+
     FrameTiming timing() const;
     int64_t tickNow() const;
-    Frame frameAt(uint64_t index) const;
+    FrameStart frameAt(uint64_t index) const;
+    FrameStart frameStart(uint64_t number, int preset, int64_t tick) const;
     void begin(const FrameTiming &timing, int64_t tick);
     void runTriggers();
+    void runTrigger(int64_t tick);
+    bool skipPeriods(const Effects &earlier, int64_t tick);
     void startSequence(int64_t tick);
     void advancePreset(int64_t tick);
     void takeSettings();
@@ -67,12 +79,12 @@ private:
     std::optional<int64_t> m_start; ///< The first connection, a time of Clock.
     int64_t m_now = 0; ///< The latest tick so far.
     TriggerSchedule m_triggers;
-    uint8_t m_mode = 0; ///< A Trigger::Mode, of the last settle().
+    uint8_t m_mode = 0; ///< A Trigger::Mode, of the last updateFrameTiming().
     uint64_t m_advances = 0; ///< Changes of the active preset that have raised no event yet.
     bool m_waiting = false; ///< Frames need a trigger that has not come.
     FrameSegment m_segment; ///< The frames since the last change of the timing or the last trigger.
     uint64_t m_firstNumber = 0; ///< Of the first frame of the segment.
-    std::array<std::optional<Frame>, FramePattern::presets> m_before; ///< The newest frames before the segment.
+    std::array<std::optional<FrameStart>, maximumPresets> m_before; ///< The newest frames before the segment.
 };
 
 } // namespace emulator

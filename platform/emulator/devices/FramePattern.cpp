@@ -65,7 +65,7 @@ FramePattern::Place FramePattern::place(uint64_t frame) const
 
 std::optional<uint64_t> FramePattern::newest(int preset, uint64_t count) const
 {
-    if (preset < 0 || preset >= presets)
+    if (preset < 0 || preset >= maximumPresets)
         return {};
     const uint64_t repeats = m_turns[static_cast<size_t>(preset)].repeats;
     if (repeats == 0)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/emulator/devices/presets.h"
+
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -14,7 +16,6 @@ namespace emulator
 class FramePattern
 {
 public:
-    static constexpr int presets = 4;
     static constexpr uint64_t farthest = INT64_MAX;
 
     struct Turn {
@@ -22,7 +23,7 @@ public:
         uint32_t width = 0; ///< Of one frame, at least 1.
         bool operator==(const Turn &) const = default;
     };
-    using Turns = std::array<Turn, presets>;
+    using Turns = std::array<Turn, maximumPresets>;
 
     struct Place {
         int preset;

@@ -78,6 +78,33 @@ int64_t FrameSegment::end(uint64_t count) const
     return tickOf(last) + m_timing.durations[static_cast<size_t>(presetOf(last))];
 }
 
+bool FrameSegment::repeats(const FrameSegment &earlier, int64_t from, int64_t ticks) const
+{
+    if (m_timing != earlier.m_timing || !m_timing.hasFrames())
+        return false;
+    // The time before the first frame of a segment is no part of a cycle.
+    if (m_start == earlier.m_start)
+        return m_timing.frames == FrameTiming::endless && begun(from) > 0
+            && cycleRepeatsAfter(static_cast<uint64_t>(ticks));
+    if (m_start != earlier.m_start + ticks || m_timing.kind == FrameTiming::Free)
+        return m_start == earlier.m_start + ticks;
+    // There are no pulses before pulse 0: segments that begin before it have the same first pulse.
+    const PulseTrain &pulses = m_timing.signal.pulses;
+    return pulses.repeatsAfter(static_cast<uint64_t>(ticks))
+        && m_firstPulse == earlier.m_firstPulse + pulses.pulsesIn(static_cast<uint64_t>(ticks));
+}
+
+/// Whether a whole number of cycles takes this number of ticks.
+bool FrameSegment::cycleRepeatsAfter(uint64_t ticks) const
+{
+    if (m_timing.kind == FrameTiming::Free)
+        return ticks % m_timing.pattern.cycleWidth() == 0;
+    const PulseTrain &pulses = m_timing.signal.pulses;
+    const uint64_t inCycle
+        = m_timing.kind == FrameTiming::FrameByPulse ? m_timing.pattern.cycleWidth() : m_timing.cyclePulses;
+    return pulses.repeatsAfter(ticks) && pulses.pulsesIn(ticks) % inCycle == 0;
+}
+
 /// When a pulse takes effect.
 int64_t FrameSegment::pulseTick(uint64_t pulse) const
 {

@@ -30,11 +30,14 @@ public:
     int64_t tickOf(uint64_t frame) const;
     /// The tick from which another timing may begin, after the first `count` frames.
     int64_t end(uint64_t count) const;
+    /// Whether the frames from tick `from` + `ticks` on repeat those of `earlier` from tick `from` on exactly.
+    bool repeats(const FrameSegment &earlier, int64_t from, int64_t ticks) const;
 
 private:
     uint64_t slotsBegun(int64_t tick) const;
     int64_t pulseTick(uint64_t pulse) const;
     int64_t cycleTick(uint64_t cycle) const;
+    bool cycleRepeatsAfter(uint64_t ticks) const;
 
     FrameTiming m_timing;
     int64_t m_start = 0;

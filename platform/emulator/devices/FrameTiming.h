@@ -47,8 +47,8 @@ struct FrameTiming {
     uint64_t frames = 0; ///< All frames; `endless` if they do not end.
     FrameSignal signal; ///< Not for Free.
     uint64_t cyclePulses = 0; ///< From one cycle to the next, for CycleByPulse.
-    std::array<uint32_t, FramePattern::presets> durations{}; ///< Of a frame of each preset, in ticks.
-    std::array<uint32_t, FramePattern::presets> integrations{}; ///< Of a frame of each preset, in ticks.
+    std::array<uint32_t, maximumPresets> durations{}; ///< Of a frame of each preset, in ticks.
+    std::array<uint32_t, maximumPresets> integrations{}; ///< Of a frame of each preset, in ticks.
 };
 
 } // namespace emulator

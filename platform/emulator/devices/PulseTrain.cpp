@@ -50,4 +50,6 @@ uint64_t PulseTrain::pulsesIn(uint64_t ticks) const
     return static_cast<uint64_t>((Wide(ticks) * m_pulses + m_ticks - 1) / m_ticks);
 }
 
+bool PulseTrain::repeatsAfter(uint64_t ticks) const { return Wide(ticks) * m_pulses % m_ticks == 0; }
+
 } // namespace emulator

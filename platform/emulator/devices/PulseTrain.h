@@ -31,6 +31,8 @@ public:
     uint64_t pulseFrom(int64_t tick) const { return tick <= 0 ? 0 : pulseAt(tick - 1) + 1; }
     /// The smallest number of pulse periods that takes at least this number of ticks.
     uint64_t pulsesIn(uint64_t ticks) const;
+    /// Whether all pulses repeat exactly after this number of ticks.
+    bool repeatsAfter(uint64_t ticks) const;
 
     bool operator==(const PulseTrain &) const = default;
 

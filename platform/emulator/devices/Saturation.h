@@ -28,7 +28,7 @@ public:
     Status raised(uint8_t &flag) const;
 
 private:
-    std::optional<FrameStart> longestFrame() const;
+    std::optional<FrameStart> longestFrame(uint8_t color) const;
     bool isSaturated(const image::Exposure &exposure, const image::Detector::Properties &properties) const;
 };
 

@@ -38,7 +38,7 @@ Sensor::Sensor(Camera &camera, Section &section)
       m_clockFrequency(static_cast<uint32_t>(section.integer(u"clockFrequency"_s, 20'000'000, 1'000'000, 100'000'000))),
       m_maximumIntegrationWidth(
           toClocks(section.number(u"maximumIntegrationTime"_s, 1000.0, 1.0, 10'000.0) / 1000.0, m_clockFrequency)),
-      m_numPresets(section.integer(u"numPresets"_s, maxPresets, 1, maxPresets)),
+      m_numPresets(section.integer(u"numPresets"_s, maximumPresets, 1, maximumPresets)),
       m_lowCost(section.flag(u"lowCost"_s, false)), m_hasVideoStream(section.flag(u"videoStream"_s, true)),
       m_geometry(section), m_readout(section, m_clockFrequency),
       m_array(section, {m_geometry.limits().maximum.width, m_geometry.limits().maximum.height})
@@ -128,26 +128,26 @@ void Sensor::stretchFrames()
     m_superframeWidth = superframeWidth();
 }
 
-std::vector<uint32_t> Sensor::offeredWidths(uint32_t minimum) const
+template <class Width> std::vector<Width> Sensor::offeredWidths(Width minimum) const
 {
-    std::vector<uint32_t> widths{minimum};
+    std::vector<Width> widths{minimum};
     for (const double rate : standardRates)
-        if (const uint32_t width = toClocks(1.0 / rate, m_clockFrequency); width > minimum)
+        if (const Width width = toClocks(1.0 / rate, m_clockFrequency); width > minimum)
             widths.push_back(width);
     return widths;
 }
 
-std::vector<double> Sensor::toHertz(const std::vector<uint32_t> &widths) const
+template <class Width> std::vector<double> Sensor::toHertz(const std::vector<Width> &widths) const
 {
     std::vector<double> rates;
-    for (const uint32_t width : widths)
-        rates.push_back(double(m_clockFrequency) / width);
+    for (const Width width : widths)
+        rates.push_back(double(m_clockFrequency) / double(width));
     return rates;
 }
 
-uint32_t Sensor::nearestWidth(double hertz, uint32_t minimum) const
+template <class Width> Width Sensor::nearestWidth(double hertz, Width minimum) const
 {
-    return std::max(minimum, toClocks(1.0 / std::max(hertz, minimumRate), m_clockFrequency));
+    return std::max<Width>(minimum, toClocks(1.0 / std::max(hertz, minimumRate), m_clockFrequency));
 }
 
 Status Sensor::integrationWidth(int preset, uint32_t &clocks) const
@@ -321,14 +321,14 @@ Status Sensor::setDwellCount(int preset, uint32_t count)
     return values.settings.assign(values.dwellCount, count);
 }
 
-uint32_t Sensor::minimumSuperframeWidth() const
+uint64_t Sensor::minimumSuperframeWidth() const
 {
     // A superframe without frames still takes the time of a change of presets.
     uint64_t width = 0;
     for (int preset = 0; preset < m_numPresets; ++preset)
         if (m_presets[static_cast<size_t>(preset)].subframeEnabled)
             width += minimumFrameWidth(preset, !m_syncStartsReadout);
-    return static_cast<uint32_t>(std::clamp<uint64_t>(width, m_readout.presetSwitchClocks(), UINT32_MAX));
+    return std::max<uint64_t>(width, m_readout.presetSwitchClocks());
 }
 
 std::vector<double> Sensor::superframeRates() const { return toHertz(offeredWidths(minimumSuperframeWidth())); }
@@ -344,9 +344,9 @@ Status Sensor::setSuperframeRateIndex(int index)
     return Ok;
 }
 
-uint32_t Sensor::superframeWidth() const { return std::max(m_superframeWidth, minimumSuperframeWidth()); }
+uint64_t Sensor::superframeWidth() const { return std::max(m_superframeWidth, minimumSuperframeWidth()); }
 
-double Sensor::superframeRate() const { return double(m_clockFrequency) / superframeWidth(); }
+double Sensor::superframeRate() const { return double(m_clockFrequency) / double(superframeWidth()); }
 
 Status Sensor::setSuperframeRate(double hertz)
 {

@@ -20,7 +20,6 @@ namespace emulator
 class Sensor : public Device
 {
 public:
-    static constexpr int maxPresets = 4;
     static constexpr int allPresets = 4;
     static constexpr uint32_t minimumIntegrationWidth = 20;
     static constexpr uint32_t maximumDwellCount = 0x7FFFFFFF;
@@ -147,11 +146,11 @@ private:
     uint32_t minimumFrameWidth(int preset, bool sequencing) const;
     uint32_t minimumFrameWidth(int preset) const;
     uint32_t effectiveFrameWidth(int preset) const;
-    uint32_t minimumSuperframeWidth() const;
-    uint32_t superframeWidth() const;
-    std::vector<uint32_t> offeredWidths(uint32_t minimum) const;
-    uint32_t nearestWidth(double hertz, uint32_t minimum) const;
-    std::vector<double> toHertz(const std::vector<uint32_t> &widths) const;
+    uint64_t minimumSuperframeWidth() const;
+    uint64_t superframeWidth() const;
+    template <class Width> std::vector<Width> offeredWidths(Width minimum) const;
+    template <class Width> Width nearestWidth(double hertz, Width minimum) const;
+    template <class Width> std::vector<double> toHertz(const std::vector<Width> &widths) const;
     void stretchFrames();
 
     uint32_t m_clockFrequency;
@@ -164,8 +163,8 @@ private:
     SensorGeometry m_geometry;
     SensorReadout m_readout;
     DetectorArray m_array;
-    std::array<Preset, maxPresets> m_presets;
-    uint32_t m_superframeWidth = 0;
+    std::array<Preset, maximumPresets> m_presets;
+    uint64_t m_superframeWidth = 0; ///< Clocks. Some superframes take longer than 32 bits can count.
     uint32_t m_sequencingMode = SinglePreset;
     int m_activePreset = 0;
     int m_videoPreset = 0;

@@ -41,7 +41,7 @@ SensorReadout::SensorReadout(Section &section, uint32_t clockFrequency)
 {
 }
 
-uint32_t SensorReadout::shortestFrameWidth(const Frame &frame) const
+uint32_t SensorReadout::shortestFrameWidth(const FrameSettings &frame) const
 {
     const uint64_t readout
         = uint64_t(frame.size.height + m_deadRows) * (frame.size.width / m_pixelsPerClock + m_deadClocksPerRow);

@@ -16,14 +16,14 @@ public:
     /// "maximumFrameRate" (Hz).
     SensorReadout(Section &section, uint32_t clockFrequency);
 
-    struct Frame {
+    struct FrameSettings {
         SensorGeometry::Size size;
         uint32_t integration = 0; ///< Clocks.
         bool reducedNoise = false;
         bool sequencing = false; ///< The preset changes after the frame.
     };
 
-    uint32_t shortestFrameWidth(const Frame &frame) const;
+    uint32_t shortestFrameWidth(const FrameSettings &frame) const;
     uint32_t presetSwitchClocks() const { return m_presetSwitchClocks; }
 
 private:

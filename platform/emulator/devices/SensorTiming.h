@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/emulator/devices/presets.h"
+
 #include <array>
 #include <cstdint>
 
@@ -15,9 +17,9 @@ struct SensorTiming {
         uint32_t integration = 0; ///< Of a frame, at its beginning.
     };
 
-    std::array<Preset, 4> presets{};
+    std::array<Preset, maximumPresets> presets{};
     bool superframing = false; ///< The frames of a cycle are the subframes of a superframe.
-    uint32_t superframeWidth = 0;
+    uint64_t superframeWidth = 0;
 };
 
 } // namespace emulator

@@ -1,15 +1,14 @@
 #include "platform/emulator/devices/StateStore.h"
 
 #include "platform/emulator/Camera.h"
-#include "platform/emulator/Clock.h"
 #include "platform/emulator/fileNames.h"
+#include "platform/emulator/replaceFile.h"
 #include "platform/emulator/stateFile.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <tuple>
@@ -37,15 +36,6 @@ bool isSpecial(const std::string &name)
 
 /// Returns whether a state with a file can have this name.
 bool isOrdinaryName(const std::string &name) { return isStateName(name) && !isSpecial(name); }
-
-/// Replaces a file completely, or leaves it unchanged. The time of the file is that of Clock.
-bool write(const QString &path, const QByteArray &content)
-{
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush()
-        && file.setFileTime(QDateTime::fromMSecsSinceEpoch(Clock::now(), Qt::UTC), QFileDevice::FileModificationTime)
-        && file.commit();
-}
 
 } // namespace
 
@@ -162,7 +152,7 @@ Status StateStore::store(std::string name)
 {
     if (const Status status = camera().letTimePass(m_saveMilliseconds); status != Ok)
         return status;
-    if (!write(pathOf(name), toStateFile(camera().profile().name(), camera().snapshot())))
+    if (!replaceFile(pathOf(name), toStateFile(camera().profile().name(), camera().snapshot())))
         return Refused;
     m_current = std::move(name);
     remember();
@@ -195,7 +185,7 @@ Status StateStore::receive(const std::string &name, const QString &localPath, co
     const Status status = camera().device<FileTransfer>()->upload(localPath, maximumStateFileSize, content, progress);
     if (status != Ok)
         return status;
-    return settingsIn(content) && write(pathOf(name), content) ? Ok : Refused;
+    return settingsIn(content) && replaceFile(pathOf(name), content) ? Ok : Refused;
 }
 
 Status StateStore::send(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress)

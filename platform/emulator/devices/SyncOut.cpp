@@ -22,7 +22,7 @@ SyncOut::SyncOut(Camera &camera, Section &section)
     : Device(camera), m_clockFrequency(camera.device<Sensor>()->clockFrequency())
 {
     const auto setDelays = [this](const Delays &microseconds) {
-        for (size_t preset = 0; preset < presets; ++preset)
+        for (size_t preset = 0; preset < maximumPresets; ++preset)
             storeDelay(microseconds[preset], m_clockFrequency, m_delays[preset]);
         return Ok;
     };
@@ -44,7 +44,7 @@ SyncOut::Delays SyncOut::delays() const
 
 Status SyncOut::delay(uint8_t preset, float &microseconds) const
 {
-    if (preset >= presets)
+    if (preset >= maximumPresets)
         return Refused;
     microseconds = static_cast<float>(delays()[preset]);
     return Ok;
@@ -52,7 +52,7 @@ Status SyncOut::delay(uint8_t preset, float &microseconds) const
 
 Status SyncOut::setDelay(uint8_t preset, float microseconds)
 {
-    return preset < presets ? storeDelay(microseconds, m_clockFrequency, m_delays[preset]) : Refused;
+    return preset < maximumPresets ? storeDelay(microseconds, m_clockFrequency, m_delays[preset]) : Refused;
 }
 
 } // namespace emulator

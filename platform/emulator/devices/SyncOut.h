@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
+#include "platform/emulator/devices/presets.h"
 
 #include <array>
 #include <cstdint>
@@ -14,8 +15,6 @@ class Sensor;
 class SyncOut : public Device
 {
 public:
-    static constexpr int presets = 4;
-
     /// Profile keys and settings: "source" (0 integration start, 1 frame start, 2 saturation flag), "polarity" (0
     /// active low, 1 active high), "delays" (a list of four delays in us, one for each preset, stored as the nearest
     /// clocks).
@@ -30,14 +29,14 @@ public:
     Status setDelay(uint8_t preset, float microseconds);
 
 private:
-    using Delays = std::array<double, presets>;
+    using Delays = std::array<double, maximumPresets>;
 
     Delays delays() const;
 
     const uint32_t m_clockFrequency;
     uint8_t m_source = 0;
     uint8_t m_polarity = 0;
-    std::array<uint32_t, presets> m_delays{}; ///< Clocks.
+    std::array<uint32_t, maximumPresets> m_delays{}; ///< Clocks.
 };
 
 } // namespace emulator

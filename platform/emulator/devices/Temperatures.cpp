@@ -74,6 +74,13 @@ Status Temperatures::lensTemperature(float &celsius) const
     return Ok;
 }
 
+double Temperatures::frontPanelOf(const Camera &camera)
+{
+    const auto *const temperatures = camera.device<Temperatures>();
+    return temperatures ? temperatures->celsius(FrontPanel, Clock::now())
+                        : camera.device<Environment>()->laggedAmbient();
+}
+
 void Temperatures::connectionChanged(bool connected)
 {
     if (connected && !m_switchedOn)

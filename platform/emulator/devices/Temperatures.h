@@ -31,6 +31,9 @@ public:
     /// The temperature of the air gap at a time of Clock since the last change of the ambient temperature, without
     /// noise, also if the camera lacks the sensor.
     double airGap(int64_t time) const { return celsius(AirGap, time); }
+    /// The present temperature of the front panel of a camera, in the same way. A camera without sensors has that of
+    /// its environment.
+    static double frontPanelOf(const Camera &camera);
 
     void connectionChanged(bool connected) override;
     void expose(int preset, image::Exposure &exposure) const override;

@@ -108,13 +108,32 @@ void ThermoelectricCooler::switchOn()
         m_loop.emplace(m_ambient(Clock::now()), Clock::now());
 }
 
-double ThermoelectricCooler::temperature() const
+void ThermoelectricCooler::holdAt(std::optional<float> celsius)
 {
-    const int64_t now = Clock::now();
-    if (!m_loop)
-        return m_ambient(now);
+    temperature();
+    m_heldAt = celsius;
+    if (m_heldAt)
+        m_heldAt = std::clamp(*m_heldAt, static_cast<float>(m_range.minimum), static_cast<float>(m_range.maximum));
+}
+
+void ThermoelectricCooler::setStuck(bool stuck)
+{
+    temperature();
+    m_stuck = stuck;
+}
+
+double ThermoelectricCooler::temperature() const { return m_loop ? advanceTo(Clock::now()) : m_ambient(Clock::now()); }
+
+double ThermoelectricCooler::temperature(int64_t time) const
+{
+    return m_loop ? advanceTo(std::min(std::max(time, m_loop->time()), Clock::now())) : m_ambient(time);
+}
+
+double ThermoelectricCooler::advanceTo(int64_t now) const
+{
     return advanceLoop(*m_loop, now, [this](int64_t time) {
-        return ThermoelectricLoop::Conditions{m_power, m_ambient(time), m_setpoint, m_control};
+        return ThermoelectricLoop::Conditions{m_power || m_heldAt, m_ambient(time), m_heldAt.value_or(m_setpoint),
+                                              m_control, m_stuck};
     });
 }
 

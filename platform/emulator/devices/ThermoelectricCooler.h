@@ -39,20 +39,33 @@ public:
     /// Refuses constants outside 0 to 1000.
     Status setControl(const Control &control);
 
+    /// Regulates to this temperature, or the nearest one in the range, with power on, instead of to the setpoint; again
+    /// to the setpoint without a value. Changes no setting.
+    void holdAt(std::optional<float> celsius);
+    bool stuck() const { return m_stuck; }
+    /// A fault: while there is power, the temperature rises by 1 K/s.
+    void setStuck(bool stuck);
+
     /// Starts the loop at the ambient temperature. Does nothing if it has been started.
     void switchOn();
     /// The temperature of what is cooled; the ambient temperature until the cooler is switched on.
     double temperature() const;
+    /// The same at a time of Clock up to now. It is at least the time of the last read, since the temperature before it
+    /// is no longer known.
+    double temperature(int64_t time) const;
 
 private:
     Setting constantRow(const char *key, float Control::*constant);
     template <class Member> Status change(Member &member, const Member &value);
+    double advanceTo(int64_t now) const;
 
     std::function<double(int64_t)> m_ambient;
     std::function<void()> m_changed;
     Between m_range;
     float m_setpoint;
     bool m_power = true;
+    bool m_stuck = false;
+    std::optional<float> m_heldAt; ///< Instead of the setpoint, with power on.
     Control m_control;
     mutable std::optional<ThermoelectricLoop> m_loop;
 };

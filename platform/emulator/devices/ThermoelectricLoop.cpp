@@ -15,6 +15,7 @@ constexpr int64_t maximumSteps = ThermoelectricLoop::memoryMilliseconds / stepMi
 constexpr double lossSeconds = 60; // The time constant without drive.
 constexpr double driveLagSeconds = 2;
 constexpr double kelvinPerSecond = 2; // At full drive and ambient temperature.
+constexpr double stuckKelvinPerSecond = 1;
 constexpr double largestDifference
     = 45; // The difference from the ambient temperature at which the drive has no effect.
 // A thermal fuse. Some constants of the regulator would heat without end.
@@ -52,8 +53,9 @@ double ThermoelectricLoop::temperature(const Conditions &conditions, int64_t now
     for (int64_t step = std::min(steps, maximumSteps); step > 0; --step) {
         m_drive += (wantedDrive(conditions) - m_drive) * stepSeconds / driveLagSeconds;
         const double difference = conditions.ambient - m_temperature;
-        const double change
-            = difference / lossSeconds - kelvinPerSecond * m_drive * (1 - difference / largestDifference);
+        const double change = conditions.stuck && conditions.power
+            ? stuckKelvinPerSecond
+            : difference / lossSeconds - kelvinPerSecond * m_drive * (1 - difference / largestDifference);
         m_previous = m_temperature;
         m_temperature = std::min(m_temperature + change * stepSeconds, hottest);
     }

@@ -27,6 +27,7 @@ public:
         double ambient; ///< The temperature that it has without power.
         double setpoint;
         Control control;
+        bool stuck = false; ///< The drive heats without control while there is power, by 1 K/s.
     };
 
     /// `temperature` at `now`, without drive.

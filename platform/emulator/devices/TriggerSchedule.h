@@ -3,6 +3,7 @@
 #include "platform/emulator/devices/PulseTrain.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -36,9 +37,15 @@ public:
     uint64_t repeats(int64_t tick, int64_t length, int64_t end) const;
     /// Returns the tick after this number of repetitions of repeats(), and removes the triggers up to it.
     int64_t takeRepeats(int64_t tick, int64_t length, uint64_t count);
-    /// The rate at which a trigger and a pause of `length` ticks repeat from `tick` on, in hertz. Nothing without a
+    /// Whether single triggers are still to come.
+    bool hasSingle() const { return !m_single.empty(); }
+    /// Whether all triggers repeat exactly after this number of ticks. Returns false without a periodic signal and
+    /// while a single trigger is pending.
+    bool repeatsAfter(int64_t ticks) const;
+    /// The mean rate in hertz, from `tick` on, of the triggers that are not lost: each is the first one at or after the
+    /// end of what the one before has started. `endOf` returns this end for the tick of a trigger. Nothing without a
     /// periodic signal.
-    std::optional<double> rate(int64_t tick, int64_t length) const;
+    std::optional<double> rate(int64_t tick, const std::function<int64_t(int64_t)> &endOf) const;
 
 private:
     bool isPulse(int64_t tick) const;

@@ -1,6 +1,7 @@
 #include "platform/emulator/image/Detector.h"
 
 #include "platform/emulator/image/Light.h"
+#include "platform/emulator/image/RowReader.h"
 #include "platform/emulator/image/geometry.h"
 #include "platform/emulator/image/hashes.h"
 #include "platform/emulator/image/limits.h"
@@ -48,10 +49,16 @@ bool twinkles(uint64_t key, const Detector::Fault &fault, uint64_t number)
     return shifted % cycle < shortest + mixed(hash + shifted / cycle) % (cycle - 2 * shortest + 1);
 }
 
+/// Whether the count of a pixel does not depend on its light.
+bool isFixed(const Detector::Fault &fault)
+{
+    return fault.kind == Detector::Fault::Dead || fault.kind == Detector::Fault::Hot;
+}
+
 /// What a pixel collects: the counts of its light and of its dark current.
 float collected(const Detector::Conversion &by, const Detector::Maps &maps, float light, size_t i)
 {
-    float signal = maps.gain[i] * light * by.exposure;
+    float signal = maps.gain[i] * light * by.exposure - by.skimmed;
     signal = signal > 0 ? signal : 0;
     signal = signal < maximumSignal ? signal : maximumSignal;
     return static_cast<float>(Light::fullSignal) * signal * (1 - maps.curvature[i] * signal) + by.dark;
@@ -60,7 +67,7 @@ float collected(const Detector::Conversion &by, const Detector::Maps &maps, floa
 /// What it has without collecting anything.
 float pedestal(const Detector::Conversion &by, const Detector::Maps &maps, size_t i)
 {
-    return maps.offset[i] + maps.drift[i] * by.kelvin;
+    return maps.offset[i] + maps.drift[i] * by.kelvin + by.added;
 }
 
 } // namespace
@@ -74,7 +81,8 @@ Detector::Properties Detector::Properties::corrected() const
     properties.reducedReadNoise = reducedReadNoise;
     for (float *const difference :
          {&properties.vignetting, &properties.gainDeviation, &properties.offsetDeviation, &properties.columnDeviation,
-          &properties.curvature, &properties.curvatureDeviation, &properties.drift, &properties.driftDeviation})
+          &properties.curvature, &properties.curvatureDeviation, &properties.drift, &properties.driftDeviation,
+          &properties.voltageDeviation, &properties.biasDeviation})
         *difference = 0;
     for (uint32_t *const faults :
          {&properties.dead, &properties.hot, &properties.weak, &properties.strong, &properties.twinkling})
@@ -97,7 +105,7 @@ Detector::Detector(const Properties &properties, const Size &array, const Window
         const uint64_t hash = mixed(m_key + (columnKey + static_cast<uint64_t>(x)) * hashStep);
         columns.push_back(properties.columnDeviation * standardNormal(hash));
     }
-    for (std::vector<float> *const map : {&m_gain, &m_offset, &m_curvature, &m_drift})
+    for (std::vector<float> *const map : {&m_gain, &m_offset, &m_curvature, &m_drift, &m_voltage, &m_bias})
         map->reserve(static_cast<size_t>(window.pixels()));
     for (int y = 0; y < window.height; ++y)
         for (int x = 0; x < window.width; ++x)
@@ -109,24 +117,45 @@ void Detector::addPixel(int x, int y, float columnOffset)
     const Properties &p = m_properties;
     const auto normal = [&](Difference difference) { return standardNormal(hashOf(m_key, x, y, difference)); };
     const float q = squaredDistance(x, m_array.width, m_array) + squaredDistance(y, m_array.height, m_array);
-    float gain = (1 - p.vignetting * q) * (1 + p.gainDeviation * normal(Gain));
-    // The upper half of the hash as a number below a million.
-    const uint64_t place = (hashOf(m_key, x, y, Faulty) >> 32) * 1'000'000 >> 32;
-    uint64_t end = 0;
-    const uint32_t rates[] = {p.dead, p.hot, p.weak, p.strong, p.twinkling};
-    for (size_t kind = 0; kind < std::size(rates); ++kind)
-        if (end += rates[kind]; place < end) {
-            m_faults.push_back({x, y, static_cast<Fault::Kind>(kind)});
-            gain *= kind == Fault::Weak ? weakGain : kind == Fault::Strong ? strongGain : 1.0f;
-            break;
-        }
-    m_gain.push_back(gain);
+    const float gain = (1 - p.vignetting * q) * (1 + p.gainDeviation * normal(Gain));
+    m_gain.push_back(gain * addFault(x, y));
     m_offset.push_back(p.offset + p.offsetDeviation * normal(Offset) + columnOffset);
     m_curvature.push_back(p.curvature + p.curvatureDeviation * normal(Curvature));
     m_drift.push_back(p.drift + p.driftDeviation * normal(Drift));
+    // These have a key of their own, so that the ones above stay what they are.
+    const NormalPair further = standardNormals(hashOf(~m_key, x, y, Gain));
+    m_voltage.push_back(p.voltageDeviation * further.first);
+    m_bias.push_back(p.biasDeviation * further.second);
+    m_extremes.gain = std::max(m_extremes.gain, gain);
+    m_extremes.offset = std::max(m_extremes.offset, m_offset.back());
+    m_extremes.curvature = std::min(m_extremes.curvature, m_curvature.back());
+    m_extremes.drift = std::max(m_extremes.drift, std::abs(m_drift.back()));
+    m_extremes.voltage = std::max(m_extremes.voltage, std::abs(m_voltage.back()));
+    m_extremes.bias = std::max(m_extremes.bias, std::abs(m_bias.back()));
 }
 
-Detector::Frame::Frame(const Detector &detector, const Readout &readout, uint64_t number)
+/// Adds the fault of a pixel, if it has one. Returns the factor of the pixel's gain.
+float Detector::addFault(int x, int y)
+{
+    const Properties &p = m_properties;
+    // The upper half of the hash as a number below a million.
+    const uint64_t place = (hashOf(m_key, x, y, Faulty) >> 32) * 1'000'000 >> 32;
+    uint64_t end = 0;
+    const uint32_t rates[] = {p.dead, p.hot, p.weak, p.strong};
+    for (size_t kind = 0; kind < std::size(rates); ++kind)
+        if (end += rates[kind]; place < end) {
+            m_faults.push_back({x, y, static_cast<Fault::Kind>(kind)});
+            return kind == Fault::Weak ? weakGain : kind == Fault::Strong ? strongGain : 1;
+        }
+    if (p.twinkling > 0) {
+        const float onset = static_cast<float>(place - end) / static_cast<float>(p.twinkling);
+        if (onset < static_cast<float>(Voltages::maximumTwinkling))
+            (onset < 1 ? m_faults : m_unsteady).push_back({x, y, Fault::Twinkling, onset});
+    }
+    return 1;
+}
+
+Detector::RowReader::RowReader(const Detector &detector, const Readout &readout, uint64_t number)
     : m_detector(detector), m_number(number), m_key(mixed(detector.m_properties.seed + hashStep) + number * hashStep)
 {
     constexpr double longestExposure = 1e6; // In saturating times.
@@ -135,60 +164,93 @@ Detector::Frame::Frame(const Detector &detector, const Readout &readout, uint64_
     const Properties &properties = detector.m_properties;
     const double exposure = within(
         0, readout.integrationTime / within(shortestTime, readout.saturatingTime, longestTime), longestExposure);
-    const float readNoise = readout.reducedNoise ? properties.reducedReadNoise : properties.readNoise;
-    m_conversion.exposure = static_cast<float>(exposure * readout.gain());
+    const Voltages &voltages = readout.voltages;
+    m_conversion.exposure = static_cast<float>(exposure * readout.gain() * voltages.response());
+    m_conversion.skimmed = static_cast<float>(voltages.skimmedCounts(readout.integrationTime) / Light::fullSignal);
     m_conversion.kelvin
         = static_cast<float>(within(coldestCase, readout.caseCelsius, hottestCase) - referenceCaseCelsius);
     m_conversion.dark = static_cast<float>(readout.dark());
+    m_conversion.added = static_cast<float>(readout.addedCounts());
+    m_conversion.volts = static_cast<float>(voltages.addedVolts());
+    m_conversion.excess = static_cast<float>(voltages.excess());
+    if (!readout.noise)
+        return;
+    const float readNoise = (readout.reducedNoise ? properties.reducedReadNoise : properties.readNoise)
+        * static_cast<float>(voltages.readNoise());
     m_conversion.readVariance = readNoise * readNoise;
     m_conversion.variancePerCount = static_cast<float>(readout.gain() / electronsPerCount);
+    m_conversion.twinkling = static_cast<float>(voltages.twinkling());
 }
 
 Detector::Maps Detector::mapsAt(int x, int y) const
 {
     const auto first = static_cast<size_t>(y - m_window.y) * static_cast<size_t>(m_window.width)
         + static_cast<size_t>(x - m_window.x);
-    return {m_gain.data() + first, m_offset.data() + first, m_curvature.data() + first, m_drift.data() + first};
+    return {m_gain.data() + first,  m_offset.data() + first,  m_curvature.data() + first,
+            m_drift.data() + first, m_voltage.data() + first, m_bias.data() + first};
 }
 
-std::span<const Detector::Fault> Detector::faultsAt(int x, int y, size_t count) const
+std::span<const Detector::Fault> Detector::partOf(const std::vector<Fault> &faults, int x, int y, size_t count)
 {
     const auto isBefore
         = [](const Fault &fault, const std::pair<int, int> &place) { return std::pair(fault.y, fault.x) < place; };
-    const auto first = std::lower_bound(m_faults.begin(), m_faults.end(), std::pair(y, x), isBefore);
-    const auto end = std::lower_bound(first, m_faults.end(), std::pair(y, x + static_cast<int>(count)), isBefore);
+    const auto first = std::lower_bound(faults.begin(), faults.end(), std::pair(y, x), isBefore);
+    const auto end = std::lower_bound(first, faults.end(), std::pair(y, x + static_cast<int>(count)), isBefore);
     return {first, end};
 }
 
-void Detector::Frame::read(int x, int y, std::span<const float> light, std::span<uint16_t> counts)
+Detector::Maps Detector::RowReader::mapsAt(int x, int y, size_t count)
+{
+    Maps maps = m_detector.mapsAt(x, y);
+    const float volts = m_conversion.volts;
+    const float excess = m_conversion.excess;
+    if (volts == 0 && excess == 0)
+        return maps;
+    m_gain.resize(count);
+    m_offset.resize(count);
+    for (size_t i = 0; i < count; ++i) {
+        m_gain[i] = maps.gain[i] * (1 + excess * maps.bias[i]);
+        m_offset[i] = maps.offset[i] + volts * maps.voltage[i];
+    }
+    maps.gain = m_gain.data();
+    maps.offset = m_offset.data();
+    return maps;
+}
+
+void Detector::RowReader::read(int x, int y, std::span<const float> light, std::span<uint16_t> counts)
 {
     makeNoise(x, y, light.size());
-    const Maps maps = m_detector.mapsAt(x, y);
+    const Maps maps = mapsAt(x, y, light.size());
     const Conversion by = m_conversion;
     const float *const noise = m_noise.data() + x % 2;
-    constexpr float brightest = maximumCount;
     for (size_t i = 0; i < light.size(); ++i) {
         const float signal = collected(by, maps, light[i], i);
         const float deviation = std::sqrt(by.readVariance + signal * by.variancePerCount);
-        float count = pedestal(by, maps, i) + signal + noise[i] * deviation;
-        count = count > 0 ? count : 0;
-        count = count < brightest ? count : brightest;
-        counts[i] = static_cast<uint16_t>(static_cast<int>(count + 0.5f));
+        counts[i] = toCount(pedestal(by, maps, i) + signal + noise[i] * deviation);
     }
-    for (const Fault &fault : m_detector.faultsAt(x, y, counts.size())) {
+    for (const Fault &fault : partOf(m_detector.m_faults, x, y, counts.size())) {
         uint16_t &count = counts[static_cast<size_t>(fault.x - x)];
         if (fault.kind == Fault::Dead)
             count = deadCount;
         else if (fault.kind == Fault::Hot)
             count = maximumCount;
-        else if (fault.kind == Fault::Twinkling && twinkles(m_detector.m_key, fault, m_number))
-            count = static_cast<uint16_t>(std::min(count + twinkleCounts, int(maximumCount)));
+        else if (fault.kind == Fault::Twinkling)
+            twinkle(fault, count);
     }
+    if (m_conversion.twinkling > 1)
+        for (const Fault &fault : partOf(m_detector.m_unsteady, x, y, counts.size()))
+            twinkle(fault, counts[static_cast<size_t>(fault.x - x)]);
 }
 
-size_t Detector::Frame::countAtLeast(int x, int y, std::span<const float> light, uint16_t threshold) const
+void Detector::RowReader::twinkle(const Fault &fault, uint16_t &count) const
 {
-    const Maps maps = m_detector.mapsAt(x, y);
+    if (fault.onset < m_conversion.twinkling && twinkles(m_detector.m_key, fault, m_number))
+        count = static_cast<uint16_t>(std::min(count + twinkleCounts, int(maximumCount)));
+}
+
+size_t Detector::RowReader::countAtLeast(int x, int y, std::span<const float> light, uint16_t threshold)
+{
+    const Maps maps = mapsAt(x, y, light.size());
     const Conversion by = m_conversion;
     const float limit = float(threshold) - 0.5f;
     const auto reaches
@@ -196,29 +258,45 @@ size_t Detector::Frame::countAtLeast(int x, int y, std::span<const float> light,
     int pixels = 0;
     for (size_t i = 0; i < light.size(); ++i)
         pixels += reaches(i);
-    for (const Fault &fault : m_detector.faultsAt(x, y, light.size()))
-        if (fault.kind == Fault::Dead || fault.kind == Fault::Hot)
-            pixels += static_cast<int>((fault.kind == Fault::Hot ? maximumCount : deadCount) >= threshold)
-                - reaches(static_cast<size_t>(fault.x - x));
-    return static_cast<size_t>(pixels);
+    for (const Fault &fault : partOf(m_detector.m_faults, x, y, light.size()))
+        if (isFixed(fault))
+            pixels -= reaches(static_cast<size_t>(fault.x - x));
+    return static_cast<size_t>(pixels) + countFixedAtLeast(x, y, light.size(), threshold);
 }
 
-void Detector::Frame::makeNoise(int x, int y, size_t count)
+size_t Detector::RowReader::countFixedAtLeast(int x, int y, size_t count, uint16_t threshold) const
 {
-    // A hash makes the noise of two neighbours: for each of them the sum of four of its bytes.
-    constexpr uint64_t everySecondByte = 0x00ff00ff00ff00ff;
-    constexpr float mean = 510;
-    constexpr float perDeviation = 1 / 147.8005f;
+    const auto reaches = [threshold](const Fault &fault) {
+        return isFixed(fault) && (fault.kind == Fault::Hot ? maximumCount : deadCount) >= threshold;
+    };
+    return static_cast<size_t>(std::ranges::count_if(partOf(m_detector.m_faults, x, y, count), reaches));
+}
+
+bool Detector::RowReader::mayReach(int x, int y, size_t count, float light, uint16_t threshold) const
+{
+    constexpr float rounding = 1; // Counts.
+    const auto isStrong = [](const Fault &fault) { return fault.kind == Fault::Strong; };
+    const bool hasStrong = std::ranges::any_of(partOf(m_detector.m_faults, x, y, count), isStrong);
+    const Extremes &e = m_detector.m_extremes;
+    Conversion by = m_conversion;
+    by.kelvin = std::abs(by.kelvin);
+    const float gain = e.gain * (hasStrong ? strongGain : 1.0f) * (1 + std::abs(by.excess) * e.bias);
+    const float offset = e.offset + std::abs(by.volts) * e.voltage;
+    const Maps maps{&gain, &offset, &e.curvature, &e.drift, &e.voltage, &e.bias};
+    return pedestal(by, maps, 0) + collected(by, maps, light, 0) + rounding >= float(threshold) - 0.5f;
+}
+
+void Detector::RowReader::makeNoise(int x, int y, size_t count)
+{
+    // A hash makes the noise of two neighbours.
     const auto odd = static_cast<size_t>(x % 2);
     const size_t pairs = (odd + count + 1) / 2;
     m_noise.resize(2 * pairs);
     uint64_t input = mixed(m_key + static_cast<uint64_t>(y)) + static_cast<uint64_t>(x / 2) * hashStep;
     for (size_t pair = 0; pair < pairs; ++pair, input += hashStep) {
-        const uint64_t bits = mixed(input);
-        uint64_t sums = (bits & everySecondByte) + ((bits >> 8) & everySecondByte);
-        sums += sums >> 16;
-        m_noise[2 * pair] = (static_cast<float>(static_cast<int>(sums & 0xffff)) - mean) * perDeviation;
-        m_noise[2 * pair + 1] = (static_cast<float>(static_cast<int>(sums >> 32 & 0xffff)) - mean) * perDeviation;
+        const NormalPair noise = standardNormals(mixed(input));
+        m_noise[2 * pair] = noise.first;
+        m_noise[2 * pair + 1] = noise.second;
     }
 }
 

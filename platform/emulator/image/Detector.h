@@ -1,9 +1,10 @@
 #pragma once
 
-#include "platform/emulator/image/Readout.h"
 #include "platform/emulator/image/Window.h"
+#include "platform/emulator/image/limits.h"
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <span>
 #include <vector>
@@ -17,7 +18,7 @@ namespace emulator::image
 class Detector
 {
 public:
-    static constexpr uint16_t maximumCount = 16'383;
+    static constexpr uint16_t maximumCount = image::maximumCount;
 
     struct Properties {
         uint64_t seed = 1;
@@ -30,6 +31,8 @@ public:
         float curvatureDeviation = 0.004f;
         float drift = 2; ///< Counts for each kelvin of the case above 25 C.
         float driftDeviation = 2.5f;
+        float voltageDeviation = 40; ///< Counts for each volt of global offset.
+        float biasDeviation = 0.02f; ///< Of the responses, at the highest and the lowest bias.
         /// Faulty pixels of a million.
         uint32_t dead = 500;
         uint32_t hot = 300;
@@ -50,6 +53,7 @@ public:
         int x; ///< Array coordinates.
         int y;
         Kind kind;
+        float onset = 0; ///< The pixel twinkles while Voltages::twinkling() is above this.
     };
 
     /// Makes the maps of a window of an array, in some 20 ns a pixel. Returns null for a window that has no frames or
@@ -58,16 +62,21 @@ public:
 
     const Size &array() const { return m_array; }
     const Window &window() const { return m_window; }
-    /// The faulty pixels of the window, row by row.
+    /// The faulty pixels of the window with the start value of the bias, row by row.
     std::span<const Fault> faults() const { return m_faults; }
 
     /// What all pixels of a frame have in common.
     struct Conversion {
         float exposure = 0; ///< The signal of light 1, in full signals.
+        float skimmed = 0; ///< The signal that is taken off.
         float kelvin = 0; ///< Of the case, above 25 C.
         float dark = 0; ///< Counts.
         float readVariance = 0; ///< Squared counts.
         float variancePerCount = 0; ///< Squared counts for each count of light and dark current.
+        float added = 0; ///< Counts.
+        float volts = 0; ///< See Voltages::addedVolts().
+        float excess = 0; ///< See Voltages::excess().
+        float twinkling = 0; ///< See Voltages::twinkling().
     };
 
     /// The differences of pixels beside each other.
@@ -76,37 +85,32 @@ public:
         const float *offset;
         const float *curvature;
         const float *drift;
+        const float *voltage;
+        const float *bias;
     };
 
-    /// A readout of frames by this detector, row by row. Used by one thread.
-    class Frame
-    {
-    public:
-        Frame(const Detector &detector, const Readout &readout, uint64_t number);
-
-        /// Turns the light of some pixels of a row into counts, from the array coordinates x, y to the right. They must
-        /// be inside the window of the detector. There are as many counts as lights.
-        void read(int x, int y, std::span<const float> light, std::span<uint16_t> counts);
-        /// Returns how many of these pixels reach a threshold, without noise and without twinkling.
-        size_t countAtLeast(int x, int y, std::span<const float> light, uint16_t threshold) const;
-
-    private:
-        void makeNoise(int x, int y, size_t count);
-
-        const Detector &m_detector;
-        uint64_t m_number;
-        uint64_t m_key; ///< Of the noise of this frame.
-        Conversion m_conversion;
-        std::vector<float> m_noise; ///< Of a row from an even x, in standard deviations.
-    };
+    class RowReader;
 
 private:
     Detector(const Properties &properties, const Size &array, const Window &window);
 
     void addPixel(int x, int y, float columnOffset);
-    /// The maps and the faults of pixels of a row, from the array coordinates to the right.
+    float addFault(int x, int y);
+    /// The maps of pixels of a row, and those of the faults that are among them, from the array coordinates to the
+    /// right.
     Maps mapsAt(int x, int y) const;
-    std::span<const Fault> faultsAt(int x, int y, size_t count) const;
+    static std::span<const Fault> partOf(const std::vector<Fault> &faults, int x, int y, size_t count);
+
+    /// The extremes of a window, without the faults: a pixel with all of them is as bright as any by the same light.
+    struct Extremes {
+        float gain = 0;
+        float offset = std::numeric_limits<float>::lowest();
+        float curvature = std::numeric_limits<float>::max(); ///< The smallest.
+        // The largest sizes.
+        float drift = 0;
+        float voltage = 0;
+        float bias = 0;
+    };
 
     Properties m_properties;
     uint64_t m_key; ///< Of the hashes of all pixels.
@@ -116,7 +120,11 @@ private:
     std::vector<float> m_offset;
     std::vector<float> m_curvature;
     std::vector<float> m_drift;
+    std::vector<float> m_voltage; ///< In voltageDeviation.
+    std::vector<float> m_bias; ///< In biasDeviation.
+    Extremes m_extremes;
     std::vector<Fault> m_faults;
+    std::vector<Fault> m_unsteady; ///< The pixels that twinkle only with a higher bias.
 };
 
 } // namespace emulator::image

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/emulator/image/CorrectionTable.h"
 #include "platform/emulator/image/Light.h"
 #include "platform/emulator/image/Optics.h"
 #include "platform/emulator/image/Readout.h"
@@ -14,7 +15,7 @@ namespace emulator::image
 
 class Detector;
 
-/// Everything on which a raw frame depends. Equal exposures give equal frames.
+/// Everything on which a frame depends. Equal exposures give equal frames.
 struct Exposure {
     Window window; ///< The part of the array that is read out.
     uint64_t frameNumber = 0; ///< Selects the noise.
@@ -23,6 +24,16 @@ struct Exposure {
     Light::Band band = Light::Medium;
     Readout readout;
     std::shared_ptr<const Detector> detector; ///< Its maps include the window.
+
+    // Raw frames do not depend on the following, see renderOutput().
+
+    std::shared_ptr<const CorrectionTable> correction; ///< Null: none.
+    Repair repair = Repair::TwoNearest;
+    bool showBadPixels = false;
+    bool videoCorrected = true;
+    bool digitalCorrected = false;
+    float digitalGain = 1;
+    float digitalOffset = 0; ///< Counts.
 };
 
 } // namespace emulator::image

@@ -10,6 +10,7 @@ public:
     enum Band {
         Medium, ///< Thermal light of the medium waves.
         Long, ///< Thermal light of the long waves, which rises less with the temperature.
+        SecondColor, ///< Thermal light of the second colour of a detector with two.
         Short, ///< Reflected light, since bodies near room temperature do not glow there.
     };
 

@@ -17,15 +17,24 @@ constexpr double pixelSoftness = 0.5;
 constexpr double softnessPerDefocus = 2.5;
 constexpr double maximumDefocus = 1000;
 
-/// The share of a pixel that lies beyond a soft edge: 0 at -1 and below, 1 at 1 and above.
+/// The share of a pixel that lies beyond a soft edge: 0 at -1 and below, 1 at 1 and above. It has no branches, so that
+/// loops with it are vectorized.
 double softStep(double x)
 {
-    if (x <= -1)
-        return 0;
-    if (x >= 1)
-        return 1;
+    x = x > -1 ? x : -1;
+    x = x < 1 ? x : 1;
     const double t = (x + 1) / 2;
     return t * t * (3 - 2 * t);
+}
+
+/// The mean of the squared radius of a disc whose edge is soft by `blur` on both sides, not beyond its centre. A sharp
+/// disc of this squared radius has the same light.
+double meanSquaredRadius(double radius, double blur)
+{
+    if (radius >= blur)
+        return radius * radius + blur * blur / 5;
+    const double a = radius / blur;
+    return blur * blur * (0.1 + a * (0.375 + a * (0.5 + a * (0.25 - a * a * 0.025))));
 }
 
 } // namespace
@@ -89,17 +98,15 @@ void Projection::addLayer(const Scene::Layer &layer)
     const auto light = static_cast<float>(Light::of(layer.to, m_band) - Light::of(layer.from, m_band));
     for (float &column : drawn.columns)
         column *= light;
+    drawn.brightest = std::max(0.0f, *std::ranges::max_element(drawn.columns));
     m_layers.push_back(std::move(drawn));
 }
 
 void Projection::addDisc(const Scene::Disc &disc)
 {
     const double radius = m_unit * disc.radius;
-    // The mean of the squared radius of a soft edge is that of a disc of the same light.
-    const double spread = m_blur * m_blur / 5;
-    m_discs.push_back({m_centreX + m_unit * disc.x, m_centreY + m_unit * disc.y, radius + m_softness,
-                       std::max(0.0, radius - m_softness),
-                       static_cast<float>(radius * radius / (radius * radius + spread)),
+    m_discs.push_back({m_centreX + m_unit * disc.x, m_centreY + m_unit * disc.y, radius,
+                       static_cast<float>(radius * radius / meanSquaredRadius(radius, m_blur)),
                        static_cast<float>(Light::of(disc.celsius, m_band))});
 }
 
@@ -121,25 +128,39 @@ void Projection::addUpLayers(size_t y)
                 m_sum[x] += m_shares[i] * m_layers[i].columns[x];
 }
 
+/// The share of the disc in a pixel at a distance from its centre.
+inline float Projection::shareOf(const Disc &disc, double distance) const
+{
+    return disc.share * static_cast<float>(softStep((disc.radius - distance) / m_softness));
+}
+
 void Projection::draw(const Disc &disc, int y)
 {
     const double dy = y + 0.5 - disc.y;
-    const double outer = disc.outer * disc.outer;
-    const double inner = disc.inner * disc.inner;
-    if (dy * dy >= outer)
+    const double outer = disc.radius + m_softness;
+    if (dy * dy >= outer * outer)
         return;
-    const double half = std::sqrt(outer - dy * dy);
+    const double half = std::sqrt(outer * outer - dy * dy);
     const auto width = double(m_row.size());
-    const auto first = static_cast<size_t>(within(0, std::floor(disc.x - half), width));
-    const auto last = static_cast<size_t>(within(0, std::ceil(disc.x + half), width));
-    for (size_t x = first; x < last; ++x) {
-        const double dx = double(x) + 0.5 - disc.x;
-        const double squared = dx * dx + dy * dy;
-        float share = disc.share;
-        if (squared >= inner)
-            share *= static_cast<float>(softStep((disc.outer - m_softness - std::sqrt(squared)) / m_softness));
-        m_row[x] += share * (disc.light - m_row[x]);
+    const auto first = static_cast<int>(within(0, std::floor(disc.x - half), width));
+    const auto last = static_cast<int>(within(0, std::ceil(disc.x + half), width));
+    float *const row = m_row.data();
+    for (int x = first; x < last; ++x) {
+        const double dx = x + 0.5 - disc.x;
+        row[x] += shareOf(disc, std::sqrt(dx * dx + dy * dy)) * (disc.light - row[x]);
     }
+}
+
+float Projection::brightest(int y) const
+{
+    const auto index = static_cast<size_t>(y);
+    float light = m_behind[index];
+    for (const Layer &layer : m_layers)
+        light += layer.rows[index] * layer.brightest;
+    for (const Disc &disc : m_discs)
+        light += shareOf(disc, std::abs(y + 0.5 - disc.y)) * std::max(0.0f, disc.light - light);
+    light = std::max(0.0f, light * m_transmission) + m_glow;
+    return m_flagEnd > 0 ? std::max(light, m_flagLight) : light;
 }
 
 std::span<const float> Projection::row(int y)

@@ -19,6 +19,9 @@ class Projection
 public:
     Projection(const Scene &scene, const Optics &optics, Light::Band band, const Size &array, const Window &window);
 
+    /// Returns at least the light of the brightest pixel of a row, in much less time than row().
+    float brightest(int y) const;
+
     /// Returns the light of each pixel of a row of the window. It is valid until the next call. Neighbouring rows are
     /// quickest when they are asked for one after the other.
     std::span<const float> row(int y);
@@ -29,13 +32,13 @@ private:
         std::vector<float> rows; ///< The share of it at each row.
         size_t first = 0; ///< The columns to which it adds: from here
         size_t end = 0; ///< to before here.
+        float brightest = 0; ///< The most that it adds, not below 0.
     };
 
     struct Disc {
         double x; ///< Pixels of the window.
         double y;
-        double outer; ///< Radii in pixels: outside of this one there is no light of the disc,
-        double inner; ///< and inside of this one its full share.
+        double radius; ///< Pixels, to the middle of the soft edge.
         float share; ///< A disc that is smaller than its blur covers only a share of the scene behind.
         float light;
     };
@@ -44,6 +47,7 @@ private:
     void addLayer(const Scene::Layer &layer);
     void addDisc(const Scene::Disc &disc);
     void addUpLayers(size_t y);
+    float shareOf(const Disc &disc, double distance) const;
     void draw(const Disc &disc, int y);
 
     Light::Band m_band;

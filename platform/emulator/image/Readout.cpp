@@ -27,4 +27,10 @@ double Readout::dark() const
     return std::floor(counts * 256 + 0.5) / 256;
 }
 
+double Readout::addedCounts() const
+{
+    constexpr double ofSecondColor = 300;
+    return voltages.addedCounts() + (color > 0 ? ofSecondColor : 0);
+}
+
 } // namespace emulator::image

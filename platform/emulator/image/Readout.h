@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/emulator/image/Voltages.h"
+
 namespace emulator::image
 {
 
@@ -16,11 +18,16 @@ struct Readout {
     Cooling cooling = Stirling;
     double warmth = 0; ///< Kelvin by which the array is warmer than its cold temperature or its setpoint.
     double caseCelsius = 25;
+    Voltages voltages = {};
+    int color = 0; ///< 1 for the second colour of a detector with two, whose pixels have higher offsets.
+    bool noise = true; ///< Without it, pixels neither have noise nor twinkle.
 
     /// The product of the gains of level and mode.
     double gain() const;
     /// The dark current in counts, rounded to 1/256 count.
     double dark() const;
+    /// The counts that the colour and the voltages add to every pixel.
+    double addedCounts() const;
 };
 
 } // namespace emulator::image

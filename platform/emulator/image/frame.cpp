@@ -2,6 +2,7 @@
 
 #include "platform/emulator/image/Detector.h"
 #include "platform/emulator/image/Projection.h"
+#include "platform/emulator/image/RowReader.h"
 
 #include <algorithm>
 #include <span>
@@ -32,27 +33,33 @@ bool renderFrame(const Exposure &exposure, std::vector<uint16_t> &counts)
     const auto width = static_cast<size_t>(window.width);
     counts.resize(static_cast<size_t>(window.pixels()));
     Projection projection = projectionOf(exposure);
-    Detector::Frame frame(*exposure.detector, exposure.readout, exposure.frameNumber);
+    Detector::RowReader reader(*exposure.detector, exposure.readout, exposure.frameNumber);
     for (int y = 0; y < window.height; ++y) {
         // The flips are the last step, so that they move the faults of the pixels too.
         const auto target = static_cast<size_t>(exposure.optics.inverted ? window.height - 1 - y : y);
         const std::span<uint16_t> row(counts.data() + target * width, width);
-        frame.read(window.x, window.y + y, projection.row(y), row);
+        reader.read(window.x, window.y + y, projection.row(y), row);
         if (exposure.optics.mirrored)
             std::ranges::reverse(row);
     }
     return true;
 }
 
-size_t countAtLeast(const Exposure &exposure, uint16_t threshold)
+size_t countAtLeast(const Exposure &exposure, uint16_t threshold, size_t enough)
 {
     if (!hasFrame(exposure) || threshold > Detector::maximumCount)
         return 0;
     Projection projection = projectionOf(exposure);
-    const Detector::Frame frame(*exposure.detector, exposure.readout, exposure.frameNumber);
+    Detector::RowReader reader(*exposure.detector, exposure.readout, exposure.frameNumber);
+    const int x = exposure.window.x;
+    const auto width = static_cast<size_t>(exposure.window.width);
     size_t pixels = 0;
-    for (int y = 0; y < exposure.window.height; ++y)
-        pixels += frame.countAtLeast(exposure.window.x, exposure.window.y + y, projection.row(y), threshold);
+    for (int row = 0; row < exposure.window.height && pixels < enough; ++row) {
+        const int y = exposure.window.y + row;
+        pixels += reader.mayReach(x, y, width, projection.brightest(row), threshold)
+            ? reader.countAtLeast(x, y, projection.row(row), threshold)
+            : reader.countFixedAtLeast(x, y, width, threshold);
+    }
     return pixels;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace emulator::image
@@ -15,7 +16,7 @@ namespace emulator::image
 bool renderFrame(const Exposure &exposure, std::vector<uint16_t> &counts);
 
 /// Returns how many pixels of the window reach a threshold, not regarding noise and twinkling pixels, in less than half
-/// of the time of a frame. 0 where renderFrame() returns false.
-size_t countAtLeast(const Exposure &exposure, uint16_t threshold);
+/// of the time of a frame. 0 where renderFrame() returns false. Ends after the row with the `enough`-th such pixel.
+size_t countAtLeast(const Exposure &exposure, uint16_t threshold, size_t enough = std::numeric_limits<size_t>::max());
 
 } // namespace emulator::image

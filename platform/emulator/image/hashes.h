@@ -29,4 +29,23 @@ constexpr float standardNormal(uint64_t bits)
     return (static_cast<float>(sum) - mean) / deviation;
 }
 
+/// Two numbers of the standard normal distribution.
+struct NormalPair {
+    float first;
+    float second;
+};
+
+/// Returns two independent numbers for 64 random bits: for each of them the sum of four of the bytes, which lies
+/// between -3.45 and 3.45. This is quicker than two calls of standardNormal().
+constexpr NormalPair standardNormals(uint64_t bits)
+{
+    constexpr uint64_t everySecondByte = 0x00ff00ff00ff00ff;
+    constexpr float mean = 510;
+    constexpr float perDeviation = 1 / 147.8005f;
+    uint64_t sums = (bits & everySecondByte) + ((bits >> 8) & everySecondByte);
+    sums += sums >> 16;
+    return {(static_cast<float>(static_cast<int>(sums & 0xffff)) - mean) * perDeviation,
+            (static_cast<float>(static_cast<int>(sums >> 32 & 0xffff)) - mean) * perDeviation};
+}
+
 } // namespace emulator::image
