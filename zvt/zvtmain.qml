@@ -113,13 +113,13 @@ Item {
 
     Shortcut {
         sequence: "Ctrl+Tab"
-        enabled: root.visible
+        enabled: root.visible && root.enabled
         onActivated: tabBar.step(1)
     }
 
     Shortcut {
         sequence: "Ctrl+Shift+Tab"
-        enabled: root.visible
+        enabled: root.visible && root.enabled
         onActivated: tabBar.step(-1)
     }
 

@@ -10,6 +10,7 @@ class tst_MainPageKeys : public Test
 
 private slots:
     void controlTabWalksOverTheTabs();
+    void aBlockedPageKeepsItsTab();
     void enterOpensATab_data();
     void enterOpensATab();
     void walkingOverTheTabsKeepsTheFocusThere();
@@ -36,11 +37,23 @@ void tst_MainPageKeys::controlTabWalksOverTheTabs()
 {
     PageDriver driver;
     QCOMPARE(shownTab(driver), 0);
-    driver.press(Qt::Key_Tab, Qt::ControlModifier);
-    QCOMPARE(shownTab(driver), 1);
+    constexpr int tabs = 3;
+    for (int step = 1; step <= tabs; ++step) {
+        driver.press(Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(shownTab(driver), step % tabs);
+    }
+    driver.press(Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(shownTab(driver), tabs - 1);
+}
+
+void tst_MainPageKeys::aBlockedPageKeepsItsTab()
+{
+    PageDriver driver;
+    QVERIFY(QMetaObject::invokeMethod(driver.page(), "setFakeOverlay", Q_ARG(bool, true)));
     driver.press(Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(shownTab(driver), 0);
-    driver.press(Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(QMetaObject::invokeMethod(driver.page(), "setFakeOverlay", Q_ARG(bool, false)));
+    driver.press(Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(shownTab(driver), 1);
 }
 
