@@ -52,9 +52,9 @@ public:
     Q_INVOKABLE void renameNuc(const QString &oldName, const QString &newName); ///< Moves the row to the end. Blocks.
     Q_INVOKABLE void uploadNuc(const QString &url); ///< The whole name of the file is the name for the camera.
     Q_INVOKABLE void downloadNuc(const QString &name, const QString &url);
-    Q_INVOKABLE QString nameAt(int index) const; ///< Empty if there is no such row.
-    /// A new description of the correction, which belongs to the caller. Null if there is no such row or its infoOk is
-    /// false.
+    Q_INVOKABLE QString nameAt(int index) const; ///< Empty if the list has no such row.
+    /// A new description of the correction, which belongs to the caller. Null if the list has no such row or its infoOk
+    /// is false.
     Q_INVOKABLE NucInfoModel *infoAt(int index);
     Q_INVOKABLE void abort(); ///< Stops the transfer at its next block.
     // These ask the camera and wait for its answer.

@@ -73,7 +73,8 @@ public:
     Status status(uint16_t &number, std::string &text);
     /// The Result of the last run and its text; Done before the first one.
     Status result(uint16_t &number, std::string &text);
-    /// The counts of the last run with result Done for a preset. Zeros if there was none, or there is no such preset.
+    /// The counts of the last run with result Done for a preset. Zeros before such a run, and for a preset that the
+    /// camera lacks.
     Status counts(uint8_t preset, image::BadPixelCounts &counts);
 
     /// Exposes frames that are due, at most 64, and computes the correction; the next look continues. Other threads

@@ -284,7 +284,7 @@ uint64_t CorrectionStore::sizeOfFactory() const
         * static_cast<uint64_t>(std::ranges::count_if(names, [this](const auto &name) { return isFactory(name); }));
 }
 
-/// Reads the head of a file. Empty if there is no such file, if the head is damaged, or if the file has another size
+/// Reads the head of a file. Empty if the file does not exist, if the head is damaged, or if the file has another size
 /// than its window needs.
 std::optional<CorrectionInfo> CorrectionStore::headOf(const std::string &name) const
 {

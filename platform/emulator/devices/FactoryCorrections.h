@@ -40,7 +40,7 @@ public:
     /// Returns the description with the numbers of bad pixels. Makes the correction as make() does, but only once.
     std::optional<CorrectionInfo> info(const std::string &name) const;
 
-    /// Makes the correction, in some 20 ms for 640x512 pixels, unless its table still exists. Empty if there is no such
+    /// Makes the correction, in some 40 ms for 640x512 pixels, unless its table still exists. Empty if there is no such
     /// correction, or if it cannot be made: the array is too large for frames, or saturated at the integration time.
     /// The caller should not hold the camera's lock.
     std::optional<Correction> make(const std::string &name) const;

@@ -82,7 +82,7 @@ bool FrameSegment::repeats(const FrameSegment &earlier, int64_t from, int64_t ti
 {
     if (m_timing != earlier.m_timing || !m_timing.hasFrames())
         return false;
-    // The time before the first frame of a segment is no part of a cycle.
+    // A cycle does not include the time before the first frame of a segment.
     if (m_start == earlier.m_start)
         return m_timing.frames == FrameTiming::endless && begun(from) > 0
             && cycleRepeatsAfter(static_cast<uint64_t>(ticks));
