@@ -2,7 +2,13 @@
 #include "benchmarks/figures.h"
 #include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/Saturation.h"
+#include "platform/emulator/devices/VideoOutput.h"
+#include "platform/emulator/devices/VideoOverlay.h"
+#include "platform/emulator/image/Agc.h"
+#include "platform/emulator/image/Detail.h"
 #include "platform/emulator/image/Detector.h"
+#include "platform/emulator/image/Picture.h"
+#include "platform/emulator/image/TemporalFilter.h"
 #include "platform/emulator/image/frame.h"
 #include "platform/emulator/image/output.h"
 #include "tests/support/CameraRig.h"
@@ -69,6 +75,110 @@ void correct(emulator::image::Exposure &exposure)
     for (size_t i = 0; i < pixels; i += 600)
         table.flags[i] = CorrectionTable::Bad;
     exposure.correction = std::make_shared<const CorrectionTable>(std::move(table));
+}
+
+/// The steps from a corrected frame to levels of grey, each as a multiple of one pass.
+void measureLevels(Report &report, emulator::image::Exposure exposure)
+{
+    using namespace emulator::image;
+    constexpr int rounds = 101;
+    constexpr double filterLimit = 2; // Passes.
+    constexpr double detailLimit = 4;
+    constexpr double agcLimit = 3;
+    const Size size{exposure.window.width, exposure.window.height};
+    const Window whole{0, 0, size.width, size.height};
+    std::vector<double> filter;
+    std::vector<double> detail;
+    std::vector<double> gain;
+    std::vector<double> one;
+    Pass pass(static_cast<size_t>(exposure.window.pixels()));
+    TemporalFilter temporalFilter;
+    Agc agc;
+    std::vector<uint16_t> counts;
+    std::vector<uint8_t> levels;
+    for (int round = 0; round < rounds; ++round) {
+        ++exposure.frameNumber;
+        renderOutput(exposure, Output::Video, counts);
+        filter.push_back(costOf([&] { temporalFilter.apply(counts, TemporalFilter::Mode::Adaptive, 20); }));
+        detail.push_back(
+            costOf([&] { enhanceDetail(counts, size, AgcSettings::defaultSharpness, AgcSettings::defaultThreshold); }));
+        gain.push_back(costOf([&] {
+            agc.update(counts, size, whole, {}, 0.1);
+            agc.apply(counts, levels);
+        }));
+        one.push_back(costOf([&] { pass.run(); }));
+    }
+    report.figure(QStringLiteral("temporal filter over one pass"), median(filter) / median(one), filterLimit);
+    report.figure(QStringLiteral("detail enhancement over one pass"), median(detail) / median(one), detailLimit);
+    report.figure(QStringLiteral("gain control over one pass"), median(gain) / median(one), agcLimit);
+}
+
+/// The overlay with all its texts and frames, on a picture of 640x512, as a multiple of one pass.
+void measureOverlay(Report &report)
+{
+    constexpr int rounds = 101;
+    constexpr double limit = 2; // Passes.
+    CameraRig rig;
+    emulator::Camera &camera = rig.camera();
+    for (const auto &setting : camera.settings())
+        if (setting.kind == emulator::SettingInfo::Flag && setting.name.startsWith(QStringLiteral("overlay.")))
+            camera.otherClient().set(setting.name, true);
+    for (const char *name : {"agc.regionEnabled", "autoFocus.showAlways"})
+        camera.otherClient().set(QString::fromLatin1(name), true);
+    camera.otherClient().set(QStringLiteral("overlay.textBackground"), 1);
+    camera.otherClient().set(QStringLiteral("overlay.userText"), QString(64, u'W'));
+    const auto &overlay = *camera.device<emulator::VideoOverlay>();
+    emulator::image::Picture picture{640, 512, {}};
+    picture.rgb.resize(640 * 512 * 3);
+    Pass pass(size_t{640} * 512);
+    std::vector<double> costs;
+    std::vector<double> one;
+    for (int round = 0; round < rounds; ++round) {
+        costs.push_back(costOf([&] {
+            std::unique_lock lock(camera.mutex());
+            const auto content = overlay.content();
+            lock.unlock();
+            drawOverlay(content, picture);
+        }));
+        one.push_back(costOf([&] { pass.run(); }));
+    }
+    report.figure(QStringLiteral("overlay over one pass"), median(costs) / median(one), limit);
+}
+
+/// The pictures of a video output 30 times a second, from the raw frame to the overlay.
+void measurePictures(Report &report)
+{
+    constexpr int rounds = 101;
+    constexpr double plainLimit = 14; // Passes.
+    constexpr double largeLimit = 25;
+    constexpr double coreLimit = 25; // Percent.
+    constexpr double framesPerSecond = 30;
+    CameraRig rig;
+    emulator::Camera &camera = rig.camera();
+    CameraRig::coolDetector();
+    Pass pass(size_t{640} * 512);
+    const auto measure = [&](const QString &name, double limit) {
+        std::vector<double> costs;
+        std::vector<double> one;
+        for (int round = 0; round < rounds; ++round) {
+            emulator::Clock::advance(33);
+            costs.push_back(costOf([&] { camera.device<emulator::VideoOutput>()->render(); }));
+            one.push_back(costOf([&] { pass.run(); }));
+        }
+        const double milliseconds = median(costs);
+        report.figure(name + QStringLiteral(" over one pass"), milliseconds / median(one), limit,
+                      QStringLiteral("%1 ms").arg(milliseconds, 0, 'f', 2));
+        report.figure(name + QStringLiteral(" 30 times a second, % of a core"), milliseconds * framesPerSecond / 10,
+                      coreLimit);
+    };
+    const auto set
+        = [&](const char *name, const QVariant &value) { camera.otherClient().set(QString::fromLatin1(name), value); };
+    measure(QStringLiteral("picture of 1280x720"), plainLimit);
+    set("video.format", 8);
+    set("agc.method", 1);
+    measure(QStringLiteral("picture of 1920x1080 with detail enhancement"), largeLimit);
+    set("video.zoomFactor", 5);
+    measure(QStringLiteral("the same, enlarged to fit"), largeLimit);
 }
 
 /// Returns the microseconds that a function takes, of which each call to a camera runs one or more.
@@ -157,5 +267,8 @@ void measureVideo(Report &report)
     report.figure(QStringLiteral("saturation of a defocused picture found, ms"), median(blurredSaturation),
                   saturationLimit);
     report.figure(QStringLiteral("maps of the detector, ms"), median(maps), mapsLimit);
+    measureLevels(report, exposure);
+    measureOverlay(report);
+    measurePictures(report);
     measureCalls(report);
 }

@@ -353,17 +353,19 @@ std::optional<Frame> Camera::frame(int preset, uint64_t number, std::optional<im
 std::optional<Frame> Camera::render(const FrameStart &start, std::optional<image::Output> output,
                                     std::unique_lock<std::recursive_mutex> lock)
 {
-    image::Exposure exposure = this->exposure(start);
+    const image::Exposure exposure = this->exposure(start);
     lock.unlock();
+    Frame frame{start, {exposure.window.width, exposure.window.height}, {}};
+    return render(exposure, start.preset, output, frame.counts) ? std::optional(std::move(frame)) : std::nullopt;
+}
+
+bool Camera::render(image::Exposure exposure, int preset, std::optional<image::Output> output,
+                    std::vector<uint16_t> &counts) const
+{
     exposure.detector = device<Sensor>()->array().mapsFor(exposure.window);
     if (auto *const corrections = device<Corrections>(); corrections && output)
-        exposure.correction = corrections->table(start.preset);
-    Frame frame{start, {exposure.window.width, exposure.window.height}, {}};
-    const bool rendered
-        = output ? image::renderOutput(exposure, *output, frame.counts) : image::renderFrame(exposure, frame.counts);
-    if (!rendered)
-        return std::nullopt;
-    return frame;
+        exposure.correction = corrections->table(preset);
+    return output ? image::renderOutput(exposure, *output, counts) : image::renderFrame(exposure, counts);
 }
 
 std::vector<SettingInfo> Camera::settings() const

@@ -87,6 +87,11 @@ public:
     /// detector have been made.
     image::Exposure exposure(const FrameStart &start) const;
 
+    /// Renders the exposure of a preset as an output shows it, or raw. Returns false, and leaves `counts` unchanged, if
+    /// the window is too large for frames. The calling thread must not hold the camera's lock.
+    bool render(image::Exposure exposure, int preset, std::optional<image::Output> output,
+                std::vector<uint16_t> &counts) const;
+
     /// Carries out what has become due: the triggers so far, and Device::catchUp() of all devices. Frames that begin
     /// from now on have the present timing. Called with the camera's lock, before and after each operation and change.
     void catchUp();

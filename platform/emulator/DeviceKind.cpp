@@ -35,7 +35,10 @@
 #include "platform/emulator/devices/SyncOut.h"
 #include "platform/emulator/devices/Temperatures.h"
 #include "platform/emulator/devices/Trigger.h"
+#include "platform/emulator/devices/VideoGain.h"
 #include "platform/emulator/devices/VideoOutput.h"
+#include "platform/emulator/devices/VideoOverlay.h"
+#include "platform/emulator/devices/VideoPalette.h"
 #include "platform/emulator/devices/Zoom.h"
 
 #include <array>
@@ -84,7 +87,10 @@ constexpr std::array kinds{
     kind<FrameClock>("frames", Always, Forgets, LeftOut),
     kind<CorrectionRun>("correctionRun", WithCorrections, Forgets, LeftOut),
     kind<AutomaticCorrection>("automaticCorrection", WithCorrections, Forgets, Included),
+    kind<VideoGain>("agc", Always, Forgets, Included),
     kind<VideoOutput>("video", Always, Forgets, Included),
+    kind<VideoPalette>("palette", Always, Forgets, Included),
+    kind<VideoOverlay>("overlay", Always, Forgets, Included),
     kind<Zoom>("zoom", WhereListed, Remembers, Included),
     kind<FieldOfView>("fieldOfView", WhereListed, Remembers, Included),
     kind<Focus>("focus", WhereListed, Remembers, Included),

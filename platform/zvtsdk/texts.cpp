@@ -1,6 +1,7 @@
 // The SDK's texts and name rules that do not depend on a camera.
 #include "zvt/zvtsdk.h"
 
+#include "platform/emulator/devices/VideoOutput.h"
 #include "platform/emulator/devices/filterTable.h"
 #include "platform/emulator/dispatch.h"
 #include "platform/emulator/fileNames.h"
@@ -15,7 +16,6 @@ namespace
 constexpr const char *frameSyncModes[] = {"Integration", "Readout"};
 constexpr const char *nucTypes[] = {"One-Point", "Two-Point", "Offset Update"};
 constexpr const char *nucSources[] = {"External", "Internal"};
-constexpr const char *zoomFactors[] = {"0.5X", "1X", "2X", "4X", "1.3X", "Fit"};
 
 const char *textAt(std::span<const char *const> texts, uint8_t index)
 {
@@ -45,7 +45,7 @@ const char *zvtNUCSourceText(uint8_t source)
 const char *zvtVideoZoomFactorText(uint8_t value)
 {
     const auto text = [=] {
-        const char *known = textAt(zoomFactors, value);
+        const char *known = VideoOutput::zoomFactorText(value);
         return known ? known : "Unknown";
     };
     return lookUp(__func__, text, value);

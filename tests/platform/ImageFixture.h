@@ -88,10 +88,11 @@ inline double residualOf(Exposure exposure, Output output = Output::Video)
     return statistics.spatialDeviation();
 }
 
-inline QByteArray checksum(const Counts &counts)
+/// A checksum of counts or of levels.
+template <class Number> QByteArray checksum(const std::vector<Number> &numbers)
 {
-    const QByteArrayView bytes(reinterpret_cast<const char *>(counts.data()),
-                               static_cast<qsizetype>(counts.size() * sizeof(uint16_t)));
+    const QByteArrayView bytes(reinterpret_cast<const char *>(numbers.data()),
+                               static_cast<qsizetype>(numbers.size() * sizeof(Number)));
     return QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Md5).toHex();
 }
 

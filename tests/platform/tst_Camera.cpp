@@ -266,8 +266,9 @@ void tst_Camera::holdsItsSettingsInASnapshot()
     const QJsonObject snapshot = camera->snapshot();
     QCOMPARE(
         snapshot.keys().join(QLatin1Char(' ')),
-        QStringLiteral("analog athermalization autoFocus automaticCorrection color cooler corrections cover digital "
-                       "factoryCalibrations filters focus gain image sensor sync syncOut trigger video zoom"));
+        QStringLiteral(
+            "agc analog athermalization autoFocus automaticCorrection color cooler corrections cover digital "
+            "factoryCalibrations filters focus gain image overlay palette sensor sync syncOut trigger video zoom"));
 
     QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 75.0));
     QVERIFY(camera->otherClient().set(QStringLiteral("sensor.activePreset"), 1));

@@ -1,12 +1,13 @@
 #include "platform/emulator/devices/CameraClock.h"
 #include "platform/emulator/devices/FrameClock.h"
+#include "platform/emulator/devices/VideoOutput.h"
 #include "tests/platform/FrameRig.h"
 #include "tests/support/Test.h"
+#include "tests/support/computedMicroseconds.h"
 
 #include <QFile>
 
 #include <atomic>
-#include <ctime>
 #include <functional>
 #include <future>
 #include <thread>
@@ -60,14 +61,6 @@ qint64 usedMemory()
     QFile file(QStringLiteral("/proc/self/statm"));
     constexpr qint64 pageSize = 4096;
     return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * pageSize : 0;
-}
-
-/// Processor time of this thread in microseconds.
-double computedMicroseconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) * 1e6 + double(time.tv_nsec) / 1e3;
 }
 
 /// A camera in a folder of its own that differs from the others.
@@ -250,7 +243,7 @@ void tst_cameraFrames::hugeWindowsHaveNoFrames()
     for (int preset = 0; preset < emulator::maximumPresets; ++preset)
         QVERIFY(clock->newest(preset));
     const qint64 before = usedMemory();
-    const double start = computedMicroseconds();
+    const qint64 start = computedMicroseconds();
     for (int preset = 0; preset < emulator::maximumPresets; ++preset) {
         QVERIFY(!rig.camera().newestFrame(preset));
         QVERIFY(!rig.camera().frame(preset, clock->newest(preset)->number));
@@ -421,6 +414,9 @@ void tst_cameraFrames::theLockIsFreeWhilePixelsAreComputed()
     QVERIFY2(makingMaps > 0.5, qPrintable(QString::number(makingMaps)));
     const double rendering = freeShare(camera, [&] { return camera.newestFrame(0).has_value(); });
     QVERIFY2(rendering > 0.5, qPrintable(QString::number(rendering)));
+    auto &video = *camera.device<emulator::VideoOutput>();
+    const double drawing = freeShare(camera, [&] { return !video.render().isEmpty(); });
+    QVERIFY2(drawing > 0.5, qPrintable(QString::number(drawing)));
     // Some pixels of every row may be saturated, but not enough for the flag, so all rows are counted.
     QVERIFY(rig.showArea(35) && rig.set("sensor.integrationTime", 3.4));
     const double counting = freeShare(camera, [&] {
@@ -434,16 +430,16 @@ void tst_cameraFrames::theLockIsFreeWhilePixelsAreComputed()
 void tst_cameraFrames::anExposureIsFilledInAtOnce()
 {
 #if defined(NDEBUG) && !defined(__SANITIZE_ADDRESS__)
-    constexpr double limit = 50;
+    constexpr qint64 limit = 50;
 #else
-    constexpr double limit = 250;
+    constexpr qint64 limit = 250;
 #endif
     FrameRig rig;
     const auto start = rig.camera().newestFrame(0)->start;
-    std::vector<double> costs;
+    std::vector<qint64> costs;
     for (int round = 0; round < 1000; ++round) {
         Clock::advance(10);
-        const double before = computedMicroseconds();
+        const qint64 before = computedMicroseconds();
         const auto exposure = rig.camera().exposure(start);
         costs.push_back(computedMicroseconds() - before);
         QVERIFY(exposure.detector);

@@ -72,6 +72,7 @@ private slots:
     void nothingBeginsBeforeTheFirstConnection();
     void theActivePresetRepeats();
     void presetsTakeTurns();
+    void framesOfThePastAreFound();
     void subframesFollowEachOtherAtOnce();
     void aChangeWaitsForTheEndOfTheFrame();
     void aLaterChangeReplacesOneThatWaits();
@@ -137,6 +138,33 @@ void tst_frameClock::presetsTakeTurns()
     QCOMPARE(story(rig), QStringLiteral("0@0 1@20 1@30 3@40 0@60 1@80 1@90 3@100 0@120"));
     QVERIFY(!rig.clock().newest(2));
     QCOMPARE(rig.clock().newest(1)->number, 6ULL);
+}
+
+void tst_frameClock::framesOfThePastAreFound()
+{
+    FrameClockRig rig;
+    rig.camera().connect();
+    setTurns(rig);
+    Clock::advance(100);
+    std::vector<emulator::FrameStart> seen;
+    for (int n = 0; n < 200; ++n) {
+        Clock::advance(1);
+        seen.push_back(rig.clock().newest(1).value());
+    }
+    QVERIFY(seen.front() != seen.back());
+    for (int64_t ago = 0; ago < 200; ++ago)
+        QCOMPARE(rig.clock().newest(1, ago * 1000), seen[static_cast<size_t>(199 - ago)]);
+    // Of the frames before a change, the newest one.
+    QVERIFY(rig.set("sensor.sequencingMode", int(Sensor::SinglePreset)));
+    Clock::advance(100);
+    QCOMPARE(rig.clock().newest(1, 60'000), rig.clock().newest(1));
+    QVERIFY(rig.clock().newest(0, 60'000)->number < rig.clock().newest(0)->number);
+    // Before the first frame there is none.
+    FrameClockRig fresh;
+    fresh.camera().connect();
+    Clock::advance(100);
+    QVERIFY(fresh.clock().newest(0, 100'000));
+    QVERIFY(!fresh.clock().newest(0, 101'000));
 }
 
 void tst_frameClock::subframesFollowEachOtherAtOnce()

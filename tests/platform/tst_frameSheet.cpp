@@ -5,19 +5,20 @@
 #include <QImage>
 #include <QTemporaryDir>
 
-/// The program that writes a picture of the frames of all cameras.
+/// The programs that write a picture of the frames of all cameras, and of what a video output shows.
 class tst_frameSheet : public Test
 {
     Q_OBJECT
 
 private slots:
     void everyCameraWithFramesHasARow();
-    void itNeedsAFile();
+    void eachSettingOfTheVideoHasAPicture();
+    void theyNeedAFile();
 
 private:
-    static Program::Result run(const QStringList &arguments)
+    static Program::Result run(const QStringList &arguments, const QString &program = QStringLiteral("zvtsheet"))
     {
-        return Program::run(arguments, Program::folder() + QStringLiteral("/zvtsheet"));
+        return Program::run(arguments, Program::folder() + '/' + program);
     }
 };
 
@@ -34,11 +35,24 @@ void tst_frameSheet::everyCameraWithFramesHasARow()
     QCOMPARE(QImage(file).size(), QSize(8 + 4 * 328, 8 + rows * 304));
 }
 
-void tst_frameSheet::itNeedsAFile()
+void tst_frameSheet::eachSettingOfTheVideoHasAPicture()
 {
-    const Program::Result result = run({});
-    QCOMPARE(result.status, 2);
-    QCOMPARE(result.errors, QStringLiteral("usage: zvtsheet FILE\n"));
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("video.png"));
+    const Program::Result result = run({file}, QStringLiteral("zvtvideosheet"));
+    QVERIFY2(result.status == 0, qPrintable(result.output + result.errors));
+    QCOMPARE(result.errors, QString());
+    // Four rows of three pictures.
+    QCOMPARE(QImage(file).size(), QSize(8 + 3 * 648, 8 + 4 * 508));
+}
+
+void tst_frameSheet::theyNeedAFile()
+{
+    for (const QString &program : {QStringLiteral("zvtsheet"), QStringLiteral("zvtvideosheet")}) {
+        const Program::Result result = run({}, program);
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.errors, QStringLiteral("usage: %1 FILE\n").arg(program));
+    }
 }
 
 ZVT_TEST(tst_frameSheet)

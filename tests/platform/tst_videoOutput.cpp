@@ -1,13 +1,14 @@
 #include "platform/emulator/devices/VideoOutput.h"
 #include "tests/platform/ControlPage.h"
 #include "tests/platform/LensRig.h"
+#include "tests/platform/callTimes.h"
 #include "tests/support/Test.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
 #include <limits>
 
-/// The place of the image on the raster of the video output.
+/// The settings of the video output, and the place of the image on its raster.
 class tst_videoOutput : public Test
 {
     Q_OBJECT
@@ -15,6 +16,10 @@ class tst_videoOutput : public Test
 private slots:
     void profilesHaveTheirFormats_data();
     void profilesHaveTheirFormats();
+    void offeredAndKnownFormatsAreSet_data();
+    void offeredAndKnownFormatsAreSet();
+    void filterAndLevelsAreSet();
+    void updateRateAndFilterNeedTheirCapabilities();
     void positionsAreSet();
     void aFixedPositionIsRefused();
     void onlyOfferedZoomFactorsAreSet();
@@ -24,6 +29,7 @@ private slots:
     void snapshotsContainEverySetting();
     void otherClientsChangeEverySetting();
     void signalOptionsAreStored();
+    void callsAreQuick();
     void theImageFollowsWindowAndFlips();
     void theImageFollowsTheZoomFactor_data();
     void theImageFollowsTheZoomFactor();
@@ -38,6 +44,17 @@ private:
         uint8_t value = 255;
         get(rig.handle(), &value);
         return value;
+    }
+    /// The offered formats, "refused" if they cannot be read.
+    static QString formats(LensRig &rig)
+    {
+        hlx::TArray<unsigned char> list;
+        if (zvtGetVideoFormats(rig.handle(), &list) != 0)
+            return QStringLiteral("refused");
+        QStringList texts;
+        for (const uint8_t format : list)
+            texts << QString::number(format);
+        return texts.join(' ');
     }
     static QPoint offset(LensRig &rig)
     {
@@ -60,24 +77,98 @@ private:
 
 void tst_videoOutput::profilesHaveTheirFormats_data()
 {
+    QTest::addColumn<QString>("offered");
     QTest::addColumn<int>("format");
     QTest::addColumn<bool>("writable");
-    QTest::newRow("everything") << 5 << true;
-    QTest::newRow("te-cooler") << 1 << true;
-    QTest::newRow("low-cost") << 0 << false;
-    QTest::newRow("bare") << 0 << true;
-    QTest::newRow("edge-values") << 101 << false;
+    QTest::newRow("everything") << "0 3 1 4 2 5 6 8 12" << 5 << true;
+    QTest::newRow("te-cooler") << "0 1 101 102" << 1 << true;
+    QTest::newRow("low-cost") << "0 1" << 0 << false;
+    QTest::newRow("bare") << "0 1" << 0 << true;
+    QTest::newRow("edge-values") << "50 0 5" << 101 << false;
 }
 
 void tst_videoOutput::profilesHaveTheirFormats()
 {
+    QFETCH(const QString, offered);
     QFETCH(const int, format);
     QFETCH(const bool, writable);
     LensRig rig(QTest::currentDataTag());
+    QCOMPARE(formats(rig), offered);
     QCOMPARE(byte(zvtGetVideoFormat, rig), uint8_t(format));
     bool isWritable = !writable;
     QCOMPARE(zvtGetVideoPositionWritable(rig.handle(), &isWritable), 0);
     QCOMPARE(isWritable, writable);
+}
+
+void tst_videoOutput::offeredAndKnownFormatsAreSet_data()
+{
+    QTest::addColumn<bool>("knows50");
+    QTest::newRow("everything") << false;
+    QTest::newRow("low-cost") << false;
+    QTest::newRow("edge-values") << true;
+}
+
+void tst_videoOutput::offeredAndKnownFormatsAreSet()
+{
+    QFETCH(const bool, knows50);
+    LensRig rig(QTest::currentDataTag());
+    for (int format = 0; format <= 255; ++format) {
+        const uint8_t before = byte(zvtGetVideoFormat, rig);
+        const bool known = format <= 13 || format == 101 || format == 102 || (format == 50 && knows50);
+        QCOMPARE(zvtSetVideoFormat(rig.handle(), static_cast<uint8_t>(format)), known ? 0 : refused);
+        QCOMPARE(int(byte(zvtGetVideoFormat, rig)), known ? format : int(before));
+    }
+}
+
+void tst_videoOutput::filterAndLevelsAreSet()
+{
+    LensRig rig;
+    QCOMPARE(byte(zvtGetVideoUpdateRate, rig), uint8_t(0));
+    QCOMPARE(byte(zvtGetVideoTemporalFilter, rig), uint8_t(0));
+    QCOMPARE(zvtSetVideoUpdateRate(rig.handle(), 1), 0);
+    QCOMPARE(zvtSetVideoUpdateRate(rig.handle(), 2), refused);
+    QCOMPARE(zvtSetVideoUpdateRate(rig.handle(), 255), refused);
+    QCOMPARE(byte(zvtGetVideoUpdateRate, rig), uint8_t(1));
+    for (const uint8_t mode : {2, 0, 1})
+        QCOMPARE(zvtSetVideoTemporalFilter(rig.handle(), mode), 0);
+    for (const uint8_t mode : {3, 255})
+        QCOMPARE(zvtSetVideoTemporalFilter(rig.handle(), mode), refused);
+    QCOMPARE(byte(zvtGetVideoTemporalFilter, rig), uint8_t(1));
+    for (const uint16_t threshold : {0, 65535, 12}) {
+        uint16_t counts = 1;
+        QCOMPARE(zvtSetVideoTemporalFilterThreshold(rig.handle(), threshold), 0);
+        QCOMPARE(zvtGetVideoTemporalFilterThreshold(rig.handle(), &counts), 0);
+        QCOMPARE(counts, threshold);
+    }
+    for (const int8_t level : {-128, 127, -56, 0, 63}) {
+        int8_t brightness = 1, contrast = 1;
+        QCOMPARE(zvtSetVideoBrightness(rig.handle(), level), 0);
+        QCOMPARE(zvtSetVideoContrast(rig.handle(), static_cast<int8_t>(-1 - level)), 0);
+        QCOMPARE(zvtGetVideoBrightness(rig.handle(), &brightness), 0);
+        QCOMPARE(zvtGetVideoContrast(rig.handle(), &contrast), 0);
+        QCOMPARE(brightness, level);
+        QCOMPARE(int(contrast), -1 - level);
+    }
+}
+
+void tst_videoOutput::updateRateAndFilterNeedTheirCapabilities()
+{
+    LensRig rig("bare");
+    uint8_t number = 77;
+    uint16_t threshold = 77;
+    QCOMPARE(zvtGetVideoUpdateRate(rig.handle(), &number), int(emulator::Absent));
+    QCOMPARE(zvtSetVideoUpdateRate(rig.handle(), 0), int(emulator::Absent));
+    QCOMPARE(zvtGetVideoTemporalFilter(rig.handle(), &number), int(emulator::Absent));
+    QCOMPARE(zvtSetVideoTemporalFilter(rig.handle(), 0), int(emulator::Absent));
+    QCOMPARE(zvtGetVideoTemporalFilterThreshold(rig.handle(), &threshold), int(emulator::Absent));
+    QCOMPARE(zvtSetVideoTemporalFilterThreshold(rig.handle(), 0), int(emulator::Absent));
+    QCOMPARE(number, uint8_t(77));
+    QCOMPARE(threshold, uint16_t(77));
+    QVERIFY(!rig.set("video.updateRate", 1) && !rig.set("video.temporalFilter", 1)
+            && !rig.set("video.temporalFilterThreshold", 1));
+    QVERIFY(rig.camera().changeMakeUp("hasUpdateRate", true) && rig.camera().changeMakeUp("hasTemporalFilter", true));
+    QVERIFY(rig.set("video.updateRate", 1) && rig.set("video.temporalFilter", 1)
+            && rig.set("video.temporalFilterThreshold", 1));
 }
 
 void tst_videoOutput::positionsAreSet()
@@ -174,12 +265,20 @@ void tst_videoOutput::anOffsetOutlivesItsRoom()
 void tst_videoOutput::snapshotsContainEverySetting()
 {
     LensRig rig;
+    QVERIFY(rig.set("video.updateRate", 1) && rig.set("video.temporalFilter", 2)
+            && rig.set("video.temporalFilterThreshold", 40000) && rig.set("video.brightness", -15)
+            && rig.set("video.contrast", -128));
     QVERIFY(rig.set("video.format", 9) && rig.set("video.position", 2) && rig.set("video.zoomFactor", 2)
             && rig.set("video.offset", QVariantList{8, 12}) && rig.set("video.integratePolarity", 1)
             && rig.set("video.irigLatch", 2));
     const QJsonObject snapshot = rig.camera().snapshot();
     QCOMPARE(snapshot.value("video").toObject(),
              QJsonObject({{"format", 9},
+                          {"updateRate", 1},
+                          {"temporalFilter", 2},
+                          {"temporalFilterThreshold", 40000},
+                          {"brightness", -15},
+                          {"contrast", -128},
                           {"position", 2},
                           {"zoomFactor", 2},
                           {"offset", QJsonArray({8, 12})},
@@ -190,13 +289,23 @@ void tst_videoOutput::snapshotsContainEverySetting()
     QCOMPARE(byte(zvtGetVideoFormat, rig), uint8_t(9));
     QCOMPARE(offset(rig), QPoint(8, 12));
     QCOMPARE(byte(zvtGetIRIGLatchSource, rig), uint8_t(2));
+    QCOMPARE(byte(zvtGetVideoTemporalFilter, rig), uint8_t(2));
+    int8_t brightness = 0;
+    QCOMPARE(zvtGetVideoBrightness(rig.handle(), &brightness), 0);
+    QCOMPARE(brightness, int8_t(-15));
 }
 
 void tst_videoOutput::otherClientsChangeEverySetting()
 {
     LensRig rig;
     for (const auto &[name, values] :
-         {std::pair{"video.format", QVariantList{14, 100, 103, -1, 0.5, "5"}},
+         {std::pair{"video.format", QVariantList{14, 50, 100, 103, -1, 0.5, "5"}},
+          {"video.formats", QVariantList{QVariantList{0}}},
+          {"video.updateRate", QVariantList{2, -1, true}},
+          {"video.temporalFilter", QVariantList{3, -1}},
+          {"video.temporalFilterThreshold", QVariantList{65536, -1}},
+          {"video.brightness", QVariantList{128, -129, 0.5}},
+          {"video.contrast", QVariantList{128, -129}},
           {"video.position", QVariantList{3, -1, true}},
           {"video.zoomFactor", QVariantList{6, -1}},
           {"video.integratePolarity", QVariantList{2, -1}},
@@ -227,6 +336,21 @@ void tst_videoOutput::signalOptionsAreStored()
         QCOMPARE(zvtSetIRIGLatchSource(rig.handle(), 3), refused);
         QCOMPARE(byte(zvtGetIRIGLatchSource, rig), uint8_t(2));
     }
+}
+
+void tst_videoOutput::callsAreQuick()
+{
+    LensRig rig;
+    auto &gate = rig.camera().gate();
+    const size_t mark = gate.mark();
+    for (int round = 0; round < 10; ++round) {
+        QCOMPARE(formats(rig), QStringLiteral("0 3 1 4 2 5 6 8 12"));
+        QVERIFY(zvtSetVideoFormat(rig.handle(), 6) == 0 && zvtSetVideoUpdateRate(rig.handle(), 1) == 0
+                && zvtSetVideoTemporalFilter(rig.handle(), 1) == 0
+                && zvtSetVideoTemporalFilterThreshold(rig.handle(), 9) == 0
+                && zvtSetVideoBrightness(rig.handle(), 9) == 0 && zvtSetVideoContrast(rig.handle(), 9) == 0);
+    }
+    QVERIFY(slowestFunction(gate, mark) < std::chrono::milliseconds(1));
 }
 
 void tst_videoOutput::theImageFollowsWindowAndFlips()

@@ -4,7 +4,7 @@
 
 #include <ctime>
 
-/// Processor time of this thread so far. Other programs on the computer do not influence it.
+/// Processor time of this thread so far, in microseconds. Other programs on the computer do not influence it.
 inline qint64 computedMicroseconds()
 {
     timespec time{};

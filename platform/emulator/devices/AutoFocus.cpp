@@ -12,6 +12,24 @@ namespace emulator
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+/// Counts a search while it lives.
+class Counted
+{
+public:
+    explicit Counted(int &searches) : m_searches(searches) { ++m_searches; }
+    Counted(const Counted &) = delete;
+    Counted &operator=(const Counted &) = delete;
+    ~Counted() { --m_searches; }
+
+private:
+    int &m_searches;
+};
+
+} // namespace
+
 AutoFocus::AutoFocus(Camera &camera, Section &section) : Device(camera)
 {
     addSettings(
@@ -46,6 +64,7 @@ Status AutoFocus::focus(const std::function<Status(FocusSearch &, const Focus &)
     FocusMeter meter(camera(), m_region);
     if (!meter.seesScene())
         return Refused;
+    const Counted counted(m_searches);
     const uint32_t start = focus->position();
     const auto goBack = [focus, start] {
         const Status status = focus->goTo(start);

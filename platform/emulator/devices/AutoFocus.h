@@ -45,6 +45,10 @@ public:
     Status setShowWhenFocusing(bool show) { return assign(m_showWhenFocusing, show); }
     bool showAlways() const { return m_showAlways; }
     Status setShowAlways(bool show) { return assign(m_showAlways, show); }
+    /// The region in a picture of this size, by pixels of the picture.
+    image::Window regionIn(const image::Window &picture) const { return m_region.of(picture, {}); }
+    /// Whether a search runs.
+    bool focusing() const { return m_searches > 0; }
     /// The distance of the scene in metres.
     double sceneDistance() const { return m_sceneDistance; }
 
@@ -52,6 +56,7 @@ private:
     Status focus(const std::function<Status(FocusSearch &, const Focus &)> &searchCoarsely);
 
     FocusRegion m_region;
+    int m_searches = 0; ///< That run; several callers may search at the same time.
     bool m_showWhenFocusing = true;
     bool m_showAlways = false;
     double m_sceneDistance = defaultSceneDistance;

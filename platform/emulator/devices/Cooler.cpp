@@ -88,6 +88,29 @@ float Cooler::temperature() const
     return static_cast<float>(std::max(0.0, temperatureNow() + m_noise * noise(noiseSeed, Clock::now())));
 }
 
+Cooler::Demand Cooler::demand() const
+{
+    if (m_thermoelectric)
+        return {m_switchedOn && m_thermoelectric->power(), m_thermoelectric->setpoint()};
+    return {m_switchedOn && isStirling() && m_power, m_setpoint};
+}
+
+/// Only a change of the demand begins a cool-down, so the temperature is not computed in each call.
+void Cooler::catchUp()
+{
+    const Demand now = demand();
+    if (now == m_demand)
+        return;
+    const double temperature = m_thermoelectric ? m_thermoelectric->temperature() : temperatureNow();
+    const auto isTooWarmFor = [temperature](const Demand &demand) {
+        constexpr double tolerance = 3; // Kelvin.
+        return demand.cools && temperature > demand.setpoint + tolerance;
+    };
+    if (isTooWarmFor(now) && !isTooWarmFor(m_demand))
+        ++m_coolDowns;
+    m_demand = now;
+}
+
 Status Cooler::coldTemperature(float &kelvin) const
 {
     if (m_cold <= 0)
@@ -153,10 +176,12 @@ void Cooler::connectionChanged(bool connected)
 {
     if (!connected)
         return;
+    m_switchedOn = true;
     if (m_thermoelectric)
         m_thermoelectric->switchOn();
     else if (isStirling() && !m_loop)
         m_loop.emplace(ambientKelvin(Clock::now()), Clock::now());
+    catchUp();
 }
 
 void Cooler::expose(int, image::Exposure &exposure) const

@@ -38,6 +38,9 @@ public:
     Type type() const { return m_type; }
     /// The temperature of the detector in Kelvin.
     float temperature() const;
+    /// How often the cooler has begun to cool a detector that was more than 3 K warmer than its setpoint: when it was
+    /// switched on, and after changes of power or setpoint.
+    uint32_t coolDowns() const { return m_coolDowns; }
     /// The temperature in Kelvin at and below which the detector counts as cold. Absent if it is unknown.
     Status coldTemperature(float &kelvin) const;
 
@@ -56,9 +59,18 @@ public:
     Status setControl(const Control &values);
 
     void connectionChanged(bool connected) override;
+    void catchUp() override;
     void expose(int preset, image::Exposure &exposure) const override;
 
 private:
+    /// The task of the cooler.
+    struct Demand {
+        bool cools = false;
+        float setpoint = 0; ///< In the unit of the setting.
+        bool operator==(const Demand &) const = default;
+    };
+
+    Demand demand() const;
     void addStirlingSettings(Section &section);
     /// The thermoelectric cooler of the detector or the flag; null if there is none.
     ThermoelectricCooler *thermoelectric() const;
@@ -75,6 +87,10 @@ private:
     double m_cold; ///< Kelvin; 0 if it is unknown.
     double m_noise;
     std::unique_ptr<ThermoelectricCooler> m_thermoelectric; ///< Of the detector; null with another cooler.
+
+    bool m_switchedOn = false;
+    Demand m_demand; ///< Of the last catchUp().
+    uint32_t m_coolDowns = 0;
 
     // Of a Stirling cooler:
     float m_setpoint = 77; ///< Kelvin.

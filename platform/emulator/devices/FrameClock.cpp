@@ -33,10 +33,11 @@ FrameClock::FrameClock(Camera &camera, Section &)
 {
 }
 
-std::optional<FrameStart> FrameClock::newest(int preset)
+std::optional<FrameStart> FrameClock::newest(int preset, int64_t microsecondsAgo)
 {
     updateFrameTiming();
-    if (const auto index = m_segment.newest(preset, m_segment.begun(m_now)))
+    const int64_t tick = m_now - scaled(microsecondsAgo, m_sensor.clockFrequency(), 1'000'000);
+    if (const auto index = m_segment.newest(preset, m_segment.begun(tick)))
         return frameAt(*index);
     const bool exists = preset >= 0 && preset < maximumPresets;
     return exists ? m_before[static_cast<size_t>(preset)] : std::nullopt;
@@ -70,6 +71,14 @@ double FrameClock::averageRate()
     if (const auto sequences = m_triggers.rate(end, endOf))
         return *sequences * static_cast<double>(present.frames);
     return m_now < end ? present.averageRate(frequency) : 0;
+}
+
+double FrameClock::cycleSeconds()
+{
+    const double rate = averageRate();
+    const FrameTiming &present = m_segment.timing();
+    const uint64_t frames = present.frames == FrameTiming::endless ? present.pattern.framesInCycle() : present.frames;
+    return rate > 0 ? static_cast<double>(frames) / rate : 0;
 }
 
 void FrameClock::updateFrameTiming()

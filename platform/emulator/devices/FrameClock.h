@@ -31,14 +31,18 @@ public:
     /// No profile keys and no settings.
     FrameClock(Camera &camera, Section &section);
 
-    /// The last frame of a preset that has begun. Nothing if there has been none.
-    std::optional<FrameStart> newest(int preset);
+    /// The last frame of a preset that has begun. Nothing if there has been none. Optionally the last one that had
+    /// begun so long ago; of those before the last change of the timing or the last sequence, only the newest is known.
+    std::optional<FrameStart> newest(int preset, int64_t microsecondsAgo = 0);
     /// The frame with this number. Nothing if it has not begun, or if it began before the last change of the timing or
     /// the last sequence and has not been the newest one of its preset then.
     std::optional<FrameStart> frame(uint64_t number);
     /// The frames of all presets per second at present, in hertz, with the pauses between periodic sequences. 0 while
     /// no frames come.
     double averageRate();
+    /// The seconds after which frames repeat at present: a cycle of the presets, or a sequence and the pause after it.
+    /// 0 while no frames come.
+    double cycleSeconds();
 
     /// Carries out the triggers so far, then takes over the present timing of the devices if it has changed. Called
     /// before and after each change of a setting; the queries call it too. Takes below 0.5 us. After a silence with

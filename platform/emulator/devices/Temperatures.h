@@ -25,6 +25,9 @@ public:
     /// The temperatures in Celsius. A missing sensor of the SC reads exactly 0, other missing sensors are Absent.
     /// Refused if a sensor cannot be read.
     Status scTemperatures(float &frontPanel, float &airGap, float &internal) const;
+    bool hasFrontPanelSensor() const { return m_hasFrontPanel; }
+    bool hasAirGapSensor() const { return m_hasAirGap; }
+    bool hasInternalSensor() const { return m_hasInternal; }
     Status rsTemperature(float &internal) const;
     bool hasLensSensor() const { return m_hasLens; }
     Status lensTemperature(float &celsius) const;

@@ -3,6 +3,8 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/ImageMode.h"
 #include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/devices/VideoFormat.h"
+#include "platform/emulator/devices/VideoGain.h"
 
 #include <algorithm>
 
@@ -24,31 +26,26 @@ double scaleOf(uint8_t zoomFactor)
     return scales.at(zoomFactor);
 }
 
-/// The raster of a video format in pixels.
-hlx::RasterPlacement::Size rasterOf(uint8_t format)
+/// Reads the formats that a camera offers.
+std::vector<uint8_t> formatsOf(Section &section)
 {
-    switch (format) {
-    case 1:
-    case 4:
-    case 102:
-        return {640, 512};
-    case 2:
-        return {800, 600};
-    case 5:
-    case 10:
-    case 12:
-        return {1280, 720};
-    case 6:
-        return {1280, 1024};
-    case 7:
-    case 8:
-    case 9:
-    case 11:
-    case 13:
-        return {1920, 1080};
-    default:
-        return {640, 480};
-    }
+    const auto key = u"formats"_s;
+    std::vector<uint8_t> formats;
+    if (const QJsonValue json = section.value(key); json.isUndefined())
+        formats = {0, 1};
+    else if (const Refusal refusal = parse(json, formats); !refusal.isEmpty())
+        section.refuse(key, refusal);
+    return formats;
+}
+
+/// The numbers that a camera with these formats can be set to.
+QList<double> settableFormats(const std::vector<uint8_t> &offered)
+{
+    QList<double> numbers = VideoFormat::known();
+    for (const uint8_t format : offered)
+        if (!numbers.contains(format))
+            numbers.append(format);
+    return numbers;
 }
 
 Refusal checkStep(const VideoOutput::Offset &offset)
@@ -59,9 +56,11 @@ Refusal checkStep(const VideoOutput::Offset &offset)
 
 } // namespace
 
-VideoOutput::VideoOutput(Camera &camera, Section &section) : Device(camera)
+VideoOutput::VideoOutput(Camera &camera, Section &section)
+    : Device(camera), m_formats(formatsOf(section)), m_path(camera)
 {
-    const OneOf formats{{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 101, 102}};
+    const OneOf formats{settableFormats(m_formats)};
+    const auto mayFilter = [this] { return hasTemporalFilter(); };
     const auto checkFactor = [this](uint8_t factor) {
         const auto offered = zoomFactors();
         return std::ranges::find(offered, factor) != offered.end() ? Refusal() : u"must be an offered zoom factor"_s;
@@ -70,6 +69,13 @@ VideoOutput::VideoOutput(Camera &camera, Section &section) : Device(camera)
     addSettings(section,
                 {
                     {u"format"_s, m_format, formats, Everywhere},
+                    Setting(u"updateRate"_s, m_updateRate, Between{0, 1}, Everywhere).onlyIf([this] {
+                        return hasUpdateRate();
+                    }),
+                    Setting(u"temporalFilter"_s, m_temporalFilter, Between{0, 2}, Everywhere).onlyIf(mayFilter),
+                    Setting(u"temporalFilterThreshold"_s, m_filterThreshold, Everywhere).onlyIf(mayFilter),
+                    {u"brightness"_s, m_brightness, Everywhere},
+                    {u"contrast"_s, m_contrast, Everywhere},
                     {u"positionWritable"_s, m_positionWritable, Profile | OtherClient},
                     Setting(u"position"_s, m_position, Between{0, 2}, Everywhere).onlyIf(m_positionWritable),
                     {u"zoomFactor"_s, m_zoomFactor, {Between{0, maximumZoomFactor}, checkFactor}, Everywhere},
@@ -81,11 +87,78 @@ VideoOutput::VideoOutput(Camera &camera, Section &section) : Device(camera)
                 });
 }
 
+const char *VideoOutput::zoomFactorText(uint8_t factor)
+{
+    static constexpr std::array texts{"0.5X", "1X", "2X", "4X", "1.3X", "Fit"};
+    return factor < texts.size() ? texts[factor] : nullptr;
+}
+
+bool VideoOutput::hasUpdateRate() const { return camera().capabilities().value(u"hasUpdateRate"_s).toBool(); }
+
+Status VideoOutput::updateRate(uint8_t &rate) const { return hasUpdateRate() ? fetch(m_updateRate, rate) : Absent; }
+
+Status VideoOutput::setUpdateRate(uint8_t rate) { return hasUpdateRate() ? assign(m_updateRate, rate) : Absent; }
+
+bool VideoOutput::hasTemporalFilter() const { return camera().capabilities().value(u"hasTemporalFilter"_s).toBool(); }
+
+Status VideoOutput::temporalFilter(uint8_t &mode) const
+{
+    if (!hasTemporalFilter())
+        return Absent;
+    mode = static_cast<uint8_t>(m_temporalFilter);
+    return Ok;
+}
+
+Status VideoOutput::setTemporalFilter(uint8_t mode)
+{
+    return hasTemporalFilter() ? assign(m_temporalFilter, image::TemporalFilter::Mode(mode)) : Absent;
+}
+
+Status VideoOutput::temporalFilterThreshold(uint16_t &counts) const
+{
+    return hasTemporalFilter() ? fetch(m_filterThreshold, counts) : Absent;
+}
+
+Status VideoOutput::setTemporalFilterThreshold(uint16_t counts)
+{
+    return hasTemporalFilter() ? assign(m_filterThreshold, counts) : Absent;
+}
+
+int VideoOutput::preset() const
+{
+    const Sensor &sensor = *camera().device<Sensor>();
+    return sensor.sequencingMode() == Sensor::SinglePreset ? sensor.activePreset() : sensor.videoPreset();
+}
+
+bool VideoOutput::showsFields() const
+{
+    return m_updateRate == 1 && hasUpdateRate() && VideoFormat::of(m_format).interlaced;
+}
+
+image::TemporalFilter::Mode VideoOutput::filterMode() const
+{
+    return hasTemporalFilter() ? m_temporalFilter : image::TemporalFilter::Mode::Off;
+}
+
+image::LevelTable VideoOutput::levels() const
+{
+    const bool blackHot = camera().device<VideoGain>()->blackHot();
+    if (VideoFormat::of(m_format).analog)
+        return image::adjustedLevels(m_brightness, m_contrast, blackHot);
+    return image::adjustedLevels(0, 0, blackHot);
+}
+
 std::vector<uint8_t> VideoOutput::zoomFactors() const
 {
     if (camera().capabilities().value(u"hasBilinearZoom"_s).toBool())
         return {0, 1, 4, 2, 3, 5};
     return {1, 2, 3};
+}
+
+bool VideoOutput::interpolates() const
+{
+    constexpr std::array<uint8_t, 3> factors{0, 4, 5};
+    return std::ranges::find(factors, m_zoomFactor) != factors.end();
 }
 
 hlx::RasterPlacement VideoOutput::placement() const
@@ -95,7 +168,7 @@ hlx::RasterPlacement VideoOutput::placement() const
     const auto &array = geometry.limits().maximum;
     const auto *const image = camera().device<ImageMode>();
     return {
-        .raster = rasterOf(m_format),
+        .raster = VideoFormat::of(m_format).raster,
         .array = {array.width, array.height},
         .windowPosition = {window.x, window.y},
         .windowSize = {window.width, window.height},

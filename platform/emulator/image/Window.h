@@ -12,7 +12,7 @@ struct Size {
     bool operator==(const Size &) const = default;
 };
 
-/// A rectangle of pixels of a detector array, by array coordinates.
+/// A rectangle of pixels, by default of a detector array.
 struct Window {
     /// Larger windows have no frames, and no detector maps are made for them.
     static constexpr int64_t maximumPixels = 4'194'304;

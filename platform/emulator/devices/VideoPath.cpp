@@ -1,0 +1,273 @@
+#include "platform/emulator/devices/VideoPath.h"
+
+#include "platform/emulator/Camera.h"
+#include "platform/emulator/Clock.h"
+#include "platform/emulator/devices/CorrectionRun.h"
+#include "platform/emulator/devices/FrameClock.h"
+#include "platform/emulator/devices/VideoFormat.h"
+#include "platform/emulator/devices/VideoGain.h"
+#include "platform/emulator/devices/VideoOutput.h"
+#include "platform/emulator/devices/VideoOverlay.h"
+#include "platform/emulator/devices/VideoPalette.h"
+#include "platform/emulator/image/Detail.h"
+#include "platform/emulator/image/Exposure.h"
+#include "platform/emulator/image/Raster.h"
+#include "platform/emulator/image/levels.h"
+#include "platform/emulator/image/output.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace emulator
+{
+
+namespace
+{
+
+using Counts = std::vector<uint16_t>;
+using Filter = image::TemporalFilter;
+
+/// The filter uses so many frames of the video before the newest one.
+constexpr int64_t framesBefore = 3;
+
+/// The part of the memory that the next order needs.
+struct Progress {
+    std::optional<FrameStart> shown; ///< The frame of the last image.
+    bool filters = false; ///< The temporal filter has the frames before the last image.
+    int64_t videoFrame = 0; ///< The number of the frame of the video in which the last image was taken.
+};
+
+/// The inputs of a picture besides the memory of the path, taken with the camera's lock.
+struct Order {
+    int64_t now = 0; ///< A time of Clock.
+    VideoFormat format{};
+    int64_t videoFrame = 0;
+    int preset = 0;
+    FrameStart start; ///< Of the newest frame.
+    std::optional<image::Exposure> newest; ///< Nothing if the last image stays.
+    std::optional<image::Exposure> firstField; ///< Half a frame of the video earlier, if the update rate is by fields.
+    std::vector<image::Exposure> missed; ///< For the filter: the frames of the video since the last image, in order.
+    Filter::Mode filter = Filter::Mode::Off;
+    uint16_t filterThreshold = 0;
+    image::AgcSettings gain;
+    image::Window region;
+    double gainStep = 1; ///< Of each frame of the video.
+    image::LevelTable levels{};
+    const image::Palette *palette = nullptr;
+    hlx::RasterPlacement placement;
+    bool interpolated = false;
+    image::OverlayContent overlay; ///< The boxes are in pixels of the image.
+};
+
+/// Takes the exposures, unless the last image stays.
+void takeExposures(Camera &camera, const Progress &progress, Order &order)
+{
+    auto &frames = *camera.device<FrameClock>();
+    const auto &output = *camera.device<VideoOutput>();
+    const auto *const run = camera.device<CorrectionRun>();
+    const auto newest = frames.newest(order.preset);
+    if (!newest)
+        return;
+    const double period = 1e6 / order.format.rate;
+    const double age = double(order.now) * 1e3 - double(newest->microseconds);
+    const bool silent = progress.shown == newest && age > 2 * std::max(period, frames.cycleSeconds() * 1e6);
+    const bool running = run && run->running();
+    if (progress.shown && (running || silent))
+        return;
+    order.start = *newest;
+    order.newest = camera.exposure(*newest);
+    const auto exposureBefore = [&](double periods) {
+        const auto microseconds = static_cast<int64_t>(periods * period);
+        return camera.exposure(frames.newest(order.preset, microseconds).value_or(*newest));
+    };
+    if (output.showsFields())
+        order.firstField = exposureBefore(0.5);
+    if (order.filter == Filter::Mode::Off)
+        return;
+    const int64_t frame = order.videoFrame;
+    const int64_t oldest = frame - framesBefore;
+    for (int64_t missed = progress.filters ? std::max(oldest, progress.videoFrame + 1) : oldest; missed < frame;
+         ++missed)
+        order.missed.push_back(exposureBefore(double(frame - missed)));
+}
+
+Order takeOrder(Camera &camera, const Progress &progress)
+{
+    const std::lock_guard lock(camera.mutex());
+    camera.catchUp();
+    const auto &output = *camera.device<VideoOutput>();
+    const auto &gain = *camera.device<VideoGain>();
+    Order order;
+    order.now = Clock::now();
+    order.format = VideoFormat::of(output.format());
+    order.videoFrame = static_cast<int64_t>(double(order.now) * order.format.rate / 1e3);
+    order.preset = output.preset();
+    order.filter = output.filterMode();
+    order.filterThreshold = output.filterThreshold();
+    order.gain = gain.agcSettings();
+    order.region = gain.effectiveRegion();
+    order.gainStep = gain.step(1 / order.format.rate);
+    order.levels = output.levels();
+    order.palette = &camera.device<VideoPalette>()->palette();
+    order.placement = output.placement();
+    order.interpolated = output.interpolates();
+    order.overlay = camera.device<VideoOverlay>()->content();
+    takeExposures(camera, progress, order);
+    return order;
+}
+
+} // namespace
+
+/// The last image and the memories of temporal filter and gain control.
+class VideoPath::Memory
+{
+public:
+    Progress progress() const { return {m_shown, !m_unfiltered.empty(), m_videoFrame}; }
+    bool hasImage() const { return m_shown.has_value(); }
+
+    /// Takes the image of an order. A window without frames leaves the last one.
+    void takeImage(const Camera &camera, const Order &order)
+    {
+        Counts newest;
+        if (!render(camera, *order.newest, order, newest))
+            return;
+        remember(camera, order, newest);
+        m_newest = std::move(newest);
+        filter(order, m_newest);
+        m_firstField.clear();
+        if (order.firstField && render(camera, *order.firstField, order, m_firstField))
+            filter(order, m_firstField);
+        m_window = order.newest->window;
+        m_optics = order.newest->optics;
+        m_shown = order.start;
+        m_videoFrame = order.videoFrame;
+    }
+
+    /// Draws the last image.
+    image::Picture draw(const Order &order)
+    {
+        const image::Size size{m_window.width, m_window.height};
+        Counts copy;
+        const Counts &newest = enhanced(m_newest, order, copy);
+        m_gain.update(newest, size, order.region, order.gain, gainStep(order));
+        image::Fields fields{size, {}, {}};
+        const bool byFields = !m_firstField.empty();
+        m_gain.apply(newest, byFields ? fields.second : fields.first);
+        if (byFields)
+            m_gain.apply(enhanced(m_firstField, order, copy), fields.first);
+
+        image::Palette palette;
+        for (size_t level = 0; level < palette.size(); ++level)
+            palette[level] = (*order.palette)[order.levels[level]];
+        const image::RasterPlace place = placeOf(order);
+        image::Picture picture = image::drawRaster(fields, place, palette);
+        image::drawOverlay(onRaster(order.overlay, place), picture);
+        return picture;
+    }
+
+private:
+    static bool render(const Camera &camera, const image::Exposure &exposure, const Order &order, Counts &counts)
+    {
+        return camera.render(exposure, order.preset, image::Output::Video, counts);
+    }
+
+    /// Brings the filter to the state before the newest frame, whose counts it keeps for the next time.
+    void remember(const Camera &camera, const Order &order, const Counts &newest)
+    {
+        if (order.filter == Filter::Mode::Off) {
+            m_filter = {};
+            m_unfiltered.clear();
+            return;
+        }
+        if (order.videoFrame != m_videoFrame && !m_unfiltered.empty())
+            m_filter.apply(m_unfiltered, order.filter, order.filterThreshold);
+        Counts counts;
+        for (const image::Exposure &missed : order.missed)
+            if (render(camera, missed, order, counts))
+                m_filter.apply(counts, order.filter, order.filterThreshold);
+        m_unfiltered = newest;
+    }
+
+    /// Filters a frame as the next one of the video. The filter stays as it is, since the same frame may come again.
+    void filter(const Order &order, Counts &counts) const
+    {
+        if (order.filter != Filter::Mode::Off)
+            Filter(m_filter).apply(counts, order.filter, order.filterThreshold);
+    }
+
+    /// Returns `copy` with the frame and its details enhanced, or the frame itself if the method does not enhance them.
+    const Counts &enhanced(const Counts &frame, const Order &order, Counts &copy) const
+    {
+        if (order.gain.method != image::AgcMethod::Detail)
+            return frame;
+        copy = frame;
+        image::enhanceDetail(copy, {m_window.width, m_window.height}, order.gain.sharpness, order.gain.threshold);
+        return copy;
+    }
+
+    /// Returns the share of the way that the gain control goes for the frames of the video since the last picture. It
+    /// waits while the image stays.
+    double gainStep(const Order &order)
+    {
+        const auto passed = std::max<int64_t>(order.now - std::exchange(m_gainTime, order.now), 0);
+        const double frames = order.newest ? double(passed) * order.format.rate / 1e3 : 0;
+        // The whole way takes no time.
+        return order.gainStep < 1 ? 1 - std::pow(1 - order.gainStep, frames) : 1;
+    }
+
+    image::RasterPlace placeOf(const Order &order) const
+    {
+        hlx::RasterPlacement placement = order.placement;
+        placement.windowPosition = {m_window.x, m_window.y};
+        placement.windowSize = {m_window.width, m_window.height};
+        placement.mirrored = m_optics.mirrored;
+        placement.inverted = m_optics.inverted;
+        const auto image = placement.image();
+        return {{placement.raster.width, placement.raster.height},
+                image.x,
+                image.y,
+                image.width,
+                image.height,
+                order.interpolated};
+    }
+
+    /// Places boxes that are in pixels of the last image.
+    image::OverlayContent onRaster(image::OverlayContent overlay, const image::RasterPlace &place) const
+    {
+        const double scale = place.width / m_window.width;
+        for (image::OverlayBox &box : overlay.boxes)
+            box = {place.x + box.x * scale, place.y + box.y * scale, box.width * scale, box.height * scale, box.color};
+        return overlay;
+    }
+
+    std::optional<FrameStart> m_shown; ///< The frame of the last image.
+    image::Window m_window; ///< Of the last image.
+    image::Optics m_optics;
+    Counts m_newest;
+    Counts m_firstField; ///< Empty if the last image has no fields.
+    int64_t m_videoFrame = 0;
+    Filter m_filter; ///< With the frames of the video before the newest one.
+    Counts m_unfiltered; ///< The newest frame, empty while the filter is off.
+    image::Agc m_gain;
+    int64_t m_gainTime = 0; ///< Of the last picture, a time of Clock.
+};
+
+VideoPath::VideoPath(Camera &camera) : m_camera(camera) { }
+
+VideoPath::~VideoPath() = default;
+
+image::Picture VideoPath::render()
+{
+    const std::lock_guard rendering(m_rendering);
+    if (!m_memory)
+        m_memory = std::make_unique<Memory>();
+    const Order order = takeOrder(m_camera, m_memory->progress());
+    if (order.newest)
+        m_memory->takeImage(m_camera, order);
+    return m_memory->hasImage() ? m_memory->draw(order) : image::Picture();
+}
+
+} // namespace emulator
