@@ -4,7 +4,6 @@
 #include "common/formatting.h"
 #include "common/publishing.h"
 #include "common/reading.h"
-#include "common/setters.h"
 #include "correction/NucInfoModel.h"
 #include "correction/NucTransferWorker.h"
 
@@ -15,11 +14,7 @@
 
 NucListModel::NucListModel(QObject *parent) : QAbstractListModel(parent) { }
 
-NucListModel::~NucListModel()
-{
-    if (m_worker)
-        m_worker->wait();
-}
+NucListModel::~NucListModel() = default;
 
 // The read
 
@@ -206,40 +201,11 @@ qulonglong NucListModel::localFileSize(const QString &fname)
 
 // Transfers
 
-void NucListModel::uploadNuc(const QString &url) { startTransfer(true, url, QUrl(url).fileName(QUrl::FullyDecoded)); }
-
-void NucListModel::downloadNuc(const QString &name, const QString &url) { startTransfer(false, url, name); }
-
-void NucListModel::startTransfer(bool upload, const QString &url, const QString &name)
+void NucListModel::uploadNuc(const QString &url)
 {
-    if (m_transferring)
-        return;
-    announce(this, 0, m_progress, &Self::progressChanged);
-    m_transferUpload = upload;
-    announce(this, true, m_transferring, &Self::transferringChanged);
-    m_worker = new NucTransferWorker(this, CameraAccess::of(this).handle, upload, QUrl(url).toLocalFile(), name);
-    connect(m_worker, &NucTransferWorker::progressChanged, this, &Self::progressChangedTransferWorker);
-    connect(m_worker, &QThread::finished, this, &Self::finishedTransferWorker);
-    m_worker->start();
+    m_transfer.start(true, url, QUrl(url).fileName(QUrl::FullyDecoded));
 }
 
-void NucListModel::progressChangedTransferWorker(int value)
-{
-    storeOnly(this, value, m_progress, &Self::progressChanged);
-}
+void NucListModel::downloadNuc(const QString &name, const QString &url) { m_transfer.start(false, url, name); }
 
-void NucListModel::finishedTransferWorker()
-{
-    m_transferOk = m_worker->ok();
-    m_worker->deleteLater();
-    m_worker = nullptr;
-    announce(this, false, m_transferring, &Self::transferringChanged);
-    if (m_transferOk && m_transferUpload)
-        refresh();
-}
-
-void NucListModel::abort()
-{
-    if (m_worker)
-        m_worker->abort();
-}
+void NucListModel::abort() { m_transfer.abort(); }

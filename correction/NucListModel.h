@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/FileTransfer.h"
 #include "common/Nullable.h"
 #include "common/Refresh.h"
 
@@ -40,10 +41,11 @@ public:
     ~NucListModel() override; ///< Waits for a running transfer without aborting it.
 
     bool refreshing() const { return m_refresh.refreshing(); }
-    int progress() const { return m_progress; } ///< Of the transfer, 0 to 100 percent.
-    bool transferring() const { return m_transferring; }
-    bool transferOk() const { return m_transferOk; } ///< Whether the last transfer that has ended succeeded.
-    bool transferUpload() const { return m_transferUpload; } ///< Whether the last transfer was an upload to the camera.
+    int progress() const { return m_transfer.progress(); } ///< Of the transfer, 0 to 100 percent.
+    bool transferring() const { return m_transfer.running(); }
+    bool transferOk() const { return m_transfer.ok(); } ///< Whether the last transfer that has ended succeeded.
+    /// Whether the last transfer was an upload to the camera.
+    bool transferUpload() const { return m_transfer.isUpload(); }
     qulonglong freeSpace() const { return m_freeSpace; } ///< The space left for corrections in bytes.
     QString freeSpaceString() const; ///< freeSpace() with a unit.
 
@@ -101,20 +103,16 @@ private:
     int rowOf(const QString &name) const;
     void append(const NucEntry &nuc);
     void removeAt(int row);
-    void startTransfer(bool upload, const QString &url, const QString &name);
 
 private slots:
-    void progressChangedTransferWorker(int value);
-    void finishedTransferWorker();
+    void progressChangedTransferWorker(int value) { m_transfer.storeProgress(value); }
+    void finishedTransferWorker() { m_transfer.finish(); }
     void finishedWatcher();
 
 private:
     QList<NucEntry> m_nucs;
-    bool m_transferring = false;
-    bool m_transferOk = false;
-    bool m_transferUpload = false;
-    int m_progress = 0;
     uint64_t m_freeSpace = 0;
-    NucTransferWorker *m_worker = nullptr;
+    FileTransfer<Self, NucTransferWorker> m_transfer{this, &Self::progressChangedTransferWorker,
+                                                     &Self::finishedTransferWorker};
     Refresh<Self, Settings> m_refresh{this, &Self::finishedWatcher, RefreshForm::FlagGuard};
 };

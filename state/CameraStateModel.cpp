@@ -27,11 +27,7 @@ const QLatin1String hardDefaults("Hard Defaults");
 
 CameraStateModel::CameraStateModel(QObject *parent) : QObject(parent) { getInitialStateName(); }
 
-CameraStateModel::~CameraStateModel()
-{
-    if (m_worker)
-        m_worker->wait();
-}
+CameraStateModel::~CameraStateModel() = default;
 
 // The current state
 
@@ -137,7 +133,7 @@ void CameraStateModel::renameState(const QString &oldName, const QString &newNam
 template <class Write>
 void CameraStateModel::saveOrLoad(bool &flag, void (Self::*changed)(), const CurrentState &onSuccess, Write write)
 {
-    if (m_saving || m_loading || m_transferring)
+    if (m_saving || m_loading || m_transfer.running())
         return;
     announce(this, true, flag, changed);
     m_saveLoad.start([onSuccess, write = std::move(write)](const CameraAccess &camera) {
@@ -200,41 +196,8 @@ void CameraStateModel::finishedSaveLoadWatcher()
 
 // Transfers
 
-void CameraStateModel::uploadState(const QString &url) { startTransfer(true, url, QUrl(url).fileName()); }
+void CameraStateModel::uploadState(const QString &url) { m_transfer.start(true, url, QUrl(url).fileName()); }
 
-void CameraStateModel::downloadState(const QString &name, const QString &url) { startTransfer(false, url, name); }
+void CameraStateModel::downloadState(const QString &name, const QString &url) { m_transfer.start(false, url, name); }
 
-void CameraStateModel::startTransfer(bool upload, const QString &url, const QString &name)
-{
-    if (m_transferring)
-        return;
-    announce(this, 0, m_progress, &Self::progressChanged);
-    m_transferUpload = upload;
-    announce(this, true, m_transferring, &Self::transferringChanged);
-    m_worker
-        = new CameraStateTransferWorker(this, CameraAccess::of(this).handle, upload, QUrl(url).toLocalFile(), name);
-    connect(m_worker, &CameraStateTransferWorker::progressChanged, this, &Self::progressChangedTransferWorker);
-    connect(m_worker, &QThread::finished, this, &Self::finishedTransferWorker);
-    m_worker->start();
-}
-
-void CameraStateModel::progressChangedTransferWorker(int value)
-{
-    storeOnly(this, value, m_progress, &Self::progressChanged);
-}
-
-void CameraStateModel::finishedTransferWorker()
-{
-    m_transferOk = m_worker->ok();
-    m_worker->deleteLater();
-    m_worker = nullptr;
-    announce(this, false, m_transferring, &Self::transferringChanged);
-    if (m_transferOk && m_transferUpload)
-        refresh();
-}
-
-void CameraStateModel::abort()
-{
-    if (m_worker)
-        m_worker->abort();
-}
+void CameraStateModel::abort() { m_transfer.abort(); }

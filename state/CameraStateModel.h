@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/FileTransfer.h"
 #include "common/Refresh.h"
 
 #include <QDateTime>
@@ -46,11 +47,12 @@ public:
     bool saving() const { return m_saving; }
     bool loading() const { return m_loading; }
     QString currentStateName() const { return m_currentStateName; } ///< Empty if unknown.
-    int progress() const { return m_progress; } ///< Of the transfer, 0 to 100 percent.
+    int progress() const { return m_transfer.progress(); } ///< Of the transfer, 0 to 100 percent.
     ObjectListModel *entries() { return &m_entries; } ///< CameraStateEntry objects in the camera's order.
-    bool transferring() const { return m_transferring; }
-    bool transferOk() const { return m_transferOk; } ///< Whether the last transfer succeeded. Valid after it has ended.
-    bool transferUpload() const { return m_transferUpload; } ///< Whether the last transfer was an upload to the camera.
+    bool transferring() const { return m_transfer.running(); }
+    bool transferOk() const { return m_transfer.ok(); } ///< Whether the last transfer that has ended succeeded.
+    /// Whether the last transfer was an upload to the camera.
+    bool transferUpload() const { return m_transfer.isUpload(); }
     bool canSaveState() const { return m_canSaveState; } ///< Whether saveState() may overwrite the current state.
 
     Q_INVOKABLE void saveState(); ///< Overwrites the current state. Ignored unless canSaveState().
@@ -100,26 +102,22 @@ private:
     /// is true while it runs. `onSuccess` becomes the current state if `write` returns 0.
     template <class Write>
     void saveOrLoad(bool &flag, void (Self::*changed)(), const CurrentState &onSuccess, Write write);
-    void startTransfer(bool upload, const QString &url, const QString &name);
     CameraStateEntry *entryOf(const QString &name) const;
 
 private slots:
     void finishedEntriesWatcher();
     void finishedGetCurrentStateNameWatcher();
     void finishedSaveLoadWatcher();
-    void progressChangedTransferWorker(int value);
-    void finishedTransferWorker();
+    void progressChangedTransferWorker(int value) { m_transfer.storeProgress(value); }
+    void finishedTransferWorker() { m_transfer.finish(); }
 
 private:
     bool m_saving = false;
     bool m_loading = false;
-    bool m_transferring = false;
-    int m_progress = 0;
     QString m_currentStateName;
     ObjectListModel m_entries{true};
-    CameraStateTransferWorker *m_worker = nullptr;
-    bool m_transferOk = false;
-    bool m_transferUpload = false;
+    FileTransfer<Self, CameraStateTransferWorker> m_transfer{this, &Self::progressChangedTransferWorker,
+                                                             &Self::finishedTransferWorker};
     bool m_canSaveState = false;
     Refresh<Self, CameraStates> m_entriesRead{this, &Self::finishedEntriesWatcher, RefreshForm::RefreshingOnly};
     Refresh<Self, CurrentState> m_saveLoad{this, &Self::finishedSaveLoadWatcher, RefreshForm::NoFlags};

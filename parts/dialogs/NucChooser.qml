@@ -111,6 +111,7 @@ ColumnLayout {
             enabled: !chooser._updatesOffsets && !chooser.refreshing
             readOnly: chooser.mode === "load"
             name: nameLabel.text.replace(/:$/, "")
+            maximumBytes: Fields.longestNucName
             modelText: chooser.nucName
             onTextEdited: {
                 chooser.nucName = text

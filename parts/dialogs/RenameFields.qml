@@ -8,6 +8,7 @@ GridLayout {
     id: fields
 
     property alias oldName: oldBox.modelText
+    property alias maximumBytes: newBox.maximumBytes
     readonly property alias newName: newBox.text
     readonly property alias firstField: newBox
 

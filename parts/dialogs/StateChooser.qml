@@ -71,6 +71,7 @@ ColumnLayout {
             //: Placeholder in an empty text field
             placeholderText: chooser.saves ? qsTr("State Name") : ""
             readOnly: !chooser.saves
+            maximumBytes: Fields.longestStateName
             modelText: table.selected
             onTextEdited: table.selected = ""
             onAccepted: chooser.confirmed()

@@ -14,6 +14,9 @@ T.TextField {
     property string fault
     // Whether the field is shown as wrong without a fault in its own text.
     property bool marked
+    // How long a text the operator can type or paste, in bytes of UTF-8. The rest is left out. 0: no limit. A longer
+    // text of the model is shown in full, and cannot become longer.
+    property int maximumBytes
 
     // The operator has typed something that was neither accepted nor reverted.
     readonly property alias edited: edit.present
@@ -21,6 +24,31 @@ T.TextField {
     // Discards the typed text and shows the model's again.
     function revert() {
         edit.present = false
+    }
+
+    function _utf8Size(text: string): int {
+        let bytes = 0
+        for (const character of text) {
+            const code = character.codePointAt(0)
+            bytes += code < 0x80 ? 1 : code < 0x800 ? 2 : code < 0x10000 ? 3 : 4
+        }
+        return bytes
+    }
+
+    // Takes back the end of what was typed or pasted, which is before the cursor, so that the text is never longer than
+    // the limit or the text before.
+    function _shorten() {
+        const typed = text
+        const before = edit.present ? edit.text : modelText
+        let excess = _utf8Size(typed) - Math.max(maximumBytes, _utf8Size(before))
+        let start = cursorPosition
+        while (excess > 0 && start > 0) {
+            const end = start
+            const isSecondHalf = /[\uDC00-\uDFFF]/.test(typed.charAt(end - 1))
+            start -= isSecondHalf ? 2 : 1
+            excess -= _utf8Size(typed.slice(start, end))
+        }
+        remove(start, cursorPosition)
     }
 
     implicitWidth: 92
@@ -43,6 +71,8 @@ T.TextField {
         revert()
     }
     onTextEdited: {
+        if (maximumBytes > 0)
+            _shorten()
         edit.text = text
         edit.present = true
     }

@@ -64,6 +64,7 @@ private slots:
     void resultIsSetBeforeTheEndIsSignalled();
     void resultOfTheLastTransferStaysMeanwhile();
     void nextOneMayBeginAtOnce();
+    void uploadIsListedThoughTheNextTransferBegins();
     void progressGoesUpToAHundred();
     void progressIsCutToWholePercents();
     void secondTransferIsIgnored();
@@ -215,6 +216,20 @@ void tst_NucListModelTransfer::nextOneMayBeginAtOnce()
     QTRY_COMPARE(transfer.localFiles(), QStringList({"first", "second"}));
     QVERIFY(transfer.finish());
     QVERIFY(transfer.model.transferOk());
+}
+
+void tst_NucListModelTransfer::uploadIsListedThoughTheNextTransferBegins()
+{
+    Transfer transfer;
+    QVERIFY(transfer.download("a", "b.nuc"));
+    QObject::connect(&transfer.model, &NucListModel::transferringChanged, this, [&] {
+        if (!transfer.model.transferring() && transfer.model.transferUpload())
+            transfer.model.downloadNuc("a", transfer.url("copy"));
+    });
+    transfer.model.uploadNuc(transfer.url("b.nuc"));
+    QTRY_COMPARE(transfer.localFiles(), QStringList({"b.nuc", "copy"}));
+    QVERIFY(transfer.finish());
+    QCOMPARE(transfer.names(), QStringList({"a", "b"}));
 }
 
 void tst_NucListModelTransfer::progressGoesUpToAHundred()

@@ -182,6 +182,7 @@ NucChooser {
                 id: names
 
                 oldName: question.nucName
+                maximumBytes: Fields.longestNucName
                 onConfirmed: question._confirm()
             }
             buttons: [

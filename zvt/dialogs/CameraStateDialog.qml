@@ -196,6 +196,7 @@ InformationDialog {
                 id: names
 
                 oldName: question.stateName
+                maximumBytes: Fields.longestStateName
                 onConfirmed: question._rename()
             }
             buttons: [
