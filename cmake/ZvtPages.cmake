@@ -4,6 +4,7 @@ set(ZVT_QML_FILES
     CorrectionTab.qml
     SetupTab.qml
     StatusTab.qml
+    VideoTab.qml
     animations/FadeAndShrinkAnimation.qml
     controls/BatchDownloadEntryProgressBar.qml
     controls/CorrectionTabPresetNumberLabel.qml
@@ -59,7 +60,7 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
     REQUIRED)
 
 # The modules that pages are made of: zvt.NAME is the folder parts/NAME.
-set(ZVT_MODULES look rows dialogs correction setup status frame)
+set(ZVT_MODULES look rows dialogs correction setup status video frame)
 
 # The files of the folder zvt as the module zvt, for files that cannot import them by path.
 set(ZVT_TREE_QMLDIR "module zvt\n")

@@ -37,8 +37,10 @@ function(zvt_describe variable folder)
         string(REPLACE "/" "_" name ${name})
         # moc adds the ending of the description.
         add_custom_command(OUTPUT ${folder}/${name}.json
-            COMMAND Qt6::moc ${includes} --output-json -o ${folder}/${name} ${header}
+            COMMAND Qt6::moc ${includes} --output-json -o ${folder}/${name} --output-dep-file
+                --dep-file-path ${folder}/${name}.d --dep-file-rule-name ${folder}/${name}.json ${header}
             DEPENDS ${header}
+            DEPFILE ${folder}/${name}.d
             VERBATIM)
         list(APPEND descriptions ${folder}/${name}.json)
     endforeach()

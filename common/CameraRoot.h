@@ -50,6 +50,13 @@ public:
     /// Calls `listener` after each update of capabilities() until `context` is destroyed.
     virtual QMetaObject::Connection onCapabilitiesChanged(const QObject *context, std::function<void()> listener) = 0;
 
+    /// Whether the pages show what only the manufacturer needs.
+    virtual bool manufacturingMode() const = 0;
+
+    /// Calls `listener` after each change of manufacturingMode() until `context` is destroyed.
+    virtual QMetaObject::Connection onManufacturingModeChanged(const QObject *context, std::function<void()> listener)
+        = 0;
+
     /// The live values that cameraCapabilitiesModel() shows; never null. They are built before any sub-model, so a
     /// model may start a read from its constructor.
     virtual std::shared_ptr<CapabilityBlock> capabilities() const = 0;

@@ -9,6 +9,7 @@
 #include "correction/CorrectionTabModel.h"
 #include "setup/SetupTabModel.h"
 #include "status/StatusTabModel.h"
+#include "video/VideoTabModel.h"
 
 #include <QSettings>
 #include <QThreadPool>
@@ -52,6 +53,7 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     m_statusTabModel = new StatusTabModel(this);
     m_setupTabModel = new SetupTabModel(this);
     m_correctionTabModel = new CorrectionTabModel(this);
+    m_videoTabModel = new VideoTabModel(this);
     if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
         setManufacturingMode(true);
     QObject::connect(&m_cameraState, &CameraStateModel::loadingChanged, this,
@@ -105,6 +107,12 @@ QMetaObject::Connection ZvtCameraModel::onCapabilitiesChanged(const QObject *con
 {
     return QObject::connect(&m_cameraCapabilitiesModel, &CameraCapabilitiesModel::cameraCapabilitiesChanged, context,
                             std::move(listener));
+}
+
+QMetaObject::Connection ZvtCameraModel::onManufacturingModeChanged(const QObject *context,
+                                                                   std::function<void()> listener)
+{
+    return QObject::connect(this, &Self::manufacturingModeChanged, context, std::move(listener));
 }
 
 uint64_t ZvtCameraModel::handle() const { return m_controller ? m_controller->GetHandle() : 0; }
@@ -197,6 +205,7 @@ void ZvtCameraModel::refreshAllVisible()
     m_statusTabModel->refresh();
     m_setupTabModel->refresh();
     m_correctionTabModel->refresh();
+    m_videoTabModel->refresh();
     if (m_setupGeneralModel.visible()) {
         m_setupGeneralModel.refresh();
         m_syncSettings.refresh();
@@ -209,6 +218,10 @@ void ZvtCameraModel::refreshAllVisible()
         m_setupCoolerSettingsModel.refresh();
     if (m_flagSettings.visible())
         m_flagSettings.refresh();
+    if (m_agcRoiSettings.visible())
+        m_agcRoiSettings.refresh();
+    if (m_overlaySettings.visible())
+        m_overlaySettings.refresh();
 }
 
 // A load changes nearly every setting.

@@ -14,6 +14,8 @@
 #include "state/CameraStateModel.h"
 #include "status/AboutModel.h"
 #include "status/AdjustTimeModel.h"
+#include "video/AgcRoiSettingsModel.h"
+#include "video/OverlaySettingsModel.h"
 #include "video/VideoOutputSettingsModel.h"
 
 #include <QString>
@@ -26,6 +28,7 @@
 class CorrectionTabModel;
 class SetupTabModel;
 class StatusTabModel;
+class VideoTabModel;
 
 /// The root view model of one camera, which the host receives and the page uses as `cameraModel`. It owns all
 /// sub-models, shares the controller, signals changes of the connection, and has the properties that belong to no tab:
@@ -55,6 +58,8 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(AdjustTimeModel *adjustTime READ adjustTime CONSTANT FINAL)
     Q_PROPERTY(VideoOutputSettingsModel *videoOutputSettings READ videoOutputSettings CONSTANT FINAL)
     Q_PROPERTY(FlagSettingsModel *flagSettings READ flagSettings CONSTANT FINAL)
+    Q_PROPERTY(AgcRoiSettingsModel *agcRoiSettings READ agcRoiSettings CONSTANT FINAL)
+    Q_PROPERTY(OverlaySettingsModel *overlaySettings READ overlaySettings CONSTANT FINAL)
     Q_PROPERTY(CameraCapabilitiesModel *cameraCapabilitiesModel READ cameraCapabilitiesModel CONSTANT FINAL)
     Q_PROPERTY(EditFilterNamesModel *editFilterNamesModel READ editFilterNamesModel CONSTANT FINAL)
     Q_PROPERTY(AboutModel *aboutModel READ aboutModel CONSTANT FINAL)
@@ -74,9 +79,11 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(StatusTabModel *statusTabModel READ statusTabModel CONSTANT FINAL)
     Q_PROPERTY(SetupTabModel *setupTabModel READ setupTabModel CONSTANT FINAL)
     Q_PROPERTY(CorrectionTabModel *correctionTabModel READ correctionTabModel CONSTANT FINAL)
+    Q_PROPERTY(VideoTabModel *videoTabModel READ videoTabModel CONSTANT FINAL)
     Q_MOC_INCLUDE("correction/CorrectionTabModel.h")
     Q_MOC_INCLUDE("status/StatusTabModel.h")
     Q_MOC_INCLUDE("setup/SetupTabModel.h")
+    Q_MOC_INCLUDE("video/VideoTabModel.h")
 
 public:
     /// The values of the only settings key of the plug-in.
@@ -107,6 +114,8 @@ public:
     AdjustTimeModel *adjustTime() { return &m_adjustTime; }
     VideoOutputSettingsModel *videoOutputSettings() { return &m_videoOutputSettings; }
     FlagSettingsModel *flagSettings() override { return &m_flagSettings; }
+    AgcRoiSettingsModel *agcRoiSettings() { return &m_agcRoiSettings; }
+    OverlaySettingsModel *overlaySettings() { return &m_overlaySettings; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_cameraCapabilitiesModel; }
     EditFilterNamesModel *editFilterNamesModel() { return &m_editFilterNamesModel; }
     AboutModel *aboutModel() { return &m_aboutModel; }
@@ -114,7 +123,7 @@ public:
     /// Whether the host may close the controller. Starts true.
     bool allowedToCloseController() const { return m_allowedToCloseController; }
     void setAllowedToCloseController(bool allowed);
-    bool manufacturingMode() const { return m_manufacturingMode; }
+    bool manufacturingMode() const override { return m_manufacturingMode; }
     void setManufacturingMode(bool manufacturingMode); ///< Stored in the settings for the next start.
     bool isEmulator() const;
     /// Test properties of an emulator, asked of its device on each call. On a real camera each getter returns false, 0
@@ -135,9 +144,10 @@ public:
     StatusTabModel *statusTabModel() const { return m_statusTabModel; }
     SetupTabModel *setupTabModel() const { return m_setupTabModel; }
     CorrectionTabModel *correctionTabModel() const { return m_correctionTabModel; }
+    VideoTabModel *videoTabModel() const { return m_videoTabModel; }
 
-    /// Reads the tabs Status, Setup and Correction and the models of all visible sections again. The synchronisation
-    /// settings are read together with the general setup.
+    /// Reads the tabs Status, Setup, Correction and Video and the models of all visible sections again. The
+    /// synchronisation settings are read together with the general setup.
     Q_INVOKABLE void refreshAllVisible();
     /// Combines a key and its modifiers in the integer by which the host identifies hot keys. Shift, Control and Alt
     /// alone count as no key; the Meta key counts as a key, but its modifier is ignored.
@@ -150,6 +160,7 @@ public:
     std::shared_ptr<CapabilityBlock> capabilities() const override { return m_capabilities; }
     QMetaObject::Connection onConnectedChanged(const QObject *context, std::function<void()> listener) override;
     QMetaObject::Connection onCapabilitiesChanged(const QObject *context, std::function<void()> listener) override;
+    QMetaObject::Connection onManufacturingModeChanged(const QObject *context, std::function<void()> listener) override;
     uint8_t hasNucMask() override { return m_hasNucMask; }
     void modifyHasNucMask(uint8_t mask, uint8_t values) override;
     void setPresetHasNuc(uint8_t preset, bool hasNuc) override;
@@ -202,6 +213,8 @@ private:
     SetupFilterWheelSettingsModel m_setupFilterWheelSettingsModel{this};
     SetupCoolerSettingsModel m_setupCoolerSettingsModel{this};
     FlagSettingsModel m_flagSettings{this};
+    AgcRoiSettingsModel m_agcRoiSettings{this};
+    OverlaySettingsModel m_overlaySettings{this};
     bool m_allowedToCloseController = true;
     bool m_manufacturingMode = false;
     CameraCapabilitiesModel m_cameraCapabilitiesModel{this};
@@ -212,4 +225,5 @@ private:
     StatusTabModel *m_statusTabModel = nullptr;
     SetupTabModel *m_setupTabModel = nullptr;
     CorrectionTabModel *m_correctionTabModel = nullptr;
+    VideoTabModel *m_videoTabModel = nullptr;
 };

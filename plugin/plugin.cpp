@@ -8,6 +8,7 @@
 #include "setup/SetupGeneralModel.h"
 #include "setup/SyncSettingsModel.h"
 #include "setup/ZvtCameraPresetModel.h"
+#include "video/VideoTabModel.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -59,6 +60,7 @@ void registerTypes()
     registerUncreatable<SetupGeneralModel>("SetupGeneralModel", "Can only get through controller plugin");
     registerUncreatable<NucInfoModel>("NucInfoModel", "Can only get through NucListModel");
     registerUncreatable<NucProcessModel>("NucProcessModel", "Can only get through ZvtCameraModel");
+    registerUncreatable<VideoTabModel>("VideoTabModel", "Can only get through ZvtCameraModel");
     registerUncreatable<SyncSettingsModel>("SyncSettingsModel", "Can only get through controller plugin");
     registerCreatable<FPASizeIntValidator>("FPASizeIntValidator");
     registerCreatable<ZvtModelTable>("ZvtModelTable");

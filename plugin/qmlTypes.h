@@ -31,7 +31,10 @@
 #include "status/AboutModel.h"
 #include "status/AdjustTimeModel.h"
 #include "status/StatusTabModel.h"
+#include "video/AgcRoiSettingsModel.h"
+#include "video/OverlaySettingsModel.h"
 #include "video/VideoOutputSettingsModel.h"
+#include "video/VideoTabModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -51,6 +54,7 @@ ZVT_FOREIGN_TYPE(NucInfoModel, QML_NAMED_ELEMENT(NucInfoModel) QML_UNCREATABLE("
 ZVT_FOREIGN_TYPE(NucProcessModel, QML_NAMED_ELEMENT(NucProcessModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SetupGeneralModel, QML_NAMED_ELEMENT(SetupGeneralModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SyncSettingsModel, QML_NAMED_ELEMENT(SyncSettingsModel) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(VideoTabModel, QML_NAMED_ELEMENT(VideoTabModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(ZvtCameraModel, QML_NAMED_ELEMENT(ZvtCameraModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(ZvtCameraPresetModel, QML_NAMED_ELEMENT(ZvtCameraPresetModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(ZvtModelTable, QML_NAMED_ELEMENT(ZvtModelTable))
@@ -59,6 +63,7 @@ ZVT_FOREIGN_TYPE(ZvtModelTable, QML_NAMED_ELEMENT(ZvtModelTable))
 ZVT_FOREIGN_TYPE(AboutItemModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(AboutModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(AdjustTimeModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(AgcRoiSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraCapabilitiesModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraStateEntry, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraStateModel, QML_ANONYMOUS)
@@ -70,6 +75,7 @@ ZVT_FOREIGN_TYPE(FlagSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(LoadNucOptionsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(NucListModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(ObjectListModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(OverlaySettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(SetupCoolerSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(SetupFilterWheelSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(SetupTabModel, QML_ANONYMOUS)

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import zvt.rows
 
 // The Correction page: the non-uniformity correction (NUC) of each preset.
@@ -23,7 +22,7 @@ Page {
         connected: page.connected
         isShown: page.isShown
         preload: page.preload
-        Layout.fillWidth: true
+        width: parent ? parent.width : 0
         onLoaded: {
             item.pageSize = Qt.binding(() => Qt.size(page.width, page.height))
             item.pageBlocked.connect(page.pageBlocked)

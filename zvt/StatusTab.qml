@@ -30,8 +30,8 @@ Page {
         columnSpacing: Look.margin
         rowSpacing: Look.margin
         enabled: page.connected
-        Layout.maximumWidth: 960
-        Layout.alignment: Qt.AlignHCenter
+        width: Math.min(960, parent ? parent.width : 0)
+        anchors.horizontalCenter: parent ? parent.horizontalCenter : undefined
 
         Facts {
             id: facts

@@ -183,24 +183,6 @@ Item {
 
                         Layout.fillWidth: true
                         Layout.fillHeight: true
-
-                        PageTabButton {
-                            width: available ? tabBar.tabWidth : 0
-                            //: Title of a page
-                            text: qsTr("Status")
-                        }
-
-                        PageTabButton {
-                            width: available ? tabBar.tabWidth : 0
-                            //: Title of a page
-                            text: qsTr("Setup")
-                        }
-
-                        PageTabButton {
-                            width: available ? tabBar.tabWidth : 0
-                            //: Title of a page
-                            text: qsTr("Correction")
-                        }
                     }
                 }
 
@@ -243,6 +225,14 @@ Item {
                     tabModel: cameraModel?.correctionTabModel ?? null
                     selected: visible
                     onPageBlocked: blocked => root.setFakeOverlay(blocked)
+                }
+
+                VideoTab {
+                    camera: cameraModel
+                    connected: root._connected
+                    preload: root._preload
+                    tabModel: cameraModel?.videoTabModel ?? null
+                    selected: visible
                 }
             }
         }

@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Templates as T
+import zvt
 
-// The tab bar of the pages. The available tabs share its width evenly.
+// The tab bar of the pages, in the order of the pages. The available tabs share its width evenly.
 T.TabBar {
     id: strip
 
@@ -44,5 +45,29 @@ T.TabBar {
         currentIndex: strip.currentIndex
         orientation: ListView.Horizontal
         interactive: false
+    }
+
+    PageTabButton {
+        width: available ? strip.tabWidth : 0
+        //: Title of a page
+        text: qsTr("Status")
+    }
+
+    PageTabButton {
+        width: available ? strip.tabWidth : 0
+        //: Title of a page
+        text: qsTr("Setup")
+    }
+
+    PageTabButton {
+        width: available ? strip.tabWidth : 0
+        //: Title of a page
+        text: qsTr("Correction")
+    }
+
+    PageTabButton {
+        width: available ? strip.tabWidth : 0
+        //: Title of a page
+        text: qsTr("Video")
     }
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import QtQuick.Templates as T
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
@@ -19,6 +18,7 @@ Flickable {
 
     readonly property bool isShown: visible && (Window.window ? Window.window.visible : false)
     default property alias contents: sections.data
+    readonly property real _bannerHeight: Look.rowHeight
 
     signal refresh
 
@@ -35,6 +35,10 @@ Flickable {
         contentY = Math.max(0, Math.min(top, Math.max(contentY, bottom - height)))
     }
 
+    function _attach(bar: T.ScrollBar) {
+        T.ScrollBar.vertical = bar
+    }
+
     // Takes the keyboard focus, unless the operator is moving over the tabs by keyboard.
     function _takeFocus() {
         const holder = Window.activeFocusItem
@@ -45,7 +49,7 @@ Flickable {
     clip: true
     boundsBehavior: Flickable.StopAtBounds
     contentWidth: width
-    contentHeight: sections.implicitHeight + 2 * Look.margin
+    contentHeight: sections.y + sections.implicitHeight + Look.margin
     Window.onActiveFocusItemChanged: bringIntoView(Window.activeFocusItem)
     onIsShownChanged: {
         if (!isShown || !connected)
@@ -62,30 +66,47 @@ Flickable {
             refresh()
     }
 
-    T.ScrollBar.vertical: SlimScrollBar {}
-
-    ColumnLayout {
+    // A layout would cost an object for each section.
+    Column {
         id: sections
 
         readonly property real _available: page.width - 2 * Look.margin
 
         x: (page.width - width) / 2
-        y: Look.margin
+        y: Look.margin + (page.connected ? 0 : page._bannerHeight + spacing)
         width: Math.min(_available, _available < 1216 ? 960 : 1920)
         spacing: 6
-
-        NoCameraConnectedRectangle {
-            visible: !page.connected
-            Layout.fillWidth: true
-        }
     }
 
-    // A line that shows that there is more content above.
-    Rectangle {
-        parent: page
-        visible: page.contentY > 0
-        width: page.width
-        height: 1
-        color: Look.rectangleOutlineColor
+    // What surrounds the sections. It is created when the page is first visible.
+    Loader {
+        active: page.visible || status === Loader.Ready
+        sourceComponent: Item {
+            Component.onCompleted: page._attach(scrollBar)
+
+            NoCameraConnectedRectangle {
+                parent: page.contentItem
+                visible: !page.connected
+                x: sections.x
+                y: Look.margin
+                width: sections.width
+                height: page._bannerHeight
+            }
+
+            SlimScrollBar {
+                id: scrollBar
+
+                parent: page
+            }
+
+            // A line that shows that there is more content above.
+            Rectangle {
+                parent: page
+                visible: page.contentY > 0
+                width: page.width
+                height: 1
+                color: Look.rectangleOutlineColor
+            }
+        }
     }
 }

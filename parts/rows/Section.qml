@@ -1,12 +1,11 @@
 import QtQuick
-import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt
 import zvt.look
 
 // A section of a page: a header, and below it a body that is visible while the section is expanded. A click on the
 // header emits `toggle`; if the section is collapsed, it emits `refresh` first.
-ColumnLayout {
+Item {
     id: section
 
     required property string title
@@ -39,11 +38,13 @@ ColumnLayout {
             _body.clearWarnings()
     }
 
-    spacing: 0
-    Layout.fillWidth: true
+    width: parent ? parent.width : 0
+    implicitHeight: header.height + (expanded ? contents.height + 2 * Look.margin : 0)
 
     SectionSwitchableHeaderButton {
-        Layout.fillWidth: true
+        id: header
+
+        width: section.width
         sectionTitle: section.title
         sectionExpanded: section.expanded
         sectionLoading: section.loading
@@ -58,6 +59,9 @@ ColumnLayout {
     BodyLoader {
         id: contents
 
+        x: Look.margin
+        y: header.height + Look.margin
+        width: section.width - 2 * Look.margin
         body: section.body
         camera: section.camera
         connected: section.connected
@@ -65,8 +69,6 @@ ColumnLayout {
         preload: section.preload
         expanded: section.expanded
         usable: section.usable
-        Layout.fillWidth: true
-        Layout.margins: Look.margin
         onLoaded: sectionBody.scrollTo.connect(section.scrollTo)
     }
 }

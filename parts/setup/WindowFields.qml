@@ -24,39 +24,14 @@ ColumnLayout {
     signal apply
     signal scrollTo(item: Item)
 
-    component Field: RowLayout {
-        id: field
-
-        required property string heading
+    component Field: WindowNumber {
         required property string fieldName
         required property int value
-        property alias toolTip: box.toolTip
-        readonly property alias acceptable: box.acceptable
-        readonly property alias number: box.number
 
-        signal entered(number: int)
-
-        spacing: 8
-
-        PlainLabel {
-            Layout.preferredWidth: 70
-            Accessible.ignored: true
-            opacity: enabled ? 1 : Look.disabledOpacity
-            text: field.heading
-            horizontalAlignment: Text.AlignRight
-        }
-
-        NumberBox {
-            id: box
-
-            Layout.preferredWidth: 72
-            name: field.heading.slice(0, -1)
-            modelText: field.value
-            marked: fields.markedFields.includes(field.fieldName)
-            // Refuses only numbers that are far out of range; WindowRules checks the limits.
-            to: 10000
-            onTyped: number => field.entered(number)
-        }
+        modelText: value
+        marked: fields.markedFields.includes(fieldName)
+        // Refuses only numbers that are far out of range; WindowRules checks the limits.
+        to: 10000
     }
 
     spacing: Look.rowSpacing
@@ -70,7 +45,7 @@ ColumnLayout {
         fieldName: "width"
         toolTip: fields.rules.widthRule
         value: fields.window.width
-        onEntered: number => fields.edited(fields.rules.resized(fields.window, number, fields.window.height))
+        onTyped: number => fields.edited(fields.rules.resized(fields.window, number, fields.window.height))
     }
 
     Field {
@@ -81,7 +56,7 @@ ColumnLayout {
         fieldName: "height"
         toolTip: fields.rules.heightRule
         value: fields.window.height
-        onEntered: number => fields.edited(fields.rules.resized(fields.window, fields.window.width, number))
+        onTyped: number => fields.edited(fields.rules.resized(fields.window, fields.window.width, number))
     }
 
     Field {
@@ -93,7 +68,7 @@ ColumnLayout {
         fieldName: "x"
         toolTip: fields.rules.xRule
         value: fields.window.x
-        onEntered: number => fields.edited(Qt.rect(number, fields.window.y, fields.window.width, fields.window.height))
+        onTyped: number => fields.edited(Qt.rect(number, fields.window.y, fields.window.width, fields.window.height))
     }
 
     Field {
@@ -105,7 +80,7 @@ ColumnLayout {
         fieldName: "y"
         toolTip: fields.rules.yRule
         value: fields.window.y
-        onEntered: number => fields.edited(Qt.rect(fields.window.x, number, fields.window.width, fields.window.height))
+        onTyped: number => fields.edited(Qt.rect(fields.window.x, number, fields.window.width, fields.window.height))
     }
 
     WrappingButton {

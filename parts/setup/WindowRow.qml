@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
-import com.kestrin.hlxcamui 1.0
 import zvt.rows
 
 // Edits the image window on a picture of the detector and in number fields. Changes stay until they are applied, until
@@ -84,11 +83,8 @@ SettingRow {
         }
     }
 
-    WindowEditor {
+    WindowPicture {
         id: editor
-
-        // With the mouse as reason, the page does not scroll the editor while the operator drags in it.
-        readonly property int focusReason: editorHover.hovered ? Qt.MouseFocusReason : Qt.TabFocusReason
 
         Layout.preferredWidth: 208
         Layout.preferredHeight: 168
@@ -104,10 +100,6 @@ SettingRow {
                 row.camera.setupTabModel.fpaWindowSizeHasUnsavedValues = true
             if (row._warning !== "")
                 row._warn(row._brokenRule())
-        }
-
-        HoverHandler {
-            id: editorHover
         }
     }
 

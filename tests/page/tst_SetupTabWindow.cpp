@@ -19,6 +19,7 @@ private slots:
     void windowThatFitsIsApplied();
     void firstFailingRuleIsTold();
     void dragIsAnEditToo();
+    void anotherWindowReplacesATypedText();
     void nothingToApplyWithoutAnEdit();
     void fieldWithoutANumberIsNotApplied();
     void fieldsTellTheirRules();
@@ -210,6 +211,20 @@ void tst_SetupTabWindow::dragIsAnEditToo()
     QCOMPARE(page.text("X Offset"), "16");
     QCOMPARE(page.commandsOf([&page] { page.click("Apply Settings"); }),
              QStringList{"controller.SetWindow 16, 0, 320, 256"});
+}
+
+void tst_SetupTabWindow::anotherWindowReplacesATypedText()
+{
+    SetupPage page;
+    page.general()->setProperty("window", QRect(0, 0, 320, 256));
+    page.type("X Offset", "12a");
+    QVERIFY(!page.enabled("Apply Settings"));
+    page.item("Image Window").forceActiveFocus(Qt::TabFocusReason);
+    page.press(Qt::Key_Right);
+    // The next step of the picture from 12, which was typed before the letter.
+    QCOMPARE(page.text("X Offset"), "32");
+    QCOMPARE(page.item("X Offset").property("fault").toString(), QString());
+    QVERIFY(page.enabled("Apply Settings"));
 }
 
 void tst_SetupTabWindow::nothingToApplyWithoutAnEdit()

@@ -20,6 +20,8 @@ public:
     bool connected() const override { return m_controller && m_controller->IsConnected(); }
     QMetaObject::Connection onConnectedChanged(const QObject *, std::function<void()>) override { return {}; }
     QMetaObject::Connection onCapabilitiesChanged(const QObject *, std::function<void()>) override { return {}; }
+    bool manufacturingMode() const override { return false; }
+    QMetaObject::Connection onManufacturingModeChanged(const QObject *, std::function<void()>) override { return {}; }
     std::shared_ptr<CapabilityBlock> capabilities() const override { return m_block; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_capabilities; }
     SetupGeneralModel *setupGeneralModel() override { return nullptr; }

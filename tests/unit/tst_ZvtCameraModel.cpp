@@ -12,6 +12,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 
+#include <array>
 #include <thread>
 
 namespace
@@ -73,7 +74,6 @@ private slots:
     void freshInstallationShowsTheManufacturingTab();
     void manufacturingModeIsRemembered();
     void allowedToCloseIsAPlainFlag();
-    void refreshReadsTheStatusTab();
 
     void keysAreFolded_data();
     void keysAreFolded();
@@ -113,20 +113,15 @@ void tst_ZvtCameraModel::failedIdentityIsEmpty_data()
 {
     QTest::addColumn<QString>("failing");
     QTest::addColumn<QString>("property");
-    QTest::newRow("model") << "zvtGetCameraModel"
-                           << "model";
-    QTest::newRow("serial") << "zvtGetCameraSN"
-                            << "serial";
-    QTest::newRow("type") << "zvtGetCameraType"
-                          << "cameraTypeName";
-    QTest::newRow("subtype") << "zvtGetCameraSubtype"
-                             << "cameraSubtypeName";
-    QTest::newRow("subtype without type") << "zvtGetCameraType"
-                                          << "cameraSubtypeName";
-    QTest::newRow("readout") << "zvtGetReadout"
-                             << "readoutName";
-    QTest::newRow("detector") << "zvtGetDetectorType"
-                              << "detectorTypeName";
+    const std::array<const char *, 3> rows[]{{"model", "zvtGetCameraModel", "model"},
+                                             {"serial", "zvtGetCameraSN", "serial"},
+                                             {"type", "zvtGetCameraType", "cameraTypeName"},
+                                             {"subtype", "zvtGetCameraSubtype", "cameraSubtypeName"},
+                                             {"subtype without type", "zvtGetCameraType", "cameraSubtypeName"},
+                                             {"readout", "zvtGetReadout", "readoutName"},
+                                             {"detector", "zvtGetDetectorType", "detectorTypeName"}};
+    for (const auto &[row, failing, property] : rows)
+        QTest::newRow(row) << failing << property;
 }
 
 void tst_ZvtCameraModel::failedIdentityIsEmpty()
@@ -363,14 +358,6 @@ void tst_ZvtCameraModel::allowedToCloseIsAPlainFlag()
     camera.root->setAllowedToCloseController(false);
     QVERIFY(!camera.root->allowedToCloseController());
     QCOMPARE(spy.size(), 1);
-}
-
-void tst_ZvtCameraModel::refreshReadsTheStatusTab()
-{
-    Camera camera;
-    camera.root->refreshAllVisible();
-    CameraRig::settle();
-    QVERIFY(!camera.root->statusTabModel()->frameSize().isEmpty());
 }
 
 // Helpers of the page

@@ -15,8 +15,6 @@ T.AbstractButton {
 
     implicitWidth: 240
     implicitHeight: 34
-    leftPadding: 12
-    rightPadding: 4
     opacity: enabled ? 1 : Look.disabledOpacity
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
@@ -26,57 +24,65 @@ T.AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: RowLayout {
-        spacing: 10
+    // The looks are created when the header is first visible, since a page that is never shown does not need them.
+    contentItem: Loader {
+        active: header.visible || status === Loader.Ready
+        sourceComponent: Rectangle {
+            radius: Look.controlRadius
+            color: header.hovered ? Look.rowHoverColor : Look.panelColor
 
-        GlyphLabel {
-            Layout.preferredWidth: 10
-            text: header.sectionExpanded ? Glyph.caretDown : Glyph.caretRight
-            color: header.sectionExpanded ? Look.kestrinAccentBlue : Look.dimTextColor
-        }
+            RowLayout {
+                anchors.fill: parent
+                anchors.leftMargin: 12
+                anchors.rightMargin: 4
+                spacing: 10
 
-        PlainLabel {
-            Layout.fillWidth: true
-            Accessible.ignored: true
-            text: header.sectionTitle
-            font.weight: Font.DemiBold
-            fontSizeMode: width > 0 && implicitWidth > width ? Text.HorizontalFit : Text.FixedSize
-            minimumPixelSize: 8
-            color: header.sectionExpanded ? Look.strongTextColor : Look.textColor
-        }
+                GlyphLabel {
+                    Layout.preferredWidth: 10
+                    text: header.sectionExpanded ? Glyph.caretDown : Glyph.caretRight
+                    color: header.sectionExpanded ? Look.kestrinAccentBlue : Look.dimTextColor
+                }
 
-        Loader {
-            active: header.sectionLoading
-            visible: active
-            sourceComponent: Spinner {
-                objectName: "sectionBusy"
+                PlainLabel {
+                    Layout.fillWidth: true
+                    Accessible.ignored: true
+                    text: header.sectionTitle
+                    font.weight: Font.DemiBold
+                    fontSizeMode: width > 0 && implicitWidth > width ? Text.HorizontalFit : Text.FixedSize
+                    minimumPixelSize: 8
+                    color: header.sectionExpanded ? Look.strongTextColor : Look.textColor
+                }
+
+                Loader {
+                    active: header.sectionLoading
+                    visible: active
+                    sourceComponent: Spinner {
+                        objectName: "sectionBusy"
+                    }
+                }
+
+                WrappingButton {
+                    id: refreshButton
+
+                    implicitWidth: Look.rowHeight
+                    leftPadding: 0
+                    rightPadding: 0
+                    // The disabled header already dims its contents.
+                    opacity: 1
+                    //: Tool tip; %1 is the title of a section
+                    toolTip: qsTr("Refresh %1").arg(header.sectionTitle)
+                    onClicked: header.refreshSection()
+
+                    contentItem: GlyphLabel {
+                        text: Glyph.refresh
+                        color: refreshButton.hovered ? Look.strongTextColor : Look.knobColor
+                    }
+                    background: Rectangle {
+                        radius: Look.controlRadius
+                        color: refreshButton.hovered ? Look.buttonHoverColor : "transparent"
+                    }
+                }
             }
         }
-
-        WrappingButton {
-            id: refreshButton
-
-            implicitWidth: Look.rowHeight
-            leftPadding: 0
-            rightPadding: 0
-            // The disabled header already dims its contents.
-            opacity: 1
-            //: Tool tip; %1 is the title of a section
-            toolTip: qsTr("Refresh %1").arg(header.sectionTitle)
-            onClicked: header.refreshSection()
-
-            contentItem: GlyphLabel {
-                text: Glyph.refresh
-                color: refreshButton.hovered ? Look.strongTextColor : Look.knobColor
-            }
-            background: Rectangle {
-                radius: Look.controlRadius
-                color: refreshButton.hovered ? Look.buttonHoverColor : "transparent"
-            }
-        }
-    }
-    background: Rectangle {
-        radius: Look.controlRadius
-        color: header.hovered ? Look.rowHoverColor : Look.panelColor
     }
 }

@@ -803,9 +803,9 @@ int zvtGetVideoZoomFactor(uint64_t handle, uint8_t* out);
 int zvtSetVideoZoomFactor(uint64_t handle, uint8_t value);
 /// The name of a zoom factor, such as "1X". Never null. No handle; static text.
 const char* zvtVideoZoomFactorText(uint8_t value);
-/// The brightness of analog video, -15 to 63.
+/// The brightness of analog video, -128 to 127.
 int zvtGetVideoBrightness(uint64_t handle, int8_t* out);
-/// Sets the brightness of analog video, -15 to 63.
+/// Sets the brightness of analog video, -128 to 127.
 int zvtSetVideoBrightness(uint64_t handle, int8_t value);
 /// The contrast of analog video, -128 to 127.
 int zvtGetVideoContrast(uint64_t handle, int8_t* out);
@@ -878,7 +878,7 @@ int zvtSetVideoAGCROI(uint64_t handle, uint16_t x, uint16_t y, uint16_t width, u
 int zvtGetVideoAGCROIShowWhenEnabled(uint64_t handle, bool* out);
 
 // ---- Video overlay --------------------------------------------------------------------------------------------------
-// Colours are indices into the overlay's palette, 0 to 255; index 0 is transparent for the text and its background.
+// Colours are indices into the overlay's palette, 0 to 255. Index 0 is transparent: nothing is drawn.
 
 /// Whether the overlay is shown at all.
 int zvtGetVideoOverlayEnabled(uint64_t handle, bool* out);
@@ -970,9 +970,9 @@ int zvtSetVideoOverlayShowLensTemp(uint64_t handle, bool value);
 int zvtGetVideoOverlayShowFlag(uint64_t handle, bool* out);
 /// Shows or hides the state of the flag.
 int zvtSetVideoOverlayShowFlag(uint64_t handle, bool value);
-/// Whether the overlay shows the palette as a bar.
+/// Whether the overlay shows the name of the palette.
 int zvtGetVideoOverlayShowPalette(uint64_t handle, bool* out);
-/// Shows or hides the palette as a bar.
+/// Shows or hides the name of the palette.
 int zvtSetVideoOverlayShowPalette(uint64_t handle, bool value);
 /// Whether the overlay shows the field of view.
 int zvtGetVideoOverlayShowFOV(uint64_t handle, bool* out);

@@ -1,0 +1,64 @@
+#include "tests/support/CameraRig.h"
+#include "tests/support/SignalLog.h"
+#include "tests/support/Test.h"
+
+#include "plugin/ZvtCameraModel.h"
+#include "status/StatusTabModel.h"
+
+#include <QMetaProperty>
+#include <QThreadPool>
+
+/// What the root refreshes of its models.
+class tst_ZvtCameraModelRefresh : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void refreshReadsTheStatusTab();
+    void refreshStartsInOrder();
+};
+
+void tst_ZvtCameraModelRefresh::refreshReadsTheStatusTab()
+{
+    const CameraRig rig;
+    ZvtCameraModel root(rig.controller(), nullptr);
+    root.refreshAllVisible();
+    CameraRig::settle();
+    QVERIFY(!root.statusTabModel()->frameSize().isEmpty());
+}
+
+// The start of a read is signalled at once. The Status tab has no such flag: on one thread the reads run in the order
+// of their starts, and its first call is the first of all.
+void tst_ZvtCameraModelRefresh::refreshStartsInOrder()
+{
+    CameraRig rig;
+    ZvtCameraModel root(rig.controller(), nullptr);
+    CameraRig::settle(); // The root reads the general setup.
+    SignalLog log;
+    const QMetaObject &meta = ZvtCameraModel::staticMetaObject;
+    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
+        if (auto *const model = meta.property(i).read(&root).value<QObject *>()) {
+            if (model->metaObject()->indexOfProperty("visible") >= 0)
+                model->setProperty("visible", true);
+            log.watch(model, meta.property(i).name() + QStringLiteral("."));
+        }
+    CameraRig::settle();
+    log.take();
+    QThreadPool &pool = *QThreadPool::globalInstance();
+    const auto restore = qScopeGuard([&pool, threads = pool.maxThreadCount()] { pool.setMaxThreadCount(threads); });
+    pool.setMaxThreadCount(1);
+    const size_t mark = rig.gate().mark();
+    root.refreshAllVisible();
+    QStringList started = log.take().filter(QStringLiteral(".refreshingChanged"));
+    started.removeDuplicates();
+    started.replaceInStrings(QStringLiteral(".refreshingChanged"), QString());
+    QCOMPARE(started,
+             QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "setupGeneralModel", "syncSettings",
+                          "videoOutputSettings", "setupFilterWheelSettingsModel", "setupCoolerSettingsModel",
+                          "flagSettings", "agcRoiSettings", "overlaySettings"}));
+    CameraRig::settle();
+    QCOMPARE(rig.callsSince(mark).value(0), "controller.GetWindow");
+}
+
+ZVT_TEST(tst_ZvtCameraModelRefresh)
+#include "tst_ZvtCameraModelRefresh.moc"
