@@ -124,7 +124,7 @@ Status CorrectionStore::write(const std::string &name, const CorrectionInfo &inf
 
 Status CorrectionStore::remove(const std::string &name)
 {
-    if (!exists(name) || (hasFile(name) && !QFile::remove(qtPathOf(name))))
+    if (!exists(name) || (hasFile(name) && !removeFile(name)))
         return Refused;
     forgetFactory(name);
     return Ok;
@@ -253,6 +253,27 @@ void CorrectionStore::forEachFile(const std::function<void(Entry)> &visit) const
                 visit(*std::move(entry));
 }
 
+/// The time of the last change of the folder in nanoseconds since the epoch; 0 if there is no folder. Any thread.
+int64_t CorrectionStore::folderTime() const
+{
+    struct stat status {
+    };
+    return stat(folder().c_str(), &status) == 0 ? nanoseconds(status.st_mtim) : 0;
+}
+
+/// Removes a file. A listing that is valid remains so, since clients ask for the free space after each removal.
+bool CorrectionStore::removeFile(const std::string &name)
+{
+    const std::lock_guard lock(m_listingMutex);
+    const auto entry = fileEntry(name);
+    const bool valid = m_listing && m_listing->folderTime == folderTime();
+    if (!QFile::remove(qtPathOf(name)))
+        return false;
+    if (valid && entry)
+        m_listing = Listing{folderTime(), m_listing->size - entry->size};
+    return true;
+}
+
 /// Returns the size of all files together. Lists them only if the folder has changed since the last time: files are
 /// always replaced by renames, which change the time of the folder. Any thread.
 uint64_t CorrectionStore::sizeOfFiles() const
@@ -260,18 +281,15 @@ uint64_t CorrectionStore::sizeOfFiles() const
     // Two changes within a tick of the system's clock have the same time.
     constexpr int64_t longestTick = 100'000'000;
     const std::lock_guard lock(m_listingMutex);
-    struct stat status {
-    };
-    const bool exists = stat(folder().c_str(), &status) == 0;
-    const int64_t changed = nanoseconds(status.st_mtim);
-    if (exists && m_listing && m_listing->folderTime == changed)
+    const int64_t changed = folderTime();
+    if (m_listing && m_listing->folderTime == changed)
         return m_listing->size;
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
     uint64_t size = 0;
     forEachFile([&size](const Entry &entry) { size += entry.size; });
     m_listing.reset();
-    if (exists && nanoseconds(now) - changed > longestTick)
+    if (changed != 0 && nanoseconds(now) - changed > longestTick)
         m_listing = Listing{changed, size};
     return size;
 }
@@ -330,6 +348,11 @@ Status CorrectionStore::store(const std::string &name, QByteArrayView content)
     // Another correction may have taken the space meanwhile.
     if (!fits() || !file.commit())
         return Refused;
+    {
+        // The folder may have the same time as after a removal just before.
+        const std::lock_guard listing(m_listingMutex);
+        m_listing.reset();
+    }
     forgetFactory(name);
     return Ok;
 }

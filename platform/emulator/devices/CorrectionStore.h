@@ -73,7 +73,7 @@ public:
     Status download(const std::string &name, const QString &localPath, const FileTransfer::Progress &progress) const;
 
     /// The capacity without the sizes of all corrections, in bytes; 0 if they are larger. Lists the files as list()
-    /// does, but only if the folder has changed.
+    /// does, but only if the folder has changed by something else than remove().
     uint64_t freeSpace() const;
     /// The size of a correction of a window, at most that of a uint32_t. Refuses a side of 0 pixels.
     Status guessSize(uint16_t width, uint16_t height, uint32_t &bytes) const;
@@ -97,6 +97,8 @@ private:
     bool isFactory(const std::string &name) const { return hasFactory(name) && !hasFile(name); }
     void forgetFactory(const std::string &name);
     void forEachFile(const std::function<void(Entry)> &visit) const;
+    int64_t folderTime() const;
+    bool removeFile(const std::string &name);
     uint64_t sizeOfFiles() const;
     uint64_t sizeOfFactory() const;
     /// Returns the free space if the correction of this name is replaced, in bytes.
