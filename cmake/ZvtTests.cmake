@@ -1,11 +1,12 @@
 set(ZVT_TEST_FILTER "" CACHE STRING "Build only the test files whose name matches this expression")
 
-# zvt_tests(KIND [LINK ...] [TIMEOUT seconds] [LONG tst_A ...] [DEFINITIONS ...]): adds one program `zvt_KIND_tests`
-# with all test classes of the folder, since one program links faster than many, and one CTest entry `KIND.tst_A` with
-# the label KIND for each file tst_A.cpp. The default of TIMEOUT is 120 seconds. The tests of LONG run a build: they get
-# half an hour and are started first.
+# zvt_tests(KIND [LINK ...] [TIMEOUT seconds] [LONG tst_A ...] [ALONE tst_A ...] [DEFINITIONS ...]): adds one program
+# `zvt_KIND_tests` with all test classes of the folder, since one program links faster than many, and one CTest entry
+# `KIND.tst_A` with the label KIND for each file tst_A.cpp. The default of TIMEOUT is 120 seconds. The tests of LONG run a
+# build: they get half an hour and are started first. No other test runs beside those of ALONE: they measure processor
+# time, of which the same work takes more while the other core is busy.
 function(zvt_tests kind)
-    cmake_parse_arguments(ARG "" "TIMEOUT" "LINK;LONG;DEFINITIONS" ${ARGN})
+    cmake_parse_arguments(ARG "" "TIMEOUT" "LINK;LONG;ALONE;DEFINITIONS" ${ARGN})
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
@@ -31,6 +32,11 @@ function(zvt_tests kind)
         add_test(NAME ${kind}.${name} COMMAND ${program} ${name})
         set_tests_properties(${kind}.${name} PROPERTIES LABELS ${kind} TIMEOUT ${ARG_TIMEOUT}
             ENVIRONMENT "ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;GCOV_ERROR_FILE=/dev/null")
+    endforeach()
+    foreach(name IN LISTS ARG_ALONE)
+        if(TEST ${kind}.${name})
+            set_tests_properties(${kind}.${name} PROPERTIES RUN_SERIAL ON)
+        endif()
     endforeach()
     foreach(name IN LISTS ARG_LONG)
         if(TEST ${kind}.${name})

@@ -1,7 +1,6 @@
 #include "tests/support/PageDriver.h"
 #include "tests/support/Test.h"
 
-#include <QDir>
 #include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -259,16 +258,12 @@ void tst_NucInfoDialog::itFitsItsWindow_data()
     QTest::newRow("info of a large window") << QSize(1000, 1000) << QSizeF(600, 800);
 }
 
-// With ZVT_SCREENSHOTS=FOLDER the dialog is also written to a file, to be looked at.
 void tst_NucInfoDialog::itFitsItsWindow()
 {
     QFETCH(const QSize, window);
     NucInfo info(window);
     info.open();
-    const QString folder = qEnvironmentVariable("ZVT_SCREENSHOTS");
-    if (!folder.isEmpty())
-        info.grab().save(
-            QDir(folder).filePath(QString::fromLatin1(QTest::currentDataTag()).replace(' ', '_') + ".png"));
+    info.saveScreenshot();
     const QQuickItem *dialog = info.find("Done");
     while (!dialog->inherits("QQuickPopupItem"))
         dialog = dialog->parentItem();

@@ -1,8 +1,6 @@
 #include "tests/page/NucWizard.h"
 #include "tests/support/Test.h"
 
-#include <QDir>
-
 namespace
 {
 
@@ -296,7 +294,6 @@ void tst_NucNewDialogRun::everythingFits_data()
     QTest::newRow("window") << 1 << QSize(900, 720);
 }
 
-// With ZVT_SCREENSHOTS=FOLDER the pages are also written to files, to be looked at.
 void tst_NucNewDialogRun::everythingFits()
 {
     QFETCH(const int, source);
@@ -304,12 +301,7 @@ void tst_NucNewDialogRun::everythingFits()
     NucWizard wizard({.source = source, .size = size});
     int number = 0;
     const auto check = [&] {
-        const QString folder = qEnvironmentVariable("ZVT_SCREENSHOTS");
-        if (!folder.isEmpty())
-            wizard.grab().save(
-                QDir(folder).filePath(QStringLiteral("%1-%2.png")
-                                          .arg(QString::fromLatin1(QTest::currentDataTag()).replace(' ', '_'))
-                                          .arg(++number)));
+        wizard.saveScreenshot(QString::number(++number));
         const QQuickItem *dialog = &wizard.item("Previous");
         while (!dialog->inherits("QQuickPopupItem"))
             dialog = dialog->parentItem();

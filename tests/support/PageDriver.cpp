@@ -1,6 +1,7 @@
 #include "tests/support/PageDriver.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QLibrary>
 #include <QQmlComponent>
 #include <QQmlContext>
@@ -251,4 +252,19 @@ void PageDriver::awaitFrame()
     QSignalSpy frames(&m_window, &QQuickWindow::frameSwapped);
     m_window.update();
     frames.wait();
+}
+
+void PageDriver::saveScreenshot(const QString &suffix, const QSize &size)
+{
+    const QString folder = qEnvironmentVariable("ZVT_SCREENSHOTS");
+    if (folder.isEmpty())
+        return;
+    QStringList words{QTest::testObject()->metaObject()->className(), QTest::currentTestFunction()};
+    for (const QString &word : {QString::fromLatin1(QTest::currentDataTag()), suffix})
+        if (!word.isEmpty())
+            words << word;
+    const QImage image = grab();
+    const QString file = QDir(folder).filePath(words.join(u'-').replace(u' ', u'_') + ".png");
+    if (!image.copy({{}, size.isEmpty() ? image.size() : size}).save(file))
+        throw std::runtime_error("cannot write " + file.toStdString());
 }

@@ -96,6 +96,9 @@ public:
     /// Waits for the next frame, with which layouts are done. Tasks may still run.
     void awaitFrame();
     QImage grab() { return m_window.grabWindow(); }
+    /// With the environment variable ZVT_SCREENSHOTS=FOLDER, writes the page, or the upper left part of this size, to a
+    /// file in it, to be looked at. The file is named after the present test and its row, and `suffix`.
+    void saveScreenshot(const QString &suffix = {}, const QSize &size = {});
 
     /// Deletes the camera model before the page, as a host may do.
     void deleteModel() { m_model.reset(); }
