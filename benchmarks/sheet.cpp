@@ -1,9 +1,9 @@
 // zvtsheet FILE: writes a picture with a frame of each pattern (columns) for each built-in profile (rows). Each frame
 // is grey between the counts below which 1 % and 99 % of its pixels are.
+#include "benchmarks/writeSheet.h"
 #include "platform/emulator/control.h"
 #include "zvt/zvtsdk.h"
 
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QTemporaryDir>
@@ -136,19 +136,5 @@ QImage sheetOf(const std::vector<Row> &rows)
 
 int main(int argc, char *argv[])
 {
-    const QTemporaryDir home;
-    qputenv("XDG_RUNTIME_DIR", home.path().toUtf8());
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: zvtsheet FILE\n");
-        return 2;
-    }
-    const QString file = QString::fromLocal8Bit(argv[1]);
-    if (!sheetOf(rows()).save(file)) {
-        std::fprintf(stderr, "zvtsheet: %s cannot be written\n", argv[1]);
-        return 1;
-    }
-    std::printf("%s\n", argv[1]);
-    return 0;
+    return writeSheet(argc, argv, "zvtsheet", [] { return sheetOf(rows()); });
 }

@@ -1,15 +1,14 @@
 // zvtvideosheet FILE: writes a picture with what the video output of the emulated camera `everything` shows with
 // different settings.
+#include "benchmarks/writeSheet.h"
 #include "platform/emulator/control.h"
 #include "platform/emulator/devices/VideoOutput.h"
 #include "zvt/zvtsdk.h"
 
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QTemporaryDir>
 
-#include <cstdio>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -127,20 +126,4 @@ QImage sheet()
 
 } // namespace
 
-int main(int argc, char *argv[])
-{
-    const QTemporaryDir home;
-    qputenv("XDG_RUNTIME_DIR", home.path().toUtf8());
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: zvtvideosheet FILE\n");
-        return 2;
-    }
-    if (!sheet().save(QString::fromLocal8Bit(argv[1]))) {
-        std::fprintf(stderr, "zvtvideosheet: %s cannot be written\n", argv[1]);
-        return 1;
-    }
-    std::printf("%s\n", argv[1]);
-    return 0;
-}
+int main(int argc, char *argv[]) { return writeSheet(argc, argv, "zvtvideosheet", sheet); }
