@@ -36,6 +36,17 @@ Refusal checkUserText(const std::string &text)
 /// As the overlay shows it. Characters that Latin-1 lacks become question marks.
 std::string toLatin1(const QString &text) { return text.toLatin1().toStdString(); }
 
+/// Whether no frames come because a signal from outside is missing.
+bool lacksSignal(const FrameSync &sync, const Trigger &trigger, FrameClock &frames)
+{
+    if (sync.source() != FrameSync::Internal && sync.externalRate() == 0)
+        return true;
+    const bool startsFrames
+        = trigger.mode() == Trigger::TriggeredFreeRun || trigger.mode() == Trigger::TriggeredSequence;
+    return startsFrames && trigger.source() == Trigger::External && sync.triggerRate() == 0
+        && frames.averageRate() == 0;
+}
+
 } // namespace
 
 VideoOverlay::VideoOverlay(Camera &camera, Section &section)
@@ -119,22 +130,13 @@ void VideoOverlay::addCauses()
                             }});
     if (const auto *const run = camera().device<CorrectionRun>())
         m_causes.push_back({"CORRECTION", [run] { return run->running(); }});
-    m_causes.push_back({"NO SYNC", [this] { return lacksSignal(); }});
+    const auto &sync = *camera().device<FrameSync>();
+    const auto &trigger = *camera().device<Trigger>();
+    auto &frames = *camera().device<FrameClock>();
+    m_causes.push_back({"NO SYNC", [&sync, &trigger, &frames] { return lacksSignal(sync, trigger, frames); }});
     const auto *const flag = camera().device<Flag>();
     if (const auto *const cooler = flag ? flag->cooler() : nullptr)
         m_causes.push_back({"FLAG FAULT", [cooler] { return cooler->stuck() && cooler->power(); }});
-}
-
-bool VideoOverlay::lacksSignal() const
-{
-    const FrameSync &sync = *camera().device<FrameSync>();
-    if (sync.source() != FrameSync::Internal && sync.externalRate() == 0)
-        return true;
-    const Trigger &trigger = *camera().device<Trigger>();
-    const bool startsFrames
-        = trigger.mode() == Trigger::TriggeredFreeRun || trigger.mode() == Trigger::TriggeredSequence;
-    return startsFrames && trigger.source() == Trigger::External && sync.triggerRate() == 0
-        && camera().device<FrameClock>()->averageRate() == 0;
 }
 
 void VideoOverlay::catchUp()

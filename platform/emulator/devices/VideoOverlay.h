@@ -103,8 +103,6 @@ private:
 
     static std::array<bool, overlayFields> defaultFields();
     void addCauses();
-    /// Whether no frames come because an input has no signal.
-    bool lacksSignal() const;
     void addBoxes(std::vector<image::OverlayBox> &boxes) const;
 
     const bool m_textColorsAvailable;
