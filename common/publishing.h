@@ -34,6 +34,7 @@ void publishIfChanged(Model *model, const Nullable<Value> &value, Member &member
 {
     if (!value.set() || sameValue<Member>(static_cast<Member>(value.get()), member))
         return;
+    // NOLINTNEXTLINE(bugprone-signed-char-misuse): an int8_t of the SDK is a number, not a character.
     member = static_cast<Member>(value.get());
     emit(model->*changed)();
 }
