@@ -223,7 +223,7 @@ void VideoTabModel::publishFilters(const VideoSettings &settings)
 {
     publishIfChanged(this, settings.showOverlay, m_showOverlay, &Self::showOverlayChanged);
     publishIfChanged(this, settings.useFilterRate, m_useFilterRate, &Self::useFilterRateChanged);
-    // Required: compared as doubles, so that a rate that is no float is signalled each time.
+    // Required: compared as doubles, so that a rate that is not exact as a float is signalled each time.
     if (settings.filterRate.set() && !sameValue<double>(settings.filterRate.get(), m_filterRate))
         announce(this, static_cast<float>(settings.filterRate.get()), m_filterRate, &Self::filterRateChanged);
     publishIfChanged(this, settings.useFilterDampening, m_useFilterDampening, &Self::useFilterDampeningChanged);

@@ -68,7 +68,7 @@ public:
 
     bool useFilterRate() const { return m_useFilterRate; } ///< Whether the filter rate limits changes of the gain.
     void setUseFilterRate(bool use);
-    /// 0 to 20. A rate that is no float, such as 0.1, is signalled after each read.
+    /// 0 to 20. A rate that is not exact as a float, such as 0.1, is signalled after each read.
     float filterRate() const { return m_filterRate; }
     void setFilterRate(float rate);
     bool useFilterDampening() const { return m_useFilterDampening; } ///< Whether changes of the gain are dampened.

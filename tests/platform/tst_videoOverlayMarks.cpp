@@ -80,7 +80,7 @@ void tst_videoOverlayMarks::aClearedMessageNeedsItsCauseAgain()
     QCOMPARE(rig.message(), QString());
     QVERIFY(rig.set("cooler.power", true));
     QCOMPARE(rig.message(), QStringLiteral("COOLING"));
-    // Another setpoint during the same cool-down is no new one, but it is when the detector is cold.
+    // Another setpoint during a cool-down does not begin a new one; with a cold detector it does.
     QCOMPARE(clear(rig), 0);
     QVERIFY(rig.set("cooler.setpoint", 70.0));
     QCOMPARE(rig.message(), QString());

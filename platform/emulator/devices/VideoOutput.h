@@ -59,7 +59,7 @@ public:
 
     // The present picture, by these settings and the capabilities.
 
-    /// The preset: the active one if there is no other, else that of Sensor::videoPreset().
+    /// The active preset in sequencing mode 0, otherwise that of Sensor::videoPreset().
     int preset() const;
     /// Whether the two fields of a frame of the video show different times.
     bool showsFields() const;

@@ -29,7 +29,7 @@ public:
     /// present overlay.
     ///
     /// Any thread, which must not hold the camera's lock: the values of the devices are taken with the lock, pixels are
-    /// computed without it. One thread renders at a time. It is no call to the camera, so the gate does not see it.
+    /// computed without it. One thread renders at a time. The gate does not see it.
     image::Picture render();
 
 private:
