@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "hlxui/IControllerModelFactory.h"
@@ -244,6 +245,15 @@ void PageDriver::settle()
 {
     CameraRig::settle();
     awaitFrame();
+    // A message that fades out still blocks the page.
+    const auto fades = [this] {
+        const QList<QObject *> objects = page()->findChildren<QObject *>();
+        return std::any_of(objects.cbegin(), objects.cend(), [](const QObject *object) {
+            return object->inherits("QQuickPopup") && object->property("visible").toBool()
+                && !object->property("opened").toBool();
+        });
+    };
+    QVERIFY(QTest::qWaitFor([&] { return !fades(); }));
 }
 
 void PageDriver::awaitFrame()

@@ -91,7 +91,7 @@ public:
 
     /// Runs the poll of the Status tab once and waits until its values are shown.
     void poll();
-    /// Waits until no task runs and the next frame is shown.
+    /// Waits until no task runs, the next frame is shown and no dialog fades in or out.
     void settle();
     /// Waits for the next frame, with which layouts are done. Tasks may still run.
     void awaitFrame();
