@@ -1,10 +1,12 @@
 #include "platform/emulator/GatePass.h"
 
+#include "platform/emulator/Clock.h"
 #include "platform/emulator/GateState.h"
 
 #include <QCoreApplication>
 #include <QThread>
 
+#include <algorithm>
 #include <chrono>
 #include <mutex>
 #include <set>
@@ -25,18 +27,16 @@ bool onGuiThread()
     return application && application->thread() == QThread::currentThread();
 }
 
-/// Finds the entry of this name, or that of every name.
-template <class Map> auto findFor(const Map &map, const std::string &name)
-{
-    const auto found = map.find(name);
-    return found != map.end() ? found : map.find(everyName);
-}
+/// Returns whether `pattern` means fewer names than `other`, which means the same name. "a" is closer than "a*".
+bool isCloser(const std::string &pattern, const std::string &other) { return matches(other, pattern); }
 
 } // namespace
 
 GatePass::GatePass(Gate &gate, const char *name, std::string arguments, AnsweredBy answeredBy)
     : m_state(gate.m_state), m_name(name), m_answeredBy(answeredBy), m_start(std::chrono::steady_clock::now())
 {
+    if (m_state->isRequested(Gate::State::Listeners | Gate::State::Answers))
+        m_followed = Followed{{name, arguments, std::this_thread::get_id()}, Clock::now()};
     const std::lock_guard lock(m_state->mutex);
     if (m_state->log.size() == maximumCalls) {
         m_state->log.pop_front();
@@ -49,12 +49,25 @@ GatePass::GatePass(Gate &gate, const char *name, std::string arguments, Answered
 GatePass::~GatePass()
 {
     const auto duration = std::chrono::steady_clock::now() - m_start;
-    const std::lock_guard lock(m_state->mutex);
-    if (m_number < m_state->droppedCalls)
+    {
+        const std::lock_guard lock(m_state->mutex);
+        if (m_number >= m_state->droppedCalls) {
+            Call &call = m_state->log[m_number - m_state->droppedCalls];
+            call.status = m_status;
+            call.duration = duration;
+        }
+    }
+    if (!m_followed || !m_state->isRequested(Gate::State::Listeners))
         return;
-    Call &call = m_state->log[m_number - m_state->droppedCalls];
-    call.status = m_status;
-    call.duration = duration;
+    CallEvent event{std::move(m_followed->call), m_followed->time, m_number, std::move(m_followed->results)};
+    event.call.status = m_status;
+    event.call.duration = duration;
+    const std::lock_guard lock(m_state->listenerMutex);
+    // A copy, since a listener may remove itself.
+    const auto listeners = m_state->listeners;
+    for (const auto &[number, listener] : listeners)
+        if (m_state->listeners.contains(number))
+            listener.call(event);
 }
 
 void GatePass::wait()
@@ -72,9 +85,7 @@ void GatePass::wait()
         std::chrono::milliseconds delay{0};
         {
             const std::lock_guard lock(m_state->mutex);
-            for (const auto &[name, milliseconds] : m_state->delays)
-                if (name == m_name || (name == everyName && m_answeredBy == AnsweredBy::Camera))
-                    delay += std::chrono::milliseconds(milliseconds);
+            delay = m_state->delays.draw(m_name, m_answeredBy);
         }
         std::this_thread::sleep_for(delay);
     }
@@ -88,7 +99,8 @@ bool GatePass::fails()
     const bool counted = m_state->countDown(m_name);
     const bool drawn = m_answeredBy == AnsweredBy::Camera && m_state->drawFailure(m_name);
     m_state->updateRequested();
-    return counted || drawn || findFor(m_state->failing, m_name) != m_state->failing.end();
+    return counted || drawn
+        || std::ranges::any_of(m_state->failing, [this](const std::string &name) { return matches(name, m_name); });
 }
 
 QVariant GatePass::script() const
@@ -96,8 +108,30 @@ QVariant GatePass::script() const
     if (!m_state->isRequested(Gate::State::Scripts))
         return {};
     const std::lock_guard lock(m_state->mutex);
-    const auto found = findFor(m_state->scripts, m_name);
-    return found != m_state->scripts.end() ? found->second : QVariant();
+    const std::pair<const std::string, QVariant> *longest = nullptr;
+    for (const auto &entry : m_state->scripts)
+        if (matches(entry.first, m_name) && (!longest || isCloser(entry.first, longest->first)))
+            longest = &entry;
+    return longest ? longest->second : QVariant();
+}
+
+std::optional<Answer> GatePass::answerOfGate() const
+{
+    if (m_answeredBy != AnsweredBy::Camera || !m_state->isRequested(Gate::State::Answers))
+        return {};
+    Answers answers;
+    {
+        const std::lock_guard lock(m_state->mutex);
+        answers = m_state->answers;
+    }
+    return answers ? answers(m_followed->call) : std::nullopt;
+}
+
+bool GatePass::wantsResults() const { return m_followed && m_state->isRequested(Gate::State::Results); }
+
+void GatePass::warn(const Answer &given, const QString &why) const
+{
+    qWarning("%s: %s: %s; the camera answers instead", qUtf8Printable(given.source), m_name, qUtf8Printable(why));
 }
 
 bool GatePass::fillsBuffers() const { return m_state->isRequested(Gate::State::Fills); }

@@ -1,12 +1,16 @@
 #pragma once
 
 #include "platform/emulator/Gate.h"
-#include "platform/emulator/arguments.h"
+#include "platform/emulator/callResults.h"
+#include "platform/emulator/scriptValues.h"
 
+#include <QJsonValue>
 #include <QVariant>
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace emulator
@@ -35,28 +39,61 @@ public:
     /// Ends the call with this status, and returns the status.
     int end(int status);
 
-    /// Ends the call with the status that `answer` returns, unless a test requested a failure or a script. Refused if
-    /// an argument is not usable(). `resultIsScripted`: the script of a call without outputs is its result.
-    template <class Answer, class... Args> int answer(bool resultIsScripted, Answer answer, Args &...arguments)
+    /// Ends the call with the status that `answer` returns, unless a test requested a failure or a script, or
+    /// Gate::answerFrom() answers. Refused if an argument is not usable(). `resultIsScripted`: the script of a call
+    /// without outputs is its result.
+    template <class Body, class... Args> int answer(bool resultIsScripted, Body answer, Args &...arguments)
     {
+        if constexpr ((isOutput<Args> || ...))
+            if (wantsResults())
+                m_followed->results = QJsonValue::Null;
         if (fails())
             return end(Injected);
         if (!(usable(arguments) && ...))
             return end(Refused);
         int status = Ok;
         if (const QVariant scripted = script(); scripted.isValid()) {
-            if (resultIsScripted && !(isScriptable<Args> || ...))
+            if (resultIsScripted && !(isOutput<Args> || ...))
                 status = scripted.toBool() ? Ok : Refused;
             writeScript(scripted, arguments...);
+        } else if (const std::optional<Answer> given = m_followed ? answerOfGate() : std::nullopt) {
+            status = take(*given, answer, arguments...);
         } else {
             status = answer();
         }
-        if (status == Ok)
+        if (status == Ok) {
+            if constexpr ((isOutput<Args> || ...))
+                if (wantsResults())
+                    m_followed->results = describeResults(arguments...);
             (copyText(arguments), ...);
+        }
         return end(status);
     }
 
 private:
+    /// The answer of Gate::answerFrom(), if it has one. Only for a call with `m_followed`.
+    std::optional<Answer> answerOfGate() const;
+    /// Whether a listener wants the outputs of this call.
+    bool wantsResults() const;
+    void warn(const Answer &given, const QString &why) const;
+
+    /// Ends the call with an answer of Gate::answerFrom(). The camera answers if the outputs cannot take the results.
+    template <class Body, class... Args> int take(const Answer &given, Body &answer, Args &...arguments)
+    {
+        if (given.status != Ok)
+            return given.status;
+        if constexpr ((isOutput<Args> || ...)) {
+            const QString why = writeResults(given.results, arguments...);
+            if (why.isEmpty())
+                return Ok;
+            warn(given, why);
+            return answer();
+        } else {
+            // The connection may have ended during a slow command.
+            return answer() == NotConnected ? NotConnected : Ok;
+        }
+    }
+
     template <class T> void copyText(const T &argument)
     {
         if constexpr (isTextOutput<T>)
@@ -72,6 +109,14 @@ private:
     const std::chrono::steady_clock::time_point m_start;
     size_t m_number;
     int m_status = Pending;
+
+    /// What listeners and Gate::answerFrom() get. Empty if there were none when the call started.
+    struct Followed {
+        Call call;
+        int64_t time;
+        QJsonValue results = QJsonValue::Undefined;
+    };
+    std::optional<Followed> m_followed;
 };
 
 } // namespace emulator

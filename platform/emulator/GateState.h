@@ -5,9 +5,11 @@
 #include <QVariant>
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <random>
@@ -21,11 +23,61 @@ namespace emulator
 /// The name that means every call.
 inline const std::string everyName = "*";
 
-/// The data of a gate, shared with the calls that pass it. Only for Gate.cpp and GatePass.cpp.
+/// Returns whether `name` is one of those that `pattern` means: the same name, or one with the beginning before its
+/// "*". `name` may be a pattern too: then the result is whether `pattern` means all names that `name` means.
+inline bool matches(const std::string &pattern, const std::string &name)
+{
+    if (!pattern.ends_with('*'))
+        return name == pattern;
+    return name.compare(0, pattern.size() - 1, pattern, 0, pattern.size() - 1) == 0;
+}
+
+/// The requests for delays. Each name of a call has its own sequence of random numbers, the same one in every run.
+class GateDelays
+{
+public:
+    struct Delay {
+        int milliseconds;
+        int jitter; ///< The delay is longer by 0 to so many milliseconds.
+    };
+
+    /// In place of the former delay of this name, which two zeros end.
+    void set(const std::string &name, Delay delay);
+    void clear() { m_delays.clear(); }
+    const std::map<std::string, Delay> &all() const { return m_delays; }
+    /// Returns how long the next call of this name is delayed.
+    std::chrono::milliseconds draw(const std::string &name, AnsweredBy answeredBy);
+
+private:
+    std::map<std::string, Delay> m_delays;
+    std::map<std::string, std::mt19937> m_generators;
+};
+
+/// The data of a gate, shared with the calls that pass it. Only for Gate.cpp, GatePass.cpp and GateState.cpp.
 struct Gate::State {
-    /// The requests of tests, as bits of `requested`. A call without a request of a kind does not lock the mutex for
-    /// it.
-    enum Request : unsigned { Holds = 1, Delays = 2, Failures = 4, Scripts = 8, Fills = 16 };
+    /// The requests of tests and what follows the calls, as bits of `requested`. A call without a request of a kind
+    /// does not lock the mutex for it.
+    enum Request : unsigned {
+        Holds = 1,
+        Delays = 2,
+        Failures = 4,
+        Scripts = 8,
+        Fills = 16,
+        Listeners = 32,
+        Results = 64,
+        Answers = 128
+    };
+
+    /// A hold() (`holds` is true) or a release().
+    struct HoldRule {
+        std::string name;
+        bool holds;
+    };
+
+    struct Listener {
+        std::function<void(const CallEvent &)> call;
+        bool withResults;
+    };
 
     struct Countdown {
         std::string name;
@@ -46,12 +98,10 @@ struct Gate::State {
     std::deque<Call> log;
     size_t droppedCalls = 0; ///< Calls that were dropped from the front of the log.
 
-    std::set<std::string> held;
-    bool everythingHeld = false;
-    std::set<std::string> letThrough; ///< Names that were released while every call is held.
+    std::vector<HoldRule> holdRules; ///< The oldest first. The newest one that matches a call decides.
     std::vector<Waiter *> waiters;
 
-    std::map<std::string, int> delays;
+    GateDelays delays;
 
     std::vector<Countdown> countdowns;
     std::set<std::string> failing;
@@ -62,54 +112,30 @@ struct Gate::State {
     std::map<std::string, QVariant> scripts;
     bool filling = false;
 
-    bool isRequested(Request request) const { return requested & request; }
+    emulator::Answers answers;
+
+    /// Held while listeners run. Locked before the mutex.
+    std::recursive_mutex listenerMutex;
+    std::map<int, Listener> listeners;
+    int lastListener = 0;
+
+    bool isRequested(unsigned requests) const { return requested & requests; }
 
     // Call these functions with the mutex locked.
 
-    void updateRequested()
-    {
-        const bool failures = !countdowns.empty() || !failing.empty() || failProbability > 0;
-        requested = (held.empty() && !everythingHeld ? 0u : Holds) | (delays.empty() ? 0u : Delays)
-            | (failures ? Failures : 0u) | (scripts.empty() ? 0u : Scripts) | (filling ? Fills : 0u);
-    }
+    void updateRequested();
 
-    bool isHeld(const std::string &name) const
-    {
-        return held.contains(name) || (everythingHeld && !letThrough.contains(name));
-    }
-
-    void releaseWaiters(const std::string &name)
-    {
-        std::erase_if(waiters, [&](Waiter *waiter) {
-            waiter->released = name == everyName || waiter->name == name;
-            return waiter->released;
-        });
-        changed.notify_all();
-    }
+    bool isHeld(const std::string &name) const;
+    /// Adds a rule in place of those that it makes void.
+    void addHoldRule(const HoldRule &added);
+    void releaseWaiters(const std::string &name);
+    /// Returns how many calls of this name are held.
+    int countHeld(const std::string &name) const;
 
     /// Counts a call of this name. Returns whether it is one that failNext() requested.
-    bool countDown(const std::string &name)
-    {
-        for (Countdown &countdown : countdowns)
-            if (countdown.name == name || countdown.name == everyName)
-                --countdown.remaining;
-        return std::erase_if(countdowns, [](const Countdown &countdown) { return countdown.remaining <= 0; }) > 0;
-    }
-
+    bool countDown(const std::string &name);
     /// Returns whether the next call of this name fails by chance; see Gate::failRandomly().
-    bool drawFailure(const std::string &name)
-    {
-        if (failProbability <= 0)
-            return false;
-        auto generator = generators.find(name);
-        if (generator == generators.end()) {
-            std::vector<uint32_t> seeds(name.begin(), name.end());
-            seeds.push_back(failSeed);
-            std::seed_seq sequence(seeds.begin(), seeds.end());
-            generator = generators.emplace(name, sequence).first;
-        }
-        return generator->second() / 4294967296.0 < failProbability;
-    }
+    bool drawFailure(const std::string &name);
 };
 
 } // namespace emulator

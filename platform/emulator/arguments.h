@@ -1,12 +1,12 @@
 #pragma once
 
 #include "hlx/CString.h"
+#include "hlx/TArray.h"
 #include "hlx/delegate.h"
 #include "platform/emulator/textArguments.h"
 
-#include <QVariant>
-
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <type_traits>
@@ -24,6 +24,13 @@ template <class Signature> struct IsDelegate<hlx::delegate<Signature>> : std::tr
 template <class T> constexpr bool isTextOutput = std::is_same_v<T, Text>;
 template <class T> constexpr bool isTextField = std::is_same_v<T, TextField>;
 
+/// A block of bytes that a function writes, such as a table of colors.
+struct Block {
+    void *data;
+    size_t size;
+};
+template <class T> constexpr bool isBlock = std::is_same_v<T, Block>;
+
 /// Whether a function may write to a T through a pointer. A pointer to a delegate is an input, which may be null.
 template <class T> constexpr bool isWritable = !(IsDelegate<T>::value || std::is_const_v<T>);
 
@@ -31,20 +38,29 @@ template <class T> constexpr bool isPointerOutput = isWritable<std::remove_point
 
 template <class T> constexpr bool isScalar = std::is_arithmetic_v<T> || std::is_enum_v<T>;
 
+/// Whether this argument is an output. A TextField is a part of another output.
+template <class T> constexpr bool isOutput = isTextOutput<T> || isBlock<T> || isPointerOutput<T>;
+
 /// A plain structure, such as the description of a correction.
 template <class T> constexpr bool isRecord = std::is_class_v<T> &&std::is_trivially_copyable_v<T>;
 
-/// Whether a script can set the value of this output.
-template <class T>
-constexpr bool isScriptable
-    = isTextOutput<
-          T> || (isPointerOutput<T> && (isScalar<std::remove_pointer_t<T>> || isRecord<std::remove_pointer_t<T>>));
+template <class T> struct IsList : std::false_type {
+};
+template <class Item> struct IsList<hlx::TArray<Item>> : std::true_type {
+    using Value = Item;
+};
+template <class T> constexpr bool isList = IsList<T>::value;
+
+/// Whether a script can set the value of this output: all but blocks.
+template <class T> constexpr bool isScriptable = isTextOutput<T> || isPointerOutput<T>;
 
 /// Returns whether a call can be made with this argument: outputs and texts must not be null.
 template <class T> bool usable(const T &argument)
 {
     if constexpr (isTextOutput<T> || isTextField<T>)
         return argument.usable();
+    else if constexpr (isBlock<T>)
+        return argument.data != nullptr;
     else if constexpr (isPointerOutput<T> || std::is_same_v<T, const char *>)
         return argument != nullptr;
     else
@@ -78,7 +94,7 @@ template <class T> void appendInput(std::string &list, const T &argument)
 /// Appends an argument to the inputs in the call log. Does nothing for an output.
 template <class T> void appendArgument(std::string &list, const T &argument)
 {
-    if constexpr (!isTextOutput<T> && !isTextField<T> && !isPointerOutput<T>) {
+    if constexpr (!isOutput<T> && !isTextField<T>) {
         if (!list.empty())
             list += ", ";
         appendInput(list, argument);
@@ -91,36 +107,6 @@ template <class... Args> std::string describe(const Args &...arguments)
     std::string list;
     (appendArgument(list, arguments), ...);
     return list;
-}
-
-/// Moves the first scripted value into the argument, if the argument is an output and a value is left.
-template <class T> void takeScripted(QVariantList &values, T &argument)
-{
-    if constexpr (isScriptable<T>) {
-        if (values.isEmpty())
-            return;
-        const QVariant scripted = values.takeFirst();
-        using Value = std::remove_pointer_t<T>;
-        if constexpr (isTextOutput<T>)
-            argument.value = scripted.toString().toStdString();
-        else if constexpr (isRecord<Value>)
-            *argument = scripted.value<Value>();
-        else if constexpr (std::is_same_v<Value, bool>)
-            *argument = scripted.toBool();
-        else if constexpr (std::is_floating_point_v<Value>)
-            *argument = static_cast<Value>(scripted.toDouble());
-        else if constexpr (std::is_same_v<Value, uint64_t>)
-            *argument = scripted.toULongLong();
-        else
-            *argument = static_cast<Value>(scripted.toLongLong());
-    }
-}
-
-/// Writes the values of a script to the outputs of a call, in their order. Outputs without a value do not change.
-template <class... Args> void writeScript(const QVariant &script, Args &...arguments)
-{
-    QVariantList values = script.typeId() == QMetaType::QVariantList ? script.toList() : QVariantList{script};
-    (takeScripted(values, arguments), ...);
 }
 
 } // namespace emulator

@@ -214,7 +214,10 @@ bool EmulatedController::GetPresetSequence(void *buffer, int count)
             entries[preset] = {static_cast<uint32_t>(preset), s.repeats(preset)};
         return emulator::Ok;
     };
-    return controllerOnDevice<Sensor>(camera(), "controller.GetPresetSequence", body, buffer, count);
+    const size_t size
+        = static_cast<size_t>(std::clamp(count, 0, emulator::maximumPresets)) * sizeof(SPresetSequenceEntry);
+    return controllerOnDevice<Sensor>(camera(), "controller.GetPresetSequence", body, emulator::Block{buffer, size},
+                                      count);
 }
 
 void EmulatedController::GetSubframeEnabled(int preset, bool *enabled)

@@ -25,7 +25,7 @@ int zvtGetVideoOverlayPalette(uint64_t handle, uint8_t *rgb768)
             for (const uint8_t value : {color.red, color.green, color.blue})
                 *component++ = value;
     };
-    return onDevice<VideoOverlay>(__func__, handle, body, rgb768);
+    return onDevice<VideoOverlay>(__func__, handle, body, Block{rgb768, 3 * image::overlayPalette().size()});
 }
 
 int zvtGetVideoOverlayTextColor(uint64_t handle, uint8_t *color)

@@ -1,12 +1,7 @@
-#include "tests/support/CameraRig.h"
+#include "tests/faults/randomActions.h"
 #include "tests/support/Test.h"
 #include "tests/support/modelProperties.h"
 
-#include "plugin/ZvtCameraModel.h"
-
-#include <QTimer>
-
-#include <memory>
 #include <vector>
 
 /// Random actions on all models, on a camera that fails at random, disconnects, changes its make-up and has another
@@ -68,91 +63,6 @@ const std::vector<OwnState> ownStates{
     {{"videoTabModel.selectedTemporalFilterIndex", "videoTabModel.temporalFilterThreshold"},
      "without the capability the filter is not read",
      "hasTemporalFilter"}};
-
-/// A root with the models that were made with it.
-struct Models {
-    explicit Models(CameraRig &rig)
-        : root(std::make_unique<ZvtCameraModel>(rig.controller(), nullptr)), byPath(modelsOf(root.get()))
-    {
-    }
-
-    std::unique_ptr<ZvtCameraModel> root;
-    QMap<QString, QObject *> byPath;
-};
-
-void refresh(QObject *model)
-{
-    if (model->metaObject()->indexOfMethod("refresh()") >= 0)
-        QMetaObject::invokeMethod(model, "refresh");
-}
-
-/// Lets a random timer of the models elapse at once, if it runs.
-void elapseAnyTimer(const Models &models, QRandomGenerator &random)
-{
-    const auto timers = models.root->findChildren<QTimer *>();
-    QTimer *timer = timers.at(random.bounded(timers.size()));
-    if (timer->isActive())
-        QMetaObject::invokeMethod(timer, "timeout");
-}
-
-void doSomething(Models &models, const Models &otherClient, CameraRig &rig, QRandomGenerator &random)
-{
-    switch (random.bounded(24)) {
-    case 0:
-        rig.camera().disconnect();
-        break;
-    case 1:
-    case 2:
-        rig.camera().connect();
-        break;
-    case 3:
-        models.root->refreshAllVisible();
-        break;
-    case 4:
-    case 5:
-        refresh(models.byPath.values().at(random.bounded(models.byPath.size())));
-        break;
-    case 6:
-        emulator::Clock::advance(random.bounded(60'000));
-        break;
-    case 7:
-        elapseAnyTimer(models, random);
-        break;
-    case 8:
-    case 9:
-        // Not processEvents(), with which timers would elapse in real time.
-        QCoreApplication::sendPostedEvents();
-        break;
-    case 10:
-        rig.camera().changeMakeUp(QStringLiteral("hasSsd"), random.bounded(2) == 1);
-        break;
-    case 11:
-        if (random.bounded(25) == 0)
-            models = Models(rig);
-        break;
-    case 12:
-    case 13:
-    case 14:
-    case 15:
-        writeRandomProperty(otherClient.byPath.values(), random);
-        break;
-    default:
-        writeRandomProperty(models.byPath.values(), random);
-    }
-}
-
-/// Shows every page again and reads every model.
-void readEverything(const Models &models)
-{
-    for (QObject *model : models.byPath) {
-        if (model->metaObject()->indexOfProperty("visible") >= 0) {
-            model->setProperty("visible", false);
-            model->setProperty("visible", true);
-        }
-        refresh(model);
-    }
-    CameraRig::settle();
-}
 
 /// The paths of the values that differ, without those that `fresh` does not read from its camera. A model that is the
 /// value of a property is compared by itself.

@@ -3,8 +3,10 @@
 #include "platform/hlxcamzvt/makeController.h"
 #include "tests/support/Test.h"
 
+#include <QJsonValue>
 #include <QTemporaryDir>
 
+#include <array>
 #include <functional>
 
 using emulator::Camera;
@@ -296,6 +298,7 @@ private slots:
     void withoutACameraNothingWorks_data() { addOperations(); }
     void withoutACameraNothingWorks();
     void nullOutputsAreRefused();
+    void aPresetSequenceHasOnlyThePresetsOfTheCamera();
     void answersCanBeScripted();
     void theStreamStopsAndStarts();
     void aCameraMayHaveNoStream();
@@ -422,6 +425,18 @@ void tst_Controller::nullOutputsAreRefused()
     QCOMPARE(entry.preset, 77U);
     QVERIFY(m_controller->GetPresetSequence(&entry, 1));
     QCOMPARE(entry.preset, 0U);
+}
+
+void tst_Controller::aPresetSequenceHasOnlyThePresetsOfTheCamera()
+{
+    QJsonValue results;
+    m_camera->gate().onCall([&](const emulator::CallEvent &event) { results = event.results; }, true);
+    std::array<hlx::cam::IZVTController::SPresetSequenceEntry, emulator::maximumPresets + 1> entries{};
+    entries.back().preset = 77;
+    QVERIFY(m_controller->GetPresetSequence(entries.data(), int(entries.size())));
+    QCOMPARE(entries.back().preset, 77U);
+    const auto described = QByteArray::fromBase64(results[0]["base64"].toString().toLatin1());
+    QCOMPARE(size_t(described.size()), sizeof entries - sizeof entries[0]);
 }
 
 void tst_Controller::answersCanBeScripted()

@@ -4,6 +4,7 @@
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/dispatch.h"
 #include "tests/support/Test.h"
+#include "zvt/zvttypes.h"
 
 #include <QTemporaryDir>
 
@@ -191,13 +192,36 @@ private slots:
         char buffer[16];
         bool flag = false;
         double untouched = 1.5;
-        m_camera->gate().script("test", QVariantList{14, QStringLiteral("Starting"), true});
+        m_camera->gate().script("test", QVariantList{14, QVariantList{7, 8}, QStringLiteral("Starting"), true});
         QCOMPARE(call(3, &status, &list, Text(buffer, sizeof buffer), "input", &flag, &untouched), int(Ok));
         QCOMPARE(status, uint16_t(14));
+        QCOMPARE(list.size(), size_t(2));
+        QCOMPARE(list[1], 8);
         QCOMPARE(buffer, "Starting");
         QVERIFY(flag);
         QCOMPARE(untouched, 1.5);
         QCOMPARE(arguments(), std::string("3, \"input\""));
+    }
+
+    void scriptsReplaceLists()
+    {
+        hlx::TArray<hlx::CString> names{"old"};
+        m_camera->gate().script("test", QVariantList{QVariantList{QStringLiteral("größer"), QString()}});
+        QCOMPARE(call(&names), int(Ok));
+        QCOMPARE(names.size(), size_t(2));
+        QCOMPARE(names[0].c_str(), "größer");
+        QVERIFY(names[1].empty());
+        zvtSDirEntry entry;
+        entry.name = "a.bin";
+        entry.size = 12;
+        hlx::TArray<zvtSDirEntry> files;
+        m_camera->gate().script("test", QVariantList{QVariantList{QVariant::fromValue(entry)}});
+        QCOMPARE(call(&files), int(Ok));
+        QCOMPARE(files.size(), size_t(1));
+        QCOMPARE(files[0].size, 12u);
+        m_camera->gate().script("test", QVariantList{QVariantList{}});
+        QCOMPARE(call(&files), int(Ok));
+        QVERIFY(files.empty());
     }
 
     void aScriptAsksNoDevice()

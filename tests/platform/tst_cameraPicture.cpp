@@ -25,6 +25,7 @@ private slots:
     void aWindowShowsItsPixels();
     void everyPatternShowsItsBlackbodies();
     void otherPatternsAreTheLiveScene();
+    void targetsCanBeRemoved();
     void lightFollowsTheBand_data();
     void lightFollowsTheBand();
     void aWarmDetectorIsWhite();
@@ -246,6 +247,25 @@ void tst_cameraPicture::otherPatternsAreTheLiveScene()
     // Its targets move with the clock.
     Clock::advance(1000);
     QVERIFY(largestDifference(rig.newest(), live->counts) > 3000);
+}
+
+void tst_cameraPicture::targetsCanBeRemoved()
+{
+    FrameRig rig;
+    rig.openWith(FrameRig::equalPixels);
+    QVERIFY(rig.focusOn(25));
+    const auto changeInASecond = [&rig] {
+        const Counts before = rig.newest();
+        Clock::advance(1000);
+        return largestDifference(rig.newest(), before);
+    };
+    QVERIFY(changeInASecond() > 3000);
+    QCOMPARE(rig.exposure().scene.hottestCelsius(), 48.0);
+    QVERIFY(rig.set("environment.movingTargets", false));
+    QVERIFY(changeInASecond() < 300); // Noise.
+    QCOMPARE(rig.exposure().scene.hottestCelsius(), 24.0);
+    QVERIFY(rig.set("environment.movingTargets", true));
+    QVERIFY(changeInASecond() > 3000);
 }
 
 void tst_cameraPicture::lightFollowsTheBand_data()

@@ -177,8 +177,12 @@ void tst_imageFrames::noExposureLeavesTheRangeOfCounts()
         window.y = below(all.height - window.height + 1);
         exposure.frameNumber = random();
         exposure.band = static_cast<Light::Band>(below(4));
-        exposure.scene
-            = {Scene::patternOf(below(5)), number(400), number(400), below(2) == 0, static_cast<int64_t>(random())};
+        exposure.scene = {.pattern = Scene::patternOf(below(5)),
+                          .blackbody1 = number(400),
+                          .blackbody2 = number(400),
+                          .hasTargets = below(2) == 0,
+                          .secondSource = below(2) == 0,
+                          .microseconds = static_cast<int64_t>(random())};
         exposure.optics = {.magnification = number(7),
                            .defocus = number(30),
                            .blocked = below(8) == 0,

@@ -34,6 +34,8 @@ private slots:
     void onlyPixelsOfTheRegionCount();
     void aRegionWithoutPixelsChangesNothing_data();
     void aRegionWithoutPixelsChangesNothing();
+    void limitsAreTheEndsOfTheTable_data();
+    void limitsAreTheEndsOfTheTable();
     void levelsAreTheSameForEver_data();
     void levelsAreTheSameForEver();
 };
@@ -371,6 +373,30 @@ void tst_imageGain::aRegionWithoutPixelsChangesNothing()
         agc.update(counts, size, region, settingsOf(method), 1);
         QCOMPARE(Numbers({agc.level(6999), agc.level(7000)}), Numbers({0, 255}));
     }
+}
+
+void tst_imageGain::limitsAreTheEndsOfTheTable_data()
+{
+    QTest::addColumn<int>("low");
+    QTest::addColumn<int>("high");
+    QTest::newRow("ramp") << 1000 << 3000;
+    QTest::newRow("everything") << 0 << 16'383;
+    QTest::newRow("step") << 5000 << 5000;
+}
+
+void tst_imageGain::limitsAreTheEndsOfTheTable()
+{
+    QFETCH(int, low);
+    QFETCH(int, high);
+    QCOMPARE(Agc().limits(), (Agc::Limits{16'383, 16'383}));
+    const Agc agc = fittedTo({0}, manualOf(uint16_t(low), uint16_t(high)));
+    const Agc::Limits limits = agc.limits();
+    QCOMPARE(agc.level(limits.white), uint8_t{255});
+    QVERIFY(limits.white == 0 || agc.level(uint16_t(limits.white - 1)) < 255);
+    QCOMPARE(agc.level(limits.black), uint8_t{0});
+    QVERIFY(agc.level(uint16_t(limits.black + 1)) > 0);
+    QVERIFY(qAbs(limits.white - high) <= (high - low) / 255 + 1);
+    QVERIFY(qAbs(limits.black - low) <= (high - low) / 255 + 1);
 }
 
 void tst_imageGain::levelsAreTheSameForEver_data()

@@ -47,7 +47,8 @@ Environment::Environment(Camera &camera, Section &section)
     };
     addSettings({Setting(
                      u"ambient"_s, [this] { return ambient(); }, set, ChamberProgram::celsiusRange, OtherClient)
-                     .onlyIf([this] { return !m_runsProgram; })});
+                     .onlyIf([this] { return !m_runsProgram; }),
+                 {u"movingTargets"_s, m_hasTargets, OtherClient}});
 }
 
 double Environment::ambient() const
@@ -87,6 +88,7 @@ void Environment::expose(int, image::Exposure &exposure) const
 {
     exposure.readout.caseCelsius = laggedAmbient();
     exposure.optics.lensCelsius = exposure.readout.caseCelsius;
+    exposure.scene.hasTargets = m_hasTargets;
 }
 
 void Environment::start(Course course)

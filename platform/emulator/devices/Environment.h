@@ -13,12 +13,13 @@
 namespace emulator
 {
 
-/// The surroundings of the camera: a room with a constant temperature, or a climate chamber that runs a program. They
-/// exist also while the camera is off. Temperatures are Celsius.
+/// The surroundings of the camera: a room with a constant temperature, or a climate chamber that runs a program, and
+/// the targets before the camera. They exist also while the camera is off. Temperatures are Celsius.
 class Environment : public Device
 {
 public:
-    /// Profile key and setting: "ambient", -60 to 80. The setting cannot be changed while a program runs.
+    /// Profile key: "ambient", -60 to 80. Settings: "ambient", which cannot be changed while a program runs, and
+    /// "movingTargets" (whether the live scene contains its targets).
     Environment(Camera &camera, Section &section);
 
     /// The present temperature.
@@ -39,7 +40,8 @@ public:
     /// the present one and sets ambient() to the value in the profile.
     void run(const ChamberProgram &program);
 
-    /// The parts of a camera without the device Temperatures have the temperature laggedAmbient().
+    /// The parts of a camera without the device Temperatures have the temperature laggedAmbient(). The live scene has
+    /// targets or not.
     void expose(int preset, image::Exposure &exposure) const override;
 
 private:
@@ -51,6 +53,7 @@ private:
     int64_t elapsed(int64_t time) const { return std::max<int64_t>(0, time - m_startTime); }
 
     double m_profileAmbient;
+    bool m_hasTargets = true;
     bool m_runsProgram = false;
     Course m_course; ///< The temperature since m_startTime: at least one point, the first one at 0 ms.
     int64_t m_startTime = 0; ///< A time of Clock.

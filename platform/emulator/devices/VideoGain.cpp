@@ -83,6 +83,11 @@ double VideoGain::step(double seconds) const
     return m_dampeningEnabled ? share * double(m_dampening) : share;
 }
 
+double VideoGain::stepOfFrames(double step, double frames)
+{
+    return step < 1 ? 1 - std::pow(1 - step, std::max(frames, 0.0)) : 1;
+}
+
 void VideoGain::catchUp()
 {
     const auto &window = m_sensor.geometry().window();

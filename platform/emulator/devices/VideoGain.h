@@ -87,6 +87,9 @@ public:
     image::Window effectiveRegion() const { return m_regionEnabled ? region() : picture(); }
     /// The share of the way to the fitting gain, 0 to 1, for a frame of the video that lasts so long.
     double step(double seconds) const;
+    /// The share of the way, 0 to 1, that successive frames of the video go together if each of them goes `step` of the
+    /// rest. `frames` may have a fraction; a negative number counts as 0. With a step of 1 the whole way takes no time.
+    static double stepOfFrames(double step, double frames);
     /// Whether the picture shows hot as black.
     bool blackHot() const { return m_blackHotAvailable && m_blackHotEnabled; }
 

@@ -16,7 +16,6 @@
 #include "platform/emulator/image/output.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -212,10 +211,8 @@ private:
     /// waits while the image stays.
     double gainStep(const Order &order)
     {
-        const auto passed = std::max<int64_t>(order.now - std::exchange(m_gainTime, order.now), 0);
-        const double frames = order.newest ? double(passed) * order.format.rate / 1e3 : 0;
-        // The whole way takes no time.
-        return order.gainStep < 1 ? 1 - std::pow(1 - order.gainStep, frames) : 1;
+        const int64_t passed = order.now - std::exchange(m_gainTime, order.now);
+        return VideoGain::stepOfFrames(order.gainStep, order.newest ? double(passed) * order.format.rate / 1e3 : 0);
     }
 
     image::RasterPlace placeOf(const Order &order) const

@@ -125,4 +125,13 @@ void Agc::apply(std::span<const uint16_t> counts, std::vector<uint8_t> &levels) 
         levels[i] = m_levels[counts[i]];
 }
 
+Agc::Limits Agc::limits() const
+{
+    // More counts never become a darker level.
+    const auto indexOf = [this](auto found) { return static_cast<int>(found - m_levels.begin()); };
+    const int black = indexOf(std::ranges::upper_bound(m_levels, 0)) - 1;
+    const int whiteFrom = indexOf(std::ranges::lower_bound(m_levels, static_cast<uint8_t>(white)));
+    return {static_cast<uint16_t>(std::max(black, 0)), static_cast<uint16_t>(std::min(whiteFrom, int(maximumCount)))};
+}
+
 } // namespace emulator::image

@@ -38,6 +38,13 @@ struct AgcSettings {
 class Agc
 {
 public:
+    /// The ends of a table.
+    struct Limits {
+        uint16_t black = 0; ///< The highest count that becomes black, 0 if none does.
+        uint16_t white = maximumCount; ///< The lowest count that becomes white, maximumCount if none does.
+        bool operator==(const Limits &) const = default;
+    };
+
     /// Moves the table towards the one that fits a frame of this size, by a share `step` of the way, 0 to 1. The first
     /// call goes the whole way. `region` is the part of the frame whose histogram counts, by pixels of the frame; what
     /// is outside of the frame is left out. If nothing is left, and if the frame has not the size, only Manual moves
@@ -50,6 +57,9 @@ public:
 
     /// The level of a count, 0 to maximumCount.
     uint8_t level(uint16_t count) const { return m_levels.at(count); }
+
+    /// The ends of the present table.
+    Limits limits() const;
 
 private:
     std::vector<float> m_table; ///< The level of each count with its fraction. Empty before the first update().

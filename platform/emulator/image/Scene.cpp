@@ -97,7 +97,7 @@ std::vector<Scene::Disc> Scene::discs() const
     if (pattern == Round)
         return {{0, 0, 1.0 / 6, blackbody1}};
     std::vector<Disc> discs;
-    if (pattern == Live)
+    if (pattern == Live && hasTargets)
         for (const Target &target : targets)
             discs.push_back({target.x + target.width * swing(microseconds, target.xPeriod),
                              target.y + target.height * swing(microseconds, target.yPeriod), target.radius,
@@ -116,7 +116,7 @@ double Scene::hottestCelsius() const
     case Area:
         return areaCelsius();
     default:
-        return hottestTarget;
+        return hasTargets ? hottestTarget : hottestBackground;
     }
 }
 

@@ -50,6 +50,7 @@ public:
     Pattern pattern = Live;
     double blackbody1 = 20;
     double blackbody2 = 35;
+    bool hasTargets = true; ///< Whether Live contains its targets.
     /// Whether Area shows the second blackbody instead of the first one.
     bool secondSource = false;
     int64_t microseconds = 0;
