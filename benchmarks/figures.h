@@ -25,3 +25,6 @@ void measureLists(Report &report);
 
 /// The cost of frames of the emulated camera.
 void measureVideo(Report &report);
+
+/// The cost of the desk with its live picture.
+void measureDesk(Report &report);

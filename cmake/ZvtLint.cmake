@@ -7,6 +7,6 @@ endif()
 set(qmllint_command ${CMAKE_COMMAND} -D QMLLINT=${QMLLINT_PROGRAM} -D SOURCE_DIR=${PROJECT_SOURCE_DIR}
     -D BINARY_DIR=${PROJECT_BINARY_DIR} -P ${CMAKE_CURRENT_LIST_DIR}/qmllint/run.cmake)
 add_custom_target(zvt_qmllint COMMAND ${qmllint_command} COMMENT "Checking QML files" VERBATIM)
-add_dependencies(zvt_qmllint hlxcamuiZVT)
+add_dependencies(zvt_qmllint hlxcamuiZVT zvtdesk)
 add_test(NAME lint.qmllint COMMAND ${qmllint_command})
 set_tests_properties(lint.qmllint PROPERTIES LABELS lint TIMEOUT 300)

@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 
 #include <initializer_list>
 #include <utility>
@@ -28,11 +29,14 @@ void addOptions(QCommandLineParser &parser)
     option("list-profiles", "Lists the built-in profiles.");
     option("connect", "Connects the first camera at once.");
     option("host", "Shows the page as a host application does; the camera is connected, and F5 refreshes.");
+    option("desk", "Shows the desk beside the page: live picture, faults, surroundings and calls of the camera.");
     option("other-client",
            "Changes the camera by lines \"device.setting value\" on the standard input, as another client would.");
     option("latency", "Each call to the camera takes this much longer.", "MS", QStringLiteral("0"));
     option("fail-rate", "Each call to the camera fails with this probability, from 0 to 1.", "P", QStringLiteral("0"));
     option("seed", "Starts the random numbers of --fail-rate.", "N", QStringLiteral("1"));
+    option("record", "Writes the calls to the first camera into this file.", "FILE");
+    option("replay", "The first camera repeats the answers in a file of --record.", "FILE");
     option("storage", "The folder of the cameras' files (default: the user's application data).", "DIR");
     option("screenshots", "Writes a picture of every tab into this folder, and ends.", "DIR");
     option("self-test", "Connects, walks through every tab, refreshes, disconnects, reconnects, and ends.");
@@ -71,6 +75,17 @@ void readGate(const QCommandLineParser &parser, Options &options)
         refuse(parser, seed, "a whole number from 0");
 }
 
+void readRecordings(const QCommandLineParser &parser, Options &options)
+{
+    options.record = text(parser, QStringLiteral("record"));
+    options.replay = text(parser, QStringLiteral("replay"));
+    if (!options.replay.isEmpty() && parser.isSet(QStringLiteral("profile")))
+        throw BadInput(QStringLiteral("--profile and --replay cannot be combined"));
+    const QString replayed = QFileInfo(options.replay).canonicalFilePath();
+    if (!replayed.isEmpty() && QFileInfo(options.record).canonicalFilePath() == replayed)
+        throw BadInput(QStringLiteral("--record and --replay name the same file"));
+}
+
 Options::Mode readMode(const QCommandLineParser &parser)
 {
     using Mode = Options::Mode;
@@ -91,6 +106,9 @@ Options::Mode readMode(const QCommandLineParser &parser)
         chosen = option;
         mode = candidate;
     }
+    const bool hasWindow = mode != Mode::ListProfiles && mode != Mode::DumpInterface;
+    if (!hasWindow && parser.isSet(QStringLiteral("desk")))
+        throw BadInput(QStringLiteral("--desk and --%1 cannot be combined").arg(chosen));
     return mode;
 }
 
@@ -125,7 +143,9 @@ Options Options::parse(const QStringList &arguments)
     options.screenshots = text(parser, QStringLiteral("screenshots"));
     options.connectAtStart = parser.isSet(QStringLiteral("connect"));
     options.otherClient = parser.isSet(QStringLiteral("other-client"));
+    options.desk = parser.isSet(QStringLiteral("desk"));
     options.asHost = parser.isSet(QStringLiteral("host"));
     readGate(parser, options);
+    readRecordings(parser, options);
     return options;
 }

@@ -56,7 +56,15 @@ void OtherClient::read()
     for (qsizetype end = m_pending.indexOf('\n'); end >= 0; end = m_pending.indexOf('\n')) {
         const QString line = QString::fromUtf8(m_pending.first(end)).trimmed();
         m_pending.remove(0, end + 1);
-        if (const QString fault = line.isEmpty() ? QString() : apply(m_model.camera(), line); !fault.isEmpty())
-            std::fprintf(stderr, "zvtcontroller: %s\n", qPrintable(fault));
+        if (!line.isEmpty())
+            applyLine(line);
     }
+}
+
+void OtherClient::applyLine(const QString &line)
+{
+    if (const QString fault = apply(m_model.camera(), line); !fault.isEmpty())
+        std::fprintf(stderr, "zvtcontroller: %s\n", qPrintable(fault));
+    else
+        emit changed();
 }

@@ -26,8 +26,13 @@ public:
     /// Applies a line to the camera. Returns the reason if it is refused, else an empty text.
     static QString apply(emulator::Camera &camera, const QString &line);
 
+signals:
+    /// A line has changed the camera.
+    void changed();
+
 private:
     void read();
+    void applyLine(const QString &line);
 
     StandaloneModel &m_model;
     QSocketNotifier m_notifier;

@@ -1,8 +1,10 @@
 #include "standalone/SelfTest.h"
 
+#include "standalone/DeskSplit.h"
 #include "standalone/PageUser.h"
 #include "standalone/PageWindow.h"
 #include "standalone/Session.h"
+#include "standalone/TemporarySettings.h"
 #include "standalone/WarningCounter.h"
 
 #include <QQuickItem>
@@ -36,7 +38,10 @@ int SelfTest::run(const Options &options)
     bool passed = false;
     {
         Session session(options);
-        PageWindow window(session, false);
+        TemporarySettings settings;
+        PageWindow window(session, false, options.desk ? settings.get() : nullptr);
+        if (options.desk)
+            window.split()->setShown(true);
         window.show();
         const PageUser user(window, window.page());
         const bool shown = PageUser::waitFor([&window] { return window.isExposed(); });

@@ -6,6 +6,8 @@
 
 #include <QtConcurrent>
 
+#include <utility>
+
 namespace
 {
 
@@ -13,9 +15,7 @@ std::shared_ptr<emulator::Camera> makeCamera(const QString &profile, const QStri
                                              const StandaloneModel::Line &line)
 {
     auto camera = emulator::Camera::create(profile, folder);
-    camera->gate().delay(line.latency);
-    if (line.failRate > 0)
-        camera->gate().failRandomly(line.failRate, line.seed);
+    line.applyTo(camera->gate());
     return camera;
 }
 
@@ -36,6 +36,9 @@ StandaloneModel::StandaloneModel(const QString &first, const QString &storage, c
 
 StandaloneModel::~StandaloneModel()
 {
+    // A held call would never end.
+    for (const auto &camera : std::as_const(m_cameras))
+        camera->gate().release("*");
     m_connection.waitForFinished();
     m_disconnection.waitForFinished();
     m_controller->RemoveValueChanged(connectionListener());
@@ -62,7 +65,13 @@ void StandaloneModel::connect(const QString &camera)
     Connection connection{camera, m_cameras.value(camera), {}};
     if (!m_cameraFinder.find(camera))
         connection.error = tr("there is no camera \"%1\"").arg(camera);
-    m_connection.setFuture(QtConcurrent::run(&StandaloneModel::open, connection, m_folder, m_line, m_controller));
+    // The connection of another camera is not held: until that camera is the present one, no function releases its
+    // calls.
+    Line line = m_line;
+    line.held.clear();
+    if (connection.camera && connection.camera != m_camera)
+        line.applyTo(connection.camera->gate());
+    m_connection.setFuture(QtConcurrent::run(&StandaloneModel::open, connection, m_folder, line, m_controller));
 }
 
 StandaloneModel::Connection StandaloneModel::open(Connection connection, const QString &folder, const Line &line,
@@ -152,6 +161,7 @@ void StandaloneModel::setConnectError(const QString &error)
 
 void StandaloneModel::pointAt(const QString &key, const std::shared_ptr<emulator::Camera> &camera)
 {
+    const bool isAnother = camera != m_camera;
     m_camera = camera;
     m_cameras.insert(key, camera);
     const CameraEntry *entry = m_cameraFinder.find(key);
@@ -159,4 +169,6 @@ void StandaloneModel::pointAt(const QString &key, const std::shared_ptr<emulator
         m_cameraName = entry->name();
         emit cameraNameChanged();
     }
+    if (isAnother)
+        emit cameraChanged();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "standalone/CameraFinder.h"
+#include "standalone/LineFaults.h"
 
 #include "hlx/CZVTController.h"
 #include "hlx/TSharedPtr.h"
@@ -10,7 +11,6 @@
 #include <QObject>
 #include <QStringList>
 
-#include <cstdint>
 #include <memory>
 
 namespace emulator
@@ -39,16 +39,12 @@ class StandaloneModel : public QObject
     Q_PROPERTY(int controllerIndex READ controllerIndex WRITE setControllerIndex NOTIFY controllerIndexChanged FINAL)
 
 public:
-    /// Faults of the line, which apply to the calls to every camera of this model.
-    struct Line {
-        int latency = 0; ///< Milliseconds.
-        double failRate = 0;
-        uint32_t seed = 1;
-    };
+    using Line = LineFaults;
 
     /// Makes the camera of the profile `first` (a name or a file) and its controller, not connected. `storage` is the
     /// folder of the cameras' files, empty for the user's application data. Throws emulator::SetupError.
     StandaloneModel(const QString &first, const QString &storage, const Line &line, QObject *parent = nullptr);
+    /// Releases the held calls of all cameras, and waits until the camera is connected or disconnected.
     ~StandaloneModel() override;
 
     CameraFinder *cameraFinder() { return &m_cameraFinder; }
@@ -76,6 +72,11 @@ public:
     /// The camera that the controller points at.
     emulator::Camera &camera() const { return *m_camera; }
 
+    /// The faults that another camera gets before it connects, without `held`: its connection is not held. A change of
+    /// them does not change the present camera's.
+    const Line &line() const { return m_line; }
+    void setLine(const Line &line) { m_line = line; }
+
     /// Connects the camera with this key of an entry of the finder. Passed over unless disconnected and at rest. Ends
     /// with `connecting` false; `connected` tells whether it worked.
     Q_INVOKABLE void connect(const QString &camera);
@@ -85,6 +86,8 @@ public:
 
 signals:
     void cameraNameChanged();
+    /// The controller points at another camera. `camera()` is the new one; the former camera still exists.
+    void cameraChanged();
     void connectedChanged();
     void connectingChanged();
     void disconnectingChanged();

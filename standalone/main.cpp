@@ -1,5 +1,6 @@
 #include "platform/emulator/Profile.h"
 #include "standalone/BadInput.h"
+#include "standalone/DeskSplit.h"
 #include "standalone/InterfaceDump.h"
 #include "standalone/Options.h"
 #include "standalone/OtherClient.h"
@@ -7,9 +8,11 @@
 #include "standalone/Screenshots.h"
 #include "standalone/SelfTest.h"
 #include "standalone/Session.h"
+#include "standalone/desk/Desk.h"
 
 #include <QApplication>
 #include <QQuickStyle>
+#include <QSettings>
 
 #include <cstdio>
 #include <optional>
@@ -52,7 +55,11 @@ int runWindow(const Options &options)
     std::optional<OtherClient> otherClient;
     if (options.otherClient)
         otherClient.emplace(model, STDIN_FILENO);
-    PageWindow window(session, options.asHost);
+    QSettings settings;
+    PageWindow window(session, options.asHost, &settings);
+    if (otherClient)
+        QObject::connect(&*otherClient, &OtherClient::changed, window.desk()->world(), &WorldModel::readFaults);
+    window.split()->setShown(options.desk || window.desk()->settings()->shown());
     if (options.connectAtStart && !options.asHost)
         // The page is shown before the camera begins to answer.
         QObject::connect(

@@ -28,10 +28,12 @@ int run(const QStringList &arguments)
         return reportCounts();
     if (mode == QLatin1String("contents"))
         return reportContents();
+    if (mode == QLatin1String("desk"))
+        return reportDesk();
     if (mode == QLatin1String("census"))
         return writeFlatPage(arguments.value(2));
     std::fprintf(stderr,
-                 "zvtbenchpage page | flat | empty | loop | opening | idle | counts | contents | census FILE\n");
+                 "zvtbenchpage page | flat | empty | loop | opening | idle | counts | contents | desk | census FILE\n");
     return 2;
 }
 

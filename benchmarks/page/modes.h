@@ -26,5 +26,8 @@ int reportCounts();
 /// Shows the page, waits for the contents of hidden pages and ends the process.
 int reportContents();
 
+/// Shows the live picture of the desk, hides it again, and prints its costs.
+int reportDesk();
+
 /// Writes a flat page with the same stock controls and layouts as the plug-in's page.
 int writeFlatPage(const QString &file);

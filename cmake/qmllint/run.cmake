@@ -1,11 +1,11 @@
 cmake_minimum_required(VERSION 3.23)
-# Checks every QML file of SOURCE_DIR with the program QMLLINT: pages, parts and those of the bundled host.
+# Checks every QML file of SOURCE_DIR with the program QMLLINT: pages, parts, those of the bundled host and of the desk.
 #
 # A page imports modules by name and the shared controls of the host by a relative path. These imports resolve at run
 # time and in the build folder, but not in the source tree. So the copies in BINARY_DIR are checked.
 #
 # Ids in the contents of controls are allowed. Qt then does not defer the contents, but these are needed at once anyway.
-set(options -I ${BINARY_DIR}/imports -I ${BINARY_DIR} --deferred-property-id disable --unused-imports warning)
+set(options -I ${BINARY_DIR}/imports -I ${BINARY_DIR}/desk -I ${BINARY_DIR} --deferred-property-id disable --unused-imports warning)
 
 # Files that use names which no QML file declares: the context names of the host and its icon font.
 set(unqualified zvt/zvtmain.qml zvt/look/GlyphLabel.qml)
@@ -43,8 +43,9 @@ copies(pages zvt zvt)
 copies(parts parts zvt)
 copies(controls platform/hlxcamui/controls hlxcamui/controls)
 copies(types platform/hlxcamui/types imports/com/kestrin/hlxcamui)
+copies(desk standalone/desk/qml desk/zvt/controller/desk)
 set(faults "")
-foreach(file IN LISTS pages parts controls types)
+foreach(file IN LISTS pages parts controls types desk)
     if(NOT EXISTS ${BINARY_DIR}/${file})
         string(APPEND faults "${file} is not in the build folder\n")
         continue()

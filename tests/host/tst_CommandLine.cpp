@@ -17,6 +17,9 @@ private slots:
     void versionIsPrinted();
     void profilesAreListed();
     void optionsOfTheLineAreTaken();
+    void aSessionIsRecordedAndRepeated();
+    void aReplayWritesNothingBelowTheUsersData();
+    void aRecordingThatCannotBeContinuedIsReportedOnce();
     void profileMayBeAFile();
     void connectOpensTheCameraAndTellsWhyItFails();
     void withoutADisplayTheWindowIsRefused();
@@ -78,7 +81,25 @@ void tst_CommandLine::badInputEndsWithOneLineAndStatus2_data()
     row("seed in words", {"--fail-rate", "0.5", "--seed", "x"}, "--seed takes");
     row("negative seed", {"--seed", "-1"}, "--seed takes");
 
+    row("missing recording", {"--replay", in("missing.jsonl")}, "missing.jsonl: cannot be read: No such file");
+    row("recording that is a folder", {"--replay", m_folder.path()}, "cannot be read: it is not a file");
+    row("empty recording", {"--replay", write("empty.jsonl", "")}, "empty.jsonl: line 1: cut off");
+    row("recording that is no JSON", {"--replay", write("text.jsonl", "hello\n")}, "text.jsonl: line 1: not JSON");
+    row("recording of another kind", {"--replay", write("kind.jsonl", "{}\n")}, "line 1: not the start of a recording");
+    row("recording with a wrong line",
+        {"--replay",
+         write("line.jsonl",
+               R"({"format":"zvt-calls","version":1,"profileName":"x","profile":{},"settings":{}})"
+               "\n{}\n")},
+        "line.jsonl: line 2: kind: must be a text");
+    row("recording into a folder", {"--record", m_folder.path()}, "cannot be written: ");
+    row("recording on a full disk", {"--record", "/dev/full"}, "/dev/full: cannot be written: No space left on device");
+    row("replay with a profile", {"--replay", in("x"), "--profile", "bare"}, "cannot be combined");
+    row("replay of the file that is written", {"--replay", in("file"), "--record", in("file")}, "name the same file");
+
     row("two tasks", {"--self-test", "--dump-interface"}, "cannot be combined");
+    row("desk with a list", {"--desk", "--list-profiles"}, "--desk and --list-profiles cannot be combined");
+    row("desk with a dump", {"--desk", "--dump-interface"}, "--desk and --dump-interface cannot be combined");
     row("host with a task", {"--host", "--self-test"}, "cannot be combined");
     row("other client with a task", {"--other-client", "--self-test"}, "cannot be combined");
 }
@@ -103,9 +124,9 @@ void tst_CommandLine::helpTellsEveryOption()
     QCOMPARE(result.status, 0);
     QCOMPARE(result.errors, QString());
     for (const char *option :
-         {"--plugin <FILE>", "--profile <NAME>", "--list-profiles", "--connect", "--host", "--latency <MS>",
-          "--fail-rate <P>", "--seed <N>", "--storage <DIR>", "--screenshots <DIR>", "--other-client", "--self-test",
-          "--dump-interface", "--help", "--version"})
+         {"--plugin <FILE>", "--profile <NAME>", "--list-profiles", "--connect", "--host", "--desk", "--latency <MS>",
+          "--fail-rate <P>", "--seed <N>", "--storage <DIR>", "--record <FILE>", "--replay <FILE>",
+          "--screenshots <DIR>", "--other-client", "--self-test", "--dump-interface", "--help", "--version"})
         QVERIFY2(result.output.contains(QLatin1String(option)), option);
 }
 
@@ -136,6 +157,51 @@ void tst_CommandLine::optionsOfTheLineAreTaken()
                                       "--seed", "7", "--storage", in("storage")});
     QVERIFY2(result.status == 0, qPrintable(result.output + result.errors));
     QVERIFY(QFileInfo(in("storage/cameras/bare")).isDir());
+}
+
+void tst_CommandLine::aSessionIsRecordedAndRepeated()
+{
+    const QString profile = write("own.json", R"({"extends": "bare", "identity": {"serial": "A-1"}})");
+    const QString recording = in("session.jsonl");
+    const auto recorded
+        = Program::run({"--self-test", "--profile", profile, "--storage", in("storage"), "--record", recording});
+    QVERIFY2(recorded.status == 0, qPrintable(recorded.output + recorded.errors));
+    QVERIFY(QFile::remove(profile));
+    const QString again = in("again.jsonl");
+    const auto repeated = Program::run({"--self-test", "--replay", recording, "--record", again});
+    QVERIFY2(repeated.status == 0, qPrintable(repeated.output + repeated.errors));
+    QFile file(again);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains("\"results\":[\"A-1\"]"));
+}
+
+void tst_CommandLine::aReplayWritesNothingBelowTheUsersData()
+{
+    const QString recording = in("bare.jsonl");
+    QCOMPARE(
+        Program::run({"--self-test", "--profile", "bare", "--storage", in("storage"), "--record", recording}).status,
+        0);
+    const auto writesAfter = [this](const QString &data, const QStringList &arguments) {
+        const QStringList start{"XDG_DATA_HOME=" + in(data), Program::file(), "--self-test"};
+        const auto result = Program::run(start + arguments, "env");
+        return result.status == 0 ? QDir(in(data)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot)
+                                  : QStringList{"-"};
+    };
+    QCOMPARE(writesAfter("first", {"--profile", "bare"}), QStringList{"zvt"});
+    QCOMPARE(writesAfter("second", {"--replay", recording}), QStringList());
+}
+
+void tst_CommandLine::aRecordingThatCannotBeContinuedIsReportedOnce()
+{
+    // A pipe whose reader ends after the first line, in place of a disk that becomes full.
+    const QString recording = in("pipe");
+    const auto result = Program::run({"-c",
+                                      "trap '' PIPE; mkfifo \"$1\"; head -n 1 \"$1\" > /dev/null & "
+                                      "exec \"$0\" --self-test --profile bare --storage \"$2\" --record \"$1\"",
+                                      Program::file(), recording, in("storage")},
+                                     "bash");
+    QCOMPARE(result.errors, "zvtcontroller: recording " + recording + ": cannot be written: Broken pipe\n");
+    QVERIFY2(result.status == 0, qPrintable(result.output));
 }
 
 void tst_CommandLine::profileMayBeAFile()

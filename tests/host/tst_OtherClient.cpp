@@ -3,6 +3,7 @@
 #include "standalone/StandaloneModel.h"
 #include "tests/support/Test.h"
 
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <array>
@@ -111,6 +112,7 @@ void tst_OtherClient::linesAreTakenAsTheyCome()
     std::array<int, 2> ends{};
     QCOMPARE(::pipe(ends.data()), 0);
     const OtherClient client(*m_model, ends[0]);
+    QSignalSpy changed(&client, &OtherClient::changed);
     const auto write = [&](const QByteArray &text) {
         return ::write(ends[1], text.constData(), static_cast<size_t>(text.size())) == text.size();
     };
@@ -123,11 +125,13 @@ void tst_OtherClient::linesAreTakenAsTheyCome()
     QCoreApplication::processEvents();
     QVERIFY(write("set 2\n\nimage.reverted true\nsensor."));
     QTRY_COMPARE(activePreset(), 2);
+    QCOMPARE(changed.size(), 2);
     QVERIFY(write("activePreset 3\n"));
     QTRY_COMPARE(activePreset(), 3);
     bool reverted = false;
     zvtGetRevertEnabled(camera().handle(), &reverted);
     QVERIFY(reverted);
+    QCOMPARE(changed.size(), 3);
     // A last line without a line end is ignored.
     QVERIFY(write("sensor.activePreset 1"));
     ::close(ends[1]);

@@ -13,10 +13,12 @@ class tst_SelfTest : public Test
 private slots:
     void passesOnEveryProfile_data();
     void passesOnEveryProfile();
+    void passesWithTheDesk();
     void failsOnAWarningFromThePage();
     void failsOnACameraThatDoesNotAnswer();
     void survivesAFlakyCamera();
     void screenshotsShowEveryTabInBothSizes();
+    void screenshotsShowEveryCardOfTheDesk();
 
 private:
     Program::Result selfTest(const QStringList &arguments) const
@@ -45,6 +47,13 @@ void tst_SelfTest::passesOnEveryProfile()
     QCOMPARE(lines.mid(lines.size() - 4), QStringList({"refresh: ok", "disconnect: ok", "reconnect: ok", "quit: ok"}));
     for (const QString &line : lines)
         QVERIFY2(line.endsWith(QLatin1String(": ok")), qPrintable(line));
+    QCOMPARE(result.errors, QString());
+}
+
+void tst_SelfTest::passesWithTheDesk()
+{
+    const auto result = selfTest({"--desk"});
+    QVERIFY2(result.status == 0, qPrintable(result.output + result.errors));
     QCOMPARE(result.errors, QString());
 }
 
@@ -90,6 +99,22 @@ void tst_SelfTest::screenshotsShowEveryTabInBothSizes()
                 QVERIFY2(!image.isNull(), qPrintable(file));
                 QCOMPARE(image.size(), size);
             }
+}
+
+void tst_SelfTest::screenshotsShowEveryCardOfTheDesk()
+{
+    const QDir folder(m_folder.filePath("desk"));
+    const auto result = Program::run({"--screenshots", folder.path(), "--desk", "--storage", m_folder.path()});
+    QVERIFY2(result.status == 0, qPrintable(result.errors));
+    QCOMPARE(result.errors, QString());
+    QStringList expected;
+    for (const char *card : {"Calls", "Line", "Other-client", "Picture", "World"})
+        for (const QSize size : {QSize(1100, 720), QSize(1280, 1024), QSize(1280, 800), QSize(988, 480)}) {
+            expected << QStringLiteral("%1-%2x%3.png").arg(card).arg(size.width()).arg(size.height());
+            QCOMPARE(QImage(folder.filePath(expected.last())).size(), size);
+        }
+    expected.sort();
+    QCOMPARE(folder.entryList(QDir::Files, QDir::Name), expected);
 }
 
 ZVT_TEST(tst_SelfTest)

@@ -1,0 +1,180 @@
+#include "benchmarks/page/modes.h"
+
+#include "benchmarks/page/measuring.h"
+#include "platform/emulator/Clock.h"
+#include "standalone/DeskSplit.h"
+#include "standalone/PageUser.h"
+#include "standalone/PageWindow.h"
+#include "standalone/Session.h"
+#include "standalone/desk/Desk.h"
+
+#include <QFile>
+#include <QQuickItem>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <stdexcept>
+
+#include <sys/resource.h>
+
+namespace
+{
+
+constexpr int measured = 5000; // Milliseconds.
+constexpr int untilSteady = 1500; // Milliseconds.
+
+/// What the whole process has used so far.
+struct Usage {
+    double processor = 0; ///< Milliseconds.
+    long wakeUps = 0; ///< How often a thread has waited and has run again.
+
+    static Usage now()
+    {
+        timespec time{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        return {double(time.tv_sec) * 1e3 + double(time.tv_nsec) * 1e-6, usage.ru_nvcsw};
+    }
+};
+
+/// What the process uses while it runs its event loop.
+Usage usageAtRest()
+{
+    const Usage start = Usage::now();
+    PageUser::pause(measured);
+    const Usage end = Usage::now();
+    return {end.processor - start.processor, end.wakeUps - start.wakeUps};
+}
+
+/// Returns an entry of the process's memory in MiB.
+double mebibytes(const QByteArray &entry)
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    if (file.open(QIODevice::ReadOnly))
+        for (const QByteArray &line : file.readAll().split('\n'))
+            if (line.startsWith(entry))
+                return line.mid(entry.size() + 1).trimmed().split(' ').constFirst().toDouble() / 1024;
+    throw std::runtime_error("the memory of the process cannot be read");
+}
+
+/// Lets the peak of the memory begin at its present value.
+void forgetPeak()
+{
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    if (!file.open(QIODevice::WriteOnly) || file.write("5") != 1)
+        throw std::runtime_error("the peak of the memory cannot be reset");
+}
+
+/// The longest gap between the events of a timer of one millisecond, in time of the GUI thread.
+class LongestGap
+{
+public:
+    LongestGap()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
+            const Cost gap = m_stopwatch.cost();
+            m_longest.processor = std::max(m_longest.processor, gap.processor);
+            m_longest.wall = std::max(m_longest.wall, gap.wall);
+            m_stopwatch.restart();
+        });
+        m_timer.start(1);
+    }
+
+    const Cost &longest() const { return m_longest; }
+
+private:
+    QTimer m_timer;
+    Stopwatch m_stopwatch;
+    Cost m_longest;
+};
+
+void print(const char *what, double value, double detail = 0) { std::printf("%s\t%.3f\t%.3f\n", what, value, detail); }
+
+/// Connects the camera, whose detector is cold then, and shows a tab that does not poll.
+void prepare(Session &session, PageWindow &window)
+{
+    StandaloneModel &model = session.standaloneModel();
+    model.connect(session.firstCamera());
+    if (!PageUser::waitFor([&model] { return model.connected(); }))
+        throw std::runtime_error("the camera does not connect");
+    // The time of the stopped clock is long ago.
+    emulator::Clock::automatic();
+    const PageUser user(window, window.page());
+    const auto tabs = user.tabButtons();
+    const auto setup = std::ranges::find_if(
+        tabs, [](const QQuickItem *tab) { return tab->property("text").toString() == QStringLiteral("Setup"); });
+    if (setup == tabs.end() || !user.openTab(**setup))
+        throw std::runtime_error("the Setup tab does not open");
+    PageUser::pause(untilSteady);
+}
+
+/// Shows the desk with its first width. The offscreen screen is too narrow for it, so the window does not grow by
+/// itself.
+void showDesk(PageWindow &window)
+{
+    constexpr int deskWidth = DeskSettings::DefaultWidth;
+
+    window.split()->setShown(true);
+    window.resize(DeskSplit::LeastPage.width() + DeskSplit::HandleWidth + deskWidth, 720);
+    if (!PageUser::waitFor([&window] { return qRound(window.split()->desk()->width()) == deskWidth; }))
+        throw std::runtime_error("the desk does not get its width");
+}
+
+/// Measures a view of the picture, compared with the usage without a desk.
+void measureView(PictureModel &picture, PictureModel::View view, const char *name, const Usage &without)
+{
+    picture.setView(view);
+    PageUser::pause(untilSteady);
+    int pictures = 0;
+    const auto connection = QObject::connect(&picture, &PictureModel::imageChanged, [&pictures] { ++pictures; });
+    const Usage usage = usageAtRest();
+    QObject::disconnect(connection);
+    print(name, (usage.processor - without.processor) * 100 / measured, pictures * 1000.0 / measured);
+}
+
+} // namespace
+
+int reportDesk()
+{
+    const QTemporaryDir folder;
+    QSettings settings(folder.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat);
+    Options options;
+    options.profile = QStringLiteral("everything");
+    options.storage = folder.path();
+    options.plugin = QCoreApplication::applicationDirPath() + QStringLiteral("/libhlxcamuiZVT.so");
+    emulator::Clock::manual();
+    Session session(options);
+    PageWindow window(session, false, &settings);
+    window.show();
+    prepare(session, window);
+    const Usage without = usageAtRest();
+
+    forgetPeak();
+    const double memory = mebibytes("VmRSS");
+    PictureModel &picture = *window.desk()->picture();
+    showDesk(window);
+    measureView(picture, PictureModel::Raw, "raw", without);
+    measureView(picture, PictureModel::Corrected, "corrected", without);
+    measureView(picture, PictureModel::Video, "video", without);
+    print("memory", mebibytes("VmHWM") - memory);
+    {
+        const LongestGap gap;
+        for (const auto view : {PictureModel::Raw, PictureModel::Corrected, PictureModel::Video}) {
+            picture.setView(view);
+            PageUser::pause(untilSteady);
+        }
+        print("gap", gap.longest().processor.count(), gap.longest().wall.count());
+    }
+
+    window.split()->setShown(false);
+    PageUser::pause(untilSteady);
+    const Usage hidden = usageAtRest();
+    print("hidden", hidden.processor - without.processor, double(hidden.wakeUps - without.wakeUps));
+    return 0;
+}
