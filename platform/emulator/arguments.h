@@ -51,9 +51,6 @@ template <class Item> struct IsList<hlx::TArray<Item>> : std::true_type {
 };
 template <class T> constexpr bool isList = IsList<T>::value;
 
-/// Whether a script can set the value of this output: all but blocks.
-template <class T> constexpr bool isScriptable = isTextOutput<T> || isPointerOutput<T>;
-
 /// Returns whether a call can be made with this argument: outputs and texts must not be null.
 template <class T> bool usable(const T &argument)
 {

@@ -2,16 +2,20 @@
 
 #include "platform/emulator/arguments.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QVariant>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 namespace emulator
 {
 
-// The values of Gate::script() as outputs of a call.
+// The values of Gate::script() as outputs of a call. The value of a block of bytes is a QByteArray.
 
 /// Returns a scripted value as an output of the type T.
 template <class T> T fromScript(const QVariant &scripted)
@@ -36,15 +40,23 @@ template <class T> T fromScript(const QVariant &scripted)
     }
 }
 
+/// Copies bytes to the start of a block, as many as fit.
+inline void copyBytes(const QByteArray &bytes, const Block &block)
+{
+    std::memcpy(block.data, bytes.constData(), std::min(block.size, static_cast<size_t>(bytes.size())));
+}
+
 /// Moves the first scripted value into the argument, if the argument is an output and a value is left.
 template <class T> void takeScripted(QVariantList &values, T &argument)
 {
-    if constexpr (isScriptable<T>) {
+    if constexpr (isOutput<T>) {
         if (values.isEmpty())
             return;
         const QVariant scripted = values.takeFirst();
         if constexpr (isTextOutput<T>)
             argument.value = scripted.toString().toStdString();
+        else if constexpr (isBlock<T>)
+            copyBytes(scripted.toByteArray(), argument);
         else
             *argument = fromScript<std::remove_pointer_t<T>>(scripted);
     }

@@ -154,7 +154,7 @@ void tst_OverlaySettingsModel::thePaletteIsTheCameras()
     QCOMPARE(palette.mid(1, 7),
              QStringList({"#ffffff", "#ff0000", "#00ff00", "#0000ff", "#ffff00", "#00ffff", "#ff00ff"}));
     // A component below 16 has two digits.
-    overlay.gate().script("zvtGetVideoOverlayPalette", 10);
+    overlay.gate().script("zvtGetVideoOverlayPalette", QByteArray("\x0a"));
     overlay.read();
     QCOMPARE(overlay.model.videoPaletteStringList().at(0), "#0a0000");
 }
