@@ -114,7 +114,7 @@ public:
     void fillBuffers(bool fill);
 
     /// One line for the operator for each present request, such as "Calls of zvtSet* are held". Listeners and
-    /// answerFrom() are no requests.
+    /// answers of answerFrom() are left out.
     std::vector<std::string> requests() const;
     /// Ends all requests, and releases all held calls.
     void clear();

@@ -35,7 +35,8 @@ struct SettingRow {
 
     /// The value as the text of a field: a list is its entries with commas between them, texts in quotation marks.
     QString text() const;
-    /// The value that a text of the field stands for. A text of another kind stays a text, which the camera refuses.
+    /// The value of a text in the field, in the form of text(). Any other text is returned unchanged, and the camera
+    /// refuses it.
     QVariant valueOf(const QString &text) const;
     /// The index of the value in `choices`.
     int choice() const { return static_cast<int>(choiceValues.indexOf(value)); }

@@ -29,8 +29,8 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    // These change the setting of a row; its control is the one in the comment. They change nothing if there is no such
-    // row, or if the value is the one that the row shows.
+    // Each function changes the setting of a row with one kind of control. It does nothing if the row does not exist or
+    // shows this value already.
     Q_INVOKABLE void turn(int row, bool on); ///< Switch.
     Q_INVOKABLE void choose(int row, int choice); ///< Choice. The same choice again is sent again.
     Q_INVOKABLE void enter(int row, const QString &text); ///< Field. The text of the row removes its refusal.

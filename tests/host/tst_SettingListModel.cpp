@@ -191,7 +191,7 @@ void tst_SettingListModel::everyRowCanBeChanged()
             && (setting.range.minimum == setting.range.maximum || setting.choices.size() == 1
                 || setting.name == "corrections.names"))
             continue;
-        QString why = "there is no other value";
+        QString why = "no other value is valid";
         for (const QJsonValue &value : values) {
             why = tryValue(setting, value);
             if (why.isEmpty()) {
@@ -199,7 +199,7 @@ void tst_SettingListModel::everyRowCanBeChanged()
                     emulator::Clock::advance(60'000); // The move ends.
                 QVERIFY2(read(), qPrintable(setting.name));
                 const QJsonValue present = QJsonValue::fromVariant(inCamera(setting.name));
-                // A trigger is no state, and the camera may accept a number as the nearest one that it can have.
+                // A trigger pulse is not stored, and the camera may replace a number by the nearest possible one.
                 if (setting.name != "sync.trigger" && present == setting.value) {
                     why = "still has its value";
                     continue;
