@@ -16,6 +16,7 @@ void measureDesk(Report &report)
     constexpr double periodLimit = 42; // Milliseconds between two pictures: 24 a second at least.
     constexpr double memoryLimit = 40; // MiB.
     constexpr double gapLimit = 16; // Milliseconds.
+    constexpr double framesLimit = 1.05;
     constexpr double hiddenLimit = 2; // Milliseconds of processor time in five seconds.
     constexpr double wakeUpLimit = 10;
 
@@ -43,6 +44,11 @@ void measureDesk(Report &report)
     report.figure(QStringLiteral("desk with the picture, MiB"), value("memory"), memoryLimit);
     report.figure(QStringLiteral("longest gap of the event loop with the picture, ms"), value("gap"), gapLimit,
                   QStringLiteral("%1 ms by the wall clock").arg(value("gap", 2), 0, 'f', 1));
+    report.figure(QStringLiteral("the same with the last cards in view, ms"), value("gap of the rows"), gapLimit,
+                  QStringLiteral("%1 ms by the wall clock").arg(value("gap of the rows", 2), 0, 'f', 1));
+    report.figure(QStringLiteral("frames of the page that scrolls, without the desk over with it"),
+                  value("frames") / value("frames", 2), framesLimit,
+                  QStringLiteral("%1 and %2 a second").arg(value("frames"), 0, 'f', 1).arg(value("frames", 2), 0, 'f', 1));
     report.figure(QStringLiteral("desk hidden again, ms in 5 s"), std::max(value("hidden"), 0.0), hiddenLimit);
     report.figure(QStringLiteral("desk hidden again, wake-ups in 5 s"), std::max(value("hidden", 2), 0.0), wakeUpLimit);
 }

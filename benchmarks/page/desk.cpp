@@ -8,6 +8,7 @@
 #include "standalone/Session.h"
 #include "standalone/desk/Desk.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QQuickItem>
 #include <QSettings>
@@ -15,9 +16,11 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <stdexcept>
+#include <utility>
 
 #include <sys/resource.h>
 
@@ -29,16 +32,28 @@ constexpr int untilSteady = 1500; // Milliseconds.
 
 /// What the whole process has used so far.
 struct Usage {
+    double time = 0; ///< By the wall clock, milliseconds.
     double processor = 0; ///< Milliseconds.
     long wakeUps = 0; ///< How often a thread has waited and has run again.
 
     static Usage now()
     {
-        timespec time{};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
         rusage usage{};
         getrusage(RUSAGE_SELF, &usage);
-        return {double(time.tv_sec) * 1e3 + double(time.tv_nsec) * 1e-6, usage.ru_nvcsw};
+        return {milliseconds(CLOCK_MONOTONIC), milliseconds(CLOCK_PROCESS_CPUTIME_ID), usage.ru_nvcsw};
+    }
+
+    Usage operator-(const Usage &start) const
+    {
+        return {time - start.time, processor - start.processor, wakeUps - start.wakeUps};
+    }
+
+private:
+    static double milliseconds(clockid_t clock)
+    {
+        timespec time{};
+        clock_gettime(clock, &time);
+        return double(time.tv_sec) * 1e3 + double(time.tv_nsec) * 1e-6;
     }
 };
 
@@ -47,8 +62,7 @@ Usage usageAtRest()
 {
     const Usage start = Usage::now();
     PageUser::pause(measured);
-    const Usage end = Usage::now();
-    return {end.processor - start.processor, end.wakeUps - start.wakeUps};
+    return Usage::now() - start;
 }
 
 /// Returns an entry of the process's memory in MiB.
@@ -126,6 +140,64 @@ void showDesk(PageWindow &window)
         throw std::runtime_error("the desk does not get its width");
 }
 
+/// The distance by which a view can be scrolled; 0 for other items.
+double scrollRange(const QQuickItem &item)
+{
+    return item.inherits("QQuickFlickable") ? item.property("contentHeight").toDouble() - item.height() : 0;
+}
+
+/// The visible view below `item` that can be scrolled the farthest.
+QQuickItem &longestView(const QQuickItem &item)
+{
+    const auto views = PageUser::visibleItems(item, [](QQuickItem &view) { return scrollRange(view) > 1; });
+    if (views.isEmpty())
+        throw std::runtime_error("nothing can be scrolled");
+    return **std::ranges::max_element(
+        views, [](const QQuickItem *a, const QQuickItem *b) { return scrollRange(*a) < scrollRange(*b); });
+}
+
+/// Scrolls a view down and up again, 60 times a second. Returns how many of its places are shown in a second.
+double framesWhileScrolling(QQuickWindow &window, QQuickItem &view)
+{
+    constexpr int step = 7; // Pixels.
+    constexpr double rate = 60;
+
+    int place = 0;
+    bool isNew = false;
+    int frames = 0;
+    const auto connection = QObject::connect(&window, &QQuickWindow::frameSwapped, &view,
+                                             [&] { frames += std::exchange(isNew, false) ? 1 : 0; });
+    QElapsedTimer time;
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer, &QTimer::timeout, &view, [&] {
+        // As on a display, each place has its time, and the places whose time has passed are left out.
+        const int now = static_cast<int>(double(time.elapsed()) * rate / 1000);
+        if (now == std::exchange(place, now))
+            return;
+        const double range = scrollRange(view);
+        view.setProperty("contentY", range - std::abs(std::fmod(now * step, 2 * range) - range));
+        isNew = true;
+    });
+    time.start();
+    timer.start(1);
+    PageUser::pause(measured);
+    const double seconds = double(time.elapsed()) / 1000;
+    QObject::disconnect(connection);
+    view.setProperty("contentY", 0);
+    return frames / seconds;
+}
+
+void openAllCards(QQuickItem &desk)
+{
+    const auto headers = PageUser::visibleItems(desk, [](QQuickItem &item) {
+        return item.objectName() == QStringLiteral("cardHeader") && !item.property("checked").toBool();
+    });
+    for (QQuickItem *header : headers)
+        QMetaObject::invokeMethod(header, "click");
+    PageUser::pause(untilSteady);
+}
+
 /// Measures a view of the picture, compared with the usage without a desk.
 void measureView(PictureModel &picture, PictureModel::View view, const char *name, const Usage &without)
 {
@@ -135,7 +207,7 @@ void measureView(PictureModel &picture, PictureModel::View view, const char *nam
     const auto connection = QObject::connect(&picture, &PictureModel::imageChanged, [&pictures] { ++pictures; });
     const Usage usage = usageAtRest();
     QObject::disconnect(connection);
-    print(name, (usage.processor - without.processor) * 100 / measured, pictures * 1000.0 / measured);
+    print(name, (usage.processor / usage.time - without.processor / without.time) * 100, pictures * 1000 / usage.time);
 }
 
 } // namespace
@@ -154,6 +226,8 @@ int reportDesk()
     window.show();
     prepare(session, window);
     const Usage without = usageAtRest();
+    QQuickItem &page = longestView(window.page());
+    const double framesWithout = framesWhileScrolling(window, page);
 
     forgetPeak();
     const double memory = mebibytes("VmRSS");
@@ -163,6 +237,8 @@ int reportDesk()
     measureView(picture, PictureModel::Corrected, "corrected", without);
     measureView(picture, PictureModel::Video, "video", without);
     print("memory", mebibytes("VmHWM") - memory);
+    openAllCards(*window.split()->desk());
+    QQuickItem &cards = longestView(*window.split()->desk());
     {
         const LongestGap gap;
         for (const auto view : {PictureModel::Raw, PictureModel::Corrected, PictureModel::Video}) {
@@ -170,6 +246,14 @@ int reportDesk()
             PageUser::pause(untilSteady);
         }
         print("gap", gap.longest().processor.count(), gap.longest().wall.count());
+    }
+    print("frames", framesWithout, framesWhileScrolling(window, page));
+    {
+        cards.setProperty("contentY", scrollRange(cards));
+        PageUser::pause(untilSteady);
+        const LongestGap gap;
+        PageUser::pause(measured);
+        print("gap of the rows", gap.longest().processor.count(), gap.longest().wall.count());
     }
 
     window.split()->setShown(false);

@@ -151,12 +151,15 @@ std::shared_ptr<const ShownFrame> FrameMaker::make(const FrameOrder &order)
     m_order = order;
     const Inputs inputs = take(order);
     auto shown = std::make_shared<ShownFrame>();
-    if (!inputs.hasFrames || !inputs.start || !measure(inputs)) {
-        m_measured.reset();
-        shown->state = inputs.hasFrames ? ShownFrame::Nothing : ShownFrame::TooLarge;
-    } else {
-        showPicture(inputs, *shown);
+    if (!inputs.hasFrames) {
+        shown->state = ShownFrame::TooLarge;
+    } else if (inputs.start && (order.view == FrameOrder::Video ? showVideo(*shown) : showFrame(inputs, *shown))) {
+        shown->state = ShownFrame::Ready;
+        shown->measured = m_measured;
+        shown->place = inputs.place;
     }
+    if (!shown->measured)
+        m_measured.reset();
     shown->rate = inputs.rate;
     shown->presets = inputs.presets;
     if (m_shown && *shown == *m_shown)
@@ -165,48 +168,60 @@ std::shared_ptr<const ShownFrame> FrameMaker::make(const FrameOrder &order)
     return shown;
 }
 
-/// Renders and measures the frame, unless it is the last one. Returns false if it does not exist.
-bool FrameMaker::measure(const Inputs &inputs)
+/// Shows the picture of the video output and measures its frame. Returns false if there is none.
+bool FrameMaker::showVideo(ShownFrame &shown)
 {
-    using emulator::image::Output;
-    const emulator::image::Size size{inputs.exposure.window.width, inputs.exposure.window.height};
-    if (m_measured && m_measured->frame.start == *inputs.start && m_measured->frame.size == size)
-        return true;
-    auto measured = std::make_shared<MeasuredFrame>();
-    emulator::Frame &frame = measured->frame;
-    frame.start = *inputs.start;
-    frame.size = size;
-    const auto output = m_order.view == FrameOrder::Raw ? std::nullopt : std::optional(Output::Video);
-    if (!m_order.camera->render(inputs.exposure, frame.start.preset, output, frame.counts))
+    const emulator::VideoPicture video = m_order.camera->device<emulator::VideoOutput>()->renderWithFrame();
+    if (!video.frame)
         return false;
-    const bool follows
-        = m_measured && m_measured->frame.start.preset == frame.start.preset && m_measured->frame.size == size;
-    if (!follows)
-        m_gain = {};
-    measured->statistics = FrameStatistics::of(
-        frame.counts, follows ? std::span(m_measured->frame.counts) : std::span<const uint16_t>());
-    m_gain.update(frame.counts, size, inputs.region, inputs.gain, inputs.gainStep);
-    measured->gain = m_gain.limits();
-    measured->histogram = histogramPicture(measured->statistics);
-    m_measured = std::move(measured);
+    if (!isMeasured(video.frame->start, video.frame->size))
+        measure(*video.frame, video.gain);
+    shown.picture = videoPicture(video.picture);
     return true;
 }
 
-/// Shows the measured frame.
-void FrameMaker::showPicture(const Inputs &inputs, ShownFrame &shown) const
+/// Renders, measures and shows the frame, unless it is the last one. Returns false if it does not exist.
+bool FrameMaker::showFrame(const Inputs &inputs, ShownFrame &shown)
 {
-    shown.measured = m_measured;
-    shown.place = inputs.place;
-    shown.state = ShownFrame::Ready;
-    if (m_order.view == FrameOrder::Video) {
-        shown.picture = videoPicture(m_order.camera->device<emulator::VideoOutput>()->render());
-        return;
-    }
-    if (m_shown && m_shown->measured == m_measured) {
+    using emulator::image::Output;
+    const emulator::image::Size size{inputs.exposure.window.width, inputs.exposure.window.height};
+    if (isMeasured(*inputs.start, size)) {
         shown.picture = m_shown->picture;
-        return;
+        return true;
     }
+    emulator::Frame frame{*inputs.start, size, {}};
+    const auto output = m_order.view == FrameOrder::Raw ? std::nullopt : std::optional(Output::Video);
+    if (!m_order.camera->render(inputs.exposure, frame.start.preset, output, frame.counts))
+        return false;
+    if (!followsMeasured(frame))
+        m_gain = {};
+    m_gain.update(frame.counts, size, inputs.region, inputs.gain, inputs.gainStep);
+    measure(std::move(frame), m_gain.limits());
     const FrameStatistics &statistics = m_measured->statistics;
     shown.picture = greyPicture(m_measured->frame, statistics.countAt(blackThousandths),
                                 statistics.countAt(1000 - blackThousandths));
+    return true;
+}
+
+bool FrameMaker::isMeasured(const emulator::FrameStart &start, emulator::image::Size size) const
+{
+    return m_measured && m_measured->frame.start == start && m_measured->frame.size == size;
+}
+
+/// Whether the last frame can be compared with this one.
+bool FrameMaker::followsMeasured(const emulator::Frame &frame) const
+{
+    return m_measured && m_measured->frame.start.preset == frame.start.preset
+        && m_measured->frame.size == frame.size;
+}
+
+void FrameMaker::measure(emulator::Frame frame, const emulator::image::Agc::Limits &gain)
+{
+    auto measured = std::make_shared<MeasuredFrame>();
+    measured->statistics = FrameStatistics::of(
+        frame.counts, followsMeasured(frame) ? std::span(m_measured->frame.counts) : std::span<const uint16_t>());
+    measured->histogram = histogramPicture(measured->statistics);
+    measured->gain = gain;
+    measured->frame = std::move(frame);
+    m_measured = std::move(measured);
 }

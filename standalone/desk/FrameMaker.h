@@ -36,8 +36,8 @@ struct FrameOrder {
 struct MeasuredFrame {
     emulator::Frame frame;
     FrameStatistics statistics;
-    /// The limits that the gain control of the video has for these counts, which are raw in the view Raw. They follow
-    /// the frames as fast as those of the video.
+    /// Video: the limits of the gain control of the video. Otherwise those that it would have for these counts, which
+    /// are raw in the view Raw; they follow the frames as fast.
     emulator::image::Agc::Limits gain;
     /// The histogram, from the lowest to the highest count, with logarithmic heights.
     QImage histogram;
@@ -52,7 +52,7 @@ struct ShownFrame {
     };
 
     State state = Nothing;
-    std::shared_ptr<const MeasuredFrame> measured; ///< Null unless Ready. Of the newest frame, also for Video.
+    std::shared_ptr<const MeasuredFrame> measured; ///< Null unless Ready.
     QImage picture; ///< Null unless Ready.
     QRectF place; ///< The place of the frame on the picture, in pixels of the picture.
     double rate = 0; ///< Of the frames of all presets, in hertz.
@@ -79,8 +79,11 @@ private:
     struct Inputs;
 
     Inputs take(const FrameOrder &order) const;
-    bool measure(const Inputs &inputs);
-    void showPicture(const Inputs &inputs, ShownFrame &shown) const;
+    bool showVideo(ShownFrame &shown);
+    bool showFrame(const Inputs &inputs, ShownFrame &shown);
+    bool isMeasured(const emulator::FrameStart &start, emulator::image::Size size) const;
+    bool followsMeasured(const emulator::Frame &frame) const;
+    void measure(emulator::Frame frame, const emulator::image::Agc::Limits &gain);
 
     // What belongs to the last order. All of it is dropped when another order comes.
     FrameOrder m_order;

@@ -32,6 +32,7 @@ private slots:
     void temporalNoiseFollowsTheFramesOfTheOrder();
     void noisesAreThoseOfTheCamera();
     void gainLimitsAreThoseOfTheFrame();
+    void gainLimitsOfTheVideoAreItsOwn();
     void gainLimitsFollowTheVideoAtAnyRateOfTheDesk_data();
     void gainLimitsFollowTheVideoAtAnyRateOfTheDesk();
     void nobodyNoticesIt_data();
@@ -325,6 +326,20 @@ void tst_FrameMaker::gainLimitsAreThoseOfTheFrame()
     const auto manual = maker.make(rig.order(FrameOrder::Corrected));
     QVERIFY(qAbs(manual->measured->gain.black - 4000) < 50);
     QVERIFY(qAbs(manual->measured->gain.white - 9000) < 50);
+}
+
+void tst_FrameMaker::gainLimitsOfTheVideoAreItsOwn()
+{
+    PictureRig rig;
+    QVERIFY(rig.connect());
+    FrameMaker maker;
+    maker.make(rig.order(FrameOrder::Video));
+    QVERIFY(rig.set("agc.method", 0));
+    for (int i = 0; i < 3; ++i) {
+        emulator::Clock::advance(40);
+        const auto shown = maker.make(rig.order(FrameOrder::Video));
+        QCOMPARE(shown->measured->gain, rig.camera().device<emulator::VideoOutput>()->renderWithFrame().gain);
+    }
 }
 
 void tst_FrameMaker::gainLimitsFollowTheVideoAtAnyRateOfTheDesk_data()

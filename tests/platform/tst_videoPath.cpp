@@ -1,5 +1,6 @@
 #include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/image/output.h"
 #include "tests/platform/VideoRig.h"
 #include "tests/support/Test.h"
 
@@ -25,6 +26,9 @@ private slots:
     void thePictureIsIndependentOfTheConnection();
     void thePictureIsNoCall();
     void theNewestFrameOfTheVideoPresetIsShown();
+    void theFrameOfThePictureIsUnfiltered_data();
+    void theFrameOfThePictureIsUnfiltered();
+    void theLimitsAreThoseOfTheGain();
     void theSameTimeShowsTheSamePicture_data();
     void theSameTimeShowsTheSamePicture();
     void theTemporalFilterReducesTheNoise_data();
@@ -79,6 +83,7 @@ void tst_videoPath::withoutAFrameThereIsNoPicture()
     const auto camera = emulator::Camera::create(QStringLiteral("everything"), folder.path());
     auto &output = *camera->device<emulator::VideoOutput>();
     QVERIFY(output.render().isEmpty());
+    QVERIFY(!output.renderWithFrame().frame);
     camera->connect();
     QVERIFY(!output.render().isEmpty());
 }
@@ -126,6 +131,42 @@ void tst_videoPath::theNewestFrameOfTheVideoPresetIsShown()
     const Picture before = rig.picture();
     Clock::advance(100);
     QVERIFY(rig.picture() != before);
+}
+
+void tst_videoPath::theFrameOfThePictureIsUnfiltered_data()
+{
+    QTest::addColumn<int>("filter");
+    QTest::newRow("off") << 0;
+    QTest::newRow("on") << 1;
+    QTest::newRow("adaptive") << 2;
+}
+
+void tst_videoPath::theFrameOfThePictureIsUnfiltered()
+{
+    QFETCH(int, filter);
+    VideoRig rig;
+    QVERIFY(rig.set("video.temporalFilter", filter));
+    for (int i = 0; i < 3; ++i) {
+        Clock::advance(100);
+        const auto shown = rig.output().renderWithFrame();
+        const auto frame = rig.camera().newestFrame(0, emulator::image::Output::Video);
+        QVERIFY(shown.frame && frame);
+        QCOMPARE(shown.frame->start, frame->start);
+        QCOMPARE(shown.frame->size, frame->size);
+        QCOMPARE(shown.frame->counts, frame->counts);
+        QVERIFY(shown.picture == rig.picture());
+    }
+}
+
+void tst_videoPath::theLimitsAreThoseOfTheGain()
+{
+    VideoRig rig;
+    QVERIFY(rig.useRange(4000, 9000));
+    Clock::advance(5000);
+    const auto gain = rig.output().renderWithFrame().gain;
+    // Half a level is 10 counts.
+    QVERIFY(std::abs(gain.black - 4000) <= 10);
+    QVERIFY(std::abs(gain.white - 9000) <= 10);
 }
 
 void tst_videoPath::theSameTimeShowsTheSamePicture_data()

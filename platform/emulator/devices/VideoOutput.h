@@ -32,7 +32,9 @@ public:
 
     /// The picture that the output shows now, see VideoPath::render(). Any thread, which must not hold the camera's
     /// lock.
-    image::Picture render() { return m_path.render(); }
+    image::Picture render() { return m_path.render().picture; }
+    /// The same with the frame that it shows.
+    VideoPicture renderWithFrame() { return m_path.render(); }
 
     /// The formats that the camera offers, as numbers of the SDK and others.
     const std::vector<uint8_t> &formats() const { return m_formats; }

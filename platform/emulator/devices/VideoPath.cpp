@@ -124,35 +124,39 @@ Order takeOrder(Camera &camera, const Progress &progress)
 class VideoPath::Memory
 {
 public:
-    Progress progress() const { return {m_shown, !m_unfiltered.empty(), m_videoFrame}; }
-    bool hasImage() const { return m_shown.has_value(); }
+    Progress progress() const
+    {
+        return {m_frame ? std::optional(m_frame->start) : std::nullopt, m_filters, m_videoFrame};
+    }
+    bool hasImage() const { return m_frame != nullptr; }
 
     /// Takes the image of an order. A window without frames leaves the last one.
     void takeImage(const Camera &camera, const Order &order)
     {
-        Counts newest;
-        if (!render(camera, *order.newest, order, newest))
+        auto frame = std::make_shared<Frame>();
+        if (!render(camera, *order.newest, order, frame->counts))
             return;
-        remember(camera, order, newest);
-        m_newest = std::move(newest);
-        filter(order, m_newest);
+        m_window = order.newest->window;
+        m_optics = order.newest->optics;
+        frame->start = order.start;
+        frame->size = {m_window.width, m_window.height};
+        prepareFilter(camera, order);
+        m_frame = std::move(frame);
+        m_filtered = m_filters ? m_frame->counts : Counts();
+        filter(order, m_filtered);
         m_firstField.clear();
         if (order.firstField && render(camera, *order.firstField, order, m_firstField))
             filter(order, m_firstField);
-        m_window = order.newest->window;
-        m_optics = order.newest->optics;
-        m_shown = order.start;
         m_videoFrame = order.videoFrame;
     }
 
     /// Draws the last image.
-    image::Picture draw(const Order &order)
+    VideoPicture draw(const Order &order)
     {
-        const image::Size size{m_window.width, m_window.height};
         Counts copy;
-        const Counts &newest = enhanced(m_newest, order, copy);
-        m_gain.update(newest, size, order.region, order.gain, gainStep(order));
-        image::Fields fields{size, {}, {}};
+        const Counts &newest = enhanced(m_filters ? m_filtered : m_frame->counts, order, copy);
+        m_gain.update(newest, m_frame->size, order.region, order.gain, gainStep(order));
+        image::Fields fields{m_frame->size, {}, {}};
         const bool byFields = !m_firstField.empty();
         m_gain.apply(newest, byFields ? fields.second : fields.first);
         if (byFields)
@@ -164,7 +168,7 @@ public:
         const image::RasterPlace place = placeOf(order);
         image::Picture picture = image::drawRaster(fields, place, palette);
         image::drawOverlay(onRaster(order.overlay, place), picture);
-        return picture;
+        return {std::move(picture), m_frame, m_gain.limits()};
     }
 
 private:
@@ -173,21 +177,22 @@ private:
         return camera.render(exposure, order.preset, image::Output::Video, counts);
     }
 
-    /// Brings the filter to the state before the newest frame, whose counts it keeps for the next time.
-    void remember(const Camera &camera, const Order &order, const Counts &newest)
+    /// Brings the filter to the state before the newest frame, while the last one is still there.
+    void prepareFilter(const Camera &camera, const Order &order)
     {
-        if (order.filter == Filter::Mode::Off) {
+        const bool hasFrames = std::exchange(m_filters, order.filter != Filter::Mode::Off);
+        if (!m_filters) {
             m_filter = {};
-            m_unfiltered.clear();
             return;
         }
-        if (order.videoFrame != m_videoFrame && !m_unfiltered.empty())
-            m_filter.apply(m_unfiltered, order.filter, order.filterThreshold);
         Counts counts;
+        if (hasFrames && order.videoFrame != m_videoFrame) {
+            counts = m_frame->counts;
+            m_filter.apply(counts, order.filter, order.filterThreshold);
+        }
         for (const image::Exposure &missed : order.missed)
             if (render(camera, missed, order, counts))
                 m_filter.apply(counts, order.filter, order.filterThreshold);
-        m_unfiltered = newest;
     }
 
     /// Filters a frame as the next one of the video. The filter stays as it is, since the same frame may come again.
@@ -203,7 +208,7 @@ private:
         if (order.gain.method != image::AgcMethod::Detail)
             return frame;
         copy = frame;
-        image::enhanceDetail(copy, {m_window.width, m_window.height}, order.gain.sharpness, order.gain.threshold);
+        image::enhanceDetail(copy, m_frame->size, order.gain.sharpness, order.gain.threshold);
         return copy;
     }
 
@@ -240,14 +245,14 @@ private:
         return overlay;
     }
 
-    std::optional<FrameStart> m_shown; ///< The frame of the last image.
+    std::shared_ptr<const Frame> m_frame; ///< Of the last image, before the filter. Null before the first image.
     image::Window m_window; ///< Of the last image.
     image::Optics m_optics;
-    Counts m_newest;
+    Counts m_filtered; ///< Empty while the filter is off.
     Counts m_firstField; ///< Empty if the last image has no fields.
     int64_t m_videoFrame = 0;
-    Filter m_filter; ///< With the frames of the video before the newest one.
-    Counts m_unfiltered; ///< The newest frame, empty while the filter is off.
+    Filter m_filter; ///< With the frames of the video before the last image.
+    bool m_filters = false; ///< The filter was on for the last image.
     image::Agc m_gain;
     int64_t m_gainTime = 0; ///< Of the last picture, a time of Clock.
 };
@@ -256,7 +261,7 @@ VideoPath::VideoPath(Camera &camera) : m_camera(camera) { }
 
 VideoPath::~VideoPath() = default;
 
-image::Picture VideoPath::render()
+VideoPicture VideoPath::render()
 {
     const std::lock_guard rendering(m_rendering);
     if (!m_memory)
@@ -264,7 +269,7 @@ image::Picture VideoPath::render()
     const Order order = takeOrder(m_camera, m_memory->progress());
     if (order.newest)
         m_memory->takeImage(m_camera, order);
-    return m_memory->hasImage() ? m_memory->draw(order) : image::Picture();
+    return m_memory->hasImage() ? m_memory->draw(order) : VideoPicture();
 }
 
 } // namespace emulator
