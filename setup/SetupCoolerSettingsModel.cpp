@@ -1,5 +1,6 @@
 #include "setup/SetupCoolerSettingsModel.h"
 
+#include "common/coolers.h"
 #include "common/publishing.h"
 #include "common/reading.h"
 #include "common/setters.h"
@@ -8,8 +9,6 @@
 
 namespace
 {
-
-constexpr uint8_t thermoelectricCooler = 1;
 
 QString typeText(uint8_t type) { return QString::fromUtf8(zvtCoolerTypeText(type)); }
 

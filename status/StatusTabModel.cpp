@@ -2,6 +2,7 @@
 
 #include "common/CameraRoot.h"
 #include "common/conversions.h"
+#include "common/coolers.h"
 #include "common/formatting.h"
 #include "common/presets.h"
 #include "common/publishing.h"
@@ -21,7 +22,6 @@ namespace
 using hlx::cam::IZVTController;
 
 constexpr int freeRatesMode = 2; // The sequencing mode in which each preset has its own frame rate.
-constexpr uint8_t thermoelectricCooler = 1;
 
 QString rateText(double hertz)
 {
