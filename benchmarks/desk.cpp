@@ -46,9 +46,10 @@ void measureDesk(Report &report)
                   QStringLiteral("%1 ms by the wall clock").arg(value("gap", 2), 0, 'f', 1));
     report.figure(QStringLiteral("the same with the last cards in view, ms"), value("gap of the rows"), gapLimit,
                   QStringLiteral("%1 ms by the wall clock").arg(value("gap of the rows", 2), 0, 'f', 1));
-    report.figure(QStringLiteral("frames of the page that scrolls, without the desk over with it"),
-                  value("frames") / value("frames", 2), framesLimit,
-                  QStringLiteral("%1 and %2 a second").arg(value("frames"), 0, 'f', 1).arg(value("frames", 2), 0, 'f', 1));
+    report.figure(
+        QStringLiteral("frames of the page that scrolls, without the desk over with it"),
+        value("frames") / value("frames", 2), framesLimit,
+        QStringLiteral("%1 and %2 a second").arg(value("frames"), 0, 'f', 1).arg(value("frames", 2), 0, 'f', 1));
     report.figure(QStringLiteral("desk hidden again, ms in 5 s"), std::max(value("hidden"), 0.0), hiddenLimit);
     report.figure(QStringLiteral("desk hidden again, wake-ups in 5 s"), std::max(value("hidden", 2), 0.0), wakeUpLimit);
 }

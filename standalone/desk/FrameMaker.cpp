@@ -211,8 +211,7 @@ bool FrameMaker::isMeasured(const emulator::FrameStart &start, emulator::image::
 /// Whether the last frame can be compared with this one.
 bool FrameMaker::followsMeasured(const emulator::Frame &frame) const
 {
-    return m_measured && m_measured->frame.start.preset == frame.start.preset
-        && m_measured->frame.size == frame.size;
+    return m_measured && m_measured->frame.start.preset == frame.start.preset && m_measured->frame.size == frame.size;
 }
 
 void FrameMaker::measure(emulator::Frame frame, const emulator::image::Agc::Limits &gain)
