@@ -226,9 +226,12 @@ void Camera::setConnected(bool connected)
         const std::lock_guard lock(m_mutex);
         if (m_state->connected == connected)
             return;
+        // The change has effects on devices, for example a disconnection stops the lens.
+        catchUp();
         m_state->connected = connected;
         for (const auto &device : m_devices)
             device->connectionChanged(connected);
+        catchUp();
     }
     if (!connected)
         writeMemory();
@@ -310,10 +313,12 @@ void Camera::removeListener(int number)
 
 Status Camera::letTimePass(int64_t milliseconds)
 {
+    catchUp();
     {
         const Unlocked unlocked(*this);
         Clock::wait(milliseconds);
     }
+    catchUp();
     return connected() ? Ok : NotConnected;
 }
 
@@ -338,6 +343,7 @@ image::Exposure Camera::exposure(const FrameStart &start) const
 std::optional<Frame> Camera::newestFrame(int preset, std::optional<image::Output> output)
 {
     std::unique_lock lock(m_mutex);
+    catchUp();
     const auto start = m_state->frameClock->newest(preset);
     return start ? render(*start, output, std::move(lock)) : std::nullopt;
 }
@@ -345,6 +351,7 @@ std::optional<Frame> Camera::newestFrame(int preset, std::optional<image::Output
 std::optional<Frame> Camera::frame(int preset, uint64_t number, std::optional<image::Output> output)
 {
     std::unique_lock lock(m_mutex);
+    catchUp();
     const auto start = m_state->frameClock->frame(number);
     return start && start->preset == preset ? render(*start, output, std::move(lock)) : std::nullopt;
 }

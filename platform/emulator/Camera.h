@@ -71,9 +71,10 @@ public:
 
     class Unlocked;
 
-    /// Waits for the duration of a slow operation by Clock::wait(), with the lock released. Other operations may change
-    /// the camera meanwhile, so the caller must read values again afterwards. Returns Ok, or NotConnected if the camera
-    /// is no longer connected; the operation must then end with that status.
+    /// Waits for the duration of a slow operation by Clock::wait(), with the lock released. Calls catchUp() before and
+    /// after the wait, since the changes of the operation so far have their effect during it. Other operations may
+    /// change the camera meanwhile, so the caller must read values again afterwards. Returns Ok, or NotConnected if the
+    /// camera is no longer connected; the operation must then end with that status.
     Status letTimePass(int64_t milliseconds);
 
     /// The newest frame of a preset, and the frame with a number: as an output shows it, or raw. Empty if the preset

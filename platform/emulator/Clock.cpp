@@ -3,6 +3,7 @@
 #include <atomic>
 #include <chrono>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -20,6 +21,8 @@ std::atomic<int64_t> manualTime{manualStart};
 std::mutex actionMutex;
 std::function<void()> nextAction; ///< Of duringNextWait().
 
+thread_local std::optional<int64_t> earlierTime; ///< Of AsOf.
+
 void runNextAction()
 {
     std::unique_lock lock(actionMutex);
@@ -31,8 +34,16 @@ void runNextAction()
 
 } // namespace
 
+Clock::AsOf::AsOf(int64_t milliseconds) : m_outer(std::exchange(earlierTime, milliseconds)) { }
+
+Clock::AsOf::~AsOf() { earlierTime = m_outer; }
+
+bool Clock::isAsOf() { return earlierTime.has_value(); }
+
 int64_t Clock::now()
 {
+    if (earlierTime)
+        return *earlierTime;
     if (manualClock)
         return manualTime;
     const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();

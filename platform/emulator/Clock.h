@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace emulator
 {
@@ -13,6 +14,23 @@ class Clock
 public:
     /// Milliseconds since 1970-01-01 00:00 UTC.
     static int64_t now();
+
+    /// While an object exists, now() returns an earlier time on its thread, so that devices show their values at that
+    /// time. An inner object ends before the outer one. It must not be used for commands.
+    class AsOf
+    {
+    public:
+        explicit AsOf(int64_t milliseconds);
+        AsOf(const AsOf &) = delete;
+        AsOf &operator=(const AsOf &) = delete;
+        ~AsOf();
+
+    private:
+        std::optional<int64_t> m_outer;
+    };
+    /// Whether an AsOf exists on this thread. A later AsOf may have an earlier time, so a computation that goes on from
+    /// its last time must keep an earlier one.
+    static bool isAsOf();
 
     /// Sets the clock to a fixed time (2024-02-29 12:00:00 UTC) and stops it. After that only advance() and wait() move
     /// it.

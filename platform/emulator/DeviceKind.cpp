@@ -29,6 +29,7 @@
 #include "platform/emulator/devices/Information.h"
 #include "platform/emulator/devices/LensCover.h"
 #include "platform/emulator/devices/LensStates.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Saturation.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
@@ -85,6 +86,7 @@ constexpr std::array kinds{
     kind<SyncOut>("syncOut", Always, Forgets, Included),
     kind<Trigger>("trigger", Always, Forgets, Included),
     kind<FrameClock>("frames", Always, Forgets, LeftOut),
+    kind<Recorder>("recorder", WhereListed, Forgets, Included),
     kind<CorrectionRun>("correctionRun", WithCorrections, Forgets, LeftOut),
     kind<AutomaticCorrection>("automaticCorrection", WithCorrections, Forgets, Included),
     kind<VideoGain>("agc", Always, Forgets, Included),

@@ -90,11 +90,17 @@ bool EmulatedDevice::Properties::get(const hlx::CString &key, hlx::CVariant &val
 
 bool EmulatedDevice::Properties::set(const hlx::CString &key, hlx::CVariant value)
 {
+    const auto target = camera.lock();
     const auto body = [&](emulator::EmulatorProperties &properties, const QString &path) {
         QVariant present;
-        return properties.get(path, present) && properties.set(path, inKindOf(present, value));
+        if (!properties.get(path, present))
+            return false;
+        target->catchUp();
+        const bool set = properties.set(path, inKindOf(present, value));
+        target->catchUp();
+        return set;
     };
-    return withProperties(camera.lock(), "controller.properties.set", key, body);
+    return withProperties(target, "controller.properties.set", key, body);
 }
 
 } // namespace hlx::cam

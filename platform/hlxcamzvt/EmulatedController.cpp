@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/GatePass.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
 #include "platform/emulator/memberCalls.h"
@@ -16,6 +17,7 @@ namespace hlx::cam
 using emulator::controllerCall;
 using emulator::dispatchController;
 using emulator::passGate;
+using emulator::Recorder;
 using emulator::Sensor;
 using emulator::StateStore;
 
@@ -186,7 +188,11 @@ bool EmulatedController::readCapabilitiesAfter(bool loaded)
     return loaded;
 }
 
-bool EmulatedController::CanDownload() { return absent(camera(), "controller.CanDownload"); }
+bool EmulatedController::CanDownload()
+{
+    return emulator::controllerOnDevice<Recorder>(camera(), "controller.CanDownload",
+                                                  [](Recorder &recorder) { return recorder.canDownload(); });
+}
 
 bool EmulatedController::DownloadMovie(hlx::CString path, hlx::delegate<int(int, unsigned int, unsigned int)> progress,
                                        unsigned int first, unsigned int last)

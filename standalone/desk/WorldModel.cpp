@@ -18,7 +18,33 @@ namespace
 const QString ambient = u"environment.ambient"_s;
 const QString singleTrigger = u"sync.trigger"_s;
 const QString insertedFilters = u"filters.inserted"_s;
-const QString stuckHeater = u"flag.stuck"_s;
+
+/// A setting that is a fault while it is true.
+struct Fault {
+    QString setting;
+    QString group;
+    QString label;
+    QString hint;
+    QString text; ///< For the label "faults on".
+};
+
+const std::vector<Fault> &faultSettings()
+{
+    static const QString flag = WorldModel::tr("Flag");
+    static const QString drive = WorldModel::tr("Drive of the recorder");
+    static const std::vector<Fault> faults{
+        {u"flag.stuck"_s, flag, WorldModel::tr("Heater stuck"),
+         WorldModel::tr("The flag heats by 1 K/s while its cooler has power"),
+         WorldModel::tr("The heater of the flag is stuck")},
+        {u"recorder.drivePulled"_s, drive, WorldModel::tr("Pulled"), WorldModel::tr("Ends what uses the drive"),
+         WorldModel::tr("The drive of the recorder is pulled")},
+        {u"recorder.driveFull"_s, drive, WorldModel::tr("Full"), WorldModel::tr("Until it is formatted"),
+         WorldModel::tr("The drive of the recorder is full")},
+        {u"recorder.driveSlow"_s, drive, WorldModel::tr("Slow"), WorldModel::tr("A fiftieth of its speed"),
+         WorldModel::tr("The drive of the recorder is slow")},
+    };
+    return faults;
+}
 
 QString celsius() { return u"°C"_s; }
 QString rateHint() { return WorldModel::tr("0 to 1000000; 0: no signal"); }
@@ -57,7 +83,7 @@ const std::vector<Description> &descriptions()
     static const QString temperature = WorldModel::tr("Temperature");
     static const QString scene = WorldModel::tr("Scene");
     static const QString inputs = WorldModel::tr("Inputs");
-    static const std::vector<Description> rows{
+    static const std::vector<Description> described{
         {ambient, temperature, WorldModel::tr("Ambient"), celsius(),
          WorldModel::tr("-60 to 80; the chamber sets it while a program runs")},
         {u"emulator./ChamberProfile"_s, temperature, WorldModel::tr("Climate chamber"), {}, {}, chamberPrograms()},
@@ -75,12 +101,13 @@ const std::vector<Description> &descriptions()
         {u"sync.triggerRate"_s, inputs, WorldModel::tr("Trigger rate"), u"Hz"_s, rateHint()},
         {singleTrigger, inputs, WorldModel::tr("Single trigger"), {}, WorldModel::tr("One pulse at the trigger input")},
         {insertedFilters, WorldModel::tr("Filters in the wheel"), WorldModel::tr("Slot %1")},
-        {stuckHeater,
-         WorldModel::tr("Flag"),
-         WorldModel::tr("Heater stuck"),
-         {},
-         WorldModel::tr("The flag heats by 1 K/s while its cooler has power")},
     };
+    static const std::vector<Description> rows = [] {
+        std::vector<Description> all = described;
+        for (const Fault &fault : faultSettings())
+            all.push_back({fault.setting, fault.group, fault.label, {}, fault.hint});
+        return all;
+    }();
     return rows;
 }
 
@@ -96,10 +123,10 @@ QJsonArray listOf(const CameraSettings::Settings &settings, const QString &name)
     return setting ? setting->value.toArray() : QJsonArray();
 }
 
-bool heaterIsStuck(const CameraSettings::Settings &settings)
+bool isOn(const CameraSettings::Settings &settings, const Fault &fault)
 {
-    const SettingInfo *const stuck = find(settings, stuckHeater);
-    return stuck && stuck->value.toBool();
+    const SettingInfo *const setting = find(settings, fault.setting);
+    return setting && setting->value.toBool();
 }
 
 /// The names of all filters by ID, such as "6: ND 1.0".
@@ -202,12 +229,17 @@ QVariant WorldModel::settingWith(const SettingRow &row, const QVariant &value) c
 
 QStringList WorldModel::faultTexts() const
 {
-    return heaterIsStuck(settings().lastRead()) ? QStringList(tr("The heater of the flag is stuck")) : QStringList();
+    QStringList texts;
+    for (const Fault &fault : faultSettings())
+        if (isOn(settings().lastRead(), fault))
+            texts << fault.text;
+    return texts;
 }
 
 // Also ends a fault whose change is still waiting.
 void WorldModel::clearFaults()
 {
-    if (heaterIsStuck(settings().settings()))
-        settings().change(stuckHeater, false);
+    for (const Fault &fault : faultSettings())
+        if (isOn(settings().settings(), fault))
+            settings().change(fault.setting, false);
 }

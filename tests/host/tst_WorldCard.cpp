@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/Environment.h"
 #include "platform/emulator/devices/FilterWheel.h"
 #include "platform/emulator/devices/Flag.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/image/Exposure.h"
 #include "tests/host/SettingsRig.h"
 #include "tests/support/Test.h"
@@ -34,7 +35,9 @@ private slots:
     void newNamesKeepTheShownFilter();
     void refusalIsShownUntilEsc_data();
     void refusalIsShownUntilEsc();
-    void stuckHeaterIsAFault();
+    void faultsAreSetAndCleared_data();
+    void faultsAreSetAndCleared();
+    void allFaultsAreClearedTogether();
     void waitingFaultIsCleared();
     void faultOfAnotherClientIsSeen();
     void faultBelongsToItsCamera();
@@ -120,6 +123,8 @@ void tst_WorldCard::rowsAreThoseOfTheEquipment()
         wanted.append(QString("Slot %1").arg(slot + 1));
     if (flag && flag->temperatureControlled())
         wanted.append("Heater stuck");
+    if (const auto *const recorder = camera().device<emulator::Recorder>(); recorder && recorder->hasDrive())
+        wanted.append({"Pulled", "Full", "Slow"});
     QCOMPARE(labels(), wanted);
     QCOMPARE(shown("Slot 1", "label").isValid(), camera().device<emulator::FilterWheel>() != nullptr);
 }
@@ -360,17 +365,52 @@ void tst_WorldCard::refusalIsShownUntilEsc()
     QVERIFY(!m_rig->shows("Refused: too late"));
 }
 
-void tst_WorldCard::stuckHeaterIsAFault()
+void tst_WorldCard::faultsAreSetAndCleared_data()
 {
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("setting");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("heater") << "Heater stuck"
+                            << "flag.stuck"
+                            << "The heater of the flag is stuck";
+    QTest::newRow("pulled") << "Pulled"
+                            << "recorder.drivePulled"
+                            << "The drive of the recorder is pulled";
+    QTest::newRow("full") << "Full"
+                          << "recorder.driveFull"
+                          << "The drive of the recorder is full";
+    QTest::newRow("slow") << "Slow"
+                          << "recorder.driveSlow"
+                          << "The drive of the recorder is slow";
+}
+
+void tst_WorldCard::faultsAreSetAndCleared()
+{
+    QFETCH(const QString, label);
+    QFETCH(const QString, setting);
+    QFETCH(const QString, text);
     open();
     QVERIFY(!faults().active());
-    m_rig->click("Heater stuck");
-    QTRY_VERIFY(inCamera("flag.stuck").toBool());
-    QTRY_COMPARE(faults().texts(), QStringList("The heater of the flag is stuck"));
+    m_rig->click(label);
+    QTRY_VERIFY(inCamera(setting).toBool());
+    QTRY_COMPARE(faults().texts(), QStringList(text));
     faults().clearAll();
-    QTRY_VERIFY(!inCamera("flag.stuck").toBool());
+    QTRY_VERIFY(!inCamera(setting).toBool());
     QTRY_VERIFY(!faults().active());
-    QTRY_VERIFY(!m_rig->property("Heater stuck", "checked").toBool());
+    QTRY_VERIFY(!m_rig->property(label, "checked").toBool());
+}
+
+void tst_WorldCard::allFaultsAreClearedTogether()
+{
+    const QStringList settings{"flag.stuck", "recorder.drivePulled", "recorder.driveFull", "recorder.driveSlow"};
+    for (const QString &setting : settings)
+        QVERIFY(camera().otherClient().set(setting, true));
+    QVERIFY(read());
+    QCOMPARE(faults().texts().size(), settings.size());
+    faults().clearAll();
+    QTRY_VERIFY(!faults().active());
+    for (const QString &setting : settings)
+        QVERIFY2(!inCamera(setting).toBool(), qPrintable(setting));
 }
 
 void tst_WorldCard::waitingFaultIsCleared()

@@ -264,11 +264,11 @@ void tst_Camera::holdsItsSettingsInASnapshot()
     QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 85.0));
     QVERIFY(camera->otherClient().set(QStringLiteral("sensor.activePreset"), 2));
     const QJsonObject snapshot = camera->snapshot();
-    QCOMPARE(
-        snapshot.keys().join(QLatin1Char(' ')),
-        QStringLiteral(
-            "agc analog athermalization autoFocus automaticCorrection color cooler corrections cover digital "
-            "factoryCalibrations filters focus gain image overlay palette sensor sync syncOut trigger video zoom"));
+    QCOMPARE(snapshot.keys().join(QLatin1Char(' ')),
+             QStringLiteral(
+                 "agc analog athermalization autoFocus automaticCorrection color cooler corrections cover digital "
+                 "factoryCalibrations filters focus gain image overlay palette recorder sensor sync syncOut trigger "
+                 "video zoom"));
 
     QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 75.0));
     QVERIFY(camera->otherClient().set(QStringLiteral("sensor.activePreset"), 1));

@@ -103,6 +103,22 @@ private slots:
         QVERIFY(Clock::now() > leapDayNoon);
     }
 
+    void anEarlierTimeEndsWithItsObject()
+    {
+        Clock::manual();
+        {
+            const Clock::AsOf outer(1000);
+            {
+                const Clock::AsOf inner(500);
+                QCOMPARE(Clock::now(), 500);
+            }
+            QVERIFY(Clock::isAsOf());
+            QCOMPARE(Clock::now(), 1000);
+        }
+        QVERIFY(!Clock::isAsOf());
+        QCOMPARE(Clock::now(), leapDayNoon);
+    }
+
     void advancesFromManyThreadsAddUp()
     {
         Clock::manual();

@@ -244,6 +244,7 @@ std::vector<Operation> presetOperations()
         {"SetVideoPreset", Operation::Write, [](C &c) { return c.SetVideoPreset(2), QString(); }, "2"},
         {"SetActivePreset", Operation::Write, [](C &c) { return c.SetActivePreset(3), QString(); }, "3"},
         {"SetReduceNoise", Operation::Write, [](C &c) { return c.SetReduceNoise(false), QString(); }, "false"},
+        {"CanDownload", Operation::Read, [](C &c) { return text(c.CanDownload()); }},
     };
 }
 
@@ -252,7 +253,6 @@ std::vector<Operation> absentOperations()
 {
     using C = CZVTController;
     return {
-        {"CanDownload", Operation::Absent, [](C &c) { return text(c.CanDownload()); }},
         {"DownloadMovie", Operation::Absent, [](C &c) { return text(c.DownloadMovie("movie.rqs", {}, 0, 9)); },
          "\"movie.rqs\", delegate, 0, 9"},
         {"FindFrameRange", Operation::Absent,

@@ -11,6 +11,7 @@
 #include "platform/emulator/devices/FocusToDistance.h"
 #include "platform/emulator/devices/LensCover.h"
 #include "platform/emulator/devices/LensStates.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/Temperatures.h"
 #include "platform/emulator/devices/Zoom.h"
@@ -111,6 +112,7 @@ void tst_Profile::isSoundAsBuiltIn()
     if (name != QLatin1String("edge-values"))
         QCOMPARE(camera->device<emulator::Color>()->number() == 2,
                  profile.identity().value(QLatin1String("detector")).toInt() == twoColors);
+    QCOMPARE(camera->device<emulator::Recorder>() != nullptr, has("hasSsd"));
     const auto *flag = camera->device<emulator::Flag>();
     QCOMPARE(flag != nullptr, has("hasFlag"));
     QCOMPARE(flag && flag->temperatureControlled(), has("hasFlagCooler"));

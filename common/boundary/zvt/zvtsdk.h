@@ -1024,9 +1024,10 @@ int zvtSsdTrigger(uint64_t handle);
 int zvtSsdRecordPause(uint64_t handle);
 /// Continues a paused recording: state 2.
 int zvtSsdRecordResume(uint64_t handle);
-/// Ends a recording: state 3, or 4, 5 or 12 by the automatic options below.
+/// Ends a recording: state 3, or 4, 5, 11 or 12 by the automatic options below. With record mode 1 state 5; after
+/// that 0, 11 or 12.
 int zvtSsdRecordStop(uint64_t handle);
-/// The number of frames to record.
+/// The number of frames to record. Without record modes, while the memory has a recording, the number of its frames.
 int zvtGetSsdNumFrames(uint64_t handle, uint32_t* out);
 /// Sets the number of frames to record, at most zvtGetSsdMaxNumFrames() or zvtGetSsdMaxNumFramesDisk() by the record
 /// mode.
@@ -1040,7 +1041,7 @@ int zvtGetSsdPretriggerFrames(uint64_t handle, uint32_t* out);
 /// Sets the number of frames kept from before the trigger: at most the frames to record, or zvtGetSsdMaxNumFrames()
 /// with record mode 1 or record type 2.
 int zvtSetSsdPretriggerFrames(uint64_t handle, uint32_t value);
-/// The number of frames in memory or in the loaded movie; may be 0.
+/// The number of frames in memory or in the loaded movie; may be 0. While it records, the number of those kept so far.
 int zvtGetSsdNumFramesAcquired(uint64_t handle, uint32_t* out);
 /// 1 if the camera has record modes, and with them the record type, duration and gate, the frame counts of the drive
 /// and of the recording, loading of movies, automatic rearm and download; else 0.
@@ -1077,7 +1078,8 @@ int zvtSetSsdAutoPlay(uint64_t handle, uint8_t value);
 int zvtGetSsdAutoDownload(uint64_t handle, uint8_t* out);
 /// Sets whether the recorder asks for a download after a recording (1) or not (0).
 int zvtSetSsdAutoDownload(uint64_t handle, uint8_t value);
-/// Reports to the recorder that the requested download begins.
+/// Reports to the recorder that the requested download begins. State 12 ends by itself 60 s after it began or after
+/// this call, unless the end of the download is reported before.
 int zvtSsdAutoDownloadStart(uint64_t handle);
 /// Reports to the recorder that the download has ended: it leaves state 12.
 int zvtSsdAutoDownloadDone(uint64_t handle);
@@ -1091,7 +1093,7 @@ int zvtSsdPlayBuffer(uint64_t handle);
 int zvtSsdPauseBuffer(uint64_t handle);
 /// Continues a paused playback: state 4.
 int zvtSsdResumeBuffer(uint64_t handle);
-/// Ends the playback.
+/// Ends the playback: state 3, or 10 with a loaded movie. Accepted, without effect, in the states 3, 10 and 12.
 int zvtSsdStopBuffer(uint64_t handle);
 /// Shows one frame, counted from 0: state 6.
 int zvtSsdSkipToFrame(uint64_t handle, uint32_t frame);
@@ -1101,9 +1103,9 @@ int zvtSsdSkipForward(uint64_t handle);
 int zvtSsdSkipBackward(uint64_t handle);
 /// The frame that is shown.
 int zvtGetSsdPlaybackFrame(uint64_t handle, uint32_t* out);
-/// The playback rate in hertz.
+/// The playback rate in hertz. It is cut when a playback begins, and when a movie has been loaded.
 int zvtGetSsdPlaybackRate(uint64_t handle, float* out);
-/// Sets the playback rate in hertz, above 0.
+/// Sets the playback rate in hertz. A rate outside of the camera's limits is cut; NaN is refused.
 int zvtSetSsdPlaybackRate(uint64_t handle, float value);
 /// 1 if the playback starts again at its end, else 0.
 int zvtGetSsdLoopPlayback(uint64_t handle, uint8_t* out);
@@ -1142,11 +1144,12 @@ int zvtSsdSaveBuffer(uint64_t handle);
 int zvtGetSsdMovieCount(uint64_t handle, uint32_t* out);
 /// The movie with this place in the list, from 0.
 int zvtGetSsdMovieInfo(uint64_t handle, uint32_t index, zvtSSsdMovieInfo* out);
-/// Loads the movie with this place in the list: state 8, then 10. Blocks.
+/// Loads the movie with this place in the list: state 8, then 10; state 12 stays. Blocks. Refused if the frames of the
+/// movie have another size than the window.
 int zvtSsdLoadMovie(uint64_t handle, uint32_t index);
 /// 1 while a movie is loaded, else 0.
 int zvtGetSsdMovieLoaded(uint64_t handle, uint8_t* out);
-/// Unloads the movie: state 0.
+/// Unloads the movie: state 0; state 12 stays.
 int zvtSsdUnload(uint64_t handle);
 
 // ---- Manufacturing --------------------------------------------------------------------------------------------------

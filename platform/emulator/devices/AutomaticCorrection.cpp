@@ -6,6 +6,7 @@
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/EventQueue.h"
 #include "platform/emulator/devices/Flag.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/Temperatures.h"
 
@@ -75,11 +76,17 @@ void AutomaticCorrection::runEnded()
 
 void AutomaticCorrection::catchUp()
 {
-    if (m_enabled && !m_run.running() && !m_corrections.hasPending() && due())
+    if (m_enabled && !m_run.running() && !m_corrections.hasPending() && due() && !recorderNeedsFrames())
         start();
 }
 
 bool AutomaticCorrection::hasFlag() const { return camera().device<Flag>() != nullptr; }
+
+bool AutomaticCorrection::recorderNeedsFrames() const
+{
+    const auto *const recorder = camera().device<Recorder>();
+    return recorder && recorder->watchesFrames();
+}
 
 bool AutomaticCorrection::due() const
 {

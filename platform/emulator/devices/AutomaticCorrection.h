@@ -13,7 +13,8 @@ class Corrections;
 
 /// The automatic correction: it updates the offsets of the corrections in use by the flag, after a time and when the
 /// temperature of the front panel has changed since the last accepted correction. It raises ZVT_EVENT_SETTINGS_CHANGED
-/// at its end. It waits while a run is on or a correction is pending, and starts with a call to the camera.
+/// at its end. It waits while a run is on, a correction is pending or frames are recorded, and starts with a call to
+/// the camera.
 class AutomaticCorrection : public Device
 {
 public:
@@ -39,6 +40,7 @@ public:
 
 private:
     bool hasFlag() const;
+    bool recorderNeedsFrames() const;
     bool due() const;
     std::vector<int> presets() const;
     /// The temperature and the time of now are those of the last correction.

@@ -38,13 +38,18 @@ CameraClock::CameraClock(Camera &camera, Section &section)
                 });
 }
 
-CameraClock::RealTime CameraClock::realTime() const
+CameraClock::RealTime CameraClock::realTime() const { return realTimeOf(Clock::now() + m_realTimeOffset); }
+
+CameraClock::RealTime CameraClock::realTimeOf(int64_t milliseconds)
 {
-    const QDateTime now = timeWithOffset(m_realTimeOffset);
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
     const auto byte = [](int value) { return static_cast<uint8_t>(value); };
-    return {
-        byte(now.date().year() - firstYear), byte(now.date().month()), byte(now.date().day()), byte(now.time().hour()),
-        byte(now.time().minute()),           byte(now.time().second())};
+    return {byte(time.date().year() - firstYear),
+            byte(time.date().month()),
+            byte(time.date().day()),
+            byte(time.time().hour()),
+            byte(time.time().minute()),
+            byte(time.time().second())};
 }
 
 Status CameraClock::setRealTime(const RealTime &time)
@@ -62,10 +67,14 @@ CameraClock::IrigTime CameraClock::irigTime() const { return irigTimeAt(Clock::n
 
 CameraClock::IrigTime CameraClock::irigTimeAt(int64_t microseconds) const
 {
-    const int64_t sum = microseconds + m_irigOffset * 1000 + m_irigMicrosecond;
+    return irigTimeOf(microseconds + irigShift());
+}
+
+CameraClock::IrigTime CameraClock::irigTimeOf(int64_t microseconds) const
+{
     // Rounded down, also before 1970.
-    const int64_t microsecond = (sum % 1000 + 1000) % 1000;
-    const QDateTime time = QDateTime::fromMSecsSinceEpoch((sum - microsecond) / 1000, Qt::UTC);
+    const int64_t microsecond = (microseconds % 1000 + 1000) % 1000;
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch((microseconds - microsecond) / 1000, Qt::UTC);
     const auto byte = [](int value) { return static_cast<uint8_t>(value); };
     const auto word = [](int value) { return static_cast<uint16_t>(value); };
     return {word(m_irigYear ? time.date().year() : 0),
@@ -79,7 +88,7 @@ CameraClock::IrigTime CameraClock::irigTimeAt(int64_t microseconds) const
 
 int64_t CameraClock::nextIrigTime(const IrigTime &time, int64_t microseconds) const
 {
-    const int64_t offset = m_irigOffset * 1000 + m_irigMicrosecond;
+    const int64_t offset = irigShift();
     const QTime timeOfDay(time.hour, time.minute, time.second, time.millisecond);
     // The 366th day exists in leap years only.
     for (int year = QDateTime::fromMSecsSinceEpoch((microseconds + offset) / 1000, Qt::UTC).date().year();; ++year) {

@@ -35,12 +35,20 @@ public:
     CameraClock(Camera &camera, Section &section);
 
     RealTime realTime() const;
+    /// Milliseconds by which the real-time clock is ahead of Clock.
+    int64_t realTimeShift() const { return m_realTimeOffset; }
+    /// The date and time of day of milliseconds since 1970: a time of Clock plus realTimeShift().
+    static RealTime realTimeOf(int64_t milliseconds);
     /// Sets the real-time clock.
     Status setRealTime(const RealTime &time);
 
     IrigTime irigTime() const;
     /// The IRIG time at a time of Clock in microseconds since 1970, by the present setting of the IRIG clock.
     IrigTime irigTimeAt(int64_t microseconds) const;
+    /// Microseconds by which the IRIG clock is ahead of Clock.
+    int64_t irigShift() const { return m_irigOffset * 1000 + m_irigMicrosecond; }
+    /// The IRIG time of microseconds since 1970: a time of Clock plus irigShift().
+    IrigTime irigTimeOf(int64_t microseconds) const;
     /// When the IRIG clock next shows this day and time of day, at `microseconds` or later; both are times of Clock in
     /// microseconds since 1970. The year of `time` is ignored. A year must have this day, the 366th or less.
     int64_t nextIrigTime(const IrigTime &time, int64_t microseconds) const;

@@ -5,6 +5,7 @@
 #include "platform/emulator/devices/AutomaticCorrection.h"
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/ImageMode.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Sensor.h"
 
 #include <algorithm>
@@ -48,8 +49,13 @@ std::string collectingText(uint32_t frames)
 
 CorrectionRun::CorrectionRun(Camera &camera, Section &) : Device(camera), m_flag(camera) { }
 
-/// Whether the camera can make a correction now.
-bool CorrectionRun::mayStart() const { return !running(); }
+/// Whether the camera can make a correction now. A recorder keeps the frames as they are while it is armed or records,
+/// and until it has decided to arm again.
+bool CorrectionRun::mayStart() const
+{
+    const auto *const recorder = camera().device<Recorder>();
+    return !running() && (!recorder || !recorder->watchesFrames());
+}
 
 CorrectionRun::Readout CorrectionRun::presentReadout() const
 {
@@ -110,6 +116,13 @@ Status CorrectionRun::abort()
         return Refused;
     finish(Aborted);
     return Ok;
+}
+
+bool CorrectionRun::giveWay()
+{
+    if (running() && m_automatic)
+        finish(Aborted);
+    return !running();
 }
 
 Status CorrectionRun::status(uint16_t &number, std::string &text)

@@ -63,6 +63,9 @@ public:
     /// Ends the run. Refused without one.
     Status abort();
 
+    /// Ends an automatic run, since its frames are needed otherwise. Returns false if another run is on.
+    bool giveWay();
+
     bool running() const { return m_status != Ready; }
     /// Whether a thread exposes frames or computes at present.
     bool busy() const { return m_busy; }

@@ -3,6 +3,7 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Unlocked.h"
 #include "platform/emulator/devices/Corrections.h"
+#include "platform/emulator/devices/RecordedSettings.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/fileNames.h"
 #include "platform/emulator/replaceFile.h"
@@ -115,6 +116,31 @@ std::optional<Correction> CorrectionStore::read(const std::string &name) const
     return isMade() ? m_factory.make(name) : fromCorrectionFile(bytesOf(contentOf(name)));
 }
 
+std::shared_ptr<RecordedCorrection> CorrectionStore::toRecord(const std::string &name)
+{
+    const bool made = isFactory(name);
+    if (!made && !hasFile(name))
+        return std::make_shared<RecordedCorrection>([] { return std::optional<Correction>(); });
+    const Contents contents = made ? Contents() : contentsOf(name);
+    std::erase_if(m_recorded, [](const auto &entry) { return entry.second.correction.expired(); });
+    const auto [first, last] = m_recorded.equal_range(name);
+    for (auto entry = first; entry != last; ++entry)
+        if (auto known = entry->second.correction.lock(); known && entry->second.contents == contents)
+            return known;
+    std::function<std::optional<Correction>()> read = [this, name] { return m_factory.make(name); };
+    if (!made) {
+        const auto file = std::make_shared<QFile>(qtPathOf(name));
+        if (!file->open(QIODevice::ReadOnly))
+            qWarning("cannot open %s: %s", qUtf8Printable(file->fileName()), qUtf8Printable(file->errorString()));
+        read = [file]() -> std::optional<Correction> {
+            return file->isOpen() ? fromCorrectionFile(bytesOf(file->read(maximumFileSize + 1))) : std::nullopt;
+        };
+    }
+    const auto recorded = std::make_shared<RecordedCorrection>(std::move(read));
+    m_recorded.emplace(name, Recorded{contents, recorded});
+    return recorded;
+}
+
 Status CorrectionStore::write(const std::string &name, const CorrectionInfo &info, const image::CorrectionTable &table)
 {
     if (!isCorrectionName(name) || !table.isComplete())
@@ -224,6 +250,14 @@ std::optional<CorrectionStore::Entry> CorrectionStore::fileEntry(const std::stri
         return std::nullopt;
     const int64_t written = int64_t{status.st_mtim.tv_sec} * 1000 + status.st_mtim.tv_nsec / 1'000'000;
     return Entry{name, static_cast<uint64_t>(status.st_size), written};
+}
+
+CorrectionStore::Contents CorrectionStore::contentsOf(const std::string &name) const
+{
+    struct stat status;
+    if (stat(pathOf(name).c_str(), &status) != 0)
+        return {};
+    return {status.st_dev, status.st_ino, nanoseconds(status.st_mtim), status.st_size};
 }
 
 void CorrectionStore::forgetFactory(const std::string &name)

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -14,6 +16,8 @@
 
 namespace emulator
 {
+
+class RecordedCorrection;
 
 /// The non-uniformity corrections in a camera: files, nucs/NAME.nuc in the camera's folder, and the FactoryCorrections,
 /// which have none. Files that another process adds, changes or removes are seen at the next call; only the free space
@@ -53,6 +57,12 @@ public:
     /// Reads a correction, or makes it. Empty if it does not exist, is damaged or cannot be made. Takes up to 0.1 s, so
     /// the caller should not hold the camera's lock. Any thread.
     std::optional<Correction> read(const std::string &name) const;
+
+    /// Returns the correction of this name as it is now, for recordings. It stays so after the correction has been
+    /// replaced, renamed or deleted. Opens a file for this, but does not read it; logs a warning if this fails. While
+    /// an object for the same contents exists, it is returned, so that a file is open only once. The thread must hold
+    /// the camera's lock.
+    std::shared_ptr<RecordedCorrection> toRecord(const std::string &name);
 
     /// Writes a correction, in place of one of this name. The window of the file is that of the table. Refused for an
     /// invalid name, for a table that is not complete, and if it does not fit into the free space. Takes up to 0.1 s,
@@ -108,6 +118,21 @@ private:
     Status store(const std::string &name, QByteArrayView content);
     qint64 bytesPerSecond() const;
 
+    /// The identity of the contents of a file. All 0 for a factory correction.
+    struct Contents {
+        uint64_t device = 0;
+        uint64_t inode = 0; ///< No other file gets it while this one is open.
+        int64_t written = 0; ///< Nanoseconds since the epoch.
+        int64_t size = 0; ///< Bytes.
+
+        bool operator==(const Contents &) const = default;
+    };
+    struct Recorded {
+        Contents contents;
+        std::weak_ptr<RecordedCorrection> correction;
+    };
+    Contents contentsOf(const std::string &name) const;
+
     /// The files when they were listed last.
     struct Listing {
         int64_t folderTime; ///< Nanoseconds since the epoch.
@@ -117,6 +142,7 @@ private:
     FactoryCorrections m_factory;
     std::set<std::string> m_deletedFactory;
     uint64_t m_capacity = 536'870'912;
+    std::multimap<std::string, Recorded> m_recorded; ///< By name. The objects may be gone.
     mutable std::mutex m_listingMutex; ///< Locked after the camera's lock, if both are.
     mutable std::optional<Listing> m_listing;
 };

@@ -5,6 +5,7 @@
 #include "platform/emulator/devices/AutomaticCorrection.h"
 #include "platform/emulator/devices/CorrectionStore.h"
 #include "platform/emulator/devices/EventQueue.h"
+#include "platform/emulator/devices/RecordedSettings.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/fileNames.h"
 #include "platform/emulator/image/Exposure.h"
@@ -73,6 +74,12 @@ const Corrections::Loaded *Corrections::inUse(int preset) const
     if (m_pending && m_pending->preset == preset)
         return &m_pending->loaded;
     return hasPreset(preset) && isLoaded(preset) ? &*slot(preset) : nullptr;
+}
+
+/// Reads a correction without a table. Called without the camera's lock, with a copy.
+std::optional<Correction> Corrections::read(const Loaded &unused) const
+{
+    return unused.recorded ? unused.recorded->correction() : store().read(unused.name);
 }
 
 bool Corrections::fits(const image::Window &window) const
@@ -162,8 +169,8 @@ Status Corrections::write(uint8_t preset, const std::string &name)
     Loaded saved = *slot(preset);
     if (!saved.correction.table) {
         const Camera::Unlocked unlocked(camera());
-        if (auto read = store().read(saved.name))
-            saved.correction = *std::move(read);
+        if (auto found = read(saved))
+            saved.correction = *std::move(found);
     }
     if (!saved.correction.table)
         return Refused;
@@ -177,7 +184,9 @@ Status Corrections::write(uint8_t preset, const std::string &name)
     }
     // Another correction may have been loaded meanwhile.
     if (Slot &present = m_loaded.at(preset); written == Ok && present && present->number == saved.number) {
-        present = Loaded{name, saved.window, saved.number, std::move(saved.correction)};
+        present->name = name;
+        present->window = saved.window;
+        present->correction = std::move(saved.correction);
         m_checkedWindow.reset();
     }
     return written;
@@ -211,22 +220,32 @@ std::shared_ptr<const image::CorrectionTable> Corrections::table(int preset)
     const Loaded *const used = inUse(preset);
     if (!used || used->correction.table)
         return used ? used->correction.table : nullptr;
-    const std::string name = used->name;
-    const uint64_t number = used->number;
+    const Loaded unused = *used;
     lock.unlock();
-    auto read = store().read(name);
+    const auto found = read(unused);
     lock.lock();
-    if (!read) {
-        drop(preset, number);
+    if (!found) {
+        drop(preset, unused.number);
         return nullptr;
     }
-    if (Slot &present = m_loaded.at(static_cast<size_t>(preset)); present && present->number == number) {
-        present->correction = *read;
+    if (Slot &present = m_loaded.at(static_cast<size_t>(preset)); present && present->number == unused.number) {
+        present->correction = *found;
         // The file may have been replaced since the correction was selected.
-        present->window = read->table->window;
+        present->window = found->table->window;
         m_checkedWindow.reset();
     }
-    return read->table;
+    return found->table;
+}
+
+std::shared_ptr<RecordedCorrection> Corrections::toRecord(int preset) const
+{
+    const Loaded *const used = inUse(preset);
+    if (!used)
+        return nullptr;
+    if (!used->recorded)
+        used->recorded = used->correction.table ? std::make_shared<RecordedCorrection>(used->correction)
+                                                : store().toRecord(used->name);
+    return used->recorded;
 }
 
 Status Corrections::repair(uint8_t &method) const
@@ -246,7 +265,8 @@ void Corrections::connectionChanged(bool connected)
     // The state in which the camera starts may name corrections that do not exist any more.
     CorrectionInfo ignored;
     for (Slot &slot : m_loaded)
-        if (connected && slot && !slot->correction.table && store().basicInfo(slot->name, ignored) != Ok)
+        if (connected && slot && !slot->correction.table && !slot->recorded
+            && store().basicInfo(slot->name, ignored) != Ok)
             slot.reset();
 }
 

@@ -17,6 +17,7 @@ namespace emulator
 {
 
 class CorrectionStore;
+class RecordedCorrection;
 class Sensor;
 
 /// The non-uniformity corrections (NUCs) in use: one for each preset, and the one that a run has made and that waits
@@ -61,6 +62,10 @@ public:
     Status accept();
     Status discard();
 
+    /// The correction in use for a preset, for recordings: the same object until the preset gets another correction.
+    /// Null if there is none. A correction that has been selected but not used stays as it is now, as if it were used.
+    std::shared_ptr<RecordedCorrection> toRecord(int preset) const;
+
     /// The table in use for a preset, null if there is none. Reads it from the store if it has not been used since it
     /// was selected. Any thread; it should not hold the camera's lock.
     std::shared_ptr<const image::CorrectionTable> table(int preset);
@@ -85,6 +90,7 @@ private:
         image::Window window;
         uint64_t number; ///< Counts what has been loaded.
         Correction correction; ///< Without a table until it is used.
+        mutable std::shared_ptr<RecordedCorrection> recorded = nullptr; ///< Null until it is recorded.
     };
     struct Pending {
         int preset;
@@ -96,6 +102,7 @@ private:
     bool hasPreset(int preset) const;
     const Slot &slot(int preset) const;
     const Loaded *inUse(int preset) const;
+    std::optional<Correction> read(const Loaded &unused) const;
     bool fits(const image::Window &window) const;
     void put(int preset, Slot loaded);
     void drop(int preset, uint64_t number);

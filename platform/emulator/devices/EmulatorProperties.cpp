@@ -3,6 +3,7 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/ChamberProgram.h"
 #include "platform/emulator/devices/Environment.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/image/Exposure.h"
 
 #include <utility>
@@ -14,7 +15,11 @@ using namespace Qt::StringLiterals;
 
 EmulatorProperties::EmulatorProperties(Camera &camera, Section &section) : Device(camera)
 {
-    addProperty<bool>(section, u"RecordStart"_s, false);
+    const auto useInput = [&camera](bool level) {
+        if (auto *const recorder = camera.device<Recorder>())
+            recorder->setInput(level);
+    };
+    addProperty<bool>(section, u"RecordStart"_s, false, {}, useInput);
     addProperty<bool>(section, u"SSDTransfer"_s, false);
     addProperty<int>(section, u"Pattern"_s, 0);
     addProperty<float>(section, u"BlackbodyTemp1"_s, 20);

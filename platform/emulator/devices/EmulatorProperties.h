@@ -14,7 +14,7 @@ namespace emulator
 /// The properties that only emulated cameras have, by their paths: "/RecordStart" and "/SSDTransfer" (bool),
 /// "/Pattern" (an int, an image::Scene::Pattern; others count as Live), "/BlackbodyTemp1" and "/BlackbodyTemp2" (float,
 /// Celsius) and "/ChamberProfile" (text), the program of the climate chamber as ChamberProgram::parse() reads it. A
-/// change of the program starts it; Environment runs it.
+/// change of the program starts it; Environment runs it. "/RecordStart" is the input of the Recorder.
 class EmulatorProperties : public Device
 {
 public:

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace emulator
@@ -71,6 +72,23 @@ double Environment::laggedAmbient(int64_t time) const
         value = follow(value, from->celsius, last, end - from->milliseconds);
     }
     return value;
+}
+
+int64_t Environment::nextTurn(int64_t time) const
+{
+    const int64_t now = elapsed(time);
+    const auto to = std::ranges::upper_bound(m_course, now, {}, &ChamberProgram::Point::milliseconds);
+    if (to == m_course.end())
+        return std::numeric_limits<int64_t>::max();
+    // On a straight line the value turns once at most: where it equals the temperature.
+    const auto from = std::prev(to);
+    const double behind = (to->celsius - from->celsius) * lagMilliseconds
+        / static_cast<double>(to->milliseconds - from->milliseconds); // As in follow().
+    const double ahead = interpolate(*from, *to, now) - laggedAmbient(time);
+    double rest = static_cast<double>(to->milliseconds - now);
+    if (behind * ahead < 0)
+        rest = std::clamp(lagMilliseconds * std::log(1 - ahead / behind), 1.0, rest);
+    return m_startTime + now + static_cast<int64_t>(std::ceil(rest));
 }
 
 void Environment::run(const ChamberProgram &program)

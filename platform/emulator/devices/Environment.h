@@ -31,6 +31,10 @@ public:
     /// The same at a time of Clock since the last change of the ambient temperature or program.
     double laggedAmbient(int64_t time) const;
 
+    /// The next time of Clock after `time` at which laggedAmbient() may turn: between two of them it only rises or only
+    /// falls. The largest number if there is none.
+    int64_t nextTurn(int64_t time) const;
+
     /// Calls `listener` before each change of the ambient temperature or program, until the end of the camera. Devices
     /// that compute a temperature step by step advance to the present then.
     void beforeChange(std::function<void()> listener) { m_listeners.push_back(std::move(listener)); }

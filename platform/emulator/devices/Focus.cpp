@@ -39,7 +39,7 @@ Motor makeMotor(Section &section, uint32_t minimum, uint32_t maximum, double zoo
 } // namespace
 
 Focus::Focus(Camera &camera, Section &section)
-    : Device(camera), m_minimum(Motor::counts(section, u"minimum"_s, 0, 0)),
+    : Device(camera), m_zoom(camera.device<Zoom>()), m_minimum(Motor::counts(section, u"minimum"_s, 0, 0)),
       m_maximum(Motor::counts(section, u"maximum"_s, std::max(m_minimum, 10'000U), m_minimum)),
       m_descending(section.flag(u"descending"_s, false)), m_near{m_descending ? m_maximum : m_minimum},
       m_percent(section.flag(u"percent"_s, false)), m_nearest(distances(section, u"nearest"_s, {5.0, 0.5})),
@@ -239,21 +239,16 @@ Status Focus::restoreMotorPosition(double position)
 
 double Focus::narrowness() const
 {
-    if (const auto *zoom = camera().device<Zoom>())
-        return zoom->narrowness();
+    if (m_zoom)
+        return m_zoom->narrowness();
     return presentField() == FieldOfView::Wide ? 0 : 1;
 }
 
-double Focus::zoomShare() const
-{
-    const auto *zoom = camera().device<Zoom>();
-    return zoom ? m_zoomShare * zoom->narrowness() * zoom->narrowness() : 0;
-}
+double Focus::zoomShare() const { return m_zoom ? m_zoomShare * m_zoom->narrowness() * m_zoom->narrowness() : 0; }
 
 double Focus::restingZoomShare() const
 {
-    const auto *zoom = camera().device<Zoom>();
-    return zoom ? m_zoomShare * zoom->restingNarrowness() * zoom->restingNarrowness() : 0;
+    return m_zoom ? m_zoomShare * m_zoom->restingNarrowness() * m_zoom->restingNarrowness() : 0;
 }
 
 double Focus::clampedToRange(double position) const

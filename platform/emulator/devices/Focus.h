@@ -10,6 +10,8 @@
 namespace emulator
 {
 
+class Zoom;
+
 /// The focus of the lens. Its encoder counts up from near to far, or from far to near. A lens with discrete fields of
 /// view has a near and a far limit for each field (0 narrow, 1 wide). Any other lens has one pair of limits, and its
 /// only field has the number 2. A move by speed ends at a limit of the present field; the focus then coasts a little,
@@ -28,6 +30,7 @@ public:
     ///
     /// Settings: "position" (starts a move; while "manual" is true, sets the position as a hand at the lens does),
     /// "manual", "slowBySteps", and the lists "near", "far" and "increments" as in the profile.
+    /// The device Zoom must exist before, if the lens has one.
     Focus(Camera &camera, Section &section);
 
     uint32_t minimum() const { return m_minimum; }
@@ -106,6 +109,7 @@ private:
     double restingZoomShare() const;
     double clampedToRange(double position) const;
 
+    const Zoom *m_zoom; ///< Null if the lens has none.
     uint32_t m_minimum;
     uint32_t m_maximum;
     bool m_descending;

@@ -3,6 +3,7 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/devices/EventQueue.h"
+#include "platform/emulator/devices/FrameLog.h"
 #include "platform/emulator/devices/FrameSync.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/Trigger.h"
@@ -85,7 +86,8 @@ void FrameClock::updateFrameTiming()
 {
     if (!m_start)
         return;
-    m_now = std::max(m_now, tickNow());
+    m_time = std::max(m_time, Clock::now());
+    m_now = std::max(m_now, tickAt(m_time));
     runTriggers();
     takeSettings();
 }
@@ -108,6 +110,53 @@ void FrameClock::begin(const FrameTiming &timing, int64_t tick)
             m_before[preset] = frameAt(*index);
     m_firstNumber += count;
     m_segment = FrameSegment(timing, std::max(tick, m_segment.end(count)));
+    writeSegment();
+}
+
+std::optional<int64_t> FrameClock::time() const { return m_start ? std::optional(m_time) : std::nullopt; }
+
+void FrameClock::writeTo(FrameLog *log)
+{
+    m_log = log;
+    if (!log)
+        return;
+    log->start(m_sensor.clockFrequency(), *m_start * 1000);
+    updateAdvance();
+    writeSegment();
+}
+
+void FrameClock::writeSegment()
+{
+    if (!m_log)
+        return;
+    if (m_advance) {
+        const auto found = std::ranges::find(m_advance->timings, m_segment.timing());
+        if (found != m_advance->timings.end()) {
+            const auto place = static_cast<size_t>(found - m_advance->timings.begin());
+            m_log->begin(m_segment, m_advance, {m_segment.start(), m_firstNumber, place, m_triggers.nextPulse() - 1});
+            return;
+        }
+    }
+    const TriggerSignal &signal = m_triggers.signal();
+    const bool isSequence = m_mode == Trigger::TriggeredSequence;
+    m_log->begin(m_segment, m_firstNumber,
+                 isSequence ? SequenceRun::Trigger{signal.pulses, signal.delay} : SequenceRun::Trigger());
+}
+
+/// Describes the present turns of the presets for the log.
+void FrameClock::updateAdvance()
+{
+    const TriggerSignal &signal = m_triggers.signal();
+    if (!m_log || m_mode != Trigger::PresetAdvance || !signal.pulses.exists()) {
+        m_advance.reset();
+        return;
+    }
+    PresetAdvance present{{}, signal.pulses, signal.delay};
+    for (int preset = 0; preset < m_sensor.numPresets(); ++preset)
+        if (uint32_t count = 0; m_sensor.dwellCount(preset, count) == Ok && count > 0)
+            present.timings.push_back(timing(m_sensor.timingOf(preset)));
+    if (!m_advance || *m_advance != present)
+        m_advance = std::make_shared<const PresetAdvance>(std::move(present));
 }
 
 void FrameClock::runTriggers()
@@ -156,7 +205,7 @@ bool FrameClock::skipPeriods(const Effects &earlier, int64_t tick)
 {
     const int64_t period = tick - earlier.tick;
     const int64_t count = (m_now - tick) / period;
-    if (count == 0 || m_sensor.activePreset() != earlier.preset || !m_triggers.repeatsAfter(period)
+    if (count == 0 || m_log || m_sensor.activePreset() != earlier.preset || !m_triggers.repeatsAfter(period)
         || !m_segment.repeats(earlier.segment, earlier.tick, period))
         return false;
     const int64_t ticks = count * period;
@@ -193,6 +242,8 @@ void FrameClock::startSequence(int64_t tick)
     const uint64_t repeats
         = sequence.kind == FrameTiming::Free && m_segment.start() == tick ? m_triggers.repeats(tick, length, m_now) : 0;
     if (repeats > 1) {
+        if (m_log)
+            m_log->repeat(repeats - 1, m_triggers.signal().pulses.pulsesIn(static_cast<uint64_t>(length)));
         // The last one begins by the loop, so that the newest frames before it are known.
         m_segment = FrameSegment(sequence, m_triggers.takeRepeats(tick, length, repeats - 1));
         m_firstNumber += (repeats - 1) * sequence.frames;
@@ -216,6 +267,7 @@ void FrameClock::takeSettings()
     m_mode = m_trigger.mode();
     if (m_triggers.update(m_trigger.signal(*m_start), m_now))
         m_waiting = m_mode == Trigger::TriggeredFreeRun || m_mode == Trigger::TriggeredSequence;
+    updateAdvance();
     FrameTiming present = m_waiting ? FrameTiming() : timing();
     if (present != m_segment.timing()) {
         if (m_mode == Trigger::TriggeredSequence) {
@@ -233,25 +285,31 @@ void FrameClock::connectionChanged(bool connected)
     if (!connected || m_start)
         return;
     m_start = Clock::now();
+    m_time = *m_start;
     updateFrameTiming();
 }
 
 /// The timing of frames that need no trigger or have been triggered.
 FrameTiming FrameClock::timing() const
 {
+    return timing(m_trigger.mode() == Trigger::PresetAdvance ? m_sensor.timingOf(m_sensor.activePreset())
+                                                             : m_sensor.timing());
+}
+
+FrameTiming FrameClock::timing(const SensorTiming &sensor) const
+{
     std::optional<FrameSignal> signal;
     if (m_sync.source() != FrameSync::Internal)
         signal = FrameSignal{{m_sync.externalRate(), m_sensor.clockFrequency()},
                              m_sync.delayClocks(),
                              m_sync.mode() == FrameSync::StartsReadout};
-    const uint8_t mode = m_trigger.mode();
-    return {m_sensor.timing(mode == Trigger::PresetAdvance), signal,
-            mode == Trigger::TriggeredSequence ? m_trigger.sequenceCount() : FrameTiming::endless};
+    return {sensor, signal,
+            m_trigger.mode() == Trigger::TriggeredSequence ? m_trigger.sequenceCount() : FrameTiming::endless};
 }
 
-int64_t FrameClock::tickNow() const
+int64_t FrameClock::tickAt(int64_t time) const
 {
-    const int64_t milliseconds = std::clamp<int64_t>(Clock::now() - *m_start, 0, longestRun);
+    const int64_t milliseconds = std::clamp<int64_t>(time - *m_start, 0, longestRun);
     return scaled(milliseconds, m_sensor.clockFrequency(), 1000);
 }
 

@@ -8,14 +8,17 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 namespace emulator
 {
 
+class FrameLog;
 class FrameSync;
 class Sensor;
 class Trigger;
+struct PresetAdvance;
 
 /// The times at which the frames of a camera begin. A frame begins at a tick, which is a clock of the sensor. Ticks and
 /// frames count from the first connection; the camera makes frames from then on, also while it is not connected. Which
@@ -52,6 +55,13 @@ public:
     /// A single trigger now.
     void trigger();
 
+    /// The time of Clock until which the frames are known, in milliseconds; it never decreases. Nothing before the
+    /// first connection.
+    std::optional<int64_t> time() const;
+    /// Writes the frames from the present timing on into a log, or, for null, into none any more. With a log, changes
+    /// of the preset between two calls take 0.5 us each, also those that repeat. There must have been a connection.
+    void writeTo(FrameLog *log);
+
     void connectionChanged(bool connected) override;
 
 private:
@@ -66,10 +76,13 @@ private:
     };
 
     FrameTiming timing() const;
-    int64_t tickNow() const;
+    FrameTiming timing(const SensorTiming &sensor) const;
+    int64_t tickAt(int64_t time) const;
     FrameStart frameAt(uint64_t index) const;
     FrameStart frameStart(uint64_t number, int preset, int64_t tick) const;
     void begin(const FrameTiming &timing, int64_t tick);
+    void writeSegment();
+    void updateAdvance();
     void runTriggers();
     void runTrigger(int64_t tick);
     bool skipPeriods(const Effects &earlier, int64_t tick);
@@ -81,6 +94,7 @@ private:
     const FrameSync &m_sync;
     const Trigger &m_trigger;
     std::optional<int64_t> m_start; ///< The first connection, a time of Clock.
+    int64_t m_time = 0; ///< The latest time of Clock so far.
     int64_t m_now = 0; ///< The latest tick so far.
     TriggerSchedule m_triggers;
     uint8_t m_mode = 0; ///< A Trigger::Mode, of the last updateFrameTiming().
@@ -88,6 +102,8 @@ private:
     bool m_waiting = false; ///< Frames need a trigger that has not come.
     FrameSegment m_segment; ///< The frames since the last change of the timing or the last trigger.
     uint64_t m_firstNumber = 0; ///< Of the first frame of the segment.
+    FrameLog *m_log = nullptr;
+    std::shared_ptr<const PresetAdvance> m_advance; ///< For the log: the present one, if there is a log.
     std::array<std::optional<FrameStart>, maximumPresets> m_before; ///< The newest frames before the segment.
 };
 

@@ -24,7 +24,8 @@ FrameSync::FrameSync(Camera &camera, Section &section)
     addSettings(
         section,
         {
-            {u"source"_s, m_source, Between{Internal, double(m_triLevel ? TriLevel : Video)}, Everywhere},
+            Setting(u"source"_s, m_source, Between{Internal, double(m_triLevel ? TriLevel : Video)}, Everywhere)
+                .onlyIf([this] { return !m_sensor.framesAreHeld(); }),
             {u"mode"_s, [this] { return mode(); }, [this](uint8_t mode) { return setMode(mode); },
              Between{StartsIntegration, StartsReadout}, Profile | OtherClient},
             delaySetting(u"delay"_s, m_delay, m_sensor.clockFrequency()),
@@ -39,7 +40,7 @@ uint8_t FrameSync::mode() const { return m_sensor.syncStartsReadout() ? StartsRe
 
 Status FrameSync::setMode(uint8_t mode)
 {
-    if (mode > StartsReadout)
+    if (mode > StartsReadout || m_sensor.framesAreHeld())
         return Refused;
     m_sensor.setSyncStartsReadout(mode == StartsReadout);
     return Ok;

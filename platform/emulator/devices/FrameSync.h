@@ -24,13 +24,13 @@ public:
     FrameSync(Camera &camera, Section &section);
 
     uint8_t source() const { return m_source; }
-    /// Selects a Source. Refuses an input that the camera lacks.
+    /// Selects a Source. Refuses an input that the camera lacks, and every change while Sensor::framesAreHeld().
     Status setSource(uint8_t source) { return assign(m_source, source); }
     bool hasTriLevel() const { return m_triLevel; }
     /// A Mode: what a pulse of a source other than Internal starts. With every source, the shortest frames of a camera
     /// whose presets take turns depend on it (Sensor::syncStartsReadout()), so Sensor stores it.
     uint8_t mode() const;
-    /// Refuses other numbers than those of Mode.
+    /// Refuses other numbers than those of Mode, and every change while Sensor::framesAreHeld().
     Status setMode(uint8_t mode);
     /// From a pulse to what it starts, in microseconds, 0 to 1 000 000. Stored as the nearest clock.
     float delay() const;

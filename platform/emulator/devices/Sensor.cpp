@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/Sensor.h"
 
 #include "platform/emulator/Camera.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/image/Exposure.h"
 
 #include <algorithm>
@@ -59,6 +60,12 @@ Sensor::Sensor(Camera &camera, Section &section)
     readSettings(section);
 }
 
+bool Sensor::framesAreHeld() const
+{
+    const auto *const recorder = camera().device<Recorder>();
+    return recorder && recorder->holdsFrames();
+}
+
 Status Sensor::clocksToHertz(uint32_t clocks, double &hertz) const
 {
     if (clocks == 0)
@@ -82,7 +89,7 @@ Status Sensor::snapHertz(double wanted, double &snapped) const
 
 Status Sensor::setWindowSizeIndex(int index)
 {
-    const Status status = m_geometry.setSizeIndex(index);
+    const Status status = framesAreHeld() ? Refused : m_geometry.setSizeIndex(index);
     if (status == Ok)
         stretchFrames();
     return status;
@@ -90,7 +97,7 @@ Status Sensor::setWindowSizeIndex(int index)
 
 Status Sensor::setWindow(const Window &window)
 {
-    const Status status = m_geometry.setWindow(window);
+    const Status status = framesAreHeld() ? Refused : m_geometry.setWindow(window);
     if (status == Ok)
         stretchFrames();
     return status;
@@ -160,7 +167,7 @@ Status Sensor::integrationWidth(int preset, uint32_t &clocks) const
 
 Status Sensor::setIntegrationWidth(int preset, uint32_t clocks)
 {
-    if (!hasPreset(preset) || !integrationWidths().holds(clocks))
+    if (framesAreHeld() || !hasPreset(preset) || !integrationWidths().holds(clocks))
         return Refused;
     m_presets[static_cast<size_t>(preset)].integrationWidth = clocks;
     return Ok;
@@ -175,7 +182,7 @@ Status Sensor::integrationTime(int preset, double &milliseconds) const
 
 Status Sensor::setIntegrationTime(int preset, double milliseconds)
 {
-    if (!hasPreset(preset) || !std::isfinite(milliseconds))
+    if (framesAreHeld() || !hasPreset(preset) || !std::isfinite(milliseconds))
         return Refused;
     m_presets[static_cast<size_t>(preset)].integrationWidth = std::clamp(
         toClocks(milliseconds / 1000.0, m_clockFrequency), minimumIntegrationWidth, m_maximumIntegrationWidth);
@@ -193,7 +200,7 @@ Status Sensor::frameWidth(int preset, uint32_t &clocks) const
 
 Status Sensor::setFrameWidth(int preset, uint32_t clocks)
 {
-    if (!hasPreset(preset) || clocks < minimumFrameWidth(preset))
+    if (framesAreHeld() || !hasPreset(preset) || clocks < minimumFrameWidth(preset))
         return Refused;
     m_presets[static_cast<size_t>(preset)].frameWidth = clocks;
     return Ok;
@@ -217,7 +224,7 @@ Status Sensor::frameRateIndex(int preset, int &index) const
 
 Status Sensor::setFrameRateIndex(int preset, int index)
 {
-    if (!hasPreset(preset))
+    if (framesAreHeld() || !hasPreset(preset))
         return Refused;
     const auto widths = offeredWidths(minimumFrameWidth(preset));
     if (index < 0 || index >= static_cast<int>(widths.size()))
@@ -233,24 +240,35 @@ Status Sensor::frameRate(int preset, double &hertz) const
 
 Status Sensor::setFrameRate(int preset, double hertz)
 {
-    if (!hasPreset(preset) || !(hertz > 0.0))
+    if (framesAreHeld() || !hasPreset(preset) || !(hertz > 0.0))
         return Refused;
     m_presets[static_cast<size_t>(preset)].frameWidth = nearestWidth(hertz, minimumFrameWidth(preset));
     return Ok;
 }
 
-SensorTiming Sensor::timing(bool activePresetOnly) const
+SensorTiming::Preset Sensor::presetTiming(int preset, uint32_t repeats) const
 {
-    SensorTiming timing{{}, m_sequencingMode == Superframing && !activePresetOnly, superframeWidth()};
-    for (int preset = 0; preset < m_numPresets; ++preset) {
-        const uint32_t repeats = activePresetOnly ? (preset == m_activePreset ? 1 : 0) : this->repeats(preset);
-        if (repeats == 0)
-            continue;
-        const uint32_t shortest = minimumFrameWidth(preset);
-        const uint32_t width = timing.superframing ? shortest : effectiveFrameWidth(preset);
-        const uint32_t integration = m_presets[static_cast<size_t>(preset)].integrationWidth;
-        timing.presets[static_cast<size_t>(preset)] = {repeats, width, shortest, integration};
-    }
+    const uint32_t integration = m_presets[static_cast<size_t>(preset)].integrationWidth;
+    return {repeats, effectiveFrameWidth(preset), minimumFrameWidth(preset), integration};
+}
+
+SensorTiming Sensor::timing() const
+{
+    SensorTiming timing{{}, m_sequencingMode == Superframing, superframeWidth()};
+    for (int preset = 0; preset < m_numPresets; ++preset)
+        if (const uint32_t repeats = this->repeats(preset); repeats > 0) {
+            SensorTiming::Preset &values = timing.presets[static_cast<size_t>(preset)];
+            values = presetTiming(preset, repeats);
+            if (timing.superframing)
+                values.width = values.shortestWidth;
+        }
+    return timing;
+}
+
+SensorTiming Sensor::timingOf(int preset) const
+{
+    SensorTiming timing{{}, false, superframeWidth()};
+    timing.presets[static_cast<size_t>(preset)] = presetTiming(preset, 1);
     return timing;
 }
 
@@ -338,7 +356,7 @@ int Sensor::superframeRateIndex() const { return indexOf(offeredWidths(minimumSu
 Status Sensor::setSuperframeRateIndex(int index)
 {
     const auto widths = offeredWidths(minimumSuperframeWidth());
-    if (index < 0 || index >= static_cast<int>(widths.size()))
+    if (framesAreHeld() || index < 0 || index >= static_cast<int>(widths.size()))
         return Refused;
     m_superframeWidth = widths[static_cast<size_t>(index)];
     return Ok;
@@ -350,7 +368,7 @@ double Sensor::superframeRate() const { return double(m_clockFrequency) / double
 
 Status Sensor::setSuperframeRate(double hertz)
 {
-    if (!(hertz > 0.0))
+    if (framesAreHeld() || !(hertz > 0.0))
         return Refused;
     m_superframeWidth = nearestWidth(hertz, minimumSuperframeWidth());
     return Ok;

@@ -43,6 +43,10 @@ public:
     Refusal change(const QString &name, const QJsonValue &value) override;
     std::vector<SettingInfo> settings() const override;
 
+    /// Whether a recorder needs the frames as they are. Meanwhile the window, the sequencing, the times of the presets
+    /// and the settings on which their shortest times depend are refused.
+    bool framesAreHeld() const;
+
     uint32_t clockFrequency() const { return m_clockFrequency; }
     /// Converts a period to a rate. Refuses 0 clocks.
     Status clocksToHertz(uint32_t clocks, double &hertz) const;
@@ -80,8 +84,10 @@ public:
     Status frameRate(int preset, double &hertz) const;
     /// Sets the nearest valid rate. Refuses a rate that is not above 0.
     Status setFrameRate(int preset, double hertz);
-    /// The frames that the present settings make: of all presets in use, or of the active preset alone.
-    SensorTiming timing(bool activePresetOnly = false) const;
+    /// The frames that the present settings make: of all presets in use.
+    SensorTiming timing() const;
+    /// The frames of this preset alone, which must exist.
+    SensorTiming timingOf(int preset) const;
     /// The shortest frame period for a window and an integration time, both in clocks. Refuses an empty window.
     Status minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing, uint32_t &clocks) const;
 
@@ -146,6 +152,7 @@ private:
     uint32_t minimumFrameWidth(int preset, bool sequencing) const;
     uint32_t minimumFrameWidth(int preset) const;
     uint32_t effectiveFrameWidth(int preset) const;
+    SensorTiming::Preset presetTiming(int preset, uint32_t repeats) const;
     uint64_t minimumSuperframeWidth() const;
     uint64_t superframeWidth() const;
     template <class Width> std::vector<Width> offeredWidths(Width minimum) const;

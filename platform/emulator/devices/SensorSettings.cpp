@@ -17,6 +17,9 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+const QString sequencingModeKey = u"sequencingMode"_s;
+const QString reduceNoiseKey = u"reduceNoise"_s;
+const QString syncStartsReadoutKey = u"syncStartsReadout"_s;
 const QString superframeWidthKey = u"superframeWidth"_s;
 const QString presetsKey = u"presets"_s;
 const QString integrationWidthKey = u"integrationWidth"_s;
@@ -37,6 +40,7 @@ void Sensor::readSettings(Section &section)
         return setWindow({list[0], list[1], list[2], list[3]});
     };
     const auto stretch = [this] { stretchFrames(); };
+    const auto notHeld = [this] { return !framesAreHeld(); };
     const Between presets{0, m_numPresets - 1.0};
     OneOf gigEPresets;
     for (int preset = 0; preset < m_numPresets; ++preset)
@@ -44,25 +48,26 @@ void Sensor::readSettings(Section &section)
     gigEPresets.numbers.append(allPresets);
     const OneOf modes{{m_sequencingModes.begin(), m_sequencingModes.end()}};
 
-    addSettings(section,
-                {
-                    {u"window"_s, window, setWindowList, Snapshot | OtherClient},
-                    Setting(u"sequencingMode"_s, m_sequencingMode, modes, Snapshot | OtherClient).then([this] {
-                        stretchFrames();
-                        camera().device<Trigger>()->sequencingChanged();
-                    }),
-                    {u"activePreset"_s, m_activePreset, presets, Snapshot | OtherClient},
-                    {u"videoPreset"_s, m_videoPreset, presets, Snapshot | OtherClient},
-                    Setting(u"gigEPreset"_s, m_gigEPreset, gigEPresets, Snapshot | OtherClient).onlyIf([this] {
-                        return hasGigEPreset();
-                    }),
-                    Setting(u"reduceNoise"_s, m_reduceNoise, Snapshot | OtherClient).then(stretch),
-                    // The setting of FrameSync; here, since the shortest frames depend on it.
-                    {u"syncStartsReadout"_s, m_syncStartsReadout, Snapshot},
-                    {u"saturated"_s, m_saturationFlag, Profile | OtherClient},
-                    {u"superframeRate"_s, [this] { return superframeRate(); },
-                     [this](double hertz) { return setSuperframeRate(hertz); }, aboveZero, OtherClient},
-                });
+    addSettings(
+        section,
+        {
+            {u"window"_s, window, setWindowList, Snapshot | OtherClient},
+            Setting(sequencingModeKey, m_sequencingMode, modes, Snapshot | OtherClient).onlyIf(notHeld).then([this] {
+                stretchFrames();
+                camera().device<Trigger>()->sequencingChanged();
+            }),
+            {u"activePreset"_s, m_activePreset, presets, Snapshot | OtherClient},
+            {u"videoPreset"_s, m_videoPreset, presets, Snapshot | OtherClient},
+            Setting(u"gigEPreset"_s, m_gigEPreset, gigEPresets, Snapshot | OtherClient).onlyIf([this] {
+                return hasGigEPreset();
+            }),
+            Setting(reduceNoiseKey, m_reduceNoise, Snapshot | OtherClient).onlyIf(notHeld).then(stretch),
+            // The setting of FrameSync; here, since the shortest frames depend on it.
+            Setting(syncStartsReadoutKey, m_syncStartsReadout, Snapshot).onlyIf(notHeld),
+            {u"saturated"_s, m_saturationFlag, Profile | OtherClient},
+            {u"superframeRate"_s, [this] { return superframeRate(); },
+             [this](double hertz) { return setSuperframeRate(hertz); }, aboveZero, OtherClient},
+        });
     for (int preset = 0; preset < m_numPresets; ++preset)
         addPresetSettings(preset);
 }
@@ -81,6 +86,7 @@ void Sensor::addPresetSettings(int preset)
         frameRate(preset, hertz);
         return hertz;
     };
+    const auto notHeld = [this] { return !framesAreHeld(); };
     values.settings.add({
         {integrationWidthKey, [&values] { return values.integrationWidth; },
          [this, preset](uint32_t clocks) { return setIntegrationWidth(preset, clocks); }, integrationWidths(),
@@ -88,8 +94,11 @@ void Sensor::addPresetSettings(int preset)
         {u"integrationTime"_s, time, [this, preset](double ms) { return setIntegrationTime(preset, ms); }, OtherClient},
         {u"frameRate"_s, rate, [this, preset](double hertz) { return setFrameRate(preset, hertz); }, aboveZero,
          OtherClient},
-        {u"dwellCount"_s, values.dwellCount, Between{0, maximumDwellCount}, Snapshot | OtherClient},
-        Setting(u"subframeEnabled"_s, values.subframeEnabled, Snapshot | OtherClient).then([this] { stretchFrames(); }),
+        Setting(u"dwellCount"_s, values.dwellCount, Between{0, maximumDwellCount}, Snapshot | OtherClient)
+            .onlyIf(notHeld),
+        Setting(u"subframeEnabled"_s, values.subframeEnabled, Snapshot | OtherClient).onlyIf(notHeld).then([this] {
+            stretchFrames();
+        }),
     });
 }
 
@@ -115,6 +124,14 @@ QStringList Sensor::restore(const QJsonObject &values)
         if (!refusal.isEmpty())
             refused.append(key + u": "_s + refusal);
     };
+    if (framesAreHeld()) {
+        const QJsonObject present = save();
+        for (const QString &key :
+             {sequencingModeKey, reduceNoiseKey, syncStartsReadoutKey, presetsKey, superframeWidthKey})
+            if (values.contains(key) && values.value(key) != present.value(key))
+                report(key, refusedByTheCamera());
+        return refused;
+    }
     // The presets follow the other settings, since their shortest frames depend on them. The superframe follows them.
     const QJsonValue presets = values.value(presetsKey);
     if (!presets.isUndefined() && !presets.isArray())

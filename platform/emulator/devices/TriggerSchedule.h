@@ -29,7 +29,10 @@ public:
     /// Adds a single trigger; `tick` is that of the trigger itself.
     void add(int64_t tick);
 
+    const TriggerSignal &signal() const { return m_signal; }
     std::optional<int64_t> next() const;
+    /// The number of the first pulse that has not been removed. For a periodic signal.
+    uint64_t nextPulse() const { return m_nextPulse; }
     /// Removes the triggers up to a tick. Returns their number.
     uint64_t takeUntil(int64_t tick);
     /// How often a trigger at `tick` and a pause of `length` ticks repeat exactly until `end`: the number of further

@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/Identity.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/image/limits.h"
 
@@ -75,6 +76,13 @@ image::Window VideoGain::picture() const
 {
     const auto &window = m_sensor.geometry().window();
     return {0, 0, window.width, window.height};
+}
+
+image::Window VideoGain::shownPicture() const
+{
+    const auto *const recorder = camera().device<Recorder>();
+    const auto played = recorder ? recorder->shown() : std::nullopt;
+    return played ? image::Window{0, 0, played->exposure.window.width, played->exposure.window.height} : picture();
 }
 
 double VideoGain::step(double seconds) const

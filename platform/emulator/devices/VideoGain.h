@@ -83,8 +83,10 @@ public:
     image::Window region() const;
     /// The whole picture, by its own pixels.
     image::Window picture() const;
-    /// The part of the picture to which the gain fits: the region if it is enabled, otherwise the whole picture.
-    image::Window effectiveRegion() const { return m_regionEnabled ? region() : picture(); }
+    /// The same for the picture of the video output: a frame that the recorder plays may have another window.
+    image::Window shownPicture() const;
+    /// The part of shownPicture() to which the gain fits: the region if it is enabled, otherwise all of it.
+    image::Window effectiveRegion() const { return m_regionEnabled ? region() : shownPicture(); }
     /// The share of the way to the fitting gain, 0 to 1, for a frame of the video that lasts so long.
     double step(double seconds) const;
     /// The share of the way, 0 to 1, that successive frames of the video go together if each of them goes `step` of the

@@ -7,6 +7,7 @@
 #include "platform/emulator/devices/Flag.h"
 #include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/FrameSync.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Trigger.h"
 #include "platform/emulator/devices/VideoGain.h"
 
@@ -119,7 +120,7 @@ void VideoOverlay::addBoxes(std::vector<image::OverlayBox> &boxes) const
         add(gain.region(), m_values.agcRegionColor);
     const auto *const focus = camera().device<AutoFocus>();
     if (focus && (focus->showAlways() || (focus->showWhenFocusing() && focus->focusing())))
-        add(focus->regionIn(gain.picture()), m_values.focusRegionColor);
+        add(focus->regionIn(gain.shownPicture()), m_values.focusRegionColor);
 }
 
 void VideoOverlay::addCauses()
@@ -128,6 +129,12 @@ void VideoOverlay::addCauses()
         m_causes.push_back({"COOLING", [cooler, seen = 0U]() mutable {
                                 return std::exchange(seen, cooler->coolDowns()) != cooler->coolDowns();
                             }});
+    if (const auto *const recorder = camera().device<Recorder>()) {
+        m_causes.push_back({"LOADING", [recorder] { return recorder->state() == RecorderMachine::Loading; }});
+        m_causes.push_back({"SSD FULL", [recorder, seen = 0U]() mutable {
+                                return std::exchange(seen, recorder->timesFull()) != recorder->timesFull();
+                            }});
+    }
     if (const auto *const run = camera().device<CorrectionRun>())
         m_causes.push_back({"CORRECTION", [run] { return run->running(); }});
     const auto &sync = *camera().device<FrameSync>();

@@ -19,8 +19,9 @@ namespace emulator
 ///
 /// A message is raised when its cause begins: COOLING when the cooler begins to cool the detector down, CORRECTION
 /// while a correction is made, NO SYNC while the selected sync input has no signal, or frames wait for a trigger input
-/// without a signal, FLAG FAULT while the cooler of the flag is stuck. The newest one is shown, also after the end of
-/// its cause, until it is cleared.
+/// without a signal, FLAG FAULT while the cooler of the flag is stuck, LOADING while the recorder loads a movie, SSD
+/// FULL when something does not fit onto its drive. The newest one is shown, also after the end of its cause, until it
+/// is cleared. While the recorder plays, date, time and IRIG time are those of the frame that it shows.
 class VideoOverlay : public Device
 {
 public:

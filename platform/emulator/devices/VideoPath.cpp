@@ -4,6 +4,7 @@
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/devices/CorrectionRun.h"
 #include "platform/emulator/devices/FrameClock.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/VideoFormat.h"
 #include "platform/emulator/devices/VideoGain.h"
 #include "platform/emulator/devices/VideoOutput.h"
@@ -47,6 +48,7 @@ struct Order {
     int preset = 0;
     FrameStart start; ///< Of the newest frame.
     std::optional<image::Exposure> newest; ///< Nothing if the last image stays.
+    std::optional<RecordedFrame> played; ///< The newest frame is this one, which a playback shows.
     std::optional<image::Exposure> firstField; ///< Half a frame of the video earlier, if the update rate is by fields.
     std::vector<image::Exposure> missed; ///< For the filter: the frames of the video since the last image, in order.
     Filter::Mode filter = Filter::Mode::Off;
@@ -64,6 +66,15 @@ struct Order {
 /// Takes the exposures, unless the last image stays.
 void takeExposures(Camera &camera, const Progress &progress, Order &order)
 {
+    const auto *const recorder = camera.device<Recorder>();
+    if ((order.played = recorder ? recorder->shown() : std::nullopt)) {
+        // A recorded frame is shown as it is.
+        order.filter = Filter::Mode::Off;
+        order.preset = order.played->start.preset;
+        order.start = order.played->start;
+        order.newest = order.played->exposure;
+        return;
+    }
     auto &frames = *camera.device<FrameClock>();
     const auto &output = *camera.device<VideoOutput>();
     const auto *const run = camera.device<CorrectionRun>();
@@ -174,6 +185,8 @@ public:
 private:
     static bool render(const Camera &camera, const image::Exposure &exposure, const Order &order, Counts &counts)
     {
+        if (order.played)
+            return camera.device<Recorder>()->render(*order.played, image::Output::Video, counts);
         return camera.render(exposure, order.preset, image::Output::Video, counts);
     }
 

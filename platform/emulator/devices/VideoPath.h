@@ -35,7 +35,8 @@ public:
     /// frame. While a correction is made, the image of the last picture that was asked for stays; if there is none, the
     /// newest frame is shown once. So it does without a signal: while the newest frame has been shown and is older than
     /// two frames of the video and two cycles of the camera's frames. It is shown in the present format and with the
-    /// present overlay.
+    /// present overlay. While the recorder plays, is paused or has a movie, the picture shows its frame, without the
+    /// temporal filter.
     ///
     /// Any thread, which must not hold the camera's lock: the values of the devices are taken with the lock, pixels are
     /// computed without it. One thread renders at a time. The gate does not see it.

@@ -8,6 +8,7 @@
 #include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/HourMeter.h"
 #include "platform/emulator/devices/Identity.h"
+#include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
 #include "platform/emulator/devices/Temperatures.h"
@@ -81,22 +82,37 @@ QString focusText(const Camera &camera)
     return focus ? u"FOC %1"_s.arg(focus->position()) : QString();
 }
 
+/// The frame that a playback of the recorder shows.
+std::optional<RecordedFrame> playedFrame(const Camera &camera)
+{
+    const auto *const recorder = camera.device<Recorder>();
+    return recorder ? recorder->shown() : std::nullopt;
+}
+
+/// The time of the played frame, or the present time.
+CameraClock::RealTime realTime(const Camera &camera)
+{
+    const auto played = playedFrame(camera);
+    return played ? played->realTime : camera.device<CameraClock>()->realTime();
+}
+
 QString dateText(const Camera &camera)
 {
     constexpr int firstYear = 2000;
-    const CameraClock::RealTime time = camera.device<CameraClock>()->realTime();
+    const CameraClock::RealTime time = realTime(camera);
     return digits(firstYear + time.year, 4) + u'-' + digits(time.month, 2) + u'-' + digits(time.day, 2);
 }
 
 QString timeText(const Camera &camera)
 {
-    const CameraClock::RealTime time = camera.device<CameraClock>()->realTime();
+    const CameraClock::RealTime time = realTime(camera);
     return timeOfDay(time.hour, time.minute, time.second);
 }
 
 QString irigText(const Camera &camera)
 {
-    const CameraClock::IrigTime time = camera.device<CameraClock>()->irigTime();
+    const auto played = playedFrame(camera);
+    const CameraClock::IrigTime time = played ? played->irigTime : camera.device<CameraClock>()->irigTime();
     return digits(time.day, 3) + u':' + timeOfDay(time.hour, time.minute, time.second) + u'.'
         + digits(time.millisecond, 3) + digits(time.microsecond, 3);
 }

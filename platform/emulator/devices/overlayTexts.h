@@ -33,8 +33,9 @@ enum class OverlayField : uint8_t {
 };
 constexpr auto overlayFields = static_cast<uint8_t>(OverlayField::ChassisTemperature) + 1;
 
-/// Returns the present text of a field. Empty if the camera lacks the equipment. A sensor that cannot be read has the
-/// value "---". The thread must hold the camera's lock.
+/// Returns the present text of a field. Date, time and IRIG time of a playback are those of its frame. Empty if the
+/// camera lacks the equipment. A sensor that cannot be read has the value "---". The thread must hold the camera's
+/// lock.
 QString overlayText(const Camera &camera, OverlayField field);
 
 } // namespace emulator

@@ -27,6 +27,8 @@ struct Optics {
 
     static constexpr double maximumMagnification = 6;
 
+    bool operator==(const Optics &) const = default;
+
     /// The light of the filter itself, which reaches every pixel. A filter that passes everything has none.
     double glow(Light::Band band) const;
 

@@ -22,6 +22,8 @@ struct Readout {
     int color = 0; ///< 1 for the second colour of a detector with two, whose pixels have higher offsets.
     bool noise = true; ///< Without it, pixels neither have noise nor twinkle.
 
+    bool operator==(const Readout &) const = default;
+
     /// The product of the gains of level and mode.
     double gain() const;
     /// The dark current in counts, rounded to 1/256 count.

@@ -55,6 +55,8 @@ public:
     bool secondSource = false;
     int64_t microseconds = 0;
 
+    bool operator==(const Scene &) const = default;
+
     /// The temperature behind all layers at the top and at the bottom of the field. The light changes evenly between.
     double topCelsius() const;
     double bottomCelsius() const;

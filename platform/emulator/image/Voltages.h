@@ -16,6 +16,8 @@ struct Voltages {
     double bias = startBias; ///< Millivolts, 0 to 500. The one of the selected colour.
     double skimming = 0; ///< Volts, 0 to 3.3. 0 takes nothing off.
 
+    bool operator==(const Voltages &) const = default;
+
     /// The counts that the global offset adds to every pixel.
     double addedCounts() const;
     /// The volts by which the pixels differ more than with the start values.

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/emulator/devices/CorrectionFile.h"
+#include "platform/emulator/devices/presets.h"
+#include "platform/emulator/image/Exposure.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace emulator
+{
+
+/// The correction of a preset when a frame was recorded. It does not change afterwards, also if the preset gets another
+/// one, or the file of the correction is replaced, renamed or deleted. Any thread.
+class RecordedCorrection
+{
+public:
+    explicit RecordedCorrection(Correction correction) : m_correction(std::move(correction)) { }
+    /// A correction that has not been in use: `read` returns it, and takes up to 0.1 s.
+    explicit RecordedCorrection(std::function<std::optional<Correction>()> read) : m_read(std::move(read)) { }
+
+    /// Reads it in the first call. Nothing if it is damaged. The thread must not hold the camera's lock.
+    std::optional<Correction> correction();
+
+private:
+    std::mutex m_mutex;
+    std::function<std::optional<Correction>()> m_read; ///< Empty after the first call.
+    std::optional<Correction> m_correction;
+};
+
+/// The values of an exposure that change without a command.
+struct RecordedMotion {
+    double magnification = 1;
+    double defocus = 0;
+    double lensCelsius = 0;
+    double flagCover = 0;
+    double flagCelsius = 0;
+    double transmission = 1;
+    double filterCelsius = 0;
+    double warmth = 0;
+    double caseCelsius = 0;
+    bool blocked = false;
+
+    /// Moves these values out of an exposure, which gets the same values for all.
+    static RecordedMotion takeFrom(image::Exposure &exposure);
+    void putInto(image::Exposure &exposure) const;
+    /// Whether frames show a difference.
+    bool differsFrom(const RecordedMotion &other) const;
+};
+
+/// The settings at a time, of all presets.
+struct RecordedSettings {
+    struct Preset {
+        image::Exposure exposure; ///< Without motion, frame and correction.
+        std::shared_ptr<RecordedCorrection> correction; ///< Null: none.
+    };
+
+    std::array<Preset, maximumPresets> presets;
+    int64_t irigShift = 0; ///< See CameraClock::irigShift().
+    int64_t realTimeShift = 0; ///< See CameraClock::realTimeShift().
+
+    bool equals(const RecordedSettings &other) const;
+};
+
+} // namespace emulator
