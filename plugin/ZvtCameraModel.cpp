@@ -7,6 +7,7 @@
 #include "common/reading.h"
 #include "common/setters.h"
 #include "correction/CorrectionTabModel.h"
+#include "recording/SsdTabModel.h"
 #include "setup/SetupTabModel.h"
 #include "status/StatusTabModel.h"
 #include "video/VideoTabModel.h"
@@ -54,6 +55,7 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     m_setupTabModel = new SetupTabModel(this);
     m_correctionTabModel = new CorrectionTabModel(this);
     m_videoTabModel = new VideoTabModel(this);
+    m_ssdTabModel = new SsdTabModel(this);
     if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
         setManufacturingMode(true);
     QObject::connect(&m_cameraState, &CameraStateModel::loadingChanged, this,
@@ -206,6 +208,8 @@ void ZvtCameraModel::refreshAllVisible()
     m_setupTabModel->refresh();
     m_correctionTabModel->refresh();
     m_videoTabModel->refresh();
+    if (m_cameraCapabilitiesModel.hasSsd())
+        m_ssdTabModel->refresh();
     if (m_setupGeneralModel.visible()) {
         m_setupGeneralModel.refresh();
         m_syncSettings.refresh();

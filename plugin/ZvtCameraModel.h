@@ -27,6 +27,7 @@
 
 class CorrectionTabModel;
 class SetupTabModel;
+class SsdTabModel;
 class StatusTabModel;
 class VideoTabModel;
 
@@ -80,7 +81,9 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(SetupTabModel *setupTabModel READ setupTabModel CONSTANT FINAL)
     Q_PROPERTY(CorrectionTabModel *correctionTabModel READ correctionTabModel CONSTANT FINAL)
     Q_PROPERTY(VideoTabModel *videoTabModel READ videoTabModel CONSTANT FINAL)
+    Q_PROPERTY(SsdTabModel *ssdTabModel READ ssdTabModel CONSTANT FINAL)
     Q_MOC_INCLUDE("correction/CorrectionTabModel.h")
+    Q_MOC_INCLUDE("recording/SsdTabModel.h")
     Q_MOC_INCLUDE("status/StatusTabModel.h")
     Q_MOC_INCLUDE("setup/SetupTabModel.h")
     Q_MOC_INCLUDE("video/VideoTabModel.h")
@@ -145,9 +148,10 @@ public:
     SetupTabModel *setupTabModel() const { return m_setupTabModel; }
     CorrectionTabModel *correctionTabModel() const { return m_correctionTabModel; }
     VideoTabModel *videoTabModel() const { return m_videoTabModel; }
+    SsdTabModel *ssdTabModel() const { return m_ssdTabModel; }
 
-    /// Reads the tabs Status, Setup, Correction and Video and the models of all visible sections again. The
-    /// synchronisation settings are read together with the general setup.
+    /// Reads the tabs Status, Setup, Correction and Video, the SSD tab if the camera has a recorder, and the models of
+    /// all visible sections again. The synchronisation settings are read together with the general setup.
     Q_INVOKABLE void refreshAllVisible();
     /// Combines a key and its modifiers in the integer by which the host identifies hot keys. Shift, Control and Alt
     /// alone count as no key; the Meta key counts as a key, but its modifier is ignored.
@@ -226,4 +230,5 @@ private:
     SetupTabModel *m_setupTabModel = nullptr;
     CorrectionTabModel *m_correctionTabModel = nullptr;
     VideoTabModel *m_videoTabModel = nullptr;
+    SsdTabModel *m_ssdTabModel = nullptr;
 };

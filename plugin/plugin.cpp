@@ -5,6 +5,7 @@
 #include "correction/NucInfoModel.h"
 #include "correction/NucProcessModel.h"
 #include "plugin/ZvtCameraModel.h"
+#include "recording/SsdTabModel.h"
 #include "setup/SetupGeneralModel.h"
 #include "setup/SyncSettingsModel.h"
 #include "setup/ZvtCameraPresetModel.h"
@@ -61,6 +62,7 @@ void registerTypes()
     registerUncreatable<NucInfoModel>("NucInfoModel", "Can only get through NucListModel");
     registerUncreatable<NucProcessModel>("NucProcessModel", "Can only get through ZvtCameraModel");
     registerUncreatable<VideoTabModel>("VideoTabModel", "Can only get through ZvtCameraModel");
+    registerUncreatable<SsdTabModel>("SsdTabModel", "Can only get through ZvtCameraModel");
     registerUncreatable<SyncSettingsModel>("SyncSettingsModel", "Can only get through controller plugin");
     registerCreatable<FPASizeIntValidator>("FPASizeIntValidator");
     registerCreatable<ZvtModelTable>("ZvtModelTable");

@@ -15,6 +15,7 @@
 #include "correction/NucListModel.h"
 #include "correction/NucProcessModel.h"
 #include "plugin/ZvtCameraModel.h"
+#include "recording/SsdTabModel.h"
 #include "setup/EditFilterNamesModel.h"
 #include "setup/FilterNameEditorItemModel.h"
 #include "setup/FilterWheelItemModel.h"
@@ -53,6 +54,7 @@ ZVT_FOREIGN_TYPE(FPASizeIntValidator, QML_NAMED_ELEMENT(FPASizeIntValidator))
 ZVT_FOREIGN_TYPE(NucInfoModel, QML_NAMED_ELEMENT(NucInfoModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(NucProcessModel, QML_NAMED_ELEMENT(NucProcessModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SetupGeneralModel, QML_NAMED_ELEMENT(SetupGeneralModel) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(SsdTabModel, QML_NAMED_ELEMENT(SsdTabModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SyncSettingsModel, QML_NAMED_ELEMENT(SyncSettingsModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(VideoTabModel, QML_NAMED_ELEMENT(VideoTabModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(ZvtCameraModel, QML_NAMED_ELEMENT(ZvtCameraModel) QML_UNCREATABLE(""))

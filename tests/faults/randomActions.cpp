@@ -2,6 +2,8 @@
 
 #include "tests/support/modelProperties.h"
 
+#include "recording/SsdTabModel.h"
+
 #include <QTimer>
 
 namespace
@@ -11,6 +13,30 @@ void refresh(QObject *model)
 {
     if (model->metaObject()->indexOfMethod("refresh()") >= 0)
         QMetaObject::invokeMethod(model, "refresh");
+}
+
+/// Sends the recorder a random command. Most commands end what it does: the emulated camera takes long to advance its
+/// clock while it is armed.
+void commandRecorder(const Models &models, QRandomGenerator &random)
+{
+    static const QList<const char *> commands{"arm",
+                                              "triggerRecording",
+                                              "pauseRecording",
+                                              "resumeRecording",
+                                              "stopRecording",
+                                              "stopRecording",
+                                              "disarm",
+                                              "disarm",
+                                              "disarm",
+                                              "disarm",
+                                              "save",
+                                              "format",
+                                              "play",
+                                              "pause",
+                                              "stop",
+                                              "stop",
+                                              "skipForwardToNextFrame"};
+    QMetaObject::invokeMethod(models.root->ssdTabModel(), commands.at(random.bounded(commands.size())));
 }
 
 /// Lets a random timer of the models elapse at once, if it runs.
@@ -31,7 +57,7 @@ Models::Models(CameraRig &rig)
 
 void doSomething(Models &models, const Models &otherClient, CameraRig &rig, QRandomGenerator &random)
 {
-    switch (random.bounded(24)) {
+    switch (random.bounded(25)) {
     case 0:
         rig.camera().disconnect();
         break;
@@ -65,9 +91,12 @@ void doSomething(Models &models, const Models &otherClient, CameraRig &rig, QRan
             models = Models(rig);
         break;
     case 12:
+        commandRecorder(models, random);
+        break;
     case 13:
     case 14:
     case 15:
+    case 16:
         writeRandomProperty(otherClient.byPath.values(), random);
         break;
     default:

@@ -7,7 +7,8 @@
 #include <memory>
 
 /// The base of every test class: a test function fails on any Qt warning that it has not announced by
-/// QTest::ignoreMessage(). A class with an init() of its own calls Test::init() from it.
+/// QTest::ignoreMessage(). A class with an init() of its own calls Test::init() from it. The poll of
+/// SsdTabModel does not start by itself: a test that needs it emits `timeout` of the model's child "updateTimer".
 ///
 /// A test file holds one class named like the file and ends with
 ///

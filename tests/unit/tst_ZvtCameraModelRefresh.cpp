@@ -53,9 +53,9 @@ void tst_ZvtCameraModelRefresh::refreshStartsInOrder()
     started.removeDuplicates();
     started.replaceInStrings(QStringLiteral(".refreshingChanged"), QString());
     QCOMPARE(started,
-             QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "setupGeneralModel", "syncSettings",
-                          "videoOutputSettings", "setupFilterWheelSettingsModel", "setupCoolerSettingsModel",
-                          "flagSettings", "agcRoiSettings", "overlaySettings"}));
+             QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "ssdTabModel", "setupGeneralModel",
+                          "syncSettings", "videoOutputSettings", "setupFilterWheelSettingsModel",
+                          "setupCoolerSettingsModel", "flagSettings", "agcRoiSettings", "overlaySettings"}));
     CameraRig::settle();
     QCOMPARE(rig.callsSince(mark).value(0), "controller.GetWindow");
 }
