@@ -3,6 +3,7 @@ set(ZVT_QML_FILES
     zvtmain.qml
     CorrectionTab.qml
     SetupTab.qml
+    SsdTab.qml
     StatusTab.qml
     VideoTab.qml
     animations/FadeAndShrinkAnimation.qml
@@ -32,6 +33,7 @@ set(ZVT_QML_FILES
     dialogs/ConfirmationDialog.qml
     dialogs/EditFilterNamesDialog.qml
     dialogs/EditNearFarPositions.qml
+    dialogs/EditSsdPlaybackFrameRange.qml
     dialogs/GenericMessageDialog.qml
     dialogs/InformationDialog.qml
     dialogs/LoadNucOptionsDialog.qml
@@ -60,7 +62,7 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
     REQUIRED)
 
 # The modules that pages are made of: zvt.NAME is the folder parts/NAME.
-set(ZVT_MODULES look rows dialogs correction setup status video frame)
+set(ZVT_MODULES look rows dialogs correction setup status video recording frame)
 
 # The files of the folder zvt as the module zvt, for files that cannot import them by path.
 set(ZVT_TREE_QMLDIR "module zvt\n")

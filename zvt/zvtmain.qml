@@ -28,7 +28,6 @@ Item {
     // Null when a host application shows the page: only the standalone program sets standaloneModel.
     readonly property var _standaloneModel: typeof standaloneModel === "undefined" ? null : standaloneModel
     readonly property bool _standalone: _standaloneModel !== null
-    readonly property bool _standaloneConnected: _standaloneModel?.connected ?? false
     readonly property bool _connecting: _standaloneModel?.connecting ?? false
     readonly property bool _disconnecting: _standaloneModel?.disconnecting ?? false
     // Each read of cameraModel.connected calls the controller, so the page reads it only here.
@@ -36,6 +35,7 @@ Item {
     readonly property var _cameraState: cameraStateExists() ? cameraModel.cameraState : null
     readonly property bool _loadingState: _cameraState?.loading ?? false
     readonly property bool _savingState: _cameraState?.saving ?? false
+    readonly property bool _hasSsd: capabilitiesModelExists() && cameraModel.cameraCapabilitiesModel.hasSsd
     readonly property bool _busy: _standalone ? _connecting || _disconnecting : _loadingState || _savingState
     property bool _fakeOverlayShown
     // Whether the contents of hidden pages may be created. Becomes true 250 ms after the start.
@@ -114,13 +114,13 @@ Item {
     Shortcut {
         sequence: "Ctrl+Tab"
         enabled: root.visible && root.enabled
-        onActivated: tabBar.step(1)
+        onActivated: bar.step(1)
     }
 
     Shortcut {
         sequence: "Ctrl+Shift+Tab"
         enabled: root.visible && root.enabled
-        onActivated: tabBar.step(-1)
+        onActivated: bar.step(-1)
     }
 
     Timer {
@@ -141,66 +141,22 @@ Item {
             anchors.fill: parent
             spacing: 0
 
-            Rectangle {
-                implicitHeight: 40
+            CameraBar {
+                id: bar
+
                 Layout.fillWidth: true
-                color: Look.cameraBarBackgroundColor
-
-                RowLayout {
-                    anchors.fill: parent
-                    spacing: 0
-                    enabled: !ssdPlaybackBanner.visible
-
-                    BarButton {
-                        visible: root._standalone
-                        enabled: !root._standaloneConnected
-                        glyph: Glyph.connect
-                        //: Tool tip
-                        toolTip: qsTr("Connect")
-                        onClicked: dialogs.openFinder()
-                    }
-
-                    BarButton {
-                        visible: root._standalone
-                        enabled: root._standaloneConnected
-                        glyph: Glyph.disconnect
-                        //: Tool tip
-                        toolTip: qsTr("Disconnect")
-                        onClicked: root._standaloneModel.disconnect()
-                    }
-
-                    BarButton {
-                        id: configurationButton
-
-                        glyph: Glyph.menu
-                        //: Tool tip
-                        toolTip: qsTr("Configuration")
-                        onClicked: dialogs.openMenu()
-                    }
-
-                    TabStrip {
-                        id: tabBar
-
-                        Layout.fillWidth: true
-                        Layout.fillHeight: true
-                    }
-                }
-
-                PlaybackBanner {
-                    id: ssdPlaybackBanner
-
-                    objectName: "ssdPlaybackBanner"
-                    anchors.fill: parent
-                    visible: false
-                    onStopRequested: cameraModel.ssdTabModel.stop()
-                }
+                standaloneModel: root._standaloneModel
+                hasSsd: root._hasSsd
+                onFinderRequested: dialogs.openFinder()
+                onMenuRequested: dialogs.openMenu()
+                onStopRequested: cameraModel.ssdTabModel.stop()
             }
 
             StackLayout {
                 id: pages
 
                 objectName: "pages"
-                currentIndex: tabBar.currentIndex
+                currentIndex: bar.currentIndex
 
                 StatusTab {
                     camera: cameraModel
@@ -233,6 +189,15 @@ Item {
                     preload: root._preload
                     tabModel: cameraModel?.videoTabModel ?? null
                     selected: visible
+                }
+
+                SsdTab {
+                    camera: cameraModel
+                    connected: root._connected
+                    preload: root._preload
+                    tabModel: cameraModel?.ssdTabModel ?? null
+                    selected: visible
+                    banner: bar.banner
                 }
             }
         }
@@ -280,6 +245,6 @@ Item {
         camera: cameraModel
         connected: root._connected
         standaloneModel: root._standaloneModel
-        menuButton: configurationButton
+        menuButton: bar.menuButton
     }
 }

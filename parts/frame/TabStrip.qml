@@ -6,6 +6,9 @@ import zvt
 T.TabBar {
     id: strip
 
+    // Whether the camera has a recorder, which has a page of its own.
+    required property bool hasSsd
+
     readonly property int _availableTabs: {
         let available = 0
         for (let index = 0; index < count; ++index)
@@ -36,6 +39,12 @@ T.TabBar {
     // Otherwise the width of the tab bar would depend on its tabs, whose width depends on the tab bar.
     implicitWidth: 0
     contentHeight: height
+    // Another camera may lack the page that is on show.
+    on_AvailableTabsChanged: {
+        const tab = itemAt(currentIndex)
+        if (tab && !tab.available)
+            currentIndex = 0
+    }
 
     Keys.onLeftPressed: _stepByKey(-1)
     Keys.onRightPressed: _stepByKey(1)
@@ -69,5 +78,12 @@ T.TabBar {
         width: available ? strip.tabWidth : 0
         //: Title of a page
         text: qsTr("Video")
+    }
+
+    PageTabButton {
+        available: strip.hasSsd
+        width: available ? strip.tabWidth : 0
+        //: Title of a page: the recorder of the camera and its solid-state drive
+        text: qsTr("SSD")
     }
 }

@@ -26,6 +26,8 @@ QtObject {
     readonly property color coldColor: "#8080ff"
     readonly property color warmColor: "#ff8080"
     readonly property color movingColor: "yellow"
+    readonly property color armColor: "yellow"
+    readonly property color warningColor: "yellow"
     readonly property color pastColor: "#666666"
 
     // Surfaces.

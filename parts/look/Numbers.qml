@@ -20,6 +20,11 @@ QtObject {
         }
     }
 
+    // A limit as text: a whole number with all its digits, another one with six of them.
+    function limitText(limit: real): string {
+        return limit % 1 === 0 ? String(limit) : "%1".arg(limit)
+    }
+
     // The value of one unit of the last digit: 0.01 for a text with two decimals.
     function lastPlace(text: string): real {
         return Math.pow(10, -_decimals(text))

@@ -7,7 +7,7 @@ T.Slider {
     id: slider
 
     // The operator has moved the handle, or has pressed a key that is to move it.
-    signal moveTo(position: int)
+    signal moveTo(position: real)
 
     implicitWidth: 200
     implicitHeight: Look.rowHeight

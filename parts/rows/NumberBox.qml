@@ -4,15 +4,13 @@ import zvt.look
 // A field for a number from `from` to `to`. A text that is not a number, is out of range or is refused by `judge` stays
 // in the field, marked as wrong, until Esc restores the model's text. An acceptable number is emitted by `entered` when
 // the operator presses Enter or the focus leaves.
-TextBox {
+EntryBox {
     id: box
 
     property real from: 0
     property real to: Infinity
     // The largest accepted number of decimals; any number of them if negative.
     property int decimals: 0
-    // Whether a number is also entered when the focus leaves, and not only when Enter is pressed.
-    property bool commitsOnFocusLoss: true
     // An invisible input with a validator for further rules; null without any. It gets the texts of the field. A
     // validator of the field itself would ignore keys without feedback.
     property TextInput judge
@@ -21,28 +19,18 @@ TextBox {
 
     // The number in the field; NaN if the text is not a number.
     readonly property real number: Numbers.parse(text, decimals)
-    readonly property bool acceptable: _inRange && (judge ? judge.acceptableInput : true)
     readonly property bool _inRange: number >= from && number <= to
 
     // The text was edited and is an acceptable number.
     signal typed(number: real)
-    // The operator has finished typing an acceptable number.
+    // The operator has finished typing an acceptable number. Precedes `confirmed`.
     signal entered(number: real)
-    // Enter was pressed on an acceptable number. Follows `entered`.
-    signal confirmed
 
-    function _commit() {
-        if (!edited || !acceptable)
-            return
-        const typed = number
-        revert()
-        entered(typed)
-    }
-
+    acceptable: _inRange && (judge ? judge.acceptableInput : true)
     horizontalAlignment: Text.AlignRight
     fault: !edited || acceptable ? "" : isNaN(number) ? Numbers.faultText : _inRange ? refusal
            //: Tool tip of a field; %1 and %2 are numbers
-           : qsTr("Not between %1 and %2").arg(from).arg(to)
+           : qsTr("Not between %1 and %2").arg(Numbers.limitText(from)).arg(Numbers.limitText(to))
     onJudgeChanged: {
         if (judge)
             judge.text = text
@@ -55,15 +43,5 @@ TextBox {
         if (edited && present >= from && present <= to && (judge ? judge.acceptableInput : true))
             typed(present)
     }
-    onAccepted: {
-        const wasAcceptable = acceptable
-        _commit()
-        if (wasAcceptable)
-            confirmed()
-    }
-    onEditingFinished: {
-        // A field also loses the focus when it is disabled, which can happen while the operator types.
-        if (commitsOnFocusLoss && !Fields.isDisabled(box))
-            _commit()
-    }
+    onTextEntered: text => entered(Numbers.parse(text, decimals))
 }

@@ -25,11 +25,16 @@ Columns {
     function clearWarnings() {
     }
 
-    function _isBeingEdited(item: Item): bool {
-        const list = item as T.ComboBox
-        let ancestor = item instanceof T.TextField || (list && list.down) ? item : null
+    // Whether the item is in the body.
+    function includes(item: Item): bool {
+        let ancestor = item
         while (ancestor && ancestor !== body)
             ancestor = ancestor.parent
         return ancestor !== null
+    }
+
+    function _isBeingEdited(item: Item): bool {
+        const list = item as T.ComboBox
+        return includes(item instanceof T.TextField || (list && list.down) ? item : null)
     }
 }

@@ -38,7 +38,7 @@ RowGroup {
             isShown: rows.isShown
             minimum: rows._minimum
             maximum: rows._maximum
-            position: rows._position
+            value: rows._position
             onEntered: position => rows.camera.setupTabModel.selectedZoomPosition = position
         }
     }

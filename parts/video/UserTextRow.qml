@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
-import zvt.look
 import zvt.rows
 
 // The switch and the field of the user's text on the video output. After a refusal both show the camera's value again.
@@ -21,22 +20,13 @@ RowLayout {
         onToggled: row.camera.overlaySettings.showUserDefinedField = checked
     }
 
-    TextBox {
-        id: box
-
+    EntryBox {
         Layout.fillWidth: true
         Layout.maximumWidth: 420
         enabled: row.camera ? row.camera.overlaySettings.showUserDefinedField : false
         //: Accessible name of the field for the text of the user
         name: qsTr("Text To Display")
         modelText: row.camera ? row.camera.overlaySettings.userDefinedFieldText : ""
-        onEditingFinished: {
-            // A field also loses the focus when it is disabled, which can happen while the operator types.
-            if (!edited || Fields.isDisabled(box))
-                return
-            const typed = text
-            revert()
-            row.camera.overlaySettings.userDefinedFieldText = typed
-        }
+        onTextEntered: text => row.camera.overlaySettings.userDefinedFieldText = text
     }
 }

@@ -18,10 +18,10 @@ const QString sourceDir = QStringLiteral(ZVT_SOURCE_DIR "/");
 /// The rooms of QML files by their floors. A room may use itself and rooms on lower floors, but not other rooms on its
 /// floor.
 const QMap<QString, int> floors{
-    {"parts/look", 0},  {"zvt/controls", 1},   {"parts/rows", 2},      {"parts/dialogs", 3},
-    {"zvt/dialogs", 4}, {"parts/setup", 5},    {"parts/status", 5},    {"parts/correction", 5},
-    {"parts/video", 5}, {"parts/recorder", 5}, {"parts/advanced", 5},  {"parts/manufacturing", 5},
-    {"zvt", 6},         {"parts/frame", 7},    {"zvt/zvtmain.qml", 8},
+    {"parts/look", 0},  {"zvt/controls", 1},    {"parts/rows", 2},      {"parts/dialogs", 3},
+    {"zvt/dialogs", 4}, {"parts/setup", 5},     {"parts/status", 5},    {"parts/correction", 5},
+    {"parts/video", 5}, {"parts/recording", 5}, {"parts/advanced", 5},  {"parts/manufacturing", 5},
+    {"zvt", 6},         {"parts/frame", 7},     {"zvt/zvtmain.qml", 8},
 };
 
 /// The types whose content is not made at the same time as the object itself.
@@ -198,7 +198,7 @@ void tst_QmlRules::typesAreUsedFromBelow()
 // The QML compiler finds no types in an import of a path with "..", and then leaves bindings to the interpreter.
 void tst_QmlRules::foldersAreImportedByModule()
 {
-    static const Expression byPath(R"(^import "(?!\.\./\.\./hlxcamui/controls")[^"]*")", Expression::MultilineOption);
+    static const Expression byPath(R"(^import "(?!(\.\./)+hlxcamui/controls")[^"]*")", Expression::MultilineOption);
     QStringList broken;
     for (const QmlFile &file : std::as_const(m_files))
         broken += matchesIn(file, file.text, byPath);

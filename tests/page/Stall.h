@@ -1,7 +1,10 @@
 #pragma once
 
+#include "tests/support/PageDriver.h"
 #include "tests/support/computedMicroseconds.h"
 
+#include <QQuickItem>
+#include <QTest>
 #include <QTimer>
 
 #include <algorithm>
@@ -44,3 +47,15 @@ private:
     qint64 m_before = 0;
     qint64 m_longest = 0;
 };
+
+/// Waits until the contents of the hidden pages exist, so that a Stall does not include their creation.
+inline bool awaitHiddenPages(const PageDriver &page)
+{
+    constexpr int loading = 2; // Loader.Loading
+    return QTest::qWaitFor([&page] {
+        const auto items = page.page()->findChildren<QQuickItem *>();
+        return page.page()->property("_preload").toBool() && std::ranges::none_of(items, [](const QQuickItem *item) {
+                   return item->inherits("QQuickLoader") && item->property("status").toInt() == loading;
+               });
+    });
+}

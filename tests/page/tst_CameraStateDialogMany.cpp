@@ -48,6 +48,7 @@ void tst_CameraStateDialogMany::openingDoesNotStallThePage()
 {
     StateDialog dialog({"Alpha"});
     fill(dialog, 1000);
+    QVERIFY(awaitHiddenPages(dialog.driver));
     // The second opening replaces the list of the first one.
     for (int opening = 0; opening < 2; ++opening) {
         dialog.driver.click("Configuration");

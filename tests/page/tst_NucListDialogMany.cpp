@@ -41,6 +41,7 @@ private:
 void tst_NucListDialogMany::openingDoesNotStallThePage()
 {
     const auto page = pageWith(10'000);
+    QVERIFY(awaitHiddenPages(*page));
     // The second opening replaces the list of the first one.
     for (int opening = 0; opening < 2; ++opening) {
         QQuickItem *button = page->find("Manage NUCs");

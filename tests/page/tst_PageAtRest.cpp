@@ -1,6 +1,7 @@
 #include "benchmarks/page/Census.h"
 #include "tests/page/StandaloneFake.h"
 #include "tests/support/PageDriver.h"
+#include "tests/support/RecorderPoll.h"
 #include "tests/support/Test.h"
 
 #include <QFont>
@@ -19,6 +20,7 @@ private slots:
     void fontsAreFew();
     void noAnimationRuns_data();
     void noAnimationRuns();
+    void leftPagesHaveNoAnimation();
     void hiddenContentIsMadeByItself();
     void hiddenContentAsksNoCamera();
 
@@ -72,7 +74,7 @@ void tst_PageAtRest::fontsAreFew()
 void tst_PageAtRest::noAnimationRuns_data()
 {
     QTest::addColumn<QString>("tab");
-    for (const char *tab : {"Status", "Setup"})
+    for (const char *tab : {"Status", "Setup", "SSD"})
         QTest::newRow(tab) << tab;
 }
 
@@ -85,6 +87,21 @@ void tst_PageAtRest::noAnimationRuns()
     driver.choose("About");
     driver.settle();
     driver.press(Qt::Key_Escape);
+    driver.settle();
+    QTRY_VERIFY_WITH_TIMEOUT(!animationRuns(driver), 1000);
+}
+
+// The flow diagram of the SSD page pulses during a recording.
+void tst_PageAtRest::leftPagesHaveNoAnimation()
+{
+    PageDriver driver;
+    driver.click("SSD");
+    driver.settle();
+    driver.rig().gate().script("zvtGetSsdState", Triggered);
+    startPoll(*driver.tabModel("ssdTabModel"));
+    driver.settle();
+    QVERIFY(animationRuns(driver));
+    driver.click("Status");
     driver.settle();
     QTRY_VERIFY_WITH_TIMEOUT(!animationRuns(driver), 1000);
 }

@@ -1,7 +1,7 @@
 import QtQuick
 
-// The path of a recording during playback: from the memory at the left to the computer at the right, above the items
-// between them.
+// The way of a recording during playback: up from the memory at the left, and down to the computer at the right. It
+// begins and ends in the middle of these items, which are 60 wide.
 Canvas {
     property color color: "gray"
 
@@ -10,7 +10,8 @@ Canvas {
     onColorChanged: requestPaint()
     onPaint: {
         const context = getContext("2d")
-        const right = implicitWidth - 9
+        const left = 30
+        const right = implicitWidth - 30
         context.reset()
         context.scale(width / implicitWidth, height / implicitHeight)
         context.strokeStyle = color
@@ -18,8 +19,8 @@ Canvas {
         context.lineWidth = 4
         context.lineJoin = "round"
         context.beginPath()
-        context.moveTo(9, 27)
-        context.lineTo(9, 4)
+        context.moveTo(left, 27)
+        context.lineTo(left, 4)
         context.lineTo(right, 4)
         context.lineTo(right, 15)
         context.stroke()
