@@ -376,9 +376,13 @@ void tst_RecorderStates::aDisconnectedLoadFails()
     QVERIFY(rig.record(30) && rig.call(zvtSsdSaveBuffer));
     rig.wait(500);
     emulator::Clock::duringNextWait([&] { rig.camera().disconnect(); });
+    const int64_t start = emulator::Clock::now();
     QCOMPARE(zvtSsdLoadMovie(rig.handle(), 0), int(emulator::NotConnected));
+    QVERIFY(emulator::Clock::now() <= start + 50);
     // The recorder goes on.
     rig.camera().connect();
+    QCOMPARE(rig.state(), 8);
+    rig.wait(200);
     QCOMPARE(rig.state(), 10);
 }
 
