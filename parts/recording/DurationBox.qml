@@ -3,7 +3,7 @@ import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.look
 import zvt.rows
 
-// A field for the duration of a recording, such as "01:30:00". A text that is no time of day is marked as wrong. The
+// A field for the duration of a recording, such as "01:30:00". A text that is not a time of day is marked as wrong. The
 // camera's duration can be such a text too: one of 24 hours is shown as an empty mask. A duration that is longer than
 // the recorder can record is marked by another colour, as a warning only.
 EntryBox {
@@ -12,7 +12,7 @@ EntryBox {
     required property SsdTabModel model
 
     readonly property bool tooLong: enabled && _isTime && !model.externalSync && _duration > model.maxRecordDuration
-    // The duration in the field, as a date object; an invalid one if the text is no time of day.
+    // The duration in the field, as a date object. It is invalid if the text is not a time of day.
     readonly property var _duration: model ? model.timeFromString(text) : null
     readonly property bool _isTime: _duration ? !isNaN(_duration.getTime()) : false
 

@@ -96,7 +96,7 @@ RowGroup {
             from: rows._start
             to: rows._end
             modelValue: rows._current
-            // The number of the model follows each move, so there is no refused number to replace.
+            // The model takes the number of each move, so the slider need not wait for a read.
             reads: 1
             onMoveTo: frame => rows.model.currentFrame = frame
         }

@@ -102,7 +102,7 @@ void tst_SsdTabFields::wrongTextsAreNotSent_data()
     QTest::newRow("Pretrigger Frames") << 0 << QStringList{"1001", "-1", "x"};
     QTest::newRow("Duration To Record") << 1 << QStringList{"00:75:00", "24:00:00"};
     QTest::newRow("Playback Rate (Hz)") << 0 << QStringList{"0", "0.05", "12.34", "120.6", "x"};
-    // A tab and a no-break space are no blanks.
+    // A tab and a no-break space are white space other than a blank.
     QTest::newRow("SSD Filename") << 0 << QStringList{" a", "", QString(101, 'a'), "a\tb", QStringLiteral("a\u00a0b")};
 }
 

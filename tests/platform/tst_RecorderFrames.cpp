@@ -347,7 +347,7 @@ void tst_RecorderFrames::sequencesAreOneEntry()
         const bool internal = QByteArray(source) == "internal";
         QVERIFY(rig.set("trigger.mode", 2) && rig.set("trigger.source", internal ? 0 : 1));
         QVERIFY(rig.set("sensor.frameRate", 1000) && rig.set("trigger.sequenceCount", 3));
-        // 30 Hz is no whole number of clocks.
+        // The period of 30 Hz is not a whole number of clocks.
         QVERIFY(rig.set("trigger.internalRate", 100) && rig.set("sync.triggerRate", 30));
         QVERIFY(rig.set(zvtSetSsdRecordType, 2) && zvtSetSsdPretriggerFrames(rig.handle(), 0) == 0);
         rig.wait(10'000);

@@ -120,7 +120,7 @@ void tst_RecorderPlayback::pausesAndGoesOn()
     QCOMPARE(rig.playbackFrame(), 40U);
     QVERIFY(rig.call(zvtSsdPlayBuffer));
     QCOMPARE(rig.playbackFrame(), 0U);
-    // A frame outside of the range is no place to go on from.
+    // After a frame outside of the range, the playback starts at the first frame of the range.
     QVERIFY(zvtSsdSkipToFrame(rig.handle(), 70) == 0 && zvtSetSsdEndFrame(rig.handle(), 60) == 0);
     QCOMPARE(rig.playbackFrame(), 70U);
     QVERIFY(rig.call(zvtSsdResumeBuffer));
