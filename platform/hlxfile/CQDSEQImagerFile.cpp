@@ -1,5 +1,6 @@
 #include "hlx/CQDSEQImagerFile.h"
 
+#include "platform/hlxfile/MovieObject.h"
 #include "platform/hlxfile/MovieWriter.h"
 
 namespace hlx::file
@@ -12,14 +13,21 @@ bool CQDSEQImagerFile::Create(IFileSystem *files, const CString &path, reduce::C
                               unsigned int)
 {
     Close();
-    // Abated frames are not converted, so this is false.
-    m_writer = MovieWriter::create(qdseqFormat, files, path, objects, false);
+    const MovieDescription *description = MovieObject<MovieDescription>::in(objects);
+    m_writer = MovieWriter::create(qdseqFormat, files, path, objects,
+                                   description == nullptr ? MovieDescription() : *description);
     return m_writer != nullptr;
 }
 
-bool CQDSEQImagerFile::PutFrame(void *buffer, unsigned char preset, reduce::CReduceObjectArray &)
+bool CQDSEQImagerFile::PutFrame(void *buffer, unsigned char preset, reduce::CReduceObjectArray &objects)
 {
-    return m_writer != nullptr && m_writer->writeFrame(buffer, preset);
+    if (m_writer == nullptr)
+        return false;
+    const uint32_t place = m_writer->frames();
+    const MovieFrame *source = MovieObject<MovieFrame>::in(objects);
+    MovieFrame frame = source == nullptr ? MovieFrame{.number = place} : *source;
+    frame.preset = preset;
+    return m_writer->writeFrame(place, buffer, frame);
 }
 
 void CQDSEQImagerFile::Close() { m_writer.reset(); }

@@ -1,5 +1,6 @@
 #include "hlx/CRQSImagerFile.h"
 
+#include "platform/hlxfile/MovieObject.h"
 #include "platform/hlxfile/MovieReader.h"
 
 namespace hlx::file
@@ -12,7 +13,10 @@ bool CRQSImagerFile::Open(IFileSystem *files, const CString &path, unsigned int)
 {
     Close();
     m_reader = MovieReader::open(rqsFormat, files, path, m_reduceObjects);
-    return m_reader != nullptr;
+    if (m_reader == nullptr)
+        return false;
+    MovieObject<MovieDescription>::put(m_reduceObjects, m_reader->description());
+    return true;
 }
 
 void CRQSImagerFile::Close()
@@ -29,11 +33,17 @@ unsigned int CRQSImagerFile::yPixels() const { return m_reader == nullptr ? 0 : 
 
 int CRQSImagerFile::GetDaType() const { return m_reader == nullptr ? 0 : m_reader->imageFormat().dataType; }
 
-bool CRQSImagerFile::IsAbated() const { return m_reader != nullptr && m_reader->abated(); }
+bool CRQSImagerFile::IsAbated() const { return m_reader != nullptr && m_reader->description().abated; }
 
-bool CRQSImagerFile::GetFrame(void *buffer, unsigned int frame, unsigned char &preset, reduce::CReduceObjectArray &)
+bool CRQSImagerFile::GetFrame(void *buffer, unsigned int frame, unsigned char &preset,
+                              reduce::CReduceObjectArray &objects)
 {
-    return m_reader != nullptr && m_reader->readFrame(frame, buffer, preset);
+    MovieFrame info;
+    if (m_reader == nullptr || !m_reader->readFrame(frame, buffer, info))
+        return false;
+    preset = info.preset;
+    MovieObject<MovieFrame>::put(objects, info);
+    return true;
 }
 
 } // namespace hlx::file

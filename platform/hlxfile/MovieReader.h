@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "hlx/CReduceObjectArray.h"
 #include "platform/hlx/FileBytes.h"
@@ -14,27 +15,37 @@ class MovieReader
 {
 public:
     /// Opens a movie and fills `objects` with its reduce objects. Returns null and leaves `objects` unchanged if the
-    /// file does not exist, has another format, or is truncated or corrupt.
+    /// file does not exist, has another format or version, or ends before the first frame, or if its head or
+    /// description is damaged. A movie that was cut off or never closed ends with its last whole frame.
     static std::unique_ptr<MovieReader> open(const MovieFormat &format, IFileSystem *files, const CString &path,
                                              reduce::CReduceObjectArray &objects);
 
     unsigned int frames() const { return m_frames; }
     const reduce::SImageFormat &imageFormat() const { return m_imageFormat; }
-    bool abated() const { return m_abated; }
+    const MovieDescription &description() const { return m_description; }
 
     /// Reads frame number `frame`, from 0. Returns false and leaves both outputs unchanged if the frame cannot be read
-    /// or if `buffer` is null although the frame has pixels.
-    bool readFrame(unsigned int frame, void *buffer, unsigned char &preset) const;
+    /// or is damaged, or if `pixels` is null although the frame has pixels.
+    bool readFrame(unsigned int frame, void *pixels, MovieFrame &info) const;
 
 private:
-    MovieReader(FileHandle file, uint64_t firstFrame, unsigned int frames, const reduce::SImageFormat &imageFormat,
-                bool abated);
+    MovieReader(FileHandle file, uint64_t firstFrame, MovieDescription description,
+                const reduce::SImageFormat &imageFormat);
+
+    uint64_t placeOf(uint64_t frame) const
+    {
+        return m_firstFrame + frame * MovieFormat::frameSize(m_imageFormat.frameBytes());
+    }
+    /// Determines the number of frames; `counted` is the one in the head.
+    void findEnd(uint32_t counted);
+    /// What the file tells of a frame; nothing if its mark or its checksum is wrong.
+    std::optional<MovieFrame> check(unsigned int frame) const;
 
     FileHandle m_file;
-    uint64_t m_firstFrame;
-    unsigned int m_frames;
+    uint64_t m_firstFrame; ///< Its offset.
+    unsigned int m_frames = 0;
+    MovieDescription m_description;
     reduce::SImageFormat m_imageFormat;
-    bool m_abated;
 };
 
 } // namespace hlx::file

@@ -12,6 +12,13 @@ namespace
 constexpr unsigned int largestSide = UINT16_MAX;
 constexpr std::size_t largestFrame = std::size_t{1} << 28;
 
+// Whether an object is part of a movie. Others only pass values of the movie on.
+bool isStored(const IReduceObject &object)
+{
+    return object.typeID() == CRCalReduceObject::classTypeID()
+        || object.typeID() == CCorrectionReduceObject::classTypeID();
+}
+
 void writeObject(ByteWriter &writer, const IReduceObject &object)
 {
     const SGuid type = object.typeID();
@@ -88,9 +95,13 @@ void write(ByteWriter &writer, const CReduceObjectArray &objects)
     writer.number(static_cast<uint32_t>(objects.format.width));
     writer.number(static_cast<uint32_t>(objects.format.height));
     writer.number(static_cast<uint32_t>(objects.format.dataType));
-    writer.number(static_cast<uint32_t>(objects.size()));
+    uint32_t stored = 0;
     for (std::size_t i = 0; i < objects.size(); ++i)
-        writeObject(writer, objects.at(i));
+        stored += isStored(objects.at(i)) ? 1 : 0;
+    writer.number(stored);
+    for (std::size_t i = 0; i < objects.size(); ++i)
+        if (isStored(objects.at(i)))
+            writeObject(writer, objects.at(i));
 }
 
 CRCalFile readCalibration(ByteReader &reader)

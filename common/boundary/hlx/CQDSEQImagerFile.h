@@ -10,8 +10,8 @@ namespace hlx::file
 
 class MovieWriter;
 
-/// A converted movie, for writing. It is written under its final name; after Close() it is a valid movie of the frames
-/// that were put. One thread at a time.
+/// A converted movie, for writing. It is written under its final name, and at any time it is a movie of the frames that
+/// were put; Close() writes their number. One thread at a time.
 class CQDSEQImagerFile
 {
 public:
@@ -20,13 +20,15 @@ public:
     CQDSEQImagerFile &operator=(const CQDSEQImagerFile &) = delete;
     ~CQDSEQImagerFile();
 
-    /// Closes the movie that was open, and begins one with these reduce objects and with frames of their format.
-    /// Replaces a file of that name. On failure an empty or truncated file may remain. `reserved` is always 0.
+    /// Closes the movie that was open, and begins one with these reduce objects and with frames of their format. If the
+    /// objects are those of an open raw movie, it tells the same of the camera. Replaces a file of that name. On
+    /// failure a file that could be opened is removed. `reserved` is always 0.
     bool Create(IFileSystem *files, const CString &path, reduce::CReduceObjectArray &objects, unsigned int reserved);
 
-    /// Adds a frame taken with `preset`. Returns false, and leaves the movie as it is, if the frame cannot be written,
-    /// no file is open, or `buffer` is null (allowed for frames without pixels). The frame has the format passed to
-    /// Create(); `objects` is not used.
+    /// Adds a frame taken with `preset`, in the format passed to Create(). Its number and time are those of the frame
+    /// that CRQSImagerFile::GetFrame() has last read with `objects`; without one its number is its place, from 0, and
+    /// its time all 0. Returns false, and leaves the movie as it is, if the frame cannot be written, no file is open,
+    /// or `buffer` is null (allowed for frames without pixels).
     bool PutFrame(void *buffer, unsigned char preset, reduce::CReduceObjectArray &objects);
 
     void Close();

@@ -21,8 +21,9 @@ public:
     ~CRQSImagerFile();
 
     /// Closes the open file and opens another one. Returns false, and then no file is open, if the file is missing, is
-    /// not a movie, is truncated or is corrupt. `reserved` is always 0. Throws std::bad_alloc if the memory does not
-    /// suffice for the reduce objects.
+    /// not a movie, ends before its first frame, or has a damaged head. A movie that was cut off or never closed opens
+    /// up to its last whole frame. `reserved` is always 0. Throws std::bad_alloc if the memory does not suffice for the
+    /// reduce objects.
     bool Open(IFileSystem *files, const CString &path, unsigned int reserved);
     void Close();
 
@@ -35,12 +36,14 @@ public:
     int GetDaType() const;
     /// True if the pixels have been corrected already: the raw values are lost.
     bool IsAbated() const;
-    /// The reduce objects of the open movie. Changes stay in memory.
+    /// The reduce objects of the open movie. Changes stay in memory. The array also carries what the movie tells of the
+    /// camera: a converted movie that is created with it tells the same.
     reduce::CReduceObjectArray &reduceObjects() { return m_reduceObjects; }
 
     /// Fills `buffer` with the pixels of a frame, counted from 0, and `preset` with the preset with which it was taken.
-    /// Returns false, and leaves both as they are, if the frame cannot be read or `buffer` is null (allowed for frames
-    /// without pixels). `objects` stays as it is: frames of this format have no reduce objects of their own.
+    /// `objects` carries number and time of the frame afterwards, for CQDSEQImagerFile::PutFrame(). Returns false, and
+    /// leaves all three as they are, if the frame cannot be read or is damaged, or if `buffer` is null (allowed for
+    /// frames without pixels).
     bool GetFrame(void *buffer, unsigned int frame, unsigned char &preset, reduce::CReduceObjectArray &objects);
 
 private:
