@@ -157,8 +157,10 @@ QString Camera::folderOf(const QString &profileName, const QString &folder)
 }
 
 Camera::Camera(Profile profile, QString folder)
-    : m_profile(std::move(profile)), m_folder(std::move(folder)),
-      m_state(std::make_unique<State>(m_folder, [this] { writeMemory(); }))
+    : m_profile(std::move(profile)), m_folder(std::move(folder)), m_state(std::make_unique<State>(m_folder, [this] {
+          writeMemory();
+          writeFiles();
+      }))
 {
     m_state->capabilities = m_profile.capabilities();
     const auto add = [this](const QString &key, std::unique_ptr<Device> device, bool remembers, bool inSnapshots) {
@@ -173,6 +175,8 @@ Camera::Camera(Profile profile, QString folder)
             continue;
         if (kind.presence == DeviceKind::WithCorrections && !device<Corrections>())
             continue;
+        if (kind.presence == DeviceKind::WithRecorder && !deviceOf(QStringLiteral("recorder")))
+            continue;
         Section section(values.toObject(), QStringLiteral("profile ") + m_profile.source(),
                         QStringLiteral("devices.") + kind.key);
         auto device = kind.make(*this, section);
@@ -180,6 +184,8 @@ Camera::Camera(Profile profile, QString folder)
         add(kind.key, std::move(device), kind.memory == DeviceKind::Remembers, kind.snapshot == DeviceKind::Included);
     }
     m_state->frameClock = device<FrameClock>();
+    for (const auto &device : m_devices)
+        device->devicesExist();
     m_newSettings = snapshot();
     const QJsonObject values = readMemory();
     // The camera starts in its last state. Values that devices remember are newer than that state.
@@ -201,6 +207,7 @@ Camera::~Camera()
     }
     m_state->memoryWriter.stop();
     writeMemory();
+    writeFiles();
 }
 
 QString Camera::memorySource() const { return QStringLiteral("storage %1/%2").arg(m_folder, memoryFile); }
@@ -413,6 +420,20 @@ void Camera::remember()
 }
 
 void Camera::flushMemory() { m_state->memoryWriter.flush(); }
+
+/// Writes the files of the devices. This may take long.
+void Camera::writeFiles()
+{
+    std::vector<std::function<void()>> writes;
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const auto &device : m_devices)
+            if (auto write = device->filesToWrite())
+                writes.push_back(std::move(write));
+    }
+    for (const auto &write : writes)
+        write();
+}
 
 /// Writes the values that outlive the process if they have changed. Calls to the camera wait only while the values are
 /// collected.

@@ -125,8 +125,9 @@ public:
     /// The settings of a new camera of this profile, in the form of snapshot().
     const QJsonObject &newSettings() const { return m_newSettings; }
 
-    /// Values that outlive the process have changed. A thread of the camera writes them to its folder, at most once a
-    /// second; so do a disconnection and the end of the camera or the process. A failed write logs a warning.
+    /// Values or files that outlive the process have changed. A thread of the camera writes them to its folder, at most
+    /// once a second; so does the end of the camera or the process. A disconnection writes the values. A failed write
+    /// logs a warning.
     void remember();
     /// Returns when the changes that remember() has reported are written. The caller must not hold the camera's lock.
     void flushMemory();
@@ -136,6 +137,7 @@ private:
     QString memorySource() const;
     QJsonObject readMemory() const;
     void writeMemory();
+    void writeFiles();
     void setConnected(bool connected);
     std::optional<Frame> render(const FrameStart &start, std::optional<image::Output> output,
                                 std::unique_lock<std::recursive_mutex> lock);

@@ -15,6 +15,10 @@ void Device::connectionChanged(bool) { }
 
 void Device::catchUp() { }
 
+void Device::devicesExist() { }
+
+std::function<void()> Device::filesToWrite() { return {}; }
+
 void Device::expose(int, image::Exposure &) const { }
 
 Refusal Device::change(const QString &name, const QJsonValue &value) { return m_table.change(name, value); }

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -63,6 +64,14 @@ public:
     /// Carries out what has become due since the last time. Called with the camera's lock held, before and after each
     /// operation and change, so it should return early: an idle device takes below 0.1 us.
     virtual void catchUp();
+
+    /// All devices of the camera exist and have the values of its profile. Called once, before saved values are
+    /// restored. Throws a SetupError if the profile asks for something impossible.
+    virtual void devicesExist();
+
+    /// Returns what brings the files of this device up to date, empty if it has none. Called with the camera's lock
+    /// held, often; the result is called without the lock, on any thread, and not always in the order of the calls.
+    virtual std::function<void()> filesToWrite();
 
     /// Sets those properties of the exposure of a preset that depend on this device, as they are now. The devices
     /// are asked in the order of DeviceKind::all(); a later one may use and replace what earlier ones have set. All of

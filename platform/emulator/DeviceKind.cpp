@@ -29,6 +29,7 @@
 #include "platform/emulator/devices/Information.h"
 #include "platform/emulator/devices/LensCover.h"
 #include "platform/emulator/devices/LensStates.h"
+#include "platform/emulator/devices/Link.h"
 #include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Saturation.h"
 #include "platform/emulator/devices/Sensor.h"
@@ -87,6 +88,7 @@ constexpr std::array kinds{
     kind<Trigger>("trigger", Always, Forgets, Included),
     kind<FrameClock>("frames", Always, Forgets, LeftOut),
     kind<Recorder>("recorder", WhereListed, Forgets, Included),
+    kind<Link>("link", WithRecorder, Forgets, LeftOut),
     kind<CorrectionRun>("correctionRun", WithCorrections, Forgets, LeftOut),
     kind<AutomaticCorrection>("automaticCorrection", WithCorrections, Forgets, Included),
     kind<VideoGain>("agc", Always, Forgets, Included),

@@ -26,6 +26,21 @@ QJsonObject Section::object(const QString &key)
 
 Section Section::section(const QString &key) { return {object(key), m_source, pathOf(key)}; }
 
+std::vector<Section> Section::sections(const QString &key)
+{
+    const QJsonValue json = value(key);
+    if (!json.isUndefined() && !json.isArray())
+        refuse(key, QStringLiteral("must be a list"));
+    std::vector<Section> sections;
+    for (const QJsonValue &entry : json.toArray()) {
+        if (!entry.isObject())
+            refuse(key, QStringLiteral("must be a list of objects"));
+        sections.push_back(
+            {entry.toObject(), m_source, QStringLiteral("%1[%2]").arg(pathOf(key)).arg(sections.size())});
+    }
+    return sections;
+}
+
 void Section::requireTypesOf(const QJsonObject &reference)
 {
     for (auto entry = reference.begin(); entry != reference.end(); ++entry) {

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
 namespace emulator
 {
 
@@ -39,6 +41,8 @@ public:
     QList<double> numbers(const QString &key, const QList<double> &fallback) { return read(key, fallback); }
     QJsonObject object(const QString &key);
     Section section(const QString &key);
+    /// Returns the objects of a list, none if the key is missing. The path of the first one ends with "[0]".
+    std::vector<Section> sections(const QString &key);
 
     /// Returns the unchecked value, undefined if the key is missing.
     QJsonValue value(const QString &key);

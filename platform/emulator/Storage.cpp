@@ -20,8 +20,6 @@ namespace
 
 constexpr auto cameraMagic = "zvt-emulated-camera";
 constexpr int version = 1;
-// More bytes than the values of any camera need. A larger file was not written by an emulated camera.
-constexpr qint64 maximumFileSize = qint64{16} * 1024 * 1024;
 
 [[noreturn]] void refuse(const QString &path, const QString &why)
 {
@@ -56,15 +54,15 @@ void Storage::write(const QString &name, const QJsonObject &values) const
     writeFile(m_folder + QLatin1Char('/') + name, cameraMagic, values);
 }
 
-QJsonObject Storage::readFile(const QString &path, const char *magic)
+QJsonObject Storage::readFile(const QString &path, const char *magic, qint64 maximumSize)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         refuse(file.fileName(), QStringLiteral("cannot be read: %1").arg(file.errorString()));
-    const QByteArray content = file.read(maximumFileSize + 1);
+    const QByteArray content = file.read(maximumSize + 1);
     QJsonParseError error;
     const auto document = QJsonDocument::fromJson(content, &error);
-    if (content.size() > maximumFileSize || error.error != QJsonParseError::NoError || !document.isObject()
+    if (content.size() > maximumSize || error.error != QJsonParseError::NoError || !document.isObject()
         || document[QLatin1String("magic")] != QLatin1String(magic) || !document[QLatin1String("values")].isObject())
         refuse(file.fileName(), QStringLiteral("corrupt, or not a file of an emulated camera"));
     if (document[QLatin1String("version")] != version)

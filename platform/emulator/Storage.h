@@ -24,8 +24,11 @@ public:
     /// Replaces the file `name`. Throws a SetupError if it cannot be written; the old file is then unchanged.
     void write(const QString &name, const QJsonObject &values) const;
 
-    /// The same for a file of values in any folder, with its own magic. readFile() throws if the file does not exist.
-    static QJsonObject readFile(const QString &path, const char *magic);
+    /// More bytes than the values of any camera need. A larger file was not written by an emulated camera.
+    static constexpr qint64 mostValues = qint64{16} * 1024 * 1024;
+    /// The same for a file of values in any folder, with its own magic. readFile() throws if the file does not exist or
+    /// is larger than `maximumSize` in bytes.
+    static QJsonObject readFile(const QString &path, const char *magic, qint64 maximumSize = mostValues);
     static void writeFile(const QString &path, const char *magic, const QJsonObject &values);
 
 private:

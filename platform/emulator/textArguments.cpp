@@ -1,5 +1,7 @@
 #include "platform/emulator/textArguments.h"
 
+#include "platform/emulator/utf8.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -9,11 +11,7 @@ namespace emulator
 void Text::copyToBuffer(bool fill) const
 {
     const size_t capacity = fill ? m_size : m_size - 1;
-    size_t length = std::min(capacity, value.size());
-    const auto continues = [this](size_t index) { return (static_cast<unsigned char>(value[index]) & 0xC0) == 0x80; };
-    if (length < value.size())
-        while (length > 0 && continues(length))
-            --length;
+    const size_t length = beginningOf(value, capacity).size();
     std::memcpy(m_buffer, value.data(), length);
     if (fill)
         std::memset(m_buffer + length, '#', capacity - length);

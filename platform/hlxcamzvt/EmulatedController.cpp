@@ -8,7 +8,9 @@
 #include "platform/emulator/memberCalls.h"
 #include "platform/hlxcam/EmulatedDevice.h"
 #include "platform/hlxcamzvt/EmulatedVideoSource.h"
+#include "platform/hlxcamzvt/MovieTransfer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace hlx::cam
@@ -24,12 +26,13 @@ using emulator::StateStore;
 namespace
 {
 
-/// An operation for equipment that emulated cameras do not have.
-template <class... Args>
-bool absent(const std::shared_ptr<emulator::Camera> &camera, const char *name, Args &&...arguments)
+/// Microseconds from the beginning of the year. A field outside of its range counts as it is, up to 10^5 units.
+int64_t inYear(const hlx::CDateTime &time)
 {
-    return dispatchController(
-        camera, name, [](emulator::Camera &) { return emulator::Absent; }, std::forward<Args>(arguments)...);
+    constexpr int64_t second = 1'000'000;
+    const auto of = [](int field, int64_t unit) { return std::clamp(field, -100'000, 100'000) * unit; };
+    return of(time.dayOfYear() - 1, 86'400 * second) + of(time.hour(), 3600 * second) + of(time.minute(), 60 * second)
+        + of(time.second(), second) + of(time.millisecond(), 1000) + of(time.microsecond(), 1);
 }
 
 } // namespace
@@ -197,13 +200,17 @@ bool EmulatedController::CanDownload()
 bool EmulatedController::DownloadMovie(hlx::CString path, hlx::delegate<int(int, unsigned int, unsigned int)> progress,
                                        unsigned int first, unsigned int last)
 {
-    return absent(camera(), "controller.DownloadMovie", path, progress, first, last);
+    const auto transfer
+        = [&](emulator::Camera &camera) { return MovieTransfer::run(camera, path, progress, first, last); };
+    return dispatchController(camera(), "controller.DownloadMovie", transfer, path, progress, first, last);
 }
 
 bool EmulatedController::FindFrameRange(hlx::CDateTime start, hlx::CDateTime end, unsigned int *first,
                                         unsigned int *last)
 {
-    return absent(camera(), "controller.FindFrameRange", start, end, first, last);
+    const auto find
+        = [&](Recorder &recorder) { return recorder.findFrames(inYear(start), inYear(end), *first, *last); };
+    return emulator::controllerOnDevice<Recorder>(camera(), "controller.FindFrameRange", find, start, end, first, last);
 }
 
 } // namespace hlx::cam

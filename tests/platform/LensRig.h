@@ -28,7 +28,12 @@ public:
     }
     LensRig(const LensRig &) = delete;
     LensRig &operator=(const LensRig &) = delete;
-    ~LensRig() { emulator::Clock::automatic(); }
+    ~LensRig()
+    {
+        // It would see the clock jump.
+        m_camera.reset();
+        emulator::Clock::automatic();
+    }
 
     /// Opens another camera, or switches the same one off and on.
     void open(const char *profile)

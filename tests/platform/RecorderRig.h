@@ -3,6 +3,7 @@
 #include "platform/emulator/devices/FrameClock.h"
 #include "platform/emulator/devices/Recorder.h"
 #include "tests/platform/LensRig.h"
+#include "tests/platform/RecorderProfiles.h"
 
 #include <cstdint>
 #include <limits>
@@ -10,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-/// A camera with a stopped clock and the calls of its recorder. Its window has 64x4 pixels, 640 bytes a frame, unless
-/// the test changes it, and a frame comes every 10 ms, with the ticks of the clock.
-class RecorderRig : public LensRig
+/// A camera with a stopped clock, an empty drive and the calls of its recorder. Its window has 64x4 pixels, 640 bytes a
+/// frame, unless the test changes it, and a frame comes every 10 ms, with the ticks of the clock.
+class RecorderRig : private RecorderProfiles, public LensRig
 {
 public:
     using State = emulator::RecorderMachine::State;
@@ -21,7 +22,7 @@ public:
 
     static constexpr int64_t frameBytes = 640;
 
-    explicit RecorderRig(const char *profile = "everything") : LensRig(profile) { useSmallestWindow(); }
+    explicit RecorderRig(const char *profile = "everything") : LensRig(pathOf("{}", profile)) { useSmallestWindow(); }
 
     /// Opens a camera whose recorder has these keys.
     void openWith(const char *recorder, const char *extended = "everything")
@@ -31,8 +32,17 @@ public:
     }
     void openDevices(const char *devices, const char *extended = "everything")
     {
-        open(writeProfile(m_profiles.path(), extended, devices).toLatin1());
+        open(pathOf(devices, extended));
         useSmallestWindow();
+    }
+    /// Switches the camera off and on.
+    void restart() { open(lastPath()); }
+    /// The same after the keys of the recorder have been replaced.
+    void restartWith(const QByteArray &recorder) { restartWithDevices(R"({"recorder": )" + recorder + "}"); }
+    void restartWithDevices(const QByteArray &devices)
+    {
+        rewriteLast(devices);
+        restart();
     }
     void useSmallestWindow()
     {
@@ -45,6 +55,7 @@ public:
     static void wait(int64_t milliseconds) { emulator::Clock::advance(milliseconds); }
     /// False if the camera refuses.
     bool call(Command command) { return command(handle()) == 0; }
+    bool load(uint32_t place) { return zvtSsdLoadMovie(handle(), place) == 0; }
     bool set(Setter setter, uint8_t value) { return setter(handle(), value) == 0; }
     using LensRig::set;
 
@@ -75,6 +86,14 @@ public:
         wait(frames * 10);
         return recorded && state() == State::Complete && acquired() == frames;
     }
+    /// Records a number of frames, and saves them as a movie.
+    bool recordMovie(uint32_t frames, const char *name = "Untitled")
+    {
+        const uint32_t before = movies();
+        const bool saves = record(frames) && zvtSetSsdSaveName(handle(), name) == 0 && call(zvtSsdSaveBuffer);
+        wait(500);
+        return saves && movies() == before + 1;
+    }
     /// The numbers of the recorded frames on the sensor.
     std::vector<uint64_t> numbers()
     {
@@ -102,7 +121,4 @@ public:
         const auto frame = camera().device<emulator::FrameClock>()->newest(0);
         return frame ? frame->number : 0;
     }
-
-private:
-    QTemporaryDir m_profiles;
 };

@@ -4,6 +4,7 @@
 #include "platform/emulator/control.h"
 #include "platform/emulator/dispatch.h"
 #include "tests/support/Test.h"
+#include "tests/support/limitFileSize.h"
 #include "zvt/zvtsdk.h"
 
 #include <QDeadlineTimer>
@@ -13,13 +14,11 @@
 #include <QTemporaryDir>
 
 #include <chrono>
-#include <csignal>
 #include <future>
 #include <optional>
 #include <thread>
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -219,16 +218,6 @@ private:
     {
         m_recorder.reset();
         return lines();
-    }
-
-    /// Limits the size of the files of this process in place of a full disk.
-    static void limitFileSize(std::optional<qint64> size)
-    {
-        std::signal(SIGXFSZ, size ? SIG_IGN : SIG_DFL);
-        rlimit limit{};
-        getrlimit(RLIMIT_FSIZE, &limit);
-        limit.rlim_cur = size ? static_cast<rlim_t>(*size) : limit.rlim_max;
-        setrlimit(RLIMIT_FSIZE, &limit);
     }
 
     QTemporaryDir m_folder;

@@ -19,7 +19,7 @@ namespace
 /// One operation, with a function that calls it and returns its outputs as a text. After a failed call the text
 /// contains the unchanged outputs.
 struct Operation {
-    enum Kind { Read, Write, Absent };
+    enum Kind { Read, Write, NeedsMovie };
 
     const char *name;
     Kind kind;
@@ -248,14 +248,14 @@ std::vector<Operation> presetOperations()
     };
 }
 
-/// Operations for equipment that emulated cameras do not have.
-std::vector<Operation> absentOperations()
+/// Operations that need frames in the memory of the recorder.
+std::vector<Operation> movieOperations()
 {
     using C = CZVTController;
     return {
-        {"DownloadMovie", Operation::Absent, [](C &c) { return text(c.DownloadMovie("movie.rqs", {}, 0, 9)); },
+        {"DownloadMovie", Operation::NeedsMovie, [](C &c) { return text(c.DownloadMovie("movie.rqs", {}, 0, 9)); },
          "\"movie.rqs\", delegate, 0, 9"},
-        {"FindFrameRange", Operation::Absent,
+        {"FindFrameRange", Operation::NeedsMovie,
          [](C &c) {
              unsigned int first = 7;
              unsigned int last = 8;
@@ -270,7 +270,7 @@ const std::vector<Operation> &operations()
 {
     static const auto all = [] {
         std::vector<Operation> list;
-        for (const auto &part : {windowOperations(), rateOperations(), presetOperations(), absentOperations()})
+        for (const auto &part : {windowOperations(), rateOperations(), presetOperations(), movieOperations()})
             list.insert(list.end(), part.begin(), part.end());
         return list;
     }();
@@ -363,7 +363,7 @@ void tst_Controller::everyOperationAnswers()
     QCOMPARE(calls[0].name, "controller." + std::string(operation().name));
     QCOMPARE(calls[0].arguments, std::string(operation().arguments));
     QCOMPARE(calls[0].thread, std::this_thread::get_id());
-    QCOMPARE(calls[0].status, int(operation().kind == Operation::Absent ? emulator::Absent : emulator::Ok));
+    QCOMPARE(calls[0].status, int(operation().kind == Operation::NeedsMovie ? emulator::Refused : emulator::Ok));
     QCOMPARE(answer != untouched(),
              operation().kind == Operation::Read || (operation().kind == Operation::Write && !answer.isEmpty()));
     QCOMPARE(sensor().save() != before, operation().kind == Operation::Write);

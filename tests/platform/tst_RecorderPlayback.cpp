@@ -308,7 +308,8 @@ void tst_RecorderPlayback::theVideoShowsALoadedMovie()
     QVERIFY(zvtSsdSaveBuffer(h) == 0);
     emulator::Clock::advance(500);
     QVERIFY(rig.picture().rgb != first.rgb);
-    QVERIFY(zvtSsdLoadMovie(h, 0) == 0);
+    uint32_t movies = 0;
+    QVERIFY(zvtGetSsdMovieCount(h, &movies) == 0 && zvtSsdLoadMovie(h, movies - 1) == 0);
     QVERIFY(rig.picture().rgb == first.rgb);
     QVERIFY(zvtSsdUnload(h) == 0);
     QVERIFY(rig.picture().rgb != first.rgb);

@@ -19,6 +19,9 @@ CameraRig::~CameraRig()
 {
     m_camera->gate().release("*");
     settle();
+    // A camera that is armed would record, in its destructor, what it has seen since the clock was stopped.
+    m_controller = {};
+    m_camera.reset();
     emulator::Clock::automatic();
 }
 

@@ -125,13 +125,19 @@ public:
 
     /// True if movies can be downloaded over this connection.
     virtual bool CanDownload() = 0;
-    /// Transfers frames `first` to `last` of the loaded movie or of the memory to a local file; a `last` of 0xFFFFFFFF
-    /// means to the end. Calls `progress` with (stage, current, total) on the calling thread; stage is 1. If it returns
-    /// anything but 0, the transfer stops.
+    /// Transfers frames `first` to `last`, included and counted from 0, of the recording or movie in the camera's
+    /// memory to a local file, which is replaced. A higher `last`, such as 0xFFFFFFFF, means the last frame. Calls
+    /// `progress`, which may be empty, with (stage, frames done, frames in total) on the calling thread: stage 0 is the
+    /// transfer, stage 1 fetches the frames again that were lost on the way. If it returns anything but 0, the transfer
+    /// stops. False without such frames in the memory, and the file stays as it is; also false if the file cannot be
+    /// written, frames stay lost, the transfer is stopped or the camera is disconnected: the file then has the frames
+    /// so far, or is removed if not even its head could be written.
     virtual bool DownloadMovie(hlx::CString path, hlx::delegate<int(int, unsigned int, unsigned int)> progress,
                                unsigned int first, unsigned int last)
         = 0;
-    /// The first and the last frame between two IRIG times. Cannot be interrupted.
+    /// The first frame in the camera's memory with the IRIG time `start` or later, and the last one with `end` or
+    /// earlier. The years of the times are ignored. False without a recording, or if there is no frame between the
+    /// times; the outputs are then unchanged. Cannot be interrupted.
     virtual bool FindFrameRange(hlx::CDateTime start, hlx::CDateTime end, unsigned int *first, unsigned int *last) = 0;
 
     CameraCapabilities capabilities;

@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/CorrectionFile.h"
 
 #include "platform/emulator/crc32.h"
+#include "platform/emulator/utf8.h"
 #include "platform/hlx/ByteStream.h"
 
 #include <algorithm>
@@ -29,11 +30,8 @@ static_assert(std::endian::native == std::endian::little);
 
 std::span<const uint8_t> firstBytes(const std::string &text)
 {
-    const auto continues = [&text](size_t i) { return (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80; };
-    size_t length = std::min(text.size(), textSize);
-    while (length < text.size() && length > 0 && continues(length))
-        --length;
-    return {reinterpret_cast<const uint8_t *>(text.data()), length};
+    const std::string_view first = beginningOf(text, textSize);
+    return {reinterpret_cast<const uint8_t *>(first.data()), first.size()};
 }
 
 void writeText(hlx::ByteWriter &writer, const std::string &text)

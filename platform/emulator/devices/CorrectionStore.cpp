@@ -141,6 +141,13 @@ std::shared_ptr<RecordedCorrection> CorrectionStore::toRecord(const std::string 
     return recorded;
 }
 
+std::shared_ptr<RecordedCorrection> CorrectionStore::recordFactory(const std::string &name) const
+{
+    return m_factory.contains(name)
+        ? std::make_shared<RecordedCorrection>([this, name] { return m_factory.make(name); })
+        : nullptr;
+}
+
 Status CorrectionStore::write(const std::string &name, const CorrectionInfo &info, const image::CorrectionTable &table)
 {
     if (!isCorrectionName(name) || !table.isComplete())
@@ -258,6 +265,11 @@ CorrectionStore::Contents CorrectionStore::contentsOf(const std::string &name) c
     if (stat(pathOf(name).c_str(), &status) != 0)
         return {};
     return {status.st_dev, status.st_ino, nanoseconds(status.st_mtim), status.st_size};
+}
+
+bool CorrectionStore::hasFactory(const std::string &name) const
+{
+    return m_factory.contains(name) && !m_deletedFactory.contains(name);
 }
 
 void CorrectionStore::forgetFactory(const std::string &name)

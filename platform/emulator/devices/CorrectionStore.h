@@ -58,11 +58,12 @@ public:
     /// the caller should not hold the camera's lock. Any thread.
     std::optional<Correction> read(const std::string &name) const;
 
-    /// Returns the correction of this name as it is now, for recordings. It stays so after the correction has been
-    /// replaced, renamed or deleted. Opens a file for this, but does not read it; logs a warning if this fails. While
-    /// an object for the same contents exists, it is returned, so that a file is open only once. The thread must hold
-    /// the camera's lock.
+    /// Returns the correction of this name as it is now, also after it has been replaced, renamed or deleted. Opens a
+    /// file for this, but does not read it; logs a warning if this fails. While an object for the same contents exists,
+    /// it is returned, so that a file is open only once. The thread must hold the camera's lock.
     std::shared_ptr<RecordedCorrection> toRecord(const std::string &name);
+    /// The same for the correction that the factory has made. Null if there is none of this name.
+    std::shared_ptr<RecordedCorrection> recordFactory(const std::string &name) const;
 
     /// Writes a correction, in place of one of this name. The window of the file is that of the table. Refused for an
     /// invalid name, for a table that is not complete, and if it does not fit into the free space. Takes up to 0.1 s,
@@ -98,11 +99,7 @@ private:
     std::optional<Entry> fileEntry(const std::string &name) const;
     std::optional<CorrectionInfo> headOf(const std::string &name) const;
     bool hasFile(const std::string &name) const { return fileEntry(name).has_value(); }
-    /// Whether there is a factory correction of this name, also if a file has replaced it.
-    bool hasFactory(const std::string &name) const
-    {
-        return m_factory.contains(name) && !m_deletedFactory.contains(name);
-    }
+    bool hasFactory(const std::string &name) const; ///< Also if a file has replaced it.
     /// Whether the correction of this name is the factory's.
     bool isFactory(const std::string &name) const { return hasFactory(name) && !hasFile(name); }
     void forgetFactory(const std::string &name);

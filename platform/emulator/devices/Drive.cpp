@@ -1,7 +1,9 @@
 #include "platform/emulator/devices/Drive.h"
 
 #include "platform/emulator/devices/Recording.h"
+#include "platform/emulator/utf8.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace emulator
@@ -10,19 +12,36 @@ namespace emulator
 bool Drive::add(const std::string &name, std::shared_ptr<const Recording> recording)
 {
     const uint64_t bytes = recording->bytes();
-    if (bytes > free())
+    if (bytes > free() || m_content.lastNumber >= highestNumber)
         return false;
     m_used += bytes;
-    m_movies.push_back({++m_lastNumber, name, std::move(recording)});
+    const uint32_t number = ++m_content.lastNumber;
+    m_content.movies.push_back({number, std::string(beginningOf(name, longestName)), std::move(recording)});
+    ++m_changes;
     return true;
 }
 
 void Drive::format()
 {
-    m_movies.clear();
+    m_content = {{}, 0, m_content.formats + 1};
     m_used = 0;
-    m_lastNumber = 0;
     m_full = false;
+    ++m_changes;
+}
+
+std::vector<Drive::Movie> Drive::restore(Content content)
+{
+    std::vector<Movie> left;
+    m_content = {{}, content.lastNumber, content.formats};
+    m_used = 0;
+    for (Movie &movie : content.movies) {
+        const uint64_t bytes = movie.recording->bytes();
+        const bool fits = bytes <= m_capacity - m_used;
+        m_used += fits ? bytes : 0;
+        (fits ? m_content.movies : left).push_back(std::move(movie));
+    }
+    std::ranges::sort(m_content.movies, {}, &Movie::number);
+    return left;
 }
 
 int64_t Drive::microseconds(uint64_t bytes) const

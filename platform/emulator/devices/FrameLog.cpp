@@ -28,6 +28,13 @@ int64_t FrameLog::startOf(const Run &run)
     return std::visit([](const auto &any) { return any.start(); }, run);
 }
 
+/// Whether each entry has another first frame than the one before.
+bool FrameLog::runsAreOrdered() const
+{
+    const auto isNotLater = [](const Run &run, const Run &next) { return firstNumberOf(run) >= firstNumberOf(next); };
+    return std::ranges::adjacent_find(m_runs, isNotLater) == m_runs.end();
+}
+
 void FrameLog::start(uint32_t ticksPerSecond, int64_t zero)
 {
     m_runs.clear();
@@ -127,6 +134,14 @@ FrameStart FrameLog::frame(uint64_t number) const
     const uint64_t index = number - part.firstNumber;
     const int64_t tick = part.segment.tickOf(index);
     return {number, part.segment.presetOf(index), tick, timeOf(tick)};
+}
+
+bool FrameLog::uses(int preset, uint64_t first, uint64_t last) const
+{
+    for (size_t place = placeOf(first); place < m_runs.size() && firstNumberOf(m_runs[place]) <= last; ++place)
+        if (std::visit([preset](const auto &run) { return run.uses(preset); }, m_runs[place]))
+            return true;
+    return false;
 }
 
 void FrameLog::beginnings(uint64_t first, std::span<int64_t> times) const

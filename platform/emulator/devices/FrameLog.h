@@ -38,6 +38,11 @@ public:
     uint64_t firstAfter(int64_t microseconds) const;
     /// A frame that the log contains.
     FrameStart frame(uint64_t number) const;
+    /// The timing of such a frame, in ticks.
+    FrameTiming timing(uint64_t number) const { return partOf(placeOf(number), number).segment.timing(); }
+    uint32_t ticksPerSecond() const { return m_frequency; }
+    /// Whether the timing of frames among these, which the log contains, has frames of a preset.
+    bool uses(int preset, uint64_t first, uint64_t last) const;
     /// The beginnings of frames from the number `first` on, in microseconds. Faster than frame().
     void beginnings(uint64_t first, std::span<int64_t> microseconds) const;
     /// The duration of the shortest frame since start(), in microseconds, rounded down.
@@ -49,11 +54,21 @@ public:
     /// The memory of the entries and their timings. Other logs may share the timings.
     size_t bytes() const;
 
+    /// See RecipeArchive.h.
+    template <class Archive, class Self> static void archive(Archive &archive, Self &self)
+    {
+        archive(self.m_runs, self.m_frequency, self.m_zero, self.m_shortest);
+        archive.require([&self] { return self.m_frequency > 0 && self.runsAreOrdered(); });
+    }
+    /// Whether it has an entry, and none before this number is missing.
+    bool reaches(uint64_t number) const { return !m_runs.empty() && firstNumberOf(m_runs.front()) <= number; }
+
 private:
     using Run = std::variant<SequenceRun, PresetTurns>;
 
     static uint64_t firstNumberOf(const Run &run);
     static int64_t startOf(const Run &run);
+    bool runsAreOrdered() const;
     /// The place of the entry with a frame.
     size_t placeOf(uint64_t number) const;
     RunPart partOf(size_t place, uint64_t number) const;

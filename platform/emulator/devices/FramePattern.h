@@ -49,6 +49,13 @@ public:
 
     bool operator==(const FramePattern &) const = default;
 
+    /// See RecipeArchive.h.
+    template <class Archive, class Self> static void archive(Archive &archive, Self &self)
+    {
+        archive(self.m_turns, self.m_cycleWidth, self.m_frames);
+        archive.require([&self] { return self == FramePattern(self.m_turns, self.m_cycleWidth); });
+    }
+
 private:
     Turns m_turns;
     uint64_t m_cycleWidth = 0;

@@ -79,9 +79,33 @@ SequenceRun SequenceRun::takeLast()
     return last;
 }
 
+bool SequenceRun::isValid() const
+{
+    if (!m_timing || m_start < 0 || m_sequences == 0)
+        return false;
+    const bool repeats = m_timing->hasFrames() && m_timing->frames != FrameTiming::endless && m_distance > 0
+        && m_trigger.pulses.exists();
+    return m_sequences == 1 || repeats;
+}
+
 PresetTurns::PresetTurns(std::shared_ptr<const PresetAdvance> advance, const PresetAdvance::Turn &first)
     : m_advance(std::move(advance)), m_stored{first}, m_last(first)
 {
+}
+
+bool PresetTurns::isValid() const
+{
+    const auto exists = [this](const PresetAdvance::Turn &turn) {
+        return turn.start >= 0 && turn.timing < m_advance->timings.size();
+    };
+    return m_advance && !m_stored.empty() && m_spacing > 0 && exists(m_last) && std::ranges::all_of(m_stored, exists)
+        && std::ranges::is_sorted(m_stored, {}, &PresetAdvance::Turn::firstNumber)
+        && m_stored.back().firstNumber <= m_last.firstNumber;
+}
+
+bool PresetTurns::uses(int preset) const
+{
+    return std::ranges::any_of(m_advance->timings, [preset](const FrameTiming &timing) { return timing.uses(preset); });
 }
 
 template <class Value> RunPart PresetTurns::find(Value value, Value PresetAdvance::Turn::*member) const

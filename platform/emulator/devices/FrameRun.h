@@ -28,11 +28,13 @@ public:
         int64_t delay = 0; ///< Ticks from a pulse to its effect.
     };
 
+    SequenceRun() = default;
     SequenceRun(std::shared_ptr<const FrameTiming> timing, int64_t start, uint64_t firstNumber, const Trigger &trigger);
 
     int64_t start() const { return m_start; }
     uint64_t firstNumber() const { return m_firstNumber; }
     const std::shared_ptr<const FrameTiming> &timing() const { return m_timing; }
+    bool uses(int preset) const { return m_timing->uses(preset); }
     /// The part with a frame of the run.
     RunPart partOf(uint64_t number) const;
     /// The number of the first frame that begins after a tick, if the run does not end.
@@ -46,12 +48,21 @@ public:
     /// Removes the last sequence and returns it. Needs more than one.
     SequenceRun takeLast();
 
+    /// See RecipeArchive.h.
+    template <class Archive, class Self> static void archive(Archive &archive, Self &self)
+    {
+        archive(self.m_timing, self.m_start, self.m_firstNumber, self.m_trigger, self.m_pulse, self.m_distance,
+                self.m_sequences);
+        archive.require([&self] { return self.isValid(); });
+    }
+
 private:
     FrameSegment sequence(uint64_t index) const;
+    bool isValid() const;
 
     std::shared_ptr<const FrameTiming> m_timing;
-    int64_t m_start;
-    uint64_t m_firstNumber;
+    int64_t m_start = 0;
+    uint64_t m_firstNumber = 0;
     Trigger m_trigger;
     // The pulse that has started the first sequence, and the pulses from one sequence to the next.
     uint64_t m_pulse = 0;
@@ -66,10 +77,12 @@ class PresetTurns
 public:
     static constexpr size_t mostStored = 8192;
 
+    PresetTurns() = default;
     PresetTurns(std::shared_ptr<const PresetAdvance> advance, const PresetAdvance::Turn &first);
 
     int64_t start() const { return m_stored.front().start; }
     uint64_t firstNumber() const { return m_stored.front().firstNumber; }
+    bool uses(int preset) const;
     /// The part with a frame of the run. Takes up to 0.2 us for each turn between two stored ones.
     RunPart partOf(uint64_t number) const;
     /// The number of the first frame that begins after a tick, if the last turn does not end. As partOf().
@@ -82,7 +95,15 @@ public:
     /// The number of stored turns.
     size_t stored() const { return m_stored.size(); }
 
+    /// See RecipeArchive.h.
+    template <class Archive, class Self> static void archive(Archive &archive, Self &self)
+    {
+        archive(self.m_advance, self.m_stored, self.m_spacing, self.m_sinceStored, self.m_last);
+        archive.require([&self] { return self.isValid(); });
+    }
+
 private:
+    bool isValid() const;
     template <class Value> RunPart find(Value value, Value PresetAdvance::Turn::*member) const;
 
     std::shared_ptr<const PresetAdvance> m_advance;

@@ -37,6 +37,7 @@ struct FrameTiming {
     FrameTiming(const SensorTiming &sensor, const std::optional<FrameSignal> &signal, uint64_t cycles = endless);
 
     bool hasFrames() const { return frames > 0; }
+    bool uses(int preset) const { return pattern.turns()[static_cast<size_t>(preset)].repeats > 0; }
     /// Frames per second, 0 without frames.
     double averageRate(uint32_t ticksPerSecond) const;
 

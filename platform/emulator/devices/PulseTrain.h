@@ -36,6 +36,13 @@ public:
 
     bool operator==(const PulseTrain &) const = default;
 
+    /// See RecipeArchive.h.
+    template <class Archive, class Self> static void archive(Archive &archive, Self &self)
+    {
+        archive(self.m_pulses, self.m_ticks, self.m_hertz);
+        archive.require([&self] { return self.m_pulses <= self.m_ticks; });
+    }
+
 private:
     // There are m_pulses pulses in m_ticks ticks.
     uint64_t m_pulses = 0;

@@ -39,9 +39,24 @@ bool sameExposure(const image::Exposure &a, const image::Exposure &b)
 std::optional<Correction> RecordedCorrection::correction()
 {
     const std::lock_guard lock(m_mutex);
-    if (const auto read = std::exchange(m_read, nullptr))
-        m_correction = read();
-    return m_correction;
+    if (auto table = m_table.lock())
+        return Correction{m_info, std::move(table)};
+    const Read read = m_source ? m_source : std::exchange(m_read, nullptr);
+    auto correction = read ? read() : std::nullopt;
+    if (correction) {
+        m_info = correction->info;
+        m_table = correction->table;
+        m_kept = m_source ? nullptr : correction->table;
+    }
+    return correction;
+}
+
+void RecordedCorrection::readFrom(Read source)
+{
+    const std::lock_guard lock(m_mutex);
+    m_source = std::move(source);
+    m_read = nullptr;
+    m_kept.reset();
 }
 
 RecordedMotion RecordedMotion::takeFrom(image::Exposure &exposure)

@@ -20,17 +20,28 @@ namespace emulator
 class RecordedCorrection
 {
 public:
-    explicit RecordedCorrection(Correction correction) : m_correction(std::move(correction)) { }
-    /// A correction that has not been in use: `read` returns it, and takes up to 0.1 s.
-    explicit RecordedCorrection(std::function<std::optional<Correction>()> read) : m_read(std::move(read)) { }
+    /// Returns the correction, and takes up to 0.1 s. Nothing if it is damaged.
+    using Read = std::function<std::optional<Correction>()>;
 
-    /// Reads it in the first call. Nothing if it is damaged. The thread must not hold the camera's lock.
+    explicit RecordedCorrection(const Correction &correction)
+        : m_info(correction.info), m_table(correction.table), m_kept(correction.table)
+    {
+    }
+    /// A correction that has not been in use. It is read in the first call of correction(), and kept.
+    explicit RecordedCorrection(Read read) : m_read(std::move(read)) { }
+
+    /// Nothing if it is damaged. The thread must not hold the camera's lock.
     std::optional<Correction> correction();
+    /// The correction can be read as often as needed from now on, and is not kept.
+    void readFrom(Read source);
 
 private:
     std::mutex m_mutex;
-    std::function<std::optional<Correction>()> m_read; ///< Empty after the first call.
-    std::optional<Correction> m_correction;
+    Read m_read; ///< Empty after its only call.
+    Read m_source; ///< May be called again.
+    CorrectionInfo m_info; ///< Of the table.
+    std::weak_ptr<const image::CorrectionTable> m_table; ///< While anybody uses it.
+    std::shared_ptr<const image::CorrectionTable> m_kept; ///< Null with a source.
 };
 
 /// The values of an exposure that change without a command.

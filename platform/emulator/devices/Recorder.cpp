@@ -20,8 +20,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// In milliseconds: how soon the end of a load by something else is noticed.
-constexpr int64_t checkInterval = 50;
 constexpr double mostBytes = 1e15;
 constexpr double mostFifoBytes = 1e12;
 
@@ -59,7 +57,7 @@ Refusal checkName(const std::string &name)
 Recorder::Recorder(Camera &camera, Section &section)
     : Device(camera), m_sensor(*camera.device<Sensor>()), m_frameClock(*camera.device<FrameClock>()),
       m_recordModes(section.flag(u"recordModes"_s, true)), m_exposures(camera),
-      m_machine(*this, m_settings, equipmentOf(section), driveOf(section))
+      m_machine(*this, m_settings, equipmentOf(section), driveOf(section)), m_seeded(SeededMovie::list(section))
 {
     addRecordingRows(section);
     addOtherRows(section);
@@ -220,6 +218,8 @@ int64_t Recorder::present()
     if (m_watching)
         m_exposures.look(m_frames, time / 1000);
     m_machine.advance(time);
+    if (const uint64_t changes = m_machine.drive().changes(); changes != std::exchange(m_reported, changes))
+        remember();
     if (!m_watching)
         return time;
     if (m_machine.watchesFrames()) {
@@ -262,25 +262,6 @@ Status Recorder::skipTo(uint32_t frame) { return m_machine.skipTo(frame, present
 
 Status Recorder::skipBy(int step) { return m_machine.skipBy(step, present()) ? Ok : Refused; }
 
-Status Recorder::load(uint32_t place)
-{
-    const Drive::Movie *found = nullptr;
-    if (!m_recordModes)
-        return Absent;
-    if (const Status status = movie(place, found); status != Ok)
-        return status;
-    const auto wanted = found->recording;
-    if (wanted->size() != size() || !m_machine.load(place, present()))
-        return Refused;
-    while (m_machine.loads()) {
-        const int64_t remaining = std::max<int64_t>((m_machine.loadEnd() + 999) / 1000 - Clock::now(), 0);
-        if (const Status status = camera().letTimePass(std::min(remaining, checkInterval)); status != Ok)
-            return status;
-        present();
-    }
-    return movieIsLoaded() && memory() == wanted ? Ok : Refused;
-}
-
 // Settings and values.
 
 Status Recorder::setFlag(bool &member, uint8_t value) { return value > 1 ? Refused : assign(member, value == 1); }
@@ -322,18 +303,5 @@ Status Recorder::setRate(float hertz)
 }
 
 void Recorder::playbackChanged() { m_machine.playbackChanged(now()); }
-
-// The drive.
-
-Status Recorder::movie(uint32_t place, const Drive::Movie *&movie) const
-{
-    uint32_t count = 0;
-    if (const Status status = movieCount(count); status != Ok)
-        return status;
-    if (place >= count)
-        return Refused;
-    movie = &m_machine.drive().movies()[place];
-    return Ok;
-}
 
 } // namespace emulator

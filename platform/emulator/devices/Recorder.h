@@ -4,8 +4,10 @@
 #include "platform/emulator/devices/ExposureLog.h"
 #include "platform/emulator/devices/RecordedFrame.h"
 #include "platform/emulator/devices/RecorderMachine.h"
+#include "platform/emulator/devices/SeededMovie.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -21,6 +23,7 @@ namespace emulator
 {
 
 class FrameClock;
+class MovieFolder;
 class Sensor;
 
 /// The recorder: a memory for frames, a drive for movies, and playback on the video output. It records the frames of
@@ -39,7 +42,9 @@ public:
     static constexpr float lowestRate = 0.0001f; ///< Hertz.
 
     /// Profile keys: "recordModes" and "drive" (whether it has them, true without the key), "memoryBytes",
-    /// "driveBytes", "fifoBytes" (of the memory before the drive), "driveBytesPerSecond". Profile keys and settings:
+    /// "driveBytes", "fifoBytes" (of the memory before the drive), "driveBytesPerSecond", "movies" (those on the drive
+    /// of a new camera, see SeededMovie; one that the camera cannot have recorded or that does not fit onto the drive
+    /// is left out). Profile keys and settings:
     /// "mode" (0 to memory, 1 to the drive), "type" (0 number of frames, 1 duration, 2 start and stop), "frames",
     /// "pretrigger" (frames), "duration" (ms), "gated", "autoPlay", "autoSave", "autoRearm", "autoDownload", "name",
     /// "rate" (Hz), "loop". Settings: "startFrame" and "endFrame" of a playback; "recognized", whether the file system
@@ -71,6 +76,9 @@ public:
     Status unload() { return modeCommand(&RecorderMachine::unload); }
     Status downloadStarts() { return modeCommand(&RecorderMachine::downloadStarts); }
     Status downloadIsDone() { return modeCommand(&RecorderMachine::downloadIsDone); }
+    /// Frames of the memory are transferred to the computer: see RecorderMachine::transferBegins().
+    void transferBegins() { m_machine.transferBegins(present()); }
+    void transferEnds() { m_machine.transferEnds(present()); }
     Status play() { return command(&RecorderMachine::play); }
     Status pause() { return command(&RecorderMachine::pause); }
     Status resume() { return command(&RecorderMachine::resume); }
@@ -107,7 +115,7 @@ public:
     uint32_t pretrigger() const { return m_settings.pretrigger; }
     Status setPretrigger(uint32_t frames) { return assign(m_settings.pretrigger, frames); }
     std::string name() const { return m_settings.name; }
-    /// 1 to longestName bytes.
+    /// 1 to longestName bytes of UTF-8.
     Status setName(const std::string &name) { return assign(m_settings.name, name); }
 
     uint32_t memoryLimit() const { return m_machine.memoryLimit(); }
@@ -141,6 +149,10 @@ public:
     Status movieCount(uint32_t &count) const { return ofDrive(m_machine.drive().movies().size(), count); }
     /// The movie with this place in the list. Refused if the list is shorter.
     Status movie(uint32_t place, const Drive::Movie *&movie) const;
+    /// Returns the first frame of the memory whose IRIG time is `start` or later, and the last one that is `end` or
+    /// earlier. Times are in microseconds from the beginning of the year, whatever the year is. Refused if there is
+    /// none, or the first one is after the last one. Takes 0.5 s and a microsecond for each frame of the memory.
+    Status findFrames(int64_t start, int64_t end, uint32_t &first, uint32_t &last);
     bool movieIsLoaded() const { return m_machine.movieLoaded(); }
     Status movieLoaded(uint8_t &loaded) const { return readMode(movieIsLoaded(), loaded); }
     /// How often something did not fit onto the drive.
@@ -167,6 +179,8 @@ public:
     /// The input for trigger and gate.
     void setInput(bool level);
     void catchUp() override;
+    void devicesExist() override;
+    std::function<void()> filesToWrite() override;
 
 private:
     uint64_t frameBytes() const override;
@@ -181,6 +195,7 @@ private:
     void addOtherRows(Section &section);
     void addDriveRows(Section &section);
     Status skipBy(int step);
+    void report(const Drive::Movie &movie, const char *why) const;
     image::Size size() const;
     using Command = bool (RecorderMachine::*)(int64_t now);
     Status command(Command function);
@@ -217,6 +232,9 @@ private:
     FrameLog m_frames;
     ExposureLog m_exposures;
     RecorderMachine m_machine;
+    std::vector<SeededMovie> m_seeded; ///< Empty after devicesExist().
+    std::shared_ptr<MovieFolder> m_folder; ///< Null without a drive.
+    uint64_t m_reported = 0; ///< The changes of the drive that are to be written.
 };
 
 } // namespace emulator

@@ -63,6 +63,12 @@ void RecorderMachine::advance(int64_t now)
     while (step(now)) { }
 }
 
+void RecorderMachine::endSavingUntil(int64_t now)
+{
+    if (m_state == Saving && now >= m_end)
+        endSaving(m_end);
+}
+
 /// Carries out what is due next. Returns false if nothing more is due.
 bool RecorderMachine::step(int64_t now)
 {
@@ -93,7 +99,7 @@ bool RecorderMachine::step(int64_t now)
         m_next = m_world.firstAfter(m_end);
         m_state = Armed;
     } else if (m_state == Saving) {
-        endSaving(m_end);
+        endSavingUntil(now);
     } else if (m_state == Loading) {
         endLoading();
         m_state = MovieLoaded;
@@ -105,7 +111,7 @@ bool RecorderMachine::step(int64_t now)
     return true;
 }
 
-/// In DownloadRequested, which a load does not leave.
+/// In DownloadRequested, which neither a load nor a transfer leaves.
 bool RecorderMachine::loadStep(int64_t now)
 {
     if (m_toLoad) {
@@ -114,8 +120,8 @@ bool RecorderMachine::loadStep(int64_t now)
         endLoading();
         return true;
     }
-    const int64_t end = std::max(m_end, m_loadEnd);
-    if (now < end)
+    const int64_t end = std::max({m_end, m_loadEnd, m_transferEnd});
+    if (m_transfers > 0 || now < end)
         return false;
     goOn(Next::Rearm, end);
     return true;

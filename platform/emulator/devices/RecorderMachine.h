@@ -53,6 +53,8 @@ public:
     /// Does everything that is due until a time. Takes up to 0.2 us for each frame that has begun since the last call,
     /// if the drive is slower than the frames.
     void advance(int64_t now);
+    /// Ends a save that is over by now. Looks at no frames, unlike advance().
+    void endSavingUntil(int64_t now);
 
     State state() const { return m_state; }
     /// Whether the next state, by itself, needs time or frames.
@@ -77,6 +79,10 @@ public:
     bool unload(int64_t now);
     bool downloadStarts(int64_t now);
     bool downloadIsDone(int64_t now);
+    /// The frames of the memory are transferred to the computer. A request for a download does not end by itself until
+    /// as many transfers have ended as have begun. In all states.
+    void transferBegins(int64_t now);
+    void transferEnds(int64_t now);
     bool play(int64_t now);
     bool pause(int64_t now);
     bool resume(int64_t now);
@@ -184,6 +190,8 @@ private:
     std::shared_ptr<const Recording> m_toSave;
     std::shared_ptr<const Recording> m_toLoad; ///< Null while nothing is loaded.
     int64_t m_loadEnd = 0;
+    int m_transfers = 0; ///< That run now.
+    int64_t m_transferEnd = 0; ///< Of the last one.
     bool m_movieLoaded = false;
     PlaybackPosition m_position;
 };

@@ -248,6 +248,19 @@ bool RecorderMachine::downloadStarts(int64_t now)
     return true;
 }
 
+void RecorderMachine::transferBegins(int64_t now)
+{
+    advance(now);
+    ++m_transfers;
+}
+
+void RecorderMachine::transferEnds(int64_t now)
+{
+    advance(now);
+    --m_transfers;
+    m_transferEnd = now;
+}
+
 bool RecorderMachine::downloadIsDone(int64_t now)
 {
     if (!isAt(now, {DownloadRequested}))

@@ -15,6 +15,9 @@ namespace emulator::image
 
 class Detector;
 
+/// To be raised with each change after which equal exposures give other frames: recordings are stored without pixels.
+constexpr uint32_t rendererVersion = 1;
+
 /// Everything on which a frame depends. Equal exposures give equal frames.
 struct Exposure {
     Window window; ///< The part of the array that is read out.
