@@ -1,5 +1,6 @@
 #include "standalone/desk/WorldModel.h"
 
+#include "platform/emulator/devices/Link.h"
 #include "platform/emulator/devices/filterTable.h"
 #include "standalone/desk/Faults.h"
 
@@ -19,19 +20,24 @@ const QString ambient = u"environment.ambient"_s;
 const QString singleTrigger = u"sync.trigger"_s;
 const QString insertedFilters = u"filters.inserted"_s;
 
-/// A setting that is a fault while it is true.
+/// A setting that is a fault while it is true, or a number above the usual one.
 struct Fault {
     QString setting;
     QString group;
     QString label;
     QString hint;
     QString text; ///< For the label "faults on".
+    QString unit = {};
+    QJsonValue usual = false;
 };
+
+QString linkGroup() { return WorldModel::tr("Link of the recorder"); }
 
 const std::vector<Fault> &faultSettings()
 {
     static const QString flag = WorldModel::tr("Flag");
     static const QString drive = WorldModel::tr("Drive of the recorder");
+    static constexpr int usualLoss = emulator::Link::usualLoss;
     static const std::vector<Fault> faults{
         {u"flag.stuck"_s, flag, WorldModel::tr("Heater stuck"),
          WorldModel::tr("The flag heats by 1 K/s while its cooler has power"),
@@ -42,6 +48,10 @@ const std::vector<Fault> &faultSettings()
          WorldModel::tr("The drive of the recorder is full")},
         {u"recorder.driveSlow"_s, drive, WorldModel::tr("Slow"), WorldModel::tr("A fiftieth of its speed"),
          WorldModel::tr("The drive of the recorder is slow")},
+        {u"link.lossPerMillion"_s, linkGroup(), WorldModel::tr("Lost frames"),
+         WorldModel::tr("0 to 1000000; usual is %1. They are fetched again.").arg(usualLoss),
+         WorldModel::tr("The link of the recorder loses more frames than usual"), WorldModel::tr("per million"),
+         usualLoss},
     };
     return faults;
 }
@@ -102,10 +112,13 @@ const std::vector<Description> &descriptions()
         {singleTrigger, inputs, WorldModel::tr("Single trigger"), {}, WorldModel::tr("One pulse at the trigger input")},
         {insertedFilters, WorldModel::tr("Filters in the wheel"), WorldModel::tr("Slot %1")},
     };
+    static const Description speed{u"link.bytesPerSecond"_s, linkGroup(), WorldModel::tr("Speed"),
+                                   WorldModel::tr("bytes/s"), WorldModel::tr("Of the next download; at least 1000")};
     static const std::vector<Description> rows = [] {
         std::vector<Description> all = described;
         for (const Fault &fault : faultSettings())
-            all.push_back({fault.setting, fault.group, fault.label, {}, fault.hint});
+            all.push_back({fault.setting, fault.group, fault.label, fault.unit, fault.hint});
+        all.push_back(speed); // In the group of the last fault.
         return all;
     }();
     return rows;
@@ -126,7 +139,8 @@ QJsonArray listOf(const CameraSettings::Settings &settings, const QString &name)
 bool isOn(const CameraSettings::Settings &settings, const Fault &fault)
 {
     const SettingInfo *const setting = find(settings, fault.setting);
-    return setting && setting->value.toBool();
+    return setting
+        && (setting->value.isBool() ? setting->value.toBool() : setting->value.toDouble() > fault.usual.toDouble());
 }
 
 /// The names of all filters by ID, such as "6: ND 1.0".
@@ -241,5 +255,5 @@ void WorldModel::clearFaults()
 {
     for (const Fault &fault : faultSettings())
         if (isOn(settings().settings(), fault))
-            settings().change(fault.setting, false);
+            settings().change(fault.setting, fault.usual.toVariant());
 }

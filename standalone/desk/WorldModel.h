@@ -7,8 +7,9 @@ class Faults;
 /// The rows of the card "World": what surrounds the camera and what a hand does to it. Settings that the camera lacks
 /// have no row. GUI thread only.
 ///
-/// The stuck heater of the flag, and a drive of the recorder that is pulled, full or slow, count as faults. A filter
-/// that is not the one in which the camera believes is none: a scan of the wheel corrects it.
+/// The stuck heater of the flag, a drive of the recorder that is pulled, full or slow, and a link of the recorder that
+/// loses more frames than usual count as faults. A filter that is not the one in which the camera believes is none: a
+/// scan of the wheel corrects it.
 class WorldModel : public SettingRows
 {
     Q_OBJECT

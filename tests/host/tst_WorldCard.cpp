@@ -37,6 +37,7 @@ private slots:
     void refusalIsShownUntilEsc();
     void faultsAreSetAndCleared_data();
     void faultsAreSetAndCleared();
+    void lossOfTheLinkIsAFaultAboveTheUsualOne();
     void allFaultsAreClearedTogether();
     void waitingFaultIsCleared();
     void faultOfAnotherClientIsSeen();
@@ -125,6 +126,8 @@ void tst_WorldCard::rowsAreThoseOfTheEquipment()
         wanted.append("Heater stuck");
     if (const auto *const recorder = camera().device<emulator::Recorder>(); recorder && recorder->hasDrive())
         wanted.append({"Pulled", "Full", "Slow"});
+    if (camera().device<emulator::Recorder>())
+        wanted.append({"Lost frames", "Speed"});
     QCOMPARE(labels(), wanted);
     QCOMPARE(shown("Slot 1", "label").isValid(), camera().device<emulator::FilterWheel>() != nullptr);
 }
@@ -400,17 +403,37 @@ void tst_WorldCard::faultsAreSetAndCleared()
     QTRY_VERIFY(!m_rig->property(label, "checked").toBool());
 }
 
+void tst_WorldCard::lossOfTheLinkIsAFaultAboveTheUsualOne()
+{
+    open();
+    enter("Speed", "1000");
+    enter("Lost frames", "199");
+    QTRY_COMPARE(inCamera("link.lossPerMillion").toInt(), 199);
+    QCOMPARE(inCamera("link.bytesPerSecond").toInt(), 1000);
+    QVERIFY(read());
+    QVERIFY(!faults().active());
+    enter("Lost frames", "201");
+    QTRY_COMPARE(faults().texts(), QStringList("The link of the recorder loses more frames than usual"));
+    faults().clearAll();
+    QTRY_COMPARE(inCamera("link.lossPerMillion").toInt(), 200);
+    QTRY_VERIFY(!faults().active());
+    enter("Lost frames", "1000001");
+    QTRY_COMPARE(shown("Lost frames", "refusal").toString(), "must lie between 0 and 1000000");
+}
+
 void tst_WorldCard::allFaultsAreClearedTogether()
 {
     const QStringList settings{"flag.stuck", "recorder.drivePulled", "recorder.driveFull", "recorder.driveSlow"};
     for (const QString &setting : settings)
         QVERIFY(camera().otherClient().set(setting, true));
+    QVERIFY(camera().otherClient().set("link.lossPerMillion", 1'000'000));
     QVERIFY(read());
-    QCOMPARE(faults().texts().size(), settings.size());
+    QCOMPARE(faults().texts().size(), settings.size() + 1);
     faults().clearAll();
     QTRY_VERIFY(!faults().active());
     for (const QString &setting : settings)
         QVERIFY2(!inCamera(setting).toBool(), qPrintable(setting));
+    QCOMPARE(inCamera("link.lossPerMillion").toInt(), 200);
 }
 
 void tst_WorldCard::waitingFaultIsCleared()
