@@ -100,6 +100,8 @@ uint64_t fileTimeOfDateTime(const QDateTime &time)
     return static_cast<uint64_t>(fileTimeEpoch().msecsTo(time)) * fileTimeUnitsPerMillisecond;
 }
 
+hlx::CString toCString(const QString &text) { return {text.toUtf8().constData()}; }
+
 hlx::CDateTime IrigTimeToDateTime(const QDateTime &time)
 {
     const QTime clock = time.time();

@@ -7,6 +7,7 @@
 #include <initializer_list>
 
 #include "hlx/CDateTime.h"
+#include "hlx/CString.h"
 #include "zvt/zvttypes.h"
 
 // Names, paths and IRIG times, for use by several models. Any thread.
@@ -43,6 +44,9 @@ QDateTime dateTimeOfFileTime(uint64_t time100ns);
 
 /// The reverse: the number of 100 ns since the start of 1601 in UTC. `time` must not be earlier.
 uint64_t fileTimeOfDateTime(const QDateTime &time);
+
+/// The text in UTF-8, up to its first zero character.
+hlx::CString toCString(const QString &text);
 
 /// The framework's form of the day of the year and the time of `time`, in year 0, which means no year.
 hlx::CDateTime IrigTimeToDateTime(const QDateTime &time);

@@ -1,6 +1,7 @@
 #include "plugin/ZvtCameraModel.h"
 
 #include "common/TInvokeEvent.h"
+#include "common/conversions.h"
 #include "common/formatting.h"
 #include "common/identity.h"
 #include "common/presets.h"
@@ -275,7 +276,7 @@ void ZvtCameraModel::setEmulatorProperty(const char *key, const Value &value, co
     if (!isEmulator() || value == present)
         return;
     if constexpr (std::is_same_v<Value, QString>)
-        device()->properties().set(key, hlx::CVariant(hlx::CString(value.toUtf8().constData())));
+        device()->properties().set(key, hlx::CVariant(toCString(value)));
     else
         device()->properties().set(key, hlx::CVariant(value));
     emit(this->*changed)();

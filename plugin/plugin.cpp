@@ -5,6 +5,9 @@
 #include "correction/NucInfoModel.h"
 #include "correction/NucProcessModel.h"
 #include "plugin/ZvtCameraModel.h"
+#include "recording/BatchDownloadEntry.h"
+#include "recording/BatchDownloadModel.h"
+#include "recording/SsdMovieFileInfoModel.h"
 #include "recording/SsdTabModel.h"
 #include "setup/SetupGeneralModel.h"
 #include "setup/SyncSettingsModel.h"
@@ -63,6 +66,9 @@ void registerTypes()
     registerUncreatable<NucProcessModel>("NucProcessModel", "Can only get through ZvtCameraModel");
     registerUncreatable<VideoTabModel>("VideoTabModel", "Can only get through ZvtCameraModel");
     registerUncreatable<SsdTabModel>("SsdTabModel", "Can only get through ZvtCameraModel");
+    registerUncreatable<BatchDownloadModel>("BatchDownloadModel", "Can only get from parent");
+    registerUncreatable<BatchDownloadEntry>("BatchDownloadEntry", "Can only get from parent");
+    registerUncreatable<SsdMovieFileInfoModel>("SsdMovieFileInfoModel", "Can only get from parent");
     registerUncreatable<SyncSettingsModel>("SyncSettingsModel", "Can only get through controller plugin");
     registerCreatable<FPASizeIntValidator>("FPASizeIntValidator");
     registerCreatable<ZvtModelTable>("ZvtModelTable");

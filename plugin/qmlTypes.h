@@ -15,6 +15,9 @@
 #include "correction/NucListModel.h"
 #include "correction/NucProcessModel.h"
 #include "plugin/ZvtCameraModel.h"
+#include "recording/BatchDownloadEntry.h"
+#include "recording/BatchDownloadModel.h"
+#include "recording/SsdMovieFileInfoModel.h"
 #include "recording/SsdTabModel.h"
 #include "setup/EditFilterNamesModel.h"
 #include "setup/FilterNameEditorItemModel.h"
@@ -40,6 +43,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "hlxui/ObjectListModel.h"
+#include "hlxui/StringListModel.h"
 
 // Declares a type, with the macros that set its name in QML.
 #define ZVT_FOREIGN_TYPE(Type, ...)                                                                                    \
@@ -50,10 +54,13 @@
     };
 
 // Registered by name.
+ZVT_FOREIGN_TYPE(BatchDownloadEntry, QML_NAMED_ELEMENT(BatchDownloadEntry) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(BatchDownloadModel, QML_NAMED_ELEMENT(BatchDownloadModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(FPASizeIntValidator, QML_NAMED_ELEMENT(FPASizeIntValidator))
 ZVT_FOREIGN_TYPE(NucInfoModel, QML_NAMED_ELEMENT(NucInfoModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(NucProcessModel, QML_NAMED_ELEMENT(NucProcessModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SetupGeneralModel, QML_NAMED_ELEMENT(SetupGeneralModel) QML_UNCREATABLE(""))
+ZVT_FOREIGN_TYPE(SsdMovieFileInfoModel, QML_NAMED_ELEMENT(SsdMovieFileInfoModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SsdTabModel, QML_NAMED_ELEMENT(SsdTabModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SyncSettingsModel, QML_NAMED_ELEMENT(SyncSettingsModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(VideoTabModel, QML_NAMED_ELEMENT(VideoTabModel) QML_UNCREATABLE(""))
@@ -83,5 +90,6 @@ ZVT_FOREIGN_TYPE(SetupFilterWheelSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(SetupTabModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(StatusTabModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(StringIntDisplaySanityModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(StringListModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(VideoOutputSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(ZvtModelModel, QML_ANONYMOUS)

@@ -3,6 +3,10 @@
 #include "common/BaseTabModel.h"
 #include "common/Nullable.h"
 #include "common/Refresh.h"
+#include "recording/BatchDownloadModel.h"
+#include "recording/KeptWindow.h"
+#include "recording/SsdMovies.h"
+#include "recording/SsdPoll.h"
 
 #include <QString>
 #include <QTime>
@@ -11,15 +15,21 @@
 #include <cstdint>
 
 #include "hlx/delegate.h"
+#include "hlxui/ObjectListModel.h"
 
-/// The SSD tab: the recorder of the camera and its playback. The recorder is a state machine in the camera; the model
-/// never decides its state. A command sets a pending state, which the page shows at once. A poll reads the camera's
-/// state each second, for the whole life of the model: the main page shows a playback also while this page is hidden.
-/// Its result replaces the pending state, unless a command has changed the state or another poll has started since.
+class DownloadWorker;
+class SsdMovieFileInfoModel;
+
+/// The SSD tab: the recorder of the camera, its playback, the movies on its drive and their download. The recorder is a
+/// state machine in the camera; the model never decides its state. A command sets a pending state, which the page shows
+/// at once. A poll reads the camera's state each second, for the whole life of the model: the main page shows a
+/// playback also while this page is hidden. Its result replaces the pending state, unless a command has changed the
+/// state or another poll has started since.
 ///
-/// A recording goes to the camera's memory or to its drive. Frames are counted from 0. No failure shows a message: a
-/// refused command is seen at the next poll. GUI thread only. (The header is long because of the number of its
-/// settings.)
+/// A recording goes to the camera's memory or to its drive. Frames are counted from 0. A download has a thread of its
+/// own, a batch of downloads a pool task; the camera is not polled during either. Commands report no failure: the next
+/// poll shows what the camera does. downloadOk() tells the result of a download. GUI thread only. (The header is long
+/// because of the number of its settings.)
 class SsdTabModel : public BaseTabModel
 {
     Q_OBJECT
@@ -60,6 +70,7 @@ class SsdTabModel : public BaseTabModel
                    autoDownloadDirectoryUrlChanged FINAL)
     Q_PROPERTY(
         uint autoDownloadCount READ autoDownloadCount WRITE setAutoDownloadCount NOTIFY autoDownloadCountChanged FINAL)
+    Q_PROPERTY(BatchDownloadModel *batchDownload READ batchDownload CONSTANT FINAL)
     Q_PROPERTY(bool canDownload READ canDownload NOTIFY canDownloadChanged FINAL)
 
     Q_PROPERTY(bool movieLoaded READ movieLoaded NOTIFY movieLoadedChanged FINAL)
@@ -73,6 +84,21 @@ class SsdTabModel : public BaseTabModel
     Q_PROPERTY(uint endFrame READ endFrame WRITE setEndFrame NOTIFY endFrameChanged FINAL)
     Q_PROPERTY(uint totalFramesInFile READ totalFramesInFile NOTIFY totalFramesInFileChanged FINAL)
     Q_PROPERTY(bool fromDisk READ fromDisk NOTIFY fromDiskChanged FINAL)
+
+    Q_PROPERTY(bool fileListLoading READ fileListLoading NOTIFY fileListLoadingChanged FINAL)
+    Q_PROPERTY(ObjectListModel *fileListModel READ fileListModel NOTIFY fileListModelChanged FINAL)
+    Q_PROPERTY(QString totalSpace READ totalSpace NOTIFY totalSpaceChanged FINAL)
+    Q_PROPERTY(QString freeSpace READ freeSpace NOTIFY freeSpaceChanged FINAL)
+    Q_PROPERTY(QString usedSpace READ usedSpace NOTIFY usedSpaceChanged FINAL)
+    Q_PROPERTY(QString loadedMovieName READ loadedMovieName NOTIFY didLoadMovie FINAL)
+    Q_PROPERTY(uint loadedMovieNumber READ loadedMovieNumber NOTIFY didLoadMovie FINAL)
+
+    Q_PROPERTY(int progress READ progress NOTIFY progressChanged FINAL)
+    Q_PROPERTY(bool downloading READ downloading NOTIFY downloadingChanged FINAL)
+    Q_PROPERTY(bool downloadOk READ downloadOk NOTIFY downloadingChanged FINAL)
+    Q_PROPERTY(bool findingFrameLimits READ findingFrameLimits NOTIFY findingFrameLimitsChanged FINAL)
+    Q_PROPERTY(bool grabbingDroppedFrames READ grabbingDroppedFrames NOTIFY grabbingDroppedFramesChanged FINAL)
+    Q_MOC_INCLUDE("recording/SsdMovieFileInfoModel.h")
 
 public:
     /// The states of the recorder, in the numbers of zvtGetSsdState().
@@ -101,6 +127,7 @@ public:
     Q_ENUM(ERECORD_TYPE)
 
     explicit SsdTabModel(QObject *parent);
+    ~SsdTabModel() override; ///< Aborts a running download and waits for its end.
 
     bool visible() const { return m_visible; }
     void setVisible(bool visible); ///< Does not start or stop the poll.
@@ -158,13 +185,16 @@ public:
     bool autoDownload() const { return m_autoDownload; } ///< Whether the camera asks to download each recording.
     void setAutoDownload(bool download); ///< Signals also after a refusal.
     /// The folder of automatic downloads as a URL and as a path, and the number in the name of the next file. Used by
-    /// downloads on this computer. Not written to the camera and not saved.
+    /// downloads on this computer. Not written to the camera and not saved. An existing file is kept: the next one gets
+    /// a further number. But a "#" or "?" in filename() or in the URL ends the URL, and the number with it: the file
+    /// with the name before this character is replaced by each automatic download.
     QString autoDownloadDirectoryUrl() const { return m_autoDownloadDirectoryUrl; }
     void setAutoDownloadDirectoryUrl(const QString &url);
     QString autoDownloadDirectory() const;
     void setAutoDownloadDirectory(const QString &path);
     uint autoDownloadCount() const { return m_autoDownloadCount; }
     void setAutoDownloadCount(uint count);
+    BatchDownloadModel *batchDownload() { return &m_batchDownload; } ///< Downloads several movies of the drive.
     bool canDownload() const { return m_canDownload; } ///< Whether the connection can download movies.
 
     bool movieLoaded() const { return m_movieLoaded; } ///< Whether a movie of the drive is in the memory.
@@ -187,6 +217,24 @@ public:
     /// Whether the recording was made on the drive or loaded from it. Stays true until a recording to the memory is
     /// armed.
     bool fromDisk() const { return m_fromDisk; }
+
+    bool fileListLoading() const { return m_fileListLoading; }
+    /// The movies on the drive in the camera's order, as SsdMovieFileInfoModel objects.
+    ObjectListModel *fileListModel() { return &m_fileListModel; }
+    // The space of the drive with a unit; empty until it is read, "Unknown" if it could not be read.
+    QString totalSpace() const { return m_totalSpace; }
+    QString freeSpace() const { return m_freeSpace; }
+    QString usedSpace() const { return m_usedSpace; }
+    // Of the last movie whose load was started.
+    QString loadedMovieName() const { return m_loadedMovieName; }
+    uint loadedMovieNumber() const { return m_loadedMovieNumber; }
+
+    int progress() const { return m_progress; } ///< Of the transfer, in percent, as DownloadWorker reports it.
+    bool downloading() const { return m_downloading; }
+    bool downloadOk() const { return m_downloadOk; } ///< Whether the last download that has ended succeeded.
+    /// Whether the frames between two times are being searched. Stays true if they were not found.
+    bool findingFrameLimits() const { return m_findingFrameLimits; }
+    bool grabbingDroppedFrames() const { return m_grabbingDroppedFrames; } ///< Whether lost frames are fetched again.
 
     /// Returns the time of a text such as "01:30:00", or an invalid time.
     Q_INVOKABLE QTime timeFromString(const QString &value) const;
@@ -214,31 +262,23 @@ public:
     Q_INVOKABLE void skipBackwardToPreviousFrame();
     Q_INVOKABLE void skipToFrame(uint frameNumber);
 
-    /// The input of one poll.
-    struct SsdUIState {
-        uint64_t handle = 0;
-        SsdState state = DISARMED; ///< state() at the start of the poll.
-        bool fromDisk = false;
-        bool recordModeAvailable = false;
-        bool drivePresent = false;
-        bool driveRecognized = false;
-        int tick = 0; ///< Polls since the drive was last read.
-        uint64_t sequence = 0;
-    };
+    Q_INVOKABLE void loadAndViewFiles(); ///< Reads the movies of the drive. Ignored while they are read.
+    /// Loads a movie into the camera's memory. The camera's window becomes that of the movie; stop() sets it back.
+    /// Ignored while another load runs.
+    Q_INVOKABLE void loadMovie(SsdMovieFileInfoModel *info);
 
-    /// The result of one poll. No field is set if the state could not be read.
-    struct SsdUpdateState {
-        uint64_t sequence = 0; ///< Of the input.
-        int tick = 0;
-        Nullable<uint8_t> state;
-        Nullable<uint32_t> currentFrame;
-        Nullable<uint32_t> startFrame;
-        Nullable<uint32_t> endFrame;
-        Nullable<uint32_t> totalFrames;
-        Nullable<uint32_t> maxFramesDisk;
-        Nullable<uint8_t> drivePresent;
-        Nullable<uint8_t> driveRecognized;
-    };
+    // The downloads of the recording in memory or of the loaded movie to the file of a URL. Each is ignored while
+    // another one runs.
+    Q_INVOKABLE void download(const QString &fname); ///< The range of the playback.
+    Q_INVOKABLE void downloadFrameRange(const QString &fname, uint startFrame, uint endFrame);
+    /// The times are IRIG times, such as "001:00:00:00.000000".
+    Q_INVOKABLE void downloadTimeRange(const QString &fname, const QString &startTime, const QString &endTime);
+    Q_INVOKABLE void downloadEntireMovie(const QString &fname);
+    /// Stops the download at its next progress: the search for frames cannot be stopped. It ends as a failed one.
+    Q_INVOKABLE void abortDownload();
+
+    using SsdUIState = ::SsdUIState;
+    using SsdUpdateState = ::SsdUpdateState;
 
     // The three steps of a poll, public for tests.
     void GetUIState(SsdUIState &input); ///< Every earlier poll becomes void.
@@ -290,6 +330,18 @@ signals:
     void totalFramesInFileChanged();
     void fromDiskChanged();
 
+    void fileListLoadingChanged();
+    void fileListModelChanged();
+    void totalSpaceChanged();
+    void freeSpaceChanged();
+    void usedSpaceChanged();
+    void didLoadMovie();
+
+    void progressChanged();
+    void downloadingChanged();
+    void findingFrameLimitsChanged();
+    void grabbingDroppedFramesChanged();
+
 private:
     using Self = SsdTabModel;
     /// The end of a poll: a function that is called on the GUI thread. The model is its argument, since the task that
@@ -338,6 +390,12 @@ private slots:
     void finishedWatcher();
     void updateTimerHandler();
     void finishedDelegateWatcher();
+    void finishedFileListingWatcher();
+    void finishedFileLoadWatcher();
+    void progressChangedDownloadWorker(int value);
+    void findingFrameLimitsChangedDownloadWorker(bool value);
+    void grabbingDroppedFramesChangedDownloadWorker(bool value);
+    void finishedDownloadWorker();
 
 private:
     void publishState(const Settings &settings);
@@ -358,13 +416,20 @@ private:
     void setCameraState(SsdState state);
     void updateCanInteractBasedOnState();
     void updateTimerHandlerDirect();
-    bool connected() const;
+    bool mayPoll() const;
 
     void pauseBy(int (*call)(uint64_t handle));
     void finishPause();
     void updatePlaybackInfo();
     void setFromDisk(bool fromDisk);
     void setMovieLoaded(bool loaded);
+    bool fitWindow(uint16_t width, uint16_t height);
+    void publishSpace(const Nullable<int64_t> &bytes, QString &text, void (Self::*changed)());
+
+    template <class... Range> void startDownload(const QString &fname, Range... range);
+    void DoDownload(DownloadWorker *worker);
+    void startAutoDownload();
+    QString autoDownloadFile() const;
 
     bool m_visible = false;
     bool m_drivePresent = false;
@@ -403,6 +468,22 @@ private:
     uint32_t m_endFrame = 0;
     uint32_t m_totalFramesInFile = 0;
     bool m_fromDisk = false;
+    bool m_fileListLoading = false;
+    ObjectListModel m_fileListModel{true};
+    QString m_totalSpace;
+    QString m_freeSpace;
+    QString m_usedSpace;
+    QString m_loadedMovieName;
+    uint32_t m_loadedMovieNumber = 0;
+    KeptWindow m_keptWindow; ///< Keeps the window from before the first load of a movie until stop().
+    int m_progress = 0;
+    bool m_downloading = false;
+    bool m_downloadOk = false;
+    bool m_findingFrameLimits = false;
+    bool m_grabbingDroppedFrames = false;
+    DownloadWorker *m_downloadWorker = nullptr; ///< Null unless a download runs.
+    bool m_autoDownloadRunning = false;
+    BatchDownloadModel m_batchDownload{this};
 
     int m_tick = 0; ///< Polls since the drive was last read.
     uint64_t m_sequence = 0; ///< Of the newest poll or command; a poll with another number is void.
@@ -410,5 +491,7 @@ private:
     bool m_updateInFlight = false;
     QTimer m_updateTimer{this};
     Refresh<Self, Completion> m_update{this, &Self::finishedDelegateWatcher, RefreshForm::NewestOnly};
+    Refresh<Self, SsdFileListing> m_fileListing{this, &Self::finishedFileListingWatcher, RefreshForm::NoFlags};
+    Refresh<Self, SsdFileLoad> m_fileLoad{this, &Self::finishedFileLoadWatcher, RefreshForm::NoFlags};
     Refresh<Self, Settings> m_refresh{this, &Self::finishedWatcher};
 };

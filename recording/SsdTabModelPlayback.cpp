@@ -61,6 +61,7 @@ void SsdTabModel::stop()
     }
     setMovieLoaded(false);
     updatePlaybackInfo();
+    m_keptWindow.restore(CameraAccess::of(this).controller);
 }
 
 void SsdTabModel::skipForwardToNextFrame() { pauseBy(zvtSsdSkipForward); }

@@ -12,9 +12,6 @@
 namespace
 {
 
-using SsdUIState = SsdTabModel::SsdUIState;
-using SsdUpdateState = SsdTabModel::SsdUpdateState;
-
 bool isRecording(int state)
 {
     return state == SsdTabModel::ARMED || state == SsdTabModel::TRIGGERED || state == SsdTabModel::RECORD_PAUSED;
@@ -92,15 +89,16 @@ void SsdTabModel::updateCanInteractBasedOnState()
 
 // The poll
 
-bool SsdTabModel::connected() const
+/// Whether the camera is connected and no download has it for itself.
+bool SsdTabModel::mayPoll() const
 {
     const CameraRoot *root = CameraRoot::of(this);
-    return root && root->connected();
+    return root && root->connected() && !m_batchDownload.downloading() && !m_downloading;
 }
 
 void SsdTabModel::updateTimerHandler()
 {
-    if (!connected() || m_updateInFlight)
+    if (!mayPoll() || m_updateInFlight)
         return;
     m_updateInFlight = true;
     SsdUIState input;
@@ -124,7 +122,7 @@ void SsdTabModel::finishedDelegateWatcher()
 /// Polls on the GUI thread, after a command. A poll of the timer may run at the same time; it is void then.
 void SsdTabModel::updateTimerHandlerDirect()
 {
-    if (!connected())
+    if (!mayPoll())
         return;
     SsdUIState input;
     SsdUpdateState update;
@@ -177,6 +175,8 @@ void SsdTabModel::UpdateUI(const SsdUpdateState &update)
     publishIfChanged(this, update.maxFramesDisk, m_maxFramesToRecordToDisk, &Self::announceDiskLimit);
     publishIfChanged(this, update.drivePresent, m_drivePresent, &Self::drivePresentChanged);
     publishIfChanged(this, update.driveRecognized, m_driveRecognized, &Self::driveRecognizedChanged);
+    if (m_cameraState == REQUEST_AUTO_DOWNLOAD)
+        startAutoDownload();
 }
 
 // The commands

@@ -2,9 +2,13 @@
 
 #include "tests/support/modelProperties.h"
 
+#include "recording/SsdMovieFileInfoModel.h"
 #include "recording/SsdTabModel.h"
 
+#include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
+#include <QUrl>
 
 namespace
 {
@@ -37,6 +41,50 @@ void commandRecorder(const Models &models, QRandomGenerator &random)
                                               "stop",
                                               "skipForwardToNextFrame"};
     QMetaObject::invokeMethod(models.root->ssdTabModel(), commands.at(random.bounded(commands.size())));
+}
+
+/// Lists, loads or downloads movies of the drive. Downloads end often, since they take real time.
+void useMovies(const Models &models, QRandomGenerator &random)
+{
+    static const QTemporaryDir folder;
+    constexpr int places = 3;
+    SsdTabModel &ssd = *models.root->ssdTabModel();
+    BatchDownloadModel &batch = *ssd.batchDownload();
+    const QString file = QUrl::fromLocalFile(folder.filePath("movie.rqs")).toString();
+    auto *movie = qobject_cast<SsdMovieFileInfoModel *>(ssd.fileListModel()->at(random.bounded(places)));
+    switch (random.bounded(12)) {
+    case 0:
+        ssd.loadAndViewFiles();
+        break;
+    case 1:
+        ssd.loadMovie(movie);
+        break;
+    case 2:
+        ssd.downloadEntireMovie(file);
+        break;
+    case 3:
+        ssd.downloadFrameRange(file, random.bounded(20), random.bounded(20));
+        break;
+    case 4:
+        ssd.downloadTimeRange(file, "001:00:00:00.000000", "366:23:59:59.999999");
+        break;
+    case 5:
+        batch.add(movie);
+        break;
+    case 6:
+        batch.remove(qobject_cast<BatchDownloadEntry *>(batch.entries()->at(0)));
+        break;
+    case 7:
+        batch.setOutputDir(folder.path());
+        batch.start();
+        break;
+    case 8:
+    case 9:
+        batch.cancel();
+        break;
+    default:
+        ssd.abortDownload();
+    }
 }
 
 /// Lets a random timer of the models elapse at once, if it runs.
@@ -91,7 +139,10 @@ void doSomething(Models &models, const Models &otherClient, CameraRig &rig, QRan
             models = Models(rig);
         break;
     case 12:
-        commandRecorder(models, random);
+        if (random.bounded(2) == 0)
+            useMovies(models, random);
+        else
+            commandRecorder(models, random);
         break;
     case 13:
     case 14:
@@ -104,8 +155,20 @@ void doSomething(Models &models, const Models &otherClient, CameraRig &rig, QRan
     }
 }
 
+void endDownloads(const Models &models)
+{
+    constexpr int longerThanAFrame = 60'000;
+    SsdTabModel &ssd = *models.root->ssdTabModel();
+    ssd.abortDownload();
+    ssd.batchDownload()->cancel();
+    QVERIFY(QTest::qWaitFor([&ssd] { return !ssd.downloading() && !ssd.batchDownload()->downloading(); },
+                            longerThanAFrame));
+    ssd.batchDownload()->removeAll();
+}
+
 void readEverything(const Models &models)
 {
+    models.root->ssdTabModel()->loadAndViewFiles();
     for (QObject *model : models.byPath) {
         if (model->metaObject()->indexOfProperty("visible") >= 0) {
             model->setProperty("visible", false);

@@ -21,5 +21,8 @@ struct Models {
 /// Does something at random: an action of the operator or of another client, a read, or a change of the camera.
 void doSomething(Models &models, const Models &otherClient, CameraRig &rig, QRandomGenerator &random);
 
-/// Shows every page again and reads every model.
+/// Ends the downloads and waits for their ends.
+void endDownloads(const Models &models);
+
+/// Shows every page again and reads every model, and the drive.
 void readEverything(const Models &models);

@@ -65,6 +65,16 @@ const std::vector<OwnState> ownStates{
      "hasTemporalFilter"},
     {{"ssdTabModel.autoDownloadDirectory", "ssdTabModel.autoDownloadDirectoryUrl", "ssdTabModel.autoDownloadCount"},
      "the files of downloads on this computer"},
+    {{"ssdTabModel.progress", "ssdTabModel.downloadOk", "ssdTabModel.findingFrameLimits",
+      "ssdTabModel.grabbingDroppedFrames", "ssdTabModel.batchDownload.progress",
+      "ssdTabModel.batchDownload.itemsSucceeded", "ssdTabModel.batchDownload.itemsFailed",
+      "ssdTabModel.batchDownload.itemsNotStarted", "ssdTabModel.batchDownload.log"},
+     "the results of the last download"},
+    {{"ssdTabModel.batchDownload.outputDir", "ssdTabModel.batchDownload.convertToQdseq",
+      "ssdTabModel.batchDownload.keepRqsFile", "ssdTabModel.batchDownload.addCalFile",
+      "ssdTabModel.batchDownload.calFilename"},
+     "the options of the next downloads, kept for the page"},
+    {{"ssdTabModel.loadedMovieName", "ssdTabModel.loadedMovieNumber"}, "the movie that the operator has loaded last"},
     {{"ssdTabModel.currentFrame"}, "read after commands and by polls"},
     {{"ssdTabModel.fromDisk"}, "follows the last command to arm, and is not read"},
     {{"ssdTabModel.totalFramesInFile"}, "without record modes it is only read while there is a recording"},
@@ -127,6 +137,7 @@ void tst_RandomOperator::everyModelShowsTheCameraInTheEnd()
         rig.gate().failRandomly(0.2, random.generate());
         for (int step = 0; step < steps; ++step)
             doSomething(models, otherClient, rig, random);
+        endDownloads(models);
         CameraRig::settle();
         rig.gate().failNever();
         // The own states without a recorder are those of a camera that has none.

@@ -2,6 +2,7 @@
 #include "tests/support/Test.h"
 
 #include "plugin/ZvtCameraModel.h"
+#include "recording/SsdTabModel.h"
 #include "status/StatusTabModel.h"
 
 /// A host may delete the root at any moment.
@@ -31,6 +32,7 @@ void tst_RootTeardown::rootDiesWithEverythingInFlight()
     rig.gate().hold("*");
     root->refreshAllVisible();
     root->statusTabModel()->setVisible(true);
+    root->ssdTabModel()->loadAndViewFiles();
     QVERIFY(rig.gate().waitHeld("*", 2));
     root.reset(); // The calls are still held, so a destructor that waits would never return.
     rig.gate().release("*");

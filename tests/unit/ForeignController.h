@@ -3,7 +3,7 @@
 #include "hlx/IZVTController.h"
 
 /// A controller that is not a CZVTController. SDK calls with its handle work; all its own operations fail.
-class ForeignController final : public hlx::cam::IZVTController
+class ForeignController : public hlx::cam::IZVTController
 {
 public:
     explicit ForeignController(uint64_t handle) : m_handle(handle) { }

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "tests/support/SignalLog.h"
-#include "tests/support/modelOf.h"
+#include "tests/unit/TabRig.h"
 
 #include "video/VideoTabModel.h"
-
-#include <thread>
 
 /// The values that are signalled after every read.
 inline const QStringList alwaysSignalled{"selectedUpdateRateIndexChanged", "selectedTemporalFilterIndexChanged",
@@ -38,58 +35,12 @@ inline void scriptVideo(emulator::Gate &gate)
 }
 
 /// The Video tab below a root, with helpers for tests. The camera's values are scripted.
-struct VideoTab {
+struct VideoTab : TabRig<VideoTabModel> {
     explicit VideoTab(bool manufacturingMode = false, const QString &profile = QStringLiteral("everything"))
-        : rig(profile), root(rig.controller(), nullptr), model(*root.videoTabModel())
+        : TabRig(profile, &ZvtCameraModel::videoTabModel)
     {
         scriptVideo(gate());
         root.setManufacturingMode(manufacturingMode);
-        CameraRig::settle(); // The root reads the general setup.
-        log.watch(&model);
+        start();
     }
-
-    emulator::Gate &gate() { return rig.gate(); }
-
-    /// The calls since a mark with their arguments, as "zvtSetVideoContrast 5".
-    QStringList calls(size_t since, bool onGuiThread)
-    {
-        QStringList list;
-        for (const auto &call : gate().callsSince(since)) {
-            const QString name = QString::fromStdString(call.name);
-            if (name.startsWith("zvt") && (call.thread == std::this_thread::get_id()) == onGuiThread)
-                list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
-        }
-        return list;
-    }
-
-    /// Reads the model. Returns the calls of the task.
-    QStringList read()
-    {
-        const size_t since = gate().mark();
-        model.refresh();
-        CameraRig::settle();
-        return calls(since, false);
-    }
-
-    /// Reads the model. Returns the signals between those of the flags.
-    QStringList refresh()
-    {
-        log.take();
-        read();
-        const QStringList all = log.take();
-        return all.size() < 4 ? all : all.mid(2, all.size() - 4);
-    }
-
-    /// Writes a property. Returns the calls.
-    QStringList write(const char *property, const QVariant &value)
-    {
-        const size_t since = gate().mark();
-        model.setProperty(property, value);
-        return calls(since, true);
-    }
-
-    CameraRig rig;
-    ZvtCameraModel root;
-    VideoTabModel &model;
-    SignalLog log;
 };

@@ -1,67 +1,12 @@
 #include "tests/platform/writeProfile.h"
 #include "tests/support/Test.h"
-#include "tests/unit/SsdRig.h"
+#include "tests/unit/SsdCameraRig.h"
 
 #include "common/reading.h"
 
 #include <QTemporaryDir>
 
 #include "zvt/zvtsdk.h"
-
-namespace
-{
-
-/// The SSD tab of an emulated camera, whose clock and polls the test drives. A frame comes every 10 ms.
-struct Recorder {
-    explicit Recorder(const QString &profile = QStringLiteral("everything"))
-        : rig(profile), root(rig.controller(), nullptr), model(*root.ssdTabModel())
-    {
-        refresh();
-        model.setPretriggerFramesToRecord(0);
-        model.setFramesToRecord(frames);
-    }
-
-    void refresh()
-    {
-        model.refresh();
-        CameraRig::settle();
-    }
-
-    /// Lets a time pass and polls. Returns the state on the page.
-    SsdTabModel::SsdState after(int milliseconds)
-    {
-        emulator::Clock::advance(milliseconds);
-        startPoll(model);
-        CameraRig::settle();
-        return model.state();
-    }
-
-    /// Arms and triggers. Returns whether the camera has done both.
-    bool trigger()
-    {
-        model.arm();
-        if (after(500) != SsdTabModel::ARMED)
-            return false;
-        model.triggerRecording();
-        return after(0) == SsdTabModel::TRIGGERED;
-    }
-
-    /// Arms, triggers and lets the recording end. Returns the state after it, or the unknown state if the camera has
-    /// not recorded.
-    SsdTabModel::SsdState record()
-    {
-        return trigger() ? after(longerThanARecording) : SsdTabModel::UNKNOWN_STATE_QML_ONLY_NOT_SDK;
-    }
-
-    static constexpr uint frames = 50;
-    static constexpr int longerThanARecording = 20'000;
-
-    CameraRig rig;
-    ZvtCameraModel root;
-    SsdTabModel &model;
-};
-
-} // namespace
 
 /// The SSD tab with the emulated recorder, which moves by itself.
 class tst_SsdTabModelCamera : public Test
@@ -159,14 +104,18 @@ void tst_SsdTabModelCamera::savesAndFormats()
     QCOMPARE(recorder.model.state(), SsdTabModel::FORMATTING);
     QCOMPARE(recorder.after(1000), SsdTabModel::FORMATTING);
     QCOMPARE(recorder.after(10'000), SsdTabModel::COMPLETE);
-    QCOMPARE(recorder.model.maxFramesToRecordToDisk(), limit);
+    // Without the movies of the profile too.
+    constexpr qint64 frameBytes = 2 * 640 * 513;
+    const qint64 bytes = readOr(qint64{0}, zvtGetSsdDriveSpaceTotal, recorder.rig.camera().handle());
+    QCOMPARE(recorder.model.maxFramesToRecordToDisk(), static_cast<uint>(bytes / frameBytes));
 }
 
 void tst_SsdTabModelCamera::fullDriveSavesNothing()
 {
     const QTemporaryDir profiles;
     // A drive for 20 frames of 640x512 pixels.
-    Recorder recorder(writeProfile(profiles.path(), "everything", R"({"recorder": {"driveBytes": 13132800}})"));
+    Recorder recorder(
+        writeProfile(profiles.path(), "everything", R"({"recorder": {"driveBytes": 13132800, "movies": []}})"));
     QCOMPARE(recorder.model.maxFramesToRecordToDisk(), 20U);
     QCOMPARE(recorder.record(), SsdTabModel::COMPLETE);
     recorder.model.save();
@@ -296,10 +245,11 @@ void tst_SsdTabModelCamera::playsByItself()
     QCOMPARE(recorder.model.currentFrame(), Recorder::frames - 1);
 }
 
-// The camera waits a minute for the download.
+// The camera waits a minute for a download that does not start.
 void tst_SsdTabModelCamera::asksForADownload()
 {
     Recorder recorder;
+    recorder.rig.gate().failAlways("zvtSsdAutoDownloadStart");
     recorder.model.setAutoDownload(true);
     QCOMPARE(recorder.record(), SsdTabModel::REQUEST_AUTO_DOWNLOAD);
     QVERIFY(!recorder.model.canInteract());

@@ -88,6 +88,7 @@ public:
     explicit Session(uint seed) : m_random(seed)
     {
         ssd.gate().script("zvtGetSsdRecordModeAvailable", m_random.bounded(2));
+        ssd.gate().failAlways("zvtSsdAutoDownloadStart"); // A download would end the polls for a while.
         ssd.read();
         oracle.show(m_camera = SsdTabModel::COMPLETE);
     }

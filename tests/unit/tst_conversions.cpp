@@ -29,6 +29,7 @@ private slots:
     void frameworkTimeStandsInTheYearZero();
     void frameworkTimeOfAnEditedTextKeepsTheDay();
     void fileTimesAreCutToMilliseconds();
+    void frameworkTextIsUtf8();
 };
 
 void tst_conversions::namesThatFileSystemsTake_data()
@@ -313,6 +314,14 @@ void tst_conversions::fileTimesAreCutToMilliseconds()
             QCOMPARE(fileTimeOfDateTime(dateTimeOfFileTime(time + rest)), time);
     // The zone of the time does not matter.
     QCOMPARE(fileTimeOfDateTime(QDateTime::fromMSecsSinceEpoch(0, Qt::OffsetFromUTC, 3600)), from1601To1970);
+}
+
+void tst_conversions::frameworkTextIsUtf8()
+{
+    QCOMPARE(QByteArray(toCString(QStringLiteral("Öfen/1-Kiln.rqs")).c_str()),
+             QByteArray("\xC3\x96"
+                        "fen/1-Kiln.rqs"));
+    QVERIFY(toCString(QString()).empty());
 }
 
 ZVT_TEST(tst_conversions)

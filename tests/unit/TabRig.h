@@ -1,0 +1,75 @@
+#pragma once
+
+#include "tests/support/SignalLog.h"
+#include "tests/support/modelOf.h"
+
+#include <thread>
+
+/// A model of a tab page below a root, with its signals and the calls that it makes: the base of the rigs of such
+/// models. The derived rig scripts the camera's values and calls start().
+template <class Model> struct TabRig {
+    TabRig(const QString &profile, Model *(ZvtCameraModel::*tab)() const)
+        : rig(profile), root(rig.controller(), nullptr), model(*(root.*tab)())
+    {
+    }
+
+    /// Waits until the root has read the general setup, and records the signals of the model from now on.
+    void start()
+    {
+        CameraRig::settle();
+        log.watch(&model);
+    }
+
+    emulator::Gate &gate() { return rig.gate(); }
+
+    /// The calls since a mark with their arguments, as "zvtSsdSkipToFrame 5", without those of every access.
+    QStringList calls(size_t since, bool onGuiThread)
+    {
+        static const QStringList silent{"controller.GetHandle", "controller.IsConnected", "controller.capabilities"};
+        QStringList list;
+        for (const auto &call : gate().callsSince(since)) {
+            const QString name = QString::fromStdString(call.name);
+            if (!silent.contains(name) && (call.thread == std::this_thread::get_id()) == onGuiThread)
+                list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
+        }
+        return list;
+    }
+
+    /// Reads the model. Returns the calls of the task.
+    QStringList read()
+    {
+        const size_t since = gate().mark();
+        model.refresh();
+        CameraRig::settle();
+        return calls(since, false);
+    }
+
+    /// Reads the model. Returns the signals between those of the flags.
+    QStringList refresh()
+    {
+        log.take();
+        read();
+        const QStringList all = log.take();
+        return all.size() < 4 ? all : all.mid(2, all.size() - 4);
+    }
+
+    /// Does something on the GUI thread. Returns the calls that it made there. The log then has only its signals.
+    template <class Action> QStringList callsOf(Action action)
+    {
+        const size_t since = gate().mark();
+        log.take();
+        action();
+        return calls(since, true);
+    }
+
+    /// Writes a property. Returns the calls.
+    QStringList write(const char *property, const QVariant &value)
+    {
+        return callsOf([&] { model.setProperty(property, value); });
+    }
+
+    CameraRig rig;
+    ZvtCameraModel root;
+    Model &model;
+    SignalLog log;
+};
