@@ -28,6 +28,7 @@ set(ZVT_QML_FILES
     dialogs/AboutDialog.qml
     dialogs/AddLensStateDialog.qml
     dialogs/AdjustTimeDialog.qml
+    dialogs/BatchDownloadDialog.qml
     dialogs/CameraStateDialog.qml
     dialogs/ConfirmDeleteLensStateDialog.qml
     dialogs/ConfirmationDialog.qml
@@ -41,6 +42,7 @@ set(ZVT_QML_FILES
     dialogs/NucListDialog.qml
     dialogs/NucNewDialog.qml
     dialogs/RenameLensStateDialog.qml
+    dialogs/ViewOrLoadSsdFilesDialog.qml
     icons/BatchDownloadProgressItemIcon.qml
     popups/VideoPaletteColorPicker.qml)
 set(ZVT_RESOURCE_FILES

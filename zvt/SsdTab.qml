@@ -2,6 +2,7 @@ import QtQuick
 import com.kestrin.hlx.cam.ui.zvt 1.0
 import "../hlxcamui/controls"
 import zvt.look
+import zvt.recording
 import zvt.rows
 
 // The SSD page: the recorder of the camera and its playback.
@@ -12,6 +13,13 @@ Page {
     required property Item banner
 
     readonly property SsdTabModel _recorder: camera ? camera.ssdTabModel : null
+    // The name of a file for the recording.
+    readonly property string _fileName: {
+        if (!_recorder)
+            return ""
+        return _recorder.movieLoaded ? _recorder.loadedMovieNumber + "-" + _recorder.loadedMovieName
+                                     : _recorder.filename
+    }
     readonly property int _state: _recorder ? _recorder.state : SsdTabModel.UNKNOWN_STATE_QML_ONLY_NOT_SDK
 
     function refreshAllVisible() {
@@ -48,6 +56,40 @@ Page {
         target: contents.item
         function onFolderRequested() {
             folderDialog.open()
+        }
+        function onMoviesRequested() {
+            dialogs.listMovies()
+        }
+        function onDownloadRequested() {
+            dialogs.download()
+        }
+        function onBatchDownloadRequested() {
+            dialogs.downloadBatch()
+        }
+    }
+
+    MovieDialogs {
+        id: dialogs
+
+        model: page._recorder
+        connected: page.connected
+        onFileRequested: fileDialog.open()
+    }
+
+    LazyLoader {
+        id: fileDialog
+
+        WidgetFileDialog {
+            //: Title of a file dialog
+            title: qsTr("Select Movie File")
+            selectExisting: false
+            folder: shortcuts.documents
+            defaultName: page._fileName
+            //: File types
+            nameFilters: [qsTr("RQS Files (*.rqs)"),
+                          //: File types
+                          qsTr("All Files (*.*)")]
+            onAccepted: dialogs.saveTo(String(fileUrl))
         }
     }
 

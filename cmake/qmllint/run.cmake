@@ -24,7 +24,7 @@ function(without_limits variable file output)
     # These characters have a meaning in the lists of CMake.
     string(REGEX REPLACE "[][;]" "|" output "${output}")
     set(place "([^\n]*)\n( *)(\\^+)\n")
-    string(REGEX REPLACE "Warning: [^\n]*: Type \"(uint[^\n]*|QTime)\"[^\n]* not found[^\n]*\n${place}" "" output "${output}")
+    string(REGEX REPLACE "Warning: [^\n]*: Type \"(uint[^\n]*|qulonglong|QTime)\"[^\n]* not found[^\n]*\n${place}" "" output "${output}")
     string(REGEX REPLACE "Warning: [^\n]*: Property \"callLater\" is a QJSValue[^\n]*\n${place}" "" output "${output}")
     set(complaint "Warning: [^\n]*: Unqualified access\n${place}")
     string(REGEX MATCHALL "${complaint}" complaints "${output}")

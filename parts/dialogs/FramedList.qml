@@ -21,8 +21,9 @@ Rectangle {
     property bool wasRead
     property string emptyText
 
-    // A key moves the selection by this number of rows, at most to the first or the last one.
-    signal stepped(rows: int)
+    // A key moves the selection by this number of rows, at most to the first or the last one. `modifiers` are those of
+    // the keyboard.
+    signal stepped(rows: int, modifiers: int)
     // Enter was pressed.
     signal confirmed
 
@@ -90,7 +91,7 @@ Rectangle {
             const rows = frame._rowsOf(event.key)
             event.accepted = rows !== 0
             if (event.accepted)
-                frame.stepped(rows)
+                frame.stepped(rows, event.modifiers)
         }
 
         T.ScrollBar.vertical: SlimScrollBar {}

@@ -29,6 +29,11 @@ QtObject {
     readonly property color armColor: "yellow"
     readonly property color warningColor: "yellow"
     readonly property color pastColor: "#666666"
+    readonly property color batchWaitingColor: "#202020"
+    readonly property color batchRunningColor: "#48484f"
+    readonly property color batchFailedColor: "#78281f"
+    readonly property color batchSucceededColor: "#186a3b"
+    readonly property color droppedFramesColor: "#ffe699"
 
     // Surfaces.
     readonly property color backColor: "#111111"

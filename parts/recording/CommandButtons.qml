@@ -18,7 +18,14 @@ Row {
             return _armed ? FlowLights.NoPath : FlowLights.RecordPath
         if ((record.hovered && record.enabled) || (pause.hovered && pause.enabled))
             return _recording ? FlowLights.NoPath : FlowLights.RecordPath
-        return save.hovered && save.enabled ? FlowLights.SavePath : FlowLights.NoPath
+        if (save.hovered && save.enabled)
+            return FlowLights.SavePath
+        // Without record modes, movies cannot be loaded.
+        if (movies.hovered && movies.enabled && status.hasModes)
+            return FlowLights.LoadPath
+        if (download.hovered && download.enabled)
+            return FlowLights.DownloadPath
+        return batchDownload.hovered && batchDownload.enabled ? FlowLights.BatchPath : FlowLights.NoPath
     }
     readonly property int _state: status.state
     readonly property bool _armed: _state === SsdTabModel.ARMED
@@ -28,6 +35,12 @@ Row {
 
     // The operator wants to arm the recorder.
     signal armRequested
+    // The operator wants to see the movies on the drive.
+    signal moviesRequested
+    // The operator wants to download the recording.
+    signal downloadRequested
+    // The operator wants to download movies of the drive.
+    signal batchDownloadRequested
 
     component Command: CommandButton {
         implicitHeight: 32
@@ -86,5 +99,39 @@ Row {
         //: Tool tip: copies the recording from the memory to the solid-state drive
         toolTip: qsTr("Save to SSD")
         onClicked: buttons.model.save()
+    }
+
+    Command {
+        id: movies
+
+        enabled: buttons.status.mayList
+        glyph: Glyph.load
+        //: Tool tip: loads a movie from the solid-state drive into the camera's memory
+        toolTip: buttons.status.hasModes ? qsTr("Load Movie")
+                                         //: Tool tip: shows the movies on the solid-state drive
+                                         : qsTr("List Movies")
+        onClicked: buttons.moviesRequested()
+    }
+
+    Command {
+        id: download
+
+        visible: buttons.status.hasModes
+        enabled: buttons.status.mayDownload
+        glyph: Glyph.download
+        //: Tool tip: copies the recording from the camera's memory to a file
+        toolTip: qsTr("Download Movie")
+        onClicked: buttons.downloadRequested()
+    }
+
+    Command {
+        id: batchDownload
+
+        visible: buttons.status.hasModes
+        enabled: buttons.status.mayDownloadBatch
+        glyph: Glyph.files
+        //: Tool tip: copies movies from the solid-state drive to files
+        toolTip: qsTr("Batch Download Movies")
+        onClicked: buttons.batchDownloadRequested()
     }
 }

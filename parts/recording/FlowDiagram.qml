@@ -5,8 +5,8 @@ import zvt.look
 import zvt.rows
 
 // Shows where the images of the camera come from and where they go in the present state of the recorder. Its parts
-// pulse also while it is disabled, but not while it is invisible or the camera is disconnected: the state on show is then
-// no longer followed.
+// pulse also while it is disabled, but not while it is invisible or the camera is disconnected: the state on show is
+// then no longer followed.
 Item {
     id: diagram
 

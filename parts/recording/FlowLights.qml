@@ -28,7 +28,9 @@ QtObject {
         SavePath,
         LoadPath,
         LivePath,
-        DrivePath
+        DrivePath,
+        DownloadPath,
+        BatchPath
     }
 
     // The SsdTabModel.SsdState.
@@ -106,8 +108,11 @@ QtObject {
             return part === FlowLights.Detector || part === FlowLights.CamToRam || part === FlowLights.Ram
                     || (toDisk && _isOn(FlowLights.SavePath, part))
         case FlowLights.PlaybackPath:
+            return _isOn(FlowLights.DownloadPath, part) || (fromDisk && _isOn(FlowLights.LoadPath, part))
+        case FlowLights.DownloadPath:
             return part === FlowLights.Ram || part === FlowLights.RamPlayback || part === FlowLights.Desktop
-                    || (fromDisk && _isOn(FlowLights.LoadPath, part))
+        case FlowLights.BatchPath:
+            return _isOn(FlowLights.LoadPath, part) || _isOn(FlowLights.DownloadPath, part)
         case FlowLights.SavePath:
             return part === FlowLights.Ram || part === FlowLights.RamToSsd || part === FlowLights.Ssd
         case FlowLights.LoadPath:

@@ -20,9 +20,15 @@ SectionBody {
 
     // The operator wants to choose the folder of automatic downloads.
     signal folderRequested
+    // The operator wants to see the movies on the drive.
+    signal moviesRequested
+    // The operator wants to download the recording.
+    signal downloadRequested
+    // The operator wants to download movies of the drive.
+    signal batchDownloadRequested
 
-    // Arms the recorder with what the fields show. A field that loses the focus may emit its edit after the click on the
-    // button, so the recorder is armed after all present events.
+    // Arms the recorder with what the fields show. A field that loses the focus may emit its edit after the click on
+    // the button, so the recorder is armed after all present events.
     function _arm() {
         options.commitFrames()
         playback.commitRate()
@@ -89,6 +95,9 @@ SectionBody {
             fieldsAcceptable: playback.rateAcceptable && options.acceptable
             filenameAcceptable: playback.filenameAcceptable
             onArmRequested: settings._arm()
+            onMoviesRequested: settings.moviesRequested()
+            onDownloadRequested: settings.downloadRequested()
+            onBatchDownloadRequested: settings.batchDownloadRequested()
         }
 
         PlaybackSettings {

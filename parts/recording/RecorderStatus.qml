@@ -20,4 +20,12 @@ QtObject {
     readonly property bool toDisk: model ? model.recordMode === SsdTabModel.MODE_TO_DISK : false
     // Whether there is something to play.
     readonly property bool hasVideo: model ? model.ramContainsVideo : false
+    // Whether the connection can download recordings.
+    readonly property bool canDownload: model ? model.canDownload : false
+    // Whether the movies of the drive can be listed, whether the recording can be downloaded, and whether movies of the
+    // drive can be downloaded.
+    readonly property bool mayList: usable && hasDrive
+    readonly property bool mayDownload: canInteract && hasVideo && canDownload
+    readonly property bool mayDownloadBatch: mayList && canDownload && state !== SsdTabModel.PLAYING
+                                             && state !== SsdTabModel.PAUSED
 }

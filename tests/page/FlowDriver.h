@@ -25,6 +25,8 @@ public:
     {
         rig().gate().script("zvtSetSsd*", true);
         rig().gate().script("zvtSsd*", true);
+        // No poll runs during a download.
+        rig().gate().failAlways("zvtSsdAutoDownloadStart");
         sheet = qobject_cast<QQuickItem *>(create(
             "import com.kestrin.hlx.cam.ui.zvt 1.0\nimport zvt.recording\n"
             "Rectangle { z: 10; width: 640; height: 240; color: Look.backColor\n"

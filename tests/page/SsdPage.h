@@ -4,6 +4,8 @@
 #include "tests/support/RecorderPoll.h"
 
 #include <QColor>
+#include <QQmlContext>
+#include <QQmlProperty>
 #include <QTest>
 
 /// The SSD page of a camera in a window with room for all of it, and the actions of an operator. The poll of the
@@ -73,6 +75,12 @@ public:
     /// What a box shows.
     QString shown(const QString &box) const { return item(box).property("displayText").toString(); }
 
+    /// The accessible description of an item.
+    static QString descriptionOf(const QQuickItem &item)
+    {
+        return QQmlProperty::read(&item, QStringLiteral("Accessible.description"), qmlContext(&item)).toString();
+    }
+
     /// Chooses a row of a combo box by mouse.
     void chooseRow(const QString &box, const QString &row)
     {
@@ -105,6 +113,18 @@ public:
             if (object->inherits("QQuickDialog") && object->property("visible").toBool())
                 return object->property("title").toString();
         return {};
+    }
+
+    /// The texts that open dialogs show, without those in the rows of lists.
+    QList<QQuickItem *> dialogTexts() const
+    {
+        QList<QQuickItem *> texts = shownTexts(*page());
+        texts.removeIf([](const QQuickItem *item) {
+            while (item != nullptr && !item->inherits("QQuickOverlay"))
+                item = item->parentItem();
+            return item == nullptr;
+        });
+        return texts;
     }
 
 private:

@@ -1,5 +1,8 @@
 #include "tests/page/SsdPage.h"
+#include "tests/page/Stall.h"
 #include "tests/support/Test.h"
+
+#include <QQmlIncubationController>
 
 namespace
 {
@@ -11,7 +14,8 @@ void moveMouse(SsdPage &page, const QString &name)
     page.awaitFrame();
 }
 
-/// The path that the diagram is asked to highlight: 0 none, 1 a recording, 2 a playback, 3 a save.
+/// The path that the diagram is asked to highlight: 0 none, 1 a recording, 2 a playback, 3 a save, 4 a load, 7 a
+/// download, 8 a batch download.
 int hoveredPath(const SsdPage &page) { return page.diagram()->property("hoveredPath").toInt(); }
 
 /// The arrows of the diagram in the color of a highlighted path.
@@ -64,6 +68,9 @@ private slots:
 
     void buttonsShowTheirPath_data();
     void buttonsShowTheirPath();
+    void aListWithoutLoadsShowsNoPath();
+
+    void hiddenBodyIsCreatedInSteps();
 
     void withoutRecordModesTheirControlsAreHidden();
     void tabWalksInReadingOrder_data();
@@ -201,7 +208,14 @@ void tst_SsdTab::buttonsShowTheirPath_data()
     QTest::newRow("Pause") << int(Playing) << false << 0 << none;
     // The arrow of the playback pulses, so the path is not highlighted.
     QTest::newRow("Play ") << int(Paused) << false << 2 << none;
+    QTest::newRow("Load Movie") << int(Complete) << false << 4 << QStringList{"ssdToRamArrow"};
+    QTest::newRow("Download Movie") << int(Complete) << false << 7 << QStringList{"ramPlaybackArrow"};
+    QTest::newRow("Batch Download Movies")
+        << int(Complete) << false << 8 << QStringList{"ssdToRamArrow", "ramPlaybackArrow"};
     // These are disabled.
+    QTest::newRow("Load Movie ") << int(Armed) << false << 0 << none;
+    QTest::newRow("Download Movie ") << int(Disarmed) << false << 0 << none;
+    QTest::newRow("Batch Download Movies ") << int(Armed) << false << 0 << none;
     QTest::newRow("Record to RAM ") << int(Disarmed) << false << 0 << none;
     QTest::newRow("Save to SSD ") << int(Armed) << false << 0 << none;
     QTest::newRow("Play  ") << int(Disarmed) << false << 0 << none;
@@ -225,11 +239,45 @@ void tst_SsdTab::buttonsShowTheirPath()
     QCOMPARE(highlighted(page), QStringList());
 }
 
+// The list can only be viewed.
+void tst_SsdTab::aListWithoutLoadsShowsNoPath()
+{
+    SsdPage page([](emulator::Camera &) {}, "board-6");
+    page.enterState(Complete);
+    QVERIFY(page.enabled("List Movies"));
+    moveMouse(page, "List Movies");
+    QCOMPARE(hoveredPath(page), 0);
+    moveMouse(page, "Save to SSD");
+    QCOMPARE(hoveredPath(page), 3);
+}
+
+// So that the window can show frames in between.
+void tst_SsdTab::hiddenBodyIsCreatedInSteps()
+{
+    PageDriver driver;
+    QVERIFY(awaitHiddenPages(driver));
+    QQmlIncubationController controller;
+    qmlEngine(driver.page())->setIncubationController(&controller);
+    QObject *loader = driver.create("BodyLoader { camera: cameraModel; connected: true; isShown: false; preload: true\n"
+                                    "body: \"qrc:/qt-project.org/imports/zvt/recording/RecorderSettings.qml\" }");
+    int steps = 0;
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            controller.incubateFor(1);
+            ++steps;
+            return loader->property("item").value<QObject *>() != nullptr;
+        },
+        20'000));
+    // A host shows frames between the steps.
+    QVERIFY2(steps >= 4, qPrintable(QString::number(steps)));
+}
+
 void tst_SsdTab::withoutRecordModesTheirControlsAreHidden()
 {
     SsdPage page([](emulator::Camera &) {}, "board-6");
     for (const char *name : {"Record Mode", "Record Type", "Gated record", "Resume Recording", "Pause Recording",
-                             "Arm for the next recording", "Download the recording", "Directory", "Count"})
+                             "Arm for the next recording", "Download the recording", "Directory", "Count", "Load Movie",
+                             "Download Movie", "Batch Download Movies"})
         QVERIFY2(!page.find(name), name);
     QVERIFY(!page.findText("Auto download settings"));
     for (const char *name : {"SSD Filename", "Frames To Record", "Pretrigger Frames", "Begin playback"})
@@ -247,13 +295,14 @@ void tst_SsdTab::tabWalksInReadingOrder_data()
     const QStringList download{"Directory", "Choose Directory", "Count"};
     const QStringList range{"Edit Playback Range"};
     QTest::newRow("disarmed") << int(Disarmed)
-                              << QStringList{"Refresh", "Arm for recording"} + mode + options
-            + QStringList{"Format SSD"} + download;
+                              << QStringList{"Refresh", "Arm for recording", "Load Movie", "Batch Download Movies"}
+            + mode + options + QStringList{"Format SSD"} + download;
     QTest::newRow("complete") << int(Complete)
-                              << QStringList{"Refresh", "Arm for recording", "Save to SSD"} + mode + range
-            + QStringList{"Play"} + options + QStringList{"Format SSD"} + download;
+                              << QStringList{"Refresh",    "Arm for recording", "Save to SSD",
+                                             "Load Movie", "Download Movie",    "Batch Download Movies"}
+            + mode + range + QStringList{"Play"} + options + QStringList{"Format SSD"} + download;
     QTest::newRow("paused") << int(Paused)
-                            << QStringList{"Refresh"} + mode + range
+                            << QStringList{"Refresh", "Load Movie", "Download Movie"} + mode + range
             + QStringList{"Previous Frame", "Play", "Next Frame", "Current Frame"} + options + download;
 }
 

@@ -28,6 +28,7 @@ struct Case {
     bool pretrigger = true;
     bool duration = true;
     bool name = true;
+    bool canDownload = true; ///< The connection can download.
 
     bool canInteract() const { return QSet<int>{0, 1, 3, 4, 6, 10}.contains(state); }
     bool video() const { return QSet<int>{3, 4, 6, 10}.contains(state); }
@@ -38,7 +39,7 @@ struct Case {
     QString text() const
     {
         return QStringLiteral("state %1, drive %2, modes %3, mode %4, type %5, save %6, download %7, "
-                              "rate %8, frames %9, pretrigger %10, duration %11, name %12")
+                              "rate %8, frames %9, pretrigger %10, duration %11, name %12, link %13")
             .arg(state)
             .arg(static_cast<int>(drive))
             .arg(modes)
@@ -50,7 +51,8 @@ struct Case {
             .arg(frames)
             .arg(pretrigger)
             .arg(duration)
-            .arg(name);
+            .arg(name)
+            .arg(canDownload);
     }
 };
 
@@ -102,6 +104,15 @@ const Rule rules[] = {
     {"Save to SSD", always,
      [](const Case &c) { return c.canInteract() && c.name && c.video() && c.state == Complete && c.recognized(); },
      [](const Case & /*unused*/) -> QString { return "Save to SSD"; }},
+    {"Load Movie", always, [](const Case &c) { return c.usable() && c.recognized(); },
+     [](const Case &c) -> QString { return c.modes ? "Load Movie" : "List Movies"; }},
+    {"Download Movie", withModes, [](const Case &c) { return c.canInteract() && c.video() && c.canDownload; },
+     [](const Case & /*unused*/) -> QString { return "Download Movie"; }},
+    {"Batch Download Movies", withModes,
+     [](const Case &c) {
+         return c.usable() && c.recognized() && !c.isOneOf({Playing, Paused}) && c.canDownload;
+     },
+     [](const Case & /*unused*/) -> QString { return "Batch Download Movies"; }},
 
     {"Record Mode", withModes, usable, unchecked},
     {"Record Type", withModes, usable, unchecked},
@@ -161,6 +172,8 @@ private slots:
 
     void controlsFollowTheirRules_data();
     void controlsFollowTheirRules();
+    void downloadsNeedALink_data() { controlsFollowTheirRules_data(); }
+    void downloadsNeedALink();
     void anOpenEditorDisablesThePlayback_data();
     void anOpenEditorDisablesThePlayback();
     void theCommandsHaveTheirColours();
@@ -210,6 +223,7 @@ void tst_SsdTabRules::enter(const Case &c)
     script("zvtGetSsdRecordDuration", c.duration ? 2000U : 90'000'000U);
     script("zvtGetSsdAutoSave", c.save);
     script("zvtGetSsdAutoDownload", c.download);
+    script("controller.CanDownload", c.canDownload);
     m_page->refresh();
 }
 
@@ -279,6 +293,23 @@ void tst_SsdTabRules::controlsFollowTheirRules()
         }
     }
     QCOMPARE(cases, 4 * (6 * 8 + 2) * 16);
+}
+
+void tst_SsdTabRules::downloadsNeedALink()
+{
+    QFETCH(const int, state);
+    for (const Drive drive : {Drive::Absent, Drive::Unknown, Drive::Recognized, Drive::Gone}) {
+        for (const bool modes : {false, true}) {
+            for (const bool canDownload : {false, true}) {
+                Case c{state, drive, modes, ToMemory, NumFrames, false, false};
+                c.canDownload = canDownload;
+                enter(c);
+                enterFields(c);
+                const QString found = fault(c);
+                QVERIFY2(found.isEmpty(), qPrintable(found + ": " + c.text()));
+            }
+        }
+    }
 }
 
 void tst_SsdTabRules::anOpenEditorDisablesThePlayback_data()

@@ -1,17 +1,19 @@
 import QtQuick
 import zvt.look
 
-// The progress of one movie of a batch, from 0 to 1. While the total is unknown, a block moves back and forth.
+// The progress of the download of one movie. While the total is unknown, a block moves back and forth.
 ProgressLine {
     id: bar
 
     // The left end of the moving block, from 0 to 1 of the width.
     readonly property alias blockPosition: walk.position
+    // How much is done, for screen readers; empty while the total is unknown.
+    readonly property string percentText: indeterminate ? "" : Math.round(visualPosition * 100) + " %"
 
     fillStart: indeterminate ? blockPosition : 0
     fillLength: indeterminate ? 0.1 : visualPosition
 
-    Accessible.name: indeterminate ? "" : Math.round(visualPosition * 100) + " %"
+    Accessible.name: percentText
 
     Timer {
         id: walk

@@ -1,4 +1,5 @@
 import QtQuick
+import com.kestrin.hlx.cam.ui.zvt 1.0
 import zvt.look
 
 // The state of one movie of a batch: waiting, in progress, failed or done.
@@ -8,9 +9,9 @@ Item {
     // A value of ESTATUS.
     required property int status
 
-    readonly property bool _waiting: status === 0
-    readonly property bool _failed: status === 6
-    readonly property bool _succeeded: status === 7
+    readonly property bool _waiting: status === BatchDownloadEntry.STATUS_NOT_STARTED
+    readonly property bool _failed: status === BatchDownloadEntry.STATUS_FAILED
+    readonly property bool _succeeded: status === BatchDownloadEntry.STATUS_SUCCEEDED
 
     function _name(): string {
         if (_waiting)
