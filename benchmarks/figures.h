@@ -23,6 +23,9 @@ void measureIdling(Report &report);
 /// Whether the cost of a row is independent of the length of its list.
 void measureLists(Report &report);
 
+/// The cost of the conversion of movies over that of its file operations.
+void measureConversion(Report &report);
+
 /// The cost of frames of the emulated camera.
 void measureVideo(Report &report);
 

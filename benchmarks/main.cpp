@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <utility>
 
-// zvtbench [refresh] [loop] [start] [open] [idle] [lists] [video] [desk]: runs the named measurements, or all. The exit
-// status is 1 if a figure is above its limit.
+// zvtbench [refresh] [loop] [start] [open] [idle] [lists] [conversion] [video] [desk]: runs the named measurements, or
+// all. The exit status is 1 if a figure is above its limit.
 int main(int argc, char *argv[])
 {
     // Neither this program nor those it starts read or write files of the user's home folder.
@@ -20,9 +20,10 @@ int main(int argc, char *argv[])
     QCoreApplication::setOrganizationName(QStringLiteral("zvt-bench"));
     QCoreApplication::setApplicationName(QStringLiteral("zvtbench"));
 
-    const std::pair<const char *, void (*)(Report &)> figures[] = {
-        {"refresh", measureRefreshes}, {"loop", measureEventLoop}, {"start", measureStart}, {"open", measureOpenings},
-        {"idle", measureIdling},       {"lists", measureLists},    {"video", measureVideo}, {"desk", measureDesk}};
+    const std::pair<const char *, void (*)(Report &)> figures[]
+        = {{"refresh", measureRefreshes},     {"loop", measureEventLoop}, {"start", measureStart},
+           {"open", measureOpenings},         {"idle", measureIdling},    {"lists", measureLists},
+           {"conversion", measureConversion}, {"video", measureVideo},    {"desk", measureDesk}};
     QStringList wanted = QCoreApplication::arguments().mid(1);
     const bool everything = wanted.isEmpty();
     Report report;

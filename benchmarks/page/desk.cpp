@@ -1,5 +1,6 @@
 #include "benchmarks/page/modes.h"
 
+#include "benchmarks/memory.h"
 #include "benchmarks/page/measuring.h"
 #include "platform/emulator/Clock.h"
 #include "standalone/DeskSplit.h"
@@ -9,7 +10,6 @@
 #include "standalone/desk/Desk.h"
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QQuickItem>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -63,25 +63,6 @@ Usage usageAtRest()
     const Usage start = Usage::now();
     PageUser::pause(measured);
     return Usage::now() - start;
-}
-
-/// Returns an entry of the process's memory in MiB.
-double mebibytes(const QByteArray &entry)
-{
-    QFile file(QStringLiteral("/proc/self/status"));
-    if (file.open(QIODevice::ReadOnly))
-        for (const QByteArray &line : file.readAll().split('\n'))
-            if (line.startsWith(entry))
-                return line.mid(entry.size() + 1).trimmed().split(' ').constFirst().toDouble() / 1024;
-    throw std::runtime_error("the memory of the process cannot be read");
-}
-
-/// Lets the peak of the memory begin at its present value.
-void forgetPeak()
-{
-    QFile file(QStringLiteral("/proc/self/clear_refs"));
-    if (!file.open(QIODevice::WriteOnly) || file.write("5") != 1)
-        throw std::runtime_error("the peak of the memory cannot be reset");
 }
 
 /// The longest gap between the events of a timer of one millisecond, in time of the GUI thread.
