@@ -33,8 +33,10 @@ constexpr int sixteenBits = 2; ///< The number of this data type.
 double countOf(double celsius, const image::Exposure &exposure, const image::Detector::Properties &properties)
 {
     const image::Readout &readout = exposure.readout;
-    const double signal = readout.integrationTime / readout.saturatingTime * readout.gain()
-        * readout.voltages.response() * image::Light::of(celsius, exposure.band);
+    const image::Voltages &voltages = readout.voltages;
+    const double exposed = readout.integrationTime / readout.saturatingTime * readout.gain() * voltages.response();
+    const double skimmed = voltages.skimmedCounts(readout.integrationTime) / image::Light::fullSignal;
+    const double signal = std::max(0.0, exposed * image::Light::of(celsius, exposure.band) - skimmed);
     const double curved = signal * (1 - std::min(properties.curvature * signal, 0.5));
     return properties.offset + readout.addedCounts() + readout.dark() + image::Light::fullSignal * curved;
 }

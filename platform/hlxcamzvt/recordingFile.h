@@ -15,7 +15,7 @@ struct RecordedFrame;
 namespace hlx::cam
 {
 
-// What a raw movie tells of a recording of an emulated camera.
+// The contents of a raw movie, made from a recording of an emulated camera.
 
 /// Returns the description of the camera and of its settings at a frame of the recording. Called with the camera's
 /// lock.
@@ -28,7 +28,7 @@ file::MovieDescription descriptionOf(const emulator::Camera &camera, const emula
 reduce::CReduceObjectArray reduceObjectsOf(const emulator::Camera &camera, const emulator::Recording &recording,
                                            uint64_t first, uint64_t last);
 
-/// Returns what the movie tells of one frame, which has no flags yet.
+/// Returns the values of a frame beside its pixels, without flags.
 file::MovieFrame movieFrameOf(const emulator::RecordedFrame &frame);
 
 } // namespace hlx::cam

@@ -36,7 +36,7 @@ constexpr MovieFormat rqsFormat{"HLX-RQS\n"};
 /// A converted movie.
 constexpr MovieFormat qdseqFormat{"HLX-QDS\n"};
 
-/// What a movie tells of one frame, beside its pixels.
+/// The values of one frame, beside its pixels.
 struct MovieFrame {
     /// Flags.
     static constexpr uint8_t fetchedAgain = 1; ///< Lost in the transfer, and transferred again.
@@ -49,7 +49,7 @@ struct MovieFrame {
     zvtSIRIG time{}; ///< All 0 if not known.
 };
 
-/// What a movie tells of the camera, and of its settings at the first frame.
+/// The camera of a movie, and its settings at the first frame.
 struct MovieDescription {
     struct Preset {
         double integrationTime = 0; ///< Milliseconds.

@@ -38,7 +38,7 @@ private:
     }
     /// Determines the number of frames; `counted` is the one in the head.
     void findEnd(uint32_t counted);
-    /// What the file tells of a frame; nothing if its mark or its checksum is wrong.
+    /// The values of a frame beside its pixels; nothing if its mark or its checksum is wrong.
     std::optional<MovieFrame> check(unsigned int frame) const;
 
     FileHandle m_file;

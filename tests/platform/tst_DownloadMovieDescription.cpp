@@ -24,6 +24,7 @@ private slots:
     void hasTheCorrectionsOfTheRecording();
     void hasNoCorrectionsWithoutAny();
     void hasTheFactoryCalibrationOfItsIntegrationTime();
+    void theCalibrationCountsWithSkimming();
     void hasNoCalibrationForAnotherTime();
     void anAbatedMovieHasNoObjects();
 
@@ -188,6 +189,23 @@ void tst_DownloadMovieDescription::hasTheFactoryCalibrationOfItsIntegrationTime(
         QVERIFY2(value > before && value < static_cast<double>(file.high), qPrintable(QString::number(count)));
         before = value;
     }
+}
+
+void tst_DownloadMovieDescription::theCalibrationCountsWithSkimming()
+{
+    constexpr double volts = 1.2;
+    TransferRig rig;
+    QVERIFY(correct(rig, false) && rig.set("factoryCalibrations.selected", 0));
+    QVERIFY(rig.record(4) && rig.download());
+    const double integrationTime = rig.open()->description().presets[0].integrationTime;
+    const hlx::reduce::CRCalFile plain = calibration(rig)->calibration;
+    QVERIFY(rig.set("analog.skimmingEnabled", true) && rig.set("analog.skimmingVoltage", volts));
+    QVERIFY(rig.record(4) && rig.download());
+    QVERIFY(rig.open());
+    const hlx::reduce::CRCalFile skimmed = calibration(rig)->calibration;
+    const double lost = 600 * volts * integrationTime / 2;
+    const double difference = valueAt(skimmed, 8000 - lost) - valueAt(plain, 8000);
+    QVERIFY2(lost > 200 && std::abs(difference) < 0.3, qPrintable(QString::number(difference)));
 }
 
 void tst_DownloadMovieDescription::hasNoCalibrationForAnotherTime()

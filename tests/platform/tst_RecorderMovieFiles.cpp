@@ -43,6 +43,8 @@ private slots:
     void correctionsOutliveTheirFiles();
     void formattingRemovesCorrections();
     void anUnreadableCorrectionStaysNone();
+    void aDamagedCorrectionIsNotLeftOut();
+    void aFolderMayHaveAnyName();
     void damagedFilesAreSkipped_data();
     void damagedFilesAreSkipped();
     void damageOfAnyByteIsHarmless();
@@ -245,6 +247,30 @@ void tst_RecorderMovieFiles::anUnreadableCorrectionStaysNone()
     QVERIFY(rig.checksums() == checksums);
 }
 
+void tst_RecorderMovieFiles::aDamagedCorrectionIsNotLeftOut()
+{
+    RecordedMoviesRig rig;
+    QVERIFY(rig.setWindow(160, 128) && rig.recordMovie(20));
+    const QStringList corrections = rig.files("corrections");
+    QCOMPARE(corrections.size(), 2);
+    for (const QString &name : corrections)
+        QVERIFY(rig.write("corrections/" + name, rig.contentOf("corrections/" + name).replace(5000, 6, "damage")));
+    rig.restart();
+    // Frames that were corrected in another way than when they were recorded would look as good.
+    expectReport("corrections/.*\\.nuc: damaged");
+    QVERIFY(rig.loadMovie(0) && rig.recorder().memory()->frames() == 20);
+    QVERIFY(rig.checksums().empty());
+    // A movie that is saved with the same corrections stores them again.
+    QVERIFY(rig.call(zvtSsdUnload));
+    expectReport("corrections/.*\\.nuc: damaged");
+    QVERIFY(rig.recordMovie(20));
+    const auto checksums = rig.checksums();
+    QCOMPARE(rig.files("corrections"), corrections);
+    rig.restart();
+    QVERIFY(rig.loadMovie(1) && rig.checksums() == checksums && checksums.size() == 4);
+    QVERIFY(rig.loadMovie(0) && rig.checksums().size() == 4);
+}
+
 void tst_RecorderMovieFiles::damagedFilesAreSkipped_data()
 {
     using Change = std::function<bool(RecordedMoviesRig &)>;
@@ -439,6 +465,20 @@ void tst_RecorderMovieFiles::aFailedWriteIsTriedAgain()
 }
 
 /// Two threads may write at the same time.
+void tst_RecorderMovieFiles::aFolderMayHaveAnyName()
+{
+    RecordedMoviesRig rig;
+    QVERIFY(rig.recordMovie(5));
+    const emulator::Drive::Movie *movie = nullptr;
+    QCOMPARE(rig.recorder().movie(0, movie), emulator::Ok);
+    const QTemporaryDir folder;
+    const QString path = folder.path() + "/a%1b%2";
+    QVERIFY(QDir().mkdir(path));
+    emulator::MovieFolder(path).write({{*movie}, 1, 0}, 1);
+    QVERIFY(QFile::exists(path + "/1.json"));
+    QCOMPARE(emulator::MovieFolder(path).read().movies.size(), size_t(1));
+}
+
 void tst_RecorderMovieFiles::anOlderContentIsNotWritten()
 {
     RecordedMoviesRig rig;

@@ -36,8 +36,8 @@ public:
     int GetDaType() const;
     /// True if the pixels have been corrected already: the raw values are lost.
     bool IsAbated() const;
-    /// The reduce objects of the open movie. Changes stay in memory. The array also carries what the movie tells of the
-    /// camera: a converted movie that is created with it tells the same.
+    /// The reduce objects of the open movie. Changes stay in memory. The array also carries the movie's
+    /// description of the camera into a converted movie that is created with it.
     reduce::CReduceObjectArray &reduceObjects() { return m_reduceObjects; }
 
     /// Fills `buffer` with the pixels of a frame, counted from 0, and `preset` with the preset with which it was taken.

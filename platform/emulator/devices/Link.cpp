@@ -26,7 +26,7 @@ Link::Link(Camera &camera, Section &section) : Device(camera)
 
 bool Link::loses(uint64_t number, uint32_t pass) const
 {
-    // From 1: the random bits of 0 are 0, which would be a loss at any share.
+    // From 1, because the random bits of 0 are 0: the first pass would lose the number 0 at every share above 0.
     const uint64_t bits = image::mixed(image::mixed((number + 1) * image::hashStep) + pass * image::hashStep);
     return bits % million < m_lossPerMillion;
 }

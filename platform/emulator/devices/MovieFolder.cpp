@@ -264,7 +264,7 @@ void MovieFolder::writeMovie(const Drive::Movie &movie)
     m_files[movie.number] = movie.recording;
 }
 
-/// Stores a correction unless its file exists. Returns its hash, empty if it cannot be read.
+/// Stores a correction unless its file exists and is not damaged. Returns its hash, empty if it cannot be read.
 QString MovieFolder::store(const std::shared_ptr<RecordedCorrection> &correction)
 {
     for (const Known &known : m_known)
@@ -279,9 +279,10 @@ QString MovieFolder::store(const std::shared_ptr<RecordedCorrection> &correction
     const QString hash = StoredCorrection::hashOf(viewOf(content));
     const QString path = u"%1/%2.nuc"_s.arg(correctionFolder(), hash);
     QDir(m_folder).mkdir(u"corrections"_s);
-    if (!QFile::exists(path) && !replaceFile(path, viewOf(content)))
-        refuse(path, u"cannot be written"_s);
     const auto file = fileOf(hash);
+    const bool isStored = QFile::exists(path) && file->read();
+    if (!isStored && !replaceFile(path, viewOf(content)))
+        refuse(path, u"cannot be written"_s);
     correction->readFrom([file] { return file->read(); });
     m_known.push_back({correction, hash, file});
     return hash;

@@ -53,7 +53,10 @@ private:
         std::shared_ptr<StoredCorrection> file; ///< Null without a hash.
     };
 
-    QString pathOf(uint32_t number) const { return QStringLiteral("%1/%2.json").arg(m_folder).arg(number); }
+    QString pathOf(uint32_t number) const
+    {
+        return QStringLiteral("%1/%2.json").arg(m_folder, QString::number(number));
+    }
     QString correctionFolder() const { return m_folder + QStringLiteral("/corrections"); }
     bool readDrive();
     File readMovie(uint32_t number);

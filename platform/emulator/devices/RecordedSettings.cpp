@@ -43,12 +43,19 @@ std::optional<Correction> RecordedCorrection::correction()
         return Correction{m_info, std::move(table)};
     const Read read = m_source ? m_source : std::exchange(m_read, nullptr);
     auto correction = read ? read() : std::nullopt;
+    m_lost = m_source && !correction;
     if (correction) {
         m_info = correction->info;
         m_table = correction->table;
         m_kept = m_source ? nullptr : correction->table;
     }
     return correction;
+}
+
+bool RecordedCorrection::isLost()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lost;
 }
 
 void RecordedCorrection::readFrom(Read source)

@@ -32,6 +32,9 @@ public:
 
     /// Nothing if it is damaged. The thread must not hold the camera's lock.
     std::optional<Correction> correction();
+    /// Whether the last correction() could not read a correction that was stored: the frames cannot be rendered as they
+    /// were recorded.
+    bool isLost();
     /// The correction can be read as often as needed from now on, and is not kept.
     void readFrom(Read source);
 
@@ -39,6 +42,7 @@ private:
     std::mutex m_mutex;
     Read m_read; ///< Empty after its only call.
     Read m_source; ///< May be called again.
+    bool m_lost = false;
     CorrectionInfo m_info; ///< Of the table.
     std::weak_ptr<const image::CorrectionTable> m_table; ///< While anybody uses it.
     std::shared_ptr<const image::CorrectionTable> m_kept; ///< Null with a source.

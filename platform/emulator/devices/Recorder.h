@@ -161,15 +161,15 @@ public:
     /// Whether frames can be transferred to the computer: the property "/SSDTransfer" of a camera with a video stream.
     bool canDownload() const;
 
-    /// A frame of the memory, counted from 0. Empty if it does not exist or its window has no frames. Renders on the
-    /// calling thread, which must not hold the camera's lock.
+    /// A frame of the memory, counted from 0. Empty if it does not exist or cannot be rendered. Renders on the calling
+    /// thread, which must not hold the camera's lock.
     std::optional<PlayedFrame> frame(uint64_t number);
     /// The frame that the video output shows instead of the newest one: while it plays, is paused or has a movie.
     std::optional<RecordedFrame> shown() const;
     /// A frame of a recording, which must have it.
     RecordedFrame recorded(const Recording &recording, uint64_t frame) const;
-    /// Renders a frame as an output shows it. Returns false for a window without frames. Any thread, which must not
-    /// hold the camera's lock.
+    /// Renders a frame as an output shows it. Returns false for a window without frames, and if the file of its
+    /// correction is damaged. Any thread, which must not hold the camera's lock.
     bool render(const RecordedFrame &frame, image::Output output, std::vector<uint16_t> &counts) const;
 
     /// The memory: a recording or the loaded movie. Null if it is empty.

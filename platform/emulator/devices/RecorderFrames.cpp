@@ -46,9 +46,12 @@ bool Recorder::render(const RecordedFrame &frame, image::Output output, std::vec
 {
     image::Exposure exposure = frame.exposure;
     exposure.detector = m_sensor.array().mapsFor(exposure.window);
-    if (frame.correction)
+    if (frame.correction) {
         if (const auto correction = frame.correction->correction())
             exposure.correction = correction->table;
+        else if (frame.correction->isLost())
+            return false;
+    }
     return image::renderOutput(exposure, output, counts);
 }
 

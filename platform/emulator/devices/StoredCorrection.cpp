@@ -36,8 +36,11 @@ std::optional<Correction> StoredCorrection::read()
     const QByteArray content = open() ? m_file.readAll() : QByteArray();
     close();
     lock.unlock();
-    if (hashOf(content) != m_hash)
+    if (hashOf(content) != m_hash) {
+        if (!m_reported.exchange(true))
+            qInfo("storage %s: damaged", qUtf8Printable(m_file.fileName()));
         return std::nullopt;
+    }
     auto correction = fromCorrectionFile(
         std::span(reinterpret_cast<const uint8_t *>(content.constData()), static_cast<size_t>(content.size())));
     if (correction)

@@ -7,10 +7,12 @@
 #include <QString>
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 namespace emulator
 {
@@ -28,7 +30,7 @@ private:
     size_t m_oldest = 0;
 };
 
-/// A correction in a file of the drive. Nobody else changes the file. Any thread.
+/// A correction in a file of the drive. No other class changes the file. Any thread.
 class StoredCorrection
 {
 public:
@@ -41,10 +43,9 @@ public:
     /// The hash of the contents of a file.
     static QString hashOf(QByteArrayView content);
 
-    const QString &hash() const { return m_hash; }
     /// Why the file cannot be opened. Empty if it can.
     QString error();
-    /// Nothing if the file is damaged.
+    /// Nothing, and one report, if the file is damaged.
     std::optional<Correction> read();
     /// Lets the file be removed: it is open until this object is gone.
     void keepOpen();
@@ -58,6 +59,7 @@ private:
     QString m_hash;
     std::shared_ptr<RecentTables> m_recent;
     bool m_staysOpen = false;
+    std::atomic<bool> m_reported{false}; ///< That it is damaged.
 };
 
 } // namespace emulator
