@@ -2,11 +2,10 @@
 
 #include "tests/support/SignalLog.h"
 #include "tests/support/modelOf.h"
+#include "tests/unit/threadCalls.h"
 
 #include "correction/CorrectionTabModel.h"
 #include "correction/LoadNucOptionsModel.h"
-
-#include <thread>
 
 /// Lets each read return a value that differs from those of a new model.
 inline void scriptCorrections(emulator::Gate &gate)
@@ -33,17 +32,10 @@ struct Correction {
 
     emulator::Gate &gate() { return rig.gate(); }
 
-    /// The calls since a mark with their arguments, as "zvtSetShowBadPixels true".
+    /// See threadCalls().
     QStringList calls(size_t since, bool onGuiThread)
     {
-        static const QStringList silent{"controller.GetHandle", "controller.IsConnected", "controller.capabilities"};
-        QStringList list;
-        for (const auto &call : gate().callsSince(since)) {
-            const QString name = QString::fromStdString(call.name);
-            if (!silent.contains(name) && (call.thread == std::this_thread::get_id()) == onGuiThread)
-                list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
-        }
-        return list;
+        return threadCalls(gate(), since, onGuiThread ? CallPlace::OnGui : CallPlace::OnPool);
     }
     /// The calls of the task that `action` starts.
     template <class Action> QStringList taskOf(Action action)

@@ -2,15 +2,14 @@
 
 #include "tests/support/SignalLog.h"
 #include "tests/support/modelOf.h"
+#include "tests/unit/threadCalls.h"
 
 #include "setup/SetupTabModel.h"
 
 #include <QTimer>
 
-#include <thread>
-
 /// A Setup tab below a root, with helpers for tests.
-struct SetupTab {
+struct SetupTab : CallPlace {
     explicit SetupTab(const QString &profile = QStringLiteral("everything"), bool connected = true)
         : rig(profile, connected), root(rig.controller(), nullptr), model(root.setupTabModel()), log(model)
     {
@@ -21,21 +20,8 @@ struct SetupTab {
     size_t mark() { return rig.gate().mark(); }
     uint64_t handle() { return rig.camera().handle(); }
 
-    enum Where { Anywhere, OnGui, OnPool };
-
-    /// The calls after the mark `since`, in order, as name and arguments: "zvtFocusMove -1".
-    QStringList calls(size_t since, Where where = Anywhere)
-    {
-        static const QStringList silent{"controller.GetHandle", "controller.IsConnected", "controller.capabilities"};
-        QStringList list;
-        for (const auto &call : gate().callsSince(since)) {
-            const QString name = QString::fromStdString(call.name);
-            const bool gui = call.thread == std::this_thread::get_id();
-            if (!silent.contains(name) && (where == Anywhere || gui == (where == OnGui)))
-                list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
-        }
-        return list;
-    }
+    /// See threadCalls().
+    QStringList calls(size_t since, Where where = Anywhere) { return threadCalls(gate(), since, where); }
 
     /// The calls of an action until its tasks have ended.
     template <class Action> QStringList callsOf(Action action)

@@ -2,13 +2,12 @@
 
 #include "tests/support/SignalLog.h"
 #include "tests/support/modelOf.h"
+#include "tests/unit/threadCalls.h"
 
 #include "setup/SyncSettingsModel.h"
 
-#include <thread>
-
 /// The synchronisation settings below a root, with helpers for tests.
-struct Sync {
+struct Sync : CallPlace {
     explicit Sync(const QString &profile = QStringLiteral("everything"), bool connected = true)
         : rig(profile, connected), root(rig.controller(), nullptr), model(root.syncSettings()), log(model)
     {
@@ -17,21 +16,8 @@ struct Sync {
 
     emulator::Gate &gate() { return rig.gate(); }
 
-    enum Where { OnGui, OnPool };
-
-    /// The calls since a mark, as "zvtSetFrameSyncMode 1".
-    QStringList calls(size_t since, Where where)
-    {
-        static const QStringList silent{"controller.GetHandle", "controller.IsConnected", "controller.capabilities"};
-        QStringList list;
-        for (const auto &call : gate().callsSince(since)) {
-            const QString name = QString::fromStdString(call.name);
-            const bool gui = call.thread == std::this_thread::get_id();
-            if (!silent.contains(name) && gui == (where == OnGui))
-                list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
-        }
-        return list;
-    }
+    /// See threadCalls().
+    QStringList calls(size_t since, Where where) { return threadCalls(gate(), since, where); }
     template <class Action> QStringList callsOf(Action action, Where where = OnGui)
     {
         const size_t since = gate().mark();

@@ -2,8 +2,7 @@
 
 #include "tests/support/SignalLog.h"
 #include "tests/support/modelOf.h"
-
-#include <thread>
+#include "tests/unit/threadCalls.h"
 
 /// A model of a tab page below a root, with its signals and the calls that it makes: the base of the rigs of such
 /// models. The derived rig scripts the camera's values and calls start().
@@ -22,17 +21,10 @@ template <class Model> struct TabRig {
 
     emulator::Gate &gate() { return rig.gate(); }
 
-    /// The calls since a mark with their arguments, as "zvtSsdSkipToFrame 5", without those of every access.
+    /// See threadCalls().
     QStringList calls(size_t since, bool onGuiThread)
     {
-        static const QStringList silent{"controller.GetHandle", "controller.IsConnected", "controller.capabilities"};
-        QStringList list;
-        for (const auto &call : gate().callsSince(since)) {
-            const QString name = QString::fromStdString(call.name);
-            if (!silent.contains(name) && (call.thread == std::this_thread::get_id()) == onGuiThread)
-                list << (name + u' ' + QString::fromStdString(call.arguments)).trimmed();
-        }
-        return list;
+        return threadCalls(gate(), since, onGuiThread ? CallPlace::OnGui : CallPlace::OnPool);
     }
 
     /// Reads the model. Returns the calls of the task.
