@@ -1,3 +1,4 @@
+#include "platform/emulator/devices/MovieFolder.h"
 #include "platform/emulator/utf8.h"
 #include "tests/platform/RecordedMoviesRig.h"
 #include "tests/support/Test.h"
@@ -30,6 +31,7 @@ private slots:
     void loadsNeedTheWindowAndThePlace();
     void aLoadedMovieReplacesTheMemory();
     void aMovieWithoutFramesIsLoadedAndNotPlayed();
+    void aFolderMayHaveAnyName();
 };
 
 void tst_RecorderMovies::aNewCameraHasMovies()
@@ -235,6 +237,20 @@ void tst_RecorderMovies::aMovieWithoutFramesIsLoadedAndNotPlayed()
     QVERIFY(!rig.call(zvtSsdPlayBuffer) && !rig.call(zvtSsdSkipForward));
     QCOMPARE(rig.number<uint32_t>(zvtGetSsdEndFrame), UINT32_MAX);
     QVERIFY(rig.call(zvtSsdUnload));
+}
+
+void tst_RecorderMovies::aFolderMayHaveAnyName()
+{
+    RecordedMoviesRig rig;
+    QVERIFY(rig.recordMovie(5));
+    const emulator::Drive::Movie *movie = nullptr;
+    QCOMPARE(rig.recorder().movie(0, movie), emulator::Ok);
+    const QTemporaryDir folder;
+    const QString path = folder.path() + "/a%1b%2";
+    QVERIFY(QDir().mkdir(path));
+    emulator::MovieFolder(path).write({{*movie}, 1, 0}, 1);
+    QVERIFY(QFile::exists(path + "/1.json"));
+    QCOMPARE(emulator::MovieFolder(path).read().movies.size(), size_t(1));
 }
 
 ZVT_TEST(tst_RecorderMovies)

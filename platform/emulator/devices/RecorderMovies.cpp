@@ -10,6 +10,7 @@
 #include "platform/emulator/devices/Sensor.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace emulator
 {
@@ -63,7 +64,9 @@ std::function<void()> Recorder::filesToWrite()
 {
     // A movie may have been saved since the last look. The frames until now are not looked at: there may be many, and
     // the camera may be about to end.
-    m_machine.endSavingUntil(std::max(now(), Clock::now() * 1000));
+    constexpr int64_t lastMillisecond = std::numeric_limits<int64_t>::max() / 1000;
+    const int64_t time = std::max(m_frameClock.time().value_or(0), Clock::now());
+    m_machine.endSavingUntil(std::min(time, lastMillisecond) * 1000);
     const Drive &drive = m_machine.drive();
     if (!m_folder || m_folder->written() == drive.changes())
         return {};
