@@ -114,7 +114,7 @@ void tst_BatchDownloadRows::duplicatesAreMarked()
     QVERIFY(page.find("Duplicate 1"));
     QVERIFY(!page.find("Duplicate 2"));
     QVERIFY(page.find("Duplicate 3"));
-    // A duplicate name is no invalid one.
+    // A duplicate name is valid.
     QVERIFY(!page.barIsRed(0));
     page.hover("Duplicate 3");
     QTRY_COMPARE(page.hint(), "Output filename is not unique for this batch.");

@@ -19,7 +19,7 @@ bool requestHeld(SsdPage &page)
     return runs && page.findText("Transferring movie...");
 }
 
-/// Ends it. Returns whether its progress is no longer shown.
+/// Ends the download. Returns whether the progress dialog has closed.
 bool finishRequested(SsdPage &page)
 {
     page.gate().script("zvtGetSsdState", Complete);

@@ -7,7 +7,7 @@
 
 using hlx::file::MovieFrame;
 
-/// A download of the recorder's memory: which frames the movie has, and what it tells of them.
+/// A download of the recorder's memory: the frames of the movie and their values.
 class tst_DownloadMovie : public Test
 {
     Q_OBJECT

@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// What a downloaded movie tells of its camera and its settings, and the corrections and the calibration that it has.
+/// The description of camera and settings in a downloaded movie, its corrections and its calibration.
 class tst_DownloadMovieDescription : public Test
 {
     Q_OBJECT

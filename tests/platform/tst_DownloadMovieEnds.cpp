@@ -121,8 +121,8 @@ void tst_DownloadMovieEnds::aDisconnectionLeavesTheFramesSoFar_data()
 {
     QTest::addColumn<bool>("duringReport");
     QTest::addColumn<unsigned int>("done");
-    QTest::newRow("while the progress is told") << true << 1U;
-    QTest::newRow("while the end is told") << true << 20U;
+    QTest::newRow("while the progress is reported") << true << 1U;
+    QTest::newRow("while the end is reported") << true << 20U;
     QTest::newRow("while a frame comes") << false << 1U;
 }
 
@@ -281,7 +281,7 @@ void tst_DownloadMovieEnds::anUnwritablePathLeavesNothing()
     QVERIFY(QDir(folder.filePath("folder")).isEmpty());
 }
 
-// Another thread uses the camera while the progress is told and while a frame comes.
+// Another thread uses the camera while the progress is reported and while a frame comes.
 void tst_DownloadMovieEnds::theCameraAnswersMeanwhile()
 {
     TransferRig rig;
