@@ -83,9 +83,10 @@ bool replaceObjects(CReduceObjectArray &objects, const hlx::CString &calFile)
 
 } // namespace
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is part of the interface.
+// NOLINTBEGIN(performance-unnecessary-value-param): the signature is part of the interface.
 int ConvertToQdseq(hlx::CString rqsFile, hlx::CString qdseqFile, hlx::CString calFile,
                    hlx::delegate<int(int, unsigned int, unsigned int)> progress)
+// NOLINTEND(performance-unnecessary-value-param)
 {
     CRQSImagerFile input;
     hlx::file::CQDSEQImagerFile output;

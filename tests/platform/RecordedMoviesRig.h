@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <cstdint>
 #include <vector>
@@ -24,6 +25,12 @@ struct MovieEntry {
             + QByteArray::number(height) + " x " + QByteArray::number(frames);
     }
 };
+
+/// Expects a report of files that cannot be used.
+inline void expectReport(const QByteArray &pattern)
+{
+    QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QString::fromLatin1(pattern)));
+}
 
 /// A camera with a recorder, the list of its movies, and their files.
 class RecordedMoviesRig : public RecorderRig

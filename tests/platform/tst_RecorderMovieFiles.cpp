@@ -5,25 +5,12 @@
 #include "tests/support/Test.h"
 
 #include <QJsonArray>
-#include <QLoggingCategory>
 #include <QRegularExpression>
 
 namespace
 {
 
 using Numbers = std::vector<uint32_t>;
-
-/// Changes the values in a file of a movie.
-bool changeValues(RecordedMoviesRig &rig, const QString &name, const std::function<void(QJsonObject &)> &change)
-{
-    QJsonObject file = QJsonDocument::fromJson(rig.contentOf(name)).object();
-    QJsonObject values = file.value("values").toObject();
-    change(values);
-    file["values"] = values;
-    return rig.write(name, QJsonDocument(file).toJson());
-}
-
-void expectReport(const char *pattern) { QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QLatin1String(pattern))); }
 
 } // namespace
 
@@ -43,13 +30,8 @@ private slots:
     void correctionsOutliveTheirFiles();
     void formattingRemovesCorrections();
     void anUnreadableCorrectionStaysNone();
-    void aDamagedCorrectionIsNotLeftOut();
-    void damagedFilesAreSkipped_data();
-    void damagedFilesAreSkipped();
-    void damageOfAByteIsHarmless();
     void otherFilesAreLeftAlone();
     void filesOfAnInterruptedFormatDoNotCount();
-    void aDamagedListOfNumbersIsReported();
     void aFormattedDriveNeedsNoListOfNumbers_data();
     void aFormattedDriveNeedsNoListOfNumbers();
     void aMovieThatDoesNotFitIsReported();
@@ -246,111 +228,6 @@ void tst_RecorderMovieFiles::anUnreadableCorrectionStaysNone()
     QVERIFY(rig.checksums() == checksums);
 }
 
-void tst_RecorderMovieFiles::aDamagedCorrectionIsNotLeftOut()
-{
-    RecordedMoviesRig rig;
-    QVERIFY(rig.setWindow(160, 128) && rig.recordMovie(20));
-    const QStringList corrections = rig.files("corrections");
-    QCOMPARE(corrections.size(), 2);
-    for (const QString &name : corrections)
-        QVERIFY(rig.write("corrections/" + name, rig.contentOf("corrections/" + name).replace(5000, 6, "damage")));
-    rig.restart();
-    // Frames that were corrected in another way than when they were recorded would look as good.
-    expectReport("corrections/.*\\.nuc: damaged");
-    QVERIFY(rig.loadMovie(0) && rig.recorder().memory()->frames() == 20);
-    QVERIFY(rig.checksums().empty());
-    // A movie that is saved with the same corrections stores them again.
-    QVERIFY(rig.call(zvtSsdUnload));
-    expectReport("corrections/.*\\.nuc: damaged");
-    QVERIFY(rig.recordMovie(20));
-    const auto checksums = rig.checksums();
-    QCOMPARE(rig.files("corrections"), corrections);
-    rig.restart();
-    QVERIFY(rig.loadMovie(1) && rig.checksums() == checksums && checksums.size() == 4);
-    QVERIFY(rig.loadMovie(0) && rig.checksums().size() == 4);
-}
-
-void tst_RecorderMovieFiles::damagedFilesAreSkipped_data()
-{
-    using Change = std::function<bool(RecordedMoviesRig &)>;
-    QTest::addColumn<Change>("damage");
-    QTest::addColumn<QByteArray>("report");
-    const auto row = [](const char *name, const char *report, const Change &damage) {
-        QTest::newRow(name) << damage << QByteArray(report);
-    };
-    const auto values = [](const std::function<void(QJsonObject &)> &how) {
-        return [how](RecordedMoviesRig &rig) { return changeValues(rig, "2.json", how); };
-    };
-    row("cut", "2\\.json: corrupt",
-        [](RecordedMoviesRig &rig) { return rig.write("2.json", rig.contentOf("2.json").chopped(100)); });
-    row("empty", "2\\.json: corrupt", [](RecordedMoviesRig &rig) { return rig.write("2.json", ""); });
-    row("another version", "2\\.json: written by another version", [](RecordedMoviesRig &rig) {
-        return rig.write("2.json", rig.contentOf("2.json").replace(R"("version": 1)", R"("version": 2)"));
-    });
-    row("another file", "2\\.json: corrupt",
-        [](RecordedMoviesRig &rig) { return rig.write("2.json", rig.contentOf("drive.json")); });
-    row("recipe", "2\\.json: damaged",
-        values([](QJsonObject &movie) { movie["recipe"] = movie["recipe"].toString().replace(40, 1, "/"); }));
-    row("no recipe", "2\\.json: damaged", values([](QJsonObject &movie) { movie.remove("recipe"); }));
-    row("checksum", "2\\.json: damaged", values([](QJsonObject &movie) { movie["checksum"] = 3; }));
-    row("too few corrections", "2\\.json: damaged",
-        values([](QJsonObject &movie) { movie["corrections"] = QJsonArray(); }));
-    row("long name", "2\\.json: damaged", values([](QJsonObject &movie) { movie["name"] = QString(68, 'a'); }));
-    row("another renderer", "2\\.json: its frames were rendered in another way",
-        values([](QJsonObject &movie) { movie["renderer"] = 0; }));
-    row("another layout", "2\\.json: its recipe has another layout",
-        values([](QJsonObject &movie) { movie["layout"] = 0; }));
-    row("no layout", "2\\.json: damaged", values([](QJsonObject &movie) { movie.remove("layout"); }));
-    row("formats above 32 bits", "2\\.json: damaged",
-        values([](QJsonObject &movie) { movie["formats"] = qint64(UINT32_MAX) + 1; }));
-    row("later format", "2\\.json: from another format", values([](QJsonObject &movie) { movie["formats"] = 1; }));
-    row("missing correction", "2\\.json: its correction abc cannot be read: No such file",
-        values([](QJsonObject &movie) { movie["corrections"] = QJsonArray{"abc"}; }));
-}
-
-void tst_RecorderMovieFiles::damagedFilesAreSkipped()
-{
-    QFETCH(std::function<bool(RecordedMoviesRig &)>, damage);
-    QFETCH(QByteArray, report);
-    RecordedMoviesRig rig;
-    QVERIFY(rig.recordMovie(5) && rig.recordMovie(6));
-    rig.flush();
-    QVERIFY(damage(rig));
-    const QByteArray content = rig.contentOf("2.json");
-    expectReport(report);
-    rig.restart();
-    QCOMPARE(rig.movieNumbers(), Numbers{1});
-    rig.useSmallestWindow();
-    QVERIFY(rig.load(0) && rig.call(zvtSsdUnload) && rig.recordMovie(5));
-    QCOMPARE(rig.movieNumbers(), (Numbers{1, 3}));
-    rig.flush();
-    QCOMPARE(rig.contentOf("2.json"), content);
-}
-
-void tst_RecorderMovieFiles::damageOfAByteIsHarmless()
-{
-    RecordedMoviesRig rig;
-    QVERIFY(rig.recordMovie(5));
-    rig.flush();
-    const QByteArray whole = rig.contentOf("1.json");
-    const QString folder = rig.path("");
-    QLoggingCategory::setFilterRules("default.info=false");
-    constexpr qsizetype step = 97; // Every byte would take minutes.
-    qsizetype read = 0;
-    for (qsizetype place = 0; place < whole.size(); place += step) {
-        QByteArray damaged = whole;
-        damaged[place] = static_cast<char>(damaged[place] ^ 2);
-        QVERIFY(rig.write("1.json", damaged));
-        const auto movies = emulator::MovieFolder(folder).read().movies;
-        for (const auto &movie : movies)
-            QVERIFY(movie.recording->frames() == 5 && rig.recorder().recorded(*movie.recording, 4).start.number > 0);
-        read += static_cast<qsizetype>(movies.size());
-    }
-    QLoggingCategory::setFilterRules({});
-    // Most of it is the recipe.
-    QVERIFY2(read < whole.size() / (4 * step), qPrintable(QString("%1 of %2").arg(read).arg(whole.size())));
-}
-
 void tst_RecorderMovieFiles::otherFilesAreLeftAlone()
 {
     RecordedMoviesRig rig;
@@ -385,19 +262,6 @@ void tst_RecorderMovieFiles::filesOfAnInterruptedFormatDoNotCount()
     rig.restart();
     QCOMPARE(rig.movieNumbers(), Numbers{1});
     QCOMPARE(rig.entries()[0].frames, 7U);
-}
-
-void tst_RecorderMovieFiles::aDamagedListOfNumbersIsReported()
-{
-    RecordedMoviesRig rig;
-    QVERIFY(rig.recordMovie(5) && rig.recordMovie(5));
-    rig.flush();
-    QVERIFY(rig.write("drive.json", "damage"));
-    expectReport("drive\\.json: corrupt");
-    rig.restart();
-    rig.useSmallestWindow();
-    QVERIFY(rig.recordMovie(5));
-    QCOMPARE(rig.movieNumbers(), (Numbers{1, 2, 3}));
 }
 
 void tst_RecorderMovieFiles::aFormattedDriveNeedsNoListOfNumbers_data()

@@ -2,6 +2,7 @@
 
 #include "platform/emulator/devices/Drive.h"
 
+#include <QFile>
 #include <QJsonObject>
 #include <QString>
 
@@ -33,6 +34,8 @@ public:
     /// renderer, is left out and reported; its number is not used again. If drive.json cannot be read, the drive is
     /// that of the last format among the movies. Reads no corrections. Call it before write().
     Drive::Content read();
+    /// Whether a movie has a file, also one that read() left out.
+    bool hasFile(uint32_t number) const { return QFile::exists(pathOf(number)); }
 
     /// Brings the files up to date with a content of the drive after this number of changes. A content with fewer
     /// changes than one before is ignored. Logs a warning once for each file that cannot be written; the next call

@@ -44,8 +44,7 @@ void Recorder::devicesExist()
             break;
         content.lastNumber = std::max(content.lastNumber, seeded.number());
         // A recorded movie has this number if the profile had fewer movies when it was saved.
-        const bool isTaken = std::ranges::count(content.movies, seeded.number(), &Drive::Movie::number) > 0;
-        if (auto movie = isTaken ? std::nullopt : seeded.make(camera()))
+        if (auto movie = m_folder->hasFile(seeded.number()) ? std::nullopt : seeded.make(camera()))
             content.movies.push_back(*std::move(movie));
     }
     for (const Drive::Movie &left : m_machine.drive().restore(std::move(content)))

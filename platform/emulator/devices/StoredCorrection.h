@@ -47,7 +47,7 @@ public:
     QString error();
     /// Nothing, and one report, if the file is damaged.
     std::optional<Correction> read();
-    /// Lets the file be removed: it is open until this object is gone.
+    /// Lets the file be removed: it is open until this object is gone. If it cannot be opened, read() will fail.
     void keepOpen();
 
 private:
