@@ -12,6 +12,7 @@
 #include "platform/emulator/image/frame.h"
 #include "platform/emulator/image/output.h"
 #include "tests/support/CameraRig.h"
+#include "zvt/zvtsdk.h"
 
 #include <ctime>
 #include <functional>
@@ -62,9 +63,50 @@ double costOfSaturation(emulator::image::Exposure exposure)
     using emulator::Saturation;
     exposure.readout.integrationTime = 3;
     const auto enough = static_cast<size_t>(Saturation::pixelShare * double(exposure.window.pixels())) + 1;
-    return costOf([&] { countAtLeast(exposure, Saturation::countThreshold, enough); });
+    return costOf([&] { countAtLeast(exposure, Saturation::startCountThreshold, enough); });
 }
 
+/// The saturated pixels of the four presets of a camera. In each case all rows have pixels close to the threshold.
+void measureSaturatedPixels(Report &report)
+{
+    constexpr int rounds = 101;
+    CameraRig rig;
+    emulator::Camera &camera = rig.camera();
+    CameraRig::coolDetector();
+    const auto set
+        = [&](const char *name, const QVariant &value) { camera.otherClient().set(QString::fromLatin1(name), value); };
+    const auto measure = [&](const QString &name, double limit) {
+        std::vector<double> costs;
+        for (int round = 0; round < rounds; ++round) {
+            emulator::Clock::advance(1000);
+            costs.push_back(costOf([&] {
+                uint32_t pixels = 0;
+                for (uint8_t preset = 0; preset < emulator::maximumPresets; ++preset)
+                    zvtGetSaturatedPixels(camera.handle(), preset, &pixels);
+            }));
+        }
+        report.figure(QStringLiteral("four counts of saturated pixels, %1, ms").arg(name), median(costs), limit);
+    };
+    const auto setTimes = [&](double milliseconds) {
+        for (const int preset : {3, 2, 1, 0}) {
+            set("sensor.activePreset", preset);
+            set("sensor.integrationTime", milliseconds);
+        }
+    };
+    constexpr double areaLimit = 2; // Milliseconds.
+    set("emulator./Pattern", 3);
+    set("emulator./BlackbodyTemp1", 35);
+    setTimes(4);
+    measure(QStringLiteral("area blackbody"), areaLimit);
+    set("emulator./Pattern", 0);
+    set("focus.position", 7400); // 8 pixels of defocus.
+    set("saturation.countThresholds", QVariantList{6000, 6000, 6000, 6000});
+    setTimes(2);
+    emulator::Clock::advance(60'000); // The lens moves.
+    measure(QStringLiteral("defocused live scene"), 2 * areaLimit);
+    set("analog.globalOffset", 0.1);
+    measure(QStringLiteral("the same with a global offset"), 2 * areaLimit);
+}
 /// Adds a correction of which every 600th pixel is bad.
 void correct(emulator::image::Exposure &exposure)
 {
@@ -266,6 +308,7 @@ void measureVideo(Report &report)
     report.figure(QStringLiteral("saturation of a picture found, ms"), median(saturation), saturationLimit);
     report.figure(QStringLiteral("saturation of a defocused picture found, ms"), median(blurredSaturation),
                   saturationLimit);
+    measureSaturatedPixels(report);
     report.figure(QStringLiteral("maps of the detector, ms"), median(maps), mapsLimit);
     measureLevels(report, exposure);
     measureOverlay(report);

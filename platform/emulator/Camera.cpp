@@ -74,6 +74,8 @@ struct Camera::State {
         Device *device;
         bool remembers;
         bool inSnapshots;
+        bool remembersOnly = remembers && !inSnapshots;
+        bool isInBoth = remembers && inSnapshots;
     };
     std::map<QString, DeviceEntry> byKey;
     FrameClock *frameClock = nullptr;
@@ -188,12 +190,14 @@ Camera::Camera(Profile profile, QString folder)
         device->devicesExist();
     m_newSettings = snapshot();
     const QJsonObject values = readMemory();
-    // The camera starts in its last state. Values that devices remember are newer than that state.
+    // The camera starts in its last state. Values that devices remember are newer than that state. Those of devices
+    // without settings in states come before it: whether a frame rate is possible depends on the readout circuit.
+    m_state->restore(&State::DeviceEntry::remembersOnly, values, memorySource());
     const auto *const states = device<StateStore>();
     const std::string state = states->stateAtStart(values.value(QStringLiteral("states")).toObject());
     m_state->restore(&State::DeviceEntry::inSnapshots, states->settingsOf(state).value_or(QJsonObject()),
                      QStringLiteral("state ") + QString::fromStdString(state));
-    m_state->restore(&State::DeviceEntry::remembers, values, memorySource());
+    m_state->restore(&State::DeviceEntry::isInBoth, values, memorySource());
     // A camera with the values of its profile needs no file.
     m_state->savedValues = values.isEmpty() ? m_state->save(&State::DeviceEntry::remembers) : values;
     m_state->complete = true;
@@ -297,6 +301,14 @@ bool Camera::changeMakeUp(const QString &capability, const QVariant &value, QStr
     }
     device<EventQueue>()->push(ZVT_EVENT_MAKE_UP_CHANGED);
     return true;
+}
+
+void Camera::identityChanged(const QJsonObject &capabilities)
+{
+    for (auto value = capabilities.begin(); value != capabilities.end(); ++value)
+        m_state->capabilities[value.key()] = value.value();
+    if (m_state->complete)
+        device<EventQueue>()->push(ZVT_EVENT_MAKE_UP_CHANGED);
 }
 
 QJsonObject Camera::capabilities() const

@@ -107,6 +107,10 @@ public:
     /// ZVT_EVENT_MAKE_UP_CHANGED. Returns false and sets `why` as OtherClient::set() does if the change is refused.
     bool changeMakeUp(const QString &capability, const QVariant &value, QString *why = nullptr);
 
+    /// The identity has changed, and these capabilities, which exist, follow it. Raises ZVT_EVENT_MAKE_UP_CHANGED, but
+    /// not while a new camera takes its values from its memory. Called with the camera's lock.
+    void identityChanged(const QJsonObject &capabilities);
+
     /// The present capabilities by the names of their properties.
     QJsonObject capabilities() const;
 

@@ -4,6 +4,7 @@
 #include "platform/emulator/devices/Athermalization.h"
 #include "platform/emulator/devices/AutoFocus.h"
 #include "platform/emulator/devices/AutomaticCorrection.h"
+#include "platform/emulator/devices/BadPixelLists.h"
 #include "platform/emulator/devices/CameraClock.h"
 #include "platform/emulator/devices/Color.h"
 #include "platform/emulator/devices/Cooler.h"
@@ -27,10 +28,14 @@
 #include "platform/emulator/devices/HourMeter.h"
 #include "platform/emulator/devices/ImageMode.h"
 #include "platform/emulator/devices/Information.h"
+#include "platform/emulator/devices/Interfaces.h"
 #include "platform/emulator/devices/LensCover.h"
 #include "platform/emulator/devices/LensStates.h"
 #include "platform/emulator/devices/Link.h"
+#include "platform/emulator/devices/Lockin.h"
+#include "platform/emulator/devices/NamedVoltages.h"
 #include "platform/emulator/devices/Recorder.h"
+#include "platform/emulator/devices/Roic.h"
 #include "platform/emulator/devices/Saturation.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/StateStore.h"
@@ -71,10 +76,12 @@ constexpr std::array kinds{
     kind<CameraClock>("clock", Always, Remembers, LeftOut),
     kind<HourMeter>("hours", Always, Remembers, LeftOut),
     kind<Sensor>("sensor", Always, Forgets, Included),
+    kind<Roic>("roic", Always, Remembers, LeftOut),
     kind<Color>("color", Always, Forgets, Included),
     kind<Analog>("analog", WhereListed, Forgets, Included),
+    kind<NamedVoltages>("voltages", WhereListed, Remembers, LeftOut),
     kind<DigitalGain>("digital", Always, Forgets, Included),
-    kind<Saturation>("saturation", Always, Forgets, LeftOut),
+    kind<Saturation>("saturation", Always, Forgets, Included),
     kind<Cooler>("cooler", WhereListed, Remembers, Included),
     kind<Temperatures>("temperatures", WhereListed, Forgets, LeftOut),
     kind<FilterWheel>("filters", WhereListed, Remembers, Included),
@@ -87,10 +94,13 @@ constexpr std::array kinds{
     kind<SyncOut>("syncOut", Always, Forgets, Included),
     kind<Trigger>("trigger", Always, Forgets, Included),
     kind<FrameClock>("frames", Always, Forgets, LeftOut),
+    kind<Lockin>("lockin", WhereListed, Forgets, Included),
+    kind<Interfaces>("interfaces", Always, Forgets, Included),
     kind<Recorder>("recorder", WhereListed, Forgets, Included),
     kind<Link>("link", WithRecorder, Forgets, LeftOut),
     kind<CorrectionRun>("correctionRun", WithCorrections, Forgets, LeftOut),
     kind<AutomaticCorrection>("automaticCorrection", WithCorrections, Forgets, Included),
+    kind<BadPixelLists>("badPixelLists", WithCorrections, Forgets, LeftOut),
     kind<VideoGain>("agc", Always, Forgets, Included),
     kind<VideoOutput>("video", Always, Forgets, Included),
     kind<VideoPalette>("palette", Always, Forgets, Included),

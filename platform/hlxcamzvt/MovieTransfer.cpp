@@ -49,7 +49,8 @@ private:
 bool isSaturated(const std::vector<uint16_t> &counts)
 {
     using emulator::Saturation;
-    const auto high = std::ranges::count_if(counts, [](uint16_t count) { return count >= Saturation::countThreshold; });
+    const auto high
+        = std::ranges::count_if(counts, [](uint16_t count) { return count >= Saturation::startCountThreshold; });
     return static_cast<double>(high) > Saturation::pixelShare * static_cast<double>(counts.size());
 }
 

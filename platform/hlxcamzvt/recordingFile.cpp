@@ -8,6 +8,7 @@
 #include "platform/emulator/devices/Recording.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/image/Detector.h"
+#include "platform/emulator/image/UsualPixel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,13 +33,8 @@ constexpr int sixteenBits = 2; ///< The number of this data type.
 /// Returns the count of an average pixel that sees a body of this temperature without lens and filter.
 double countOf(double celsius, const image::Exposure &exposure, const image::Detector::Properties &properties)
 {
-    const image::Readout &readout = exposure.readout;
-    const image::Voltages &voltages = readout.voltages;
-    const double exposed = readout.integrationTime / readout.saturatingTime * readout.gain() * voltages.response();
-    const double skimmed = voltages.skimmedCounts(readout.integrationTime) / image::Light::fullSignal;
-    const double signal = std::max(0.0, exposed * image::Light::of(celsius, exposure.band) - skimmed);
-    const double curved = signal * (1 - std::min(properties.curvature * signal, 0.5));
-    return properties.offset + readout.addedCounts() + readout.dark() + image::Light::fullSignal * curved;
+    const image::UsualPixel pixel{1, properties.offset, properties.curvature};
+    return pixel.countOf(image::Light::of(celsius, exposure.band), exposure.readout);
 }
 
 /// Returns the temperature in Kelvin at which countOf() has this value.

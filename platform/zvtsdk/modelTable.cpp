@@ -81,7 +81,7 @@ constexpr zvtSModelInfo models[] = {
     model("Campion 1280 V", Linden, Campion, 1, Sls, R1280D, TenGigabit, Standard, HasWheel),
 
     model("Teasel 640", Rowan, Teasel, 0, InSb, R640D, TenGigabit, Standard, NoWheel),
-    model("Teasel 640 D", Rowan, Teasel, 1, InSb, R640D, TenGigabit, Standard, NoWheel),
+    model("Teasel 640 D", Rowan, Teasel, 1, InSb, R640D, NoPleora, Standard, NoWheel),
     model("Teasel 1280", Rowan, Teasel, 0, Sls, R1280D, TenGigabit, Standard, NoWheel),
     model("Teasel 1280 D", Rowan, Teasel, 1, Sls, R1280D, TenGigabit, Standard, NoWheel),
     model("Hazel 640 R", Rowan, Hazel, 0, InGaAs, R640A, OnePort, Standard, NoWheel),

@@ -221,8 +221,3 @@ int zvtSetBadPixelCorrectionMethod(uint64_t handle, uint8_t value)
 {
     return call<&Corrections::setRepair>(__func__, handle, value);
 }
-
-int zvtSaveBadPixelList(uint64_t handle, uint8_t preset, const char *cameraPath)
-{
-    return absent(__func__, handle, preset, cameraPath);
-}

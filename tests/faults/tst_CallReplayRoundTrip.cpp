@@ -37,11 +37,12 @@ QVariantMap valuesOf(const Models &models)
 }
 
 /// Changes settings of the camera without a call, so that only the recording has their values. It leaves out the
-/// properties of the emulator, which the framework answers.
+/// properties of the emulator, which the framework answers, and the identity: capabilities that follow it are recorded
+/// only when their event is read.
 void changeSettings(emulator::Camera &camera, QRandomGenerator &random)
 {
     for (const emulator::SettingInfo &setting : camera.settings())
-        if (setting.name.startsWith(QLatin1String("emulator.")))
+        if (setting.name.startsWith(QLatin1String("emulator.")) || setting.name.startsWith(QLatin1String("identity.")))
             continue;
         else if (setting.value.isBool())
             camera.otherClient().set(setting.name, random.bounded(2) == 1);

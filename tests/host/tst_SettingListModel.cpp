@@ -182,9 +182,10 @@ void tst_SettingListModel::everyRowCanBeChanged()
         const QList<QJsonValue> values = otherValues(setting);
         if (!shown(setting.name, "usable").toBool())
             continue;
-        // The only window of this camera, and the longest superframe, which cannot be shorter.
+        // The only window of this camera, and the longest frame and superframe, which cannot be shorter.
         if ((profile == "bare" && setting.name == "sensor.window")
-            || (profile == "edge-values" && setting.name == "sensor.superframeRate"))
+            || (profile == "edge-values"
+                && QStringList{"sensor.frameRate", "sensor.superframeRate"}.contains(setting.name)))
             continue;
         // One preset, colour or mode, and a camera without corrections.
         if (values.isEmpty()

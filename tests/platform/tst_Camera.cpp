@@ -267,8 +267,8 @@ void tst_Camera::holdsItsSettingsInASnapshot()
     QCOMPARE(snapshot.keys().join(QLatin1Char(' ')),
              QStringLiteral(
                  "agc analog athermalization autoFocus automaticCorrection color cooler corrections cover digital "
-                 "factoryCalibrations filters focus gain image overlay palette recorder sensor sync syncOut trigger "
-                 "video zoom"));
+                 "factoryCalibrations filters focus gain image interfaces lockin overlay palette recorder saturation "
+                 "sensor sync syncOut trigger video zoom"));
 
     QVERIFY(camera->otherClient().set(QStringLiteral("cooler.setpoint"), 75.0));
     QVERIFY(camera->otherClient().set(QStringLiteral("sensor.activePreset"), 1));

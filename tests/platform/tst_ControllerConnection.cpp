@@ -1,4 +1,5 @@
 #include "platform/emulator/control.h"
+#include "platform/emulator/devices/Sensor.h"
 #include "platform/hlxcamzvt/makeController.h"
 #include "tests/support/Test.h"
 
@@ -119,6 +120,7 @@ private slots:
     void aConnectedCameraStays();
     void attachingAConnectedCameraIsTold();
     void noCameraCanBeAttached();
+    void newConnectionStreams();
     void capabilitiesAreThoseOfTheCamera_data();
     void capabilitiesAreThoseOfTheCamera();
     void aChangedMakeUpIsSeenWhenConfigured();
@@ -341,6 +343,20 @@ void tst_ControllerConnection::noCameraCanBeAttached()
     QVERIFY(!m_controller->GetVideoSource());
     QVERIFY(hlx::cam::attach(*m_controller, m_camera));
     QCOMPARE(m_controller->GetHandle(), m_camera->handle());
+}
+
+void tst_ControllerConnection::newConnectionStreams()
+{
+    const auto &sensor = *m_camera->device<emulator::Sensor>();
+    m_camera->connect();
+    const auto source = m_controller->GetVideoSource();
+    source->StopStream();
+    QVERIFY(!sensor.streaming());
+    m_camera->disconnect();
+    source->StartStream(); // Has no effect without a connection.
+    QVERIFY(!sensor.streaming());
+    m_camera->connect();
+    QVERIFY(sensor.streaming());
 }
 
 void tst_ControllerConnection::capabilitiesAreThoseOfTheCamera_data()

@@ -11,6 +11,7 @@
 #include "platform/emulator/devices/FocusToDistance.h"
 #include "platform/emulator/devices/LensCover.h"
 #include "platform/emulator/devices/LensStates.h"
+#include "platform/emulator/devices/Lockin.h"
 #include "platform/emulator/devices/Recorder.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/devices/Temperatures.h"
@@ -113,6 +114,7 @@ void tst_Profile::isSoundAsBuiltIn()
         QCOMPARE(camera->device<emulator::Color>()->number() == 2,
                  profile.identity().value(QLatin1String("detector")).toInt() == twoColors);
     QCOMPARE(camera->device<emulator::Recorder>() != nullptr, has("hasSsd"));
+    QCOMPARE(camera->device<emulator::Lockin>() != nullptr, has("hasLockin"));
     const auto *flag = camera->device<emulator::Flag>();
     QCOMPARE(flag != nullptr, has("hasFlag"));
     QCOMPARE(flag && flag->temperatureControlled(), has("hasFlagCooler"));

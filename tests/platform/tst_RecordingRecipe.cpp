@@ -6,6 +6,7 @@
 #include <QtMath>
 
 #include <array>
+#include <cmath>
 #include <limits>
 #include <optional>
 #include <random>
@@ -140,6 +141,8 @@ private:
         }
         settings->irigShift = int64_t(below(UINT32_MAX)) - INT32_MAX;
         settings->realTimeShift = -int64_t(below(UINT32_MAX));
+        settings->irigLatch = static_cast<RecordedSettings::IrigLatch>(below(3));
+        settings->integrationDelay = std::abs(real());
         return settings;
     }
 
@@ -160,14 +163,15 @@ private:
         exposure.optics.inverted = chance();
         exposure.band = static_cast<image::Light::Band>(below(4));
         image::Readout &readout = exposure.readout;
-        readout.integrationTime = real();
+        readout.integrationTime = std::abs(real());
         readout.saturatingTime = real();
         readout.gainLevel = int(below(5)) - 2;
         readout.highSensitivity = chance();
         readout.reducedNoise = chance();
         readout.cooling = static_cast<image::Readout::Cooling>(below(3));
-        readout.voltages = {real(), real(), real()};
+        readout.voltages = {real(), real(), real(), real(), real()};
         readout.color = int(below(2));
+        readout.clockNoise = real();
         readout.noise = chance();
         exposure.repair = static_cast<image::Repair>(below(3));
         exposure.showBadPixels = chance();
@@ -233,6 +237,10 @@ private slots:
     void aPartIsNotARecording();
     void damagedBytesAreHarmless();
     void framesHaveTheSizeOfTheRecording();
+    void latchesAreThoseThatExist();
+    void timesOfTheLatchAreDurations_data();
+    void timesOfTheLatchAreDurations();
+    void aLatchIsInItsFrame();
     void theLayoutHasAVersion();
     void otherBytesAreNotARecording_data();
     void otherBytesAreNotARecording();
@@ -342,6 +350,58 @@ void tst_RecordingRecipe::framesHaveTheSizeOfTheRecording()
     QVERIFY(!fromRecipe(toRecipe(recordingOf({8, 8, 64, 3}))));
 }
 
+void tst_RecordingRecipe::latchesAreThoseThatExist()
+{
+    for (const int latch : {0, 1, 2, 3, 200}) {
+        auto settings = std::make_shared<RecordedSettings>();
+        settings->presets[0].exposure.window = {0, 0, 64, 4};
+        settings->irigLatch = static_cast<RecordedSettings::IrigLatch>(latch);
+        QCOMPARE(fromRecipe(toRecipe(framesWith(1, settings))) != nullptr, latch <= 2);
+    }
+}
+
+void tst_RecordingRecipe::timesOfTheLatchAreDurations_data()
+{
+    QTest::addColumn<double>("time");
+    QTest::addColumn<bool>("valid");
+    QTest::newRow("none") << 0.0 << true;
+    QTest::newRow("far too long") << std::numeric_limits<double>::max() << true;
+    QTest::newRow("negative") << -0.001 << false;
+    QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << false;
+    QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << false;
+}
+
+void tst_RecordingRecipe::timesOfTheLatchAreDurations()
+{
+    QFETCH(const double, time);
+    QFETCH(const bool, valid);
+    RecordedSettings settings;
+    settings.presets[0].exposure.window = {0, 0, 64, 4};
+    const auto isRead = [](const RecordedSettings &changed) {
+        return fromRecipe(toRecipe(framesWith(1, std::make_shared<RecordedSettings>(changed)))) != nullptr;
+    };
+    RecordedSettings delayed = settings;
+    delayed.integrationDelay = time;
+    QCOMPARE(isRead(delayed), valid);
+    RecordedSettings integrated = settings;
+    integrated.presets[3].exposure.readout.integrationTime = time;
+    QCOMPARE(isRead(integrated), valid);
+}
+
+/// Whatever the settings of a file are.
+void tst_RecordingRecipe::aLatchIsInItsFrame()
+{
+    auto settings = std::make_shared<RecordedSettings>();
+    settings->presets[0].exposure.window = {0, 0, 64, 4};
+    settings->irigLatch = RecordedSettings::IntegrationEnds;
+    settings->integrationDelay = std::numeric_limits<double>::max();
+    const auto read = fromRecipe(toRecipe(framesWith(3, settings)));
+    QVERIFY(read);
+    // A frame takes 10 ms.
+    QCOMPARE(read->irigTime(0), 10'000);
+    QCOMPARE(read->irigTime(2), 30'000);
+}
+
 /// Other bytes need another RecordingRecipe::layout, so that older files are refused and not misread.
 void tst_RecordingRecipe::theLayoutHasAVersion()
 {
@@ -350,7 +410,7 @@ void tst_RecordingRecipe::theLayoutHasAVersion()
     const RecordingRecipe recipe = toRecipe(framesWith(10, settings));
     const auto description
         = QString("%1: %2 bytes, %3").arg(RecordingRecipe::layout).arg(recipe.bytes.size()).arg(crc32(recipe.bytes));
-    QCOMPARE(description, "1: 1921 bytes, 4057575313");
+    QCOMPARE(description, "3: 2026 bytes, 1201604135");
 }
 
 void tst_RecordingRecipe::otherBytesAreNotARecording_data()

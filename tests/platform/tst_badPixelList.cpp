@@ -1,11 +1,15 @@
 #include "hlx/CBadPixelList.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtEndian>
 
 #include "platform/hlx/BadPixelFile.h"
 #include "tests/support/Test.h"
+
+#include <algorithm>
+#include <limits>
 
 using hlx::BadPixelFile;
 using hlx::cam::zvt::CBadPixelList;
@@ -24,6 +28,7 @@ private slots:
     void refusesWhatIsNoList();
     void refusesAbsurdCountsAndPixelsOutside();
     void savingReportsFailure();
+    void longListsTakeLinearTime();
 
 private:
     hlx::CString path(const char *name) const { return m_folder.filePath(QLatin1String(name)).toUtf8().constData(); }
@@ -136,6 +141,32 @@ void tst_badPixelList::savingReportsFailure()
 {
     QVERIFY(!BadPixelFile{}.save(hlx::fileSystem(), path("missing/a.bpl")));
     QVERIFY(!BadPixelFile{}.save(nullptr, path("a.bpl")));
+}
+
+void tst_badPixelList::longListsTakeLinearTime()
+{
+    const auto timeOf = [this](uint16_t height) {
+        BadPixelFile file{400, height, {}};
+        for (uint16_t y = 0; y < height; ++y)
+            for (uint16_t x = 0; x < file.width; ++x)
+                file.pixels.push_back({x, y});
+        qint64 shortest = std::numeric_limits<qint64>::max();
+        for (int turn = 0; turn < 5; ++turn) {
+            QElapsedTimer timer;
+            timer.start();
+            CBadPixelList list;
+            const bool loaded = file.save(hlx::fileSystem(), path("a.bpl")) && list.Load(path("a.bpl"));
+            shortest = std::min(shortest, timer.nsecsElapsed());
+            if (!loaded || list.GetCount() != file.pixels.size())
+                return -1.0;
+        }
+        return double(shortest);
+    };
+    const double small = timeOf(80);
+    const double large = timeOf(320); // 128 000 pixels.
+    QVERIFY(small > 0 && large > 0);
+    // Quadratic time would give 16.
+    QVERIFY2(large / small < 9, QByteArray::number(large / small));
 }
 
 ZVT_TEST(tst_badPixelList)

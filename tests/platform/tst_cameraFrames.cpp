@@ -424,6 +424,14 @@ void tst_cameraFrames::theLockIsFreeWhilePixelsAreComputed()
         return zvtGetSaturatedFlag(camera.handle(), &flag) == 0 && flag == 0;
     });
     QVERIFY2(counting > 0.5, qPrintable(QString::number(counting)));
+    uint16_t threshold = 8000;
+    const double countingAll = freeShare(camera, [&] {
+        // Another threshold, so that the pixels are counted anew.
+        uint32_t pixels = 0;
+        return zvtSetSaturationCountThreshold(camera.handle(), 0, ++threshold) == 0
+            && zvtGetSaturatedPixels(camera.handle(), 0, &pixels) == 0 && pixels > 0;
+    });
+    QVERIFY2(countingAll > 0.5, qPrintable(QString::number(countingAll)));
 }
 
 // 50 us are allowed in a release build.

@@ -203,7 +203,7 @@ void tst_devices::informationIsThatOfTheProfile_data()
                           << QStringList{"Firmware Version|3.2.1", "FPGA Version|1.18", "GigE Firmware|2.0.7",
                                          "Lens|25-150 mm f/2.3"};
     QTest::newRow("other ones") << QByteArray("low-cost") << QStringList{"Firmware Version|1.4.0"};
-    QTest::newRow("inherited") << QByteArray("board-6")
+    QTest::newRow("inherited") << QByteArray("two-color")
                                << QStringList{"Firmware Version|3.2.1", "FPGA Version|1.18", "GigE Firmware|2.0.7",
                                               "Lens|25-150 mm f/2.3"};
     QTest::newRow("odd ones") << QByteArray("edge-values")

@@ -70,6 +70,10 @@ void tst_filterWheel::wheelsOfTheProfiles()
              !ids.isEmpty() && qstrcmp(QTest::currentDataTag(), "discrete-fov") != 0);
     if (ids.isEmpty()) {
         QCOMPARE(zvtScanFilters(wheel.handle()), int(emulator::Absent));
+        uint8_t id = 77;
+        QCOMPARE(zvtGetFilterIDInSlot(wheel.handle(), 0, &id), int(emulator::Absent));
+        QCOMPARE(zvtSetFilterIDInSlot(wheel.handle(), 0, 1), int(emulator::Absent));
+        QCOMPARE(id, uint8_t(77));
         QCOMPARE(wheel.setName(1, "x"), int(emulator::Absent));
     }
 }

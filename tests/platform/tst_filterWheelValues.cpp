@@ -23,6 +23,7 @@ private slots:
     void scansTurnTheWheel();
     void aFilterPreventsSaturation();
     void namesAreTheUsersOrBuiltIn();
+    void namesFillBuffersOfAnySize();
     void namesAreRefused_data();
     void namesAreRefused();
     void manyNamesAreQuick();
@@ -170,6 +171,21 @@ void tst_filterWheelValues::namesAreTheUsersOrBuiltIn()
     QCOMPARE(wheel.name(21), std::string("BP 3.30 um"));
     QCOMPARE(wheel.name(64), std::string("?"));
     QCOMPARE(wheel.name(255), std::string("?"));
+}
+
+void tst_filterWheelValues::namesFillBuffersOfAnySize()
+{
+    Wheel wheel("discrete-fov");
+    const std::string longest(199, 'f');
+    QCOMPARE(wheel.setName(63, longest), 0);
+    for (const uint32_t size : {1U, 64U, 199U, 200U, 257U})
+        for (const uint8_t id : {0, 21, 63}) {
+            std::string buffer(size + 8, '#');
+            QCOMPARE(zvtGetFilterNameEx(wheel.handle(), id, buffer.data(), size), 0);
+            QCOMPARE(buffer.substr(size), std::string(8, '#'));
+            QCOMPARE(std::string(buffer.c_str()), wheel.name(id).substr(0, size - 1));
+        }
+    QCOMPARE(wheel.name(63), longest);
 }
 
 void tst_filterWheelValues::namesAreRefused_data()

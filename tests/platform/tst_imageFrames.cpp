@@ -196,7 +196,7 @@ void tst_imageFrames::noExposureLeavesTheRangeOfCounts()
         exposure.readout = {number(20),    number(20),    below(260) - 2,
                             below(2) == 0, below(2) == 0, static_cast<Readout::Cooling>(below(3)),
                             number(100),   number(80),    {number(6), number(600), number(4)},
-                            below(2),      below(2) == 0};
+                            below(2),      number(30),    below(2) == 0};
         QVERIFY(renderFrame(exposure, counts));
         QCOMPARE(counts.size(), static_cast<size_t>(window.pixels()));
         if (std::ranges::max(counts) > Detector::maximumCount)

@@ -18,6 +18,7 @@ private slots:
     void correctionsStopFitting_data();
     void correctionsStopFitting();
     void globalOffsetAddsCounts();
+    void referenceActsAsTwiceTheGlobalOffset();
     void biasChangesTheResponse_data();
     void biasChangesTheResponse();
     void biasChangesTheReadNoise();
@@ -65,23 +66,29 @@ void tst_imageVoltages::startValuesChangeNothing()
 void tst_imageVoltages::correctionsStopFitting_data()
 {
     // Steps of a tenth of the range.
-    QTest::addColumn<double>("globalOffset");
-    QTest::addColumn<double>("bias");
-    QTest::addColumn<double>("skimming");
-    QTest::newRow("global offset") << 1.0 << 250.0 << 1.2;
-    QTest::newRow("global offset, down") << -1.0 << 250.0 << 1.2;
-    QTest::newRow("bias") << 0.0 << 300.0 << 1.2;
-    QTest::newRow("bias, down") << 0.0 << 200.0 << 1.2;
-    QTest::newRow("skimming") << 0.0 << 250.0 << 1.53;
-    QTest::newRow("skimming, down") << 0.0 << 250.0 << 0.87;
-    QTest::newRow("skimming, off") << 0.0 << 250.0 << 0.0;
+    QTest::addColumn<Voltages>("voltages");
+    const Voltages start{.skimming = 1.2};
+    const auto row = [&start](const char *name, double Voltages::*voltage, double volts) {
+        Voltages stepped = start;
+        stepped.*voltage = volts;
+        QTest::newRow(name) << stepped;
+    };
+    row("global offset", &Voltages::globalOffset, 1);
+    row("global offset, down", &Voltages::globalOffset, -1);
+    row("bias", &Voltages::bias, 300);
+    row("bias, down", &Voltages::bias, 200);
+    row("skimming", &Voltages::skimming, 1.53);
+    row("skimming, down", &Voltages::skimming, 0.87);
+    row("skimming, off", &Voltages::skimming, 0);
+    row("reference", &Voltages::reference, 1.78);
+    row("reference, down", &Voltages::reference, 1.52);
+    row("common", &Voltages::common, 2.52);
+    row("common, down", &Voltages::common, 2.28);
 }
 
 void tst_imageVoltages::correctionsStopFitting()
 {
-    QFETCH(const double, globalOffset);
-    QFETCH(const double, bias);
-    QFETCH(const double, skimming);
+    QFETCH(const Voltages, voltages);
     const Exposure exposure = withVoltages(exposureOf(Scene::Area, {}, {640, 512}), {.skimming = 1.2});
     const auto made = makeTwoPoint(collect(areaOf(exposure, 20), 16), collect(areaOf(exposure, 35), 16), nullptr, {});
     QVERIFY(made);
@@ -89,8 +96,7 @@ void tst_imageVoltages::correctionsStopFitting()
     seen.correction = std::make_shared<const CorrectionTable>(made->table);
     const double fitting = residualOf(seen);
     QVERIFY2(fitting < 2.5, text(fitting));
-    const double stepped
-        = residualOf(withVoltages(seen, {.globalOffset = globalOffset, .bias = bias, .skimming = skimming}));
+    const double stepped = residualOf(withVoltages(seen, voltages));
     QVERIFY2(stepped > 5 * fitting, text(stepped / fitting));
 }
 
@@ -108,6 +114,15 @@ void tst_imageVoltages::globalOffsetAddsCounts()
     QVERIFY2(std::abs(differences.mean() - 800) < 5, text(differences.mean()));
     QVERIFY2(std::abs(differences.spatialDeviation() - 80) < 4, text(differences.spatialDeviation()));
     QVERIFY(std::abs(meanOf(withVoltages(exposure, {.globalOffset = -2})) - meanOf(exposure) + 800) < 5);
+}
+
+void tst_imageVoltages::referenceActsAsTwiceTheGlobalOffset()
+{
+    const Exposure exposure = areaOf(exposureOf(Scene::Area, {}, {64, 64}), 27);
+    constexpr double start = Voltages::startReference;
+    for (const double volts : {-0.25, 0.5})
+        QCOMPARE(frameOf(withVoltages(exposure, {.reference = start + volts})),
+                 frameOf(withVoltages(exposure, {.globalOffset = 2 * volts})));
 }
 
 void tst_imageVoltages::biasChangesTheResponse_data()
@@ -232,7 +247,7 @@ void tst_imageVoltages::saturatedPixelsAreCountedWithVoltages()
     exposure.readout.integrationTime = 4;
     exposure.readout.color = 1;
     for (const Voltages &voltages : {Voltages{.globalOffset = 0.8}, Voltages{.globalOffset = -1, .bias = 380},
-                                     Voltages{.bias = 400, .skimming = 1}}) {
+                                     Voltages{.bias = 400, .skimming = 1}, Voltages{.reference = 2.2, .common = 2.9}}) {
         const Exposure seen = withVoltages(exposure, voltages);
         const auto shown = static_cast<int>(Statistics::countAtLeast(frameOf(seen), 16'000));
         const auto counted = static_cast<int>(countAtLeast(seen, 16'000));
@@ -245,12 +260,13 @@ void tst_imageVoltages::outOfRangeIsTheNearerEnd()
 {
     const Exposure exposure = exposureOf(Scene::Live);
     constexpr double infinite = std::numeric_limits<double>::infinity();
-    QCOMPARE(frameOf(withVoltages(exposure, {infinite, infinite, infinite})),
-             frameOf(withVoltages(exposure, {5, 500, 3.3})));
-    QCOMPARE(frameOf(withVoltages(exposure, {-1e300, -1e300, -1e300})), frameOf(withVoltages(exposure, {-5, 0, 0})));
+    QCOMPARE(frameOf(withVoltages(exposure, {infinite, infinite, infinite, infinite, infinite})),
+             frameOf(withVoltages(exposure, {5, 500, 3.3, 2.3F, 3.0})));
+    QCOMPARE(frameOf(withVoltages(exposure, {-1e300, -1e300, -1e300, -1e300, -1e300})),
+             frameOf(withVoltages(exposure, {-5, 0, 0, 1.0, 1.8F})));
     const double noNumber = std::numeric_limits<double>::quiet_NaN();
-    QCOMPARE(frameOf(withVoltages(exposure, {noNumber, noNumber, noNumber})),
-             frameOf(withVoltages(exposure, {-5, 0, 0})));
+    QCOMPARE(frameOf(withVoltages(exposure, {noNumber, noNumber, noNumber, noNumber, noNumber})),
+             frameOf(withVoltages(exposure, {-5, 0, 0, 1.0, 1.8F})));
 }
 
 ZVT_TEST(tst_imageVoltages)

@@ -103,8 +103,8 @@ void tst_timing::ratesSnapToWholeClocks()
 
 void tst_timing::theReadoutIsThatOfTheProfile()
 {
-    use(R"("pixelsPerClock": 8, "deadClocksPerRow": 3, "deadRows": 5, "deadClocksPerFrame": 70,
-           "presetSwitchClocks": 9)");
+    use(R"("pixelsPerClock": 8, "lineDeadWidth": 3, "preDeadRows": 2, "postDeadRows": 3, "preIntDeadWidth": 30,
+           "postIntDeadWidth": 40, "presetSwitchClocks": 9)");
     QCOMPARE(shortestFrame(320, 256, 20, false), (256 + 5) * (40 + 3) + 70U);
     QCOMPARE(shortestFrame(320, 256, 20, true), (256 + 5) * (40 + 3) + 79U);
     QCOMPARE(shortestFrame(320, 256, 50'000, false), 50'070U);
@@ -133,9 +133,10 @@ void tst_timing::theMaximumRateHoldsForAllFrames()
 void tst_timing::impossibleReadoutsAreErrors_data()
 {
     QTest::addColumn<QByteArray>("keys");
-    for (const char *keys : {R"("pixelsPerClock": 0)", R"("pixelsPerClock": 2.5)", R"("deadClocksPerRow": -1)",
-                             R"("deadRows": 10001)", R"("deadClocksPerFrame": 0)", R"("presetSwitchClocks": 0)",
-                             R"("maximumFrameRate": 0)", R"("maximumFrameRate": "fast")"})
+    for (const char *keys : {R"("pixelsPerClock": 0)", R"("pixelsPerClock": 2.5)", R"("lineDeadWidth": 0)",
+                             R"("lineDeadWidth": 4096)", R"("preDeadRows": 256)", R"("postDeadRows": -1)",
+                             R"("preIntDeadWidth": -1)", R"("postIntDeadWidth": 1000001)", R"("hasExtraLineSync": 1)",
+                             R"("presetSwitchClocks": 0)", R"("maximumFrameRate": 0)", R"("maximumFrameRate": "fast")"})
         QTest::newRow(keys) << QByteArray(keys);
 }
 

@@ -628,7 +628,8 @@ int zvtSetShowBadPixels(uint64_t handle, bool value);
 int zvtGetBadPixelCorrectionMethod(uint64_t handle, uint8_t* out);
 /// Sets how bad pixels are replaced, 0 to 2.
 int zvtSetBadPixelCorrectionMethod(uint64_t handle, uint8_t value);
-/// Writes a preset's list of bad pixels into a file with this path on the camera.
+/// Writes a preset's list of bad pixels into a file with this path on the camera, "/Temp/NAME.bpl". Any other path is
+/// refused, and a preset without a correction.
 int zvtSaveBadPixelList(uint64_t handle, uint8_t preset, const char* cameraPath);
 
 // ---- Detector voltages, gain and image orientation ------------------------------------------------------------------
@@ -734,9 +735,9 @@ int zvtGetDeviceTLTypeAvailable(uint64_t handle, uint8_t* out);
 int zvtGetDeviceTLType(uint64_t handle, uint8_t* out);
 /// 1 if the header mode of GigE can be set, else 0.
 int zvtGetGigEHeaderModeAvailable(uint64_t handle, uint8_t* out);
-/// What GigE frames carry: 0 header and image, 1 header only, 2 image only.
+/// What GigE frames carry: 0 header and image, 1 header only, 2 image only. Fails while it is not available.
 int zvtGetGigEHeaderMode(uint64_t handle, uint8_t* out);
-/// Sets what GigE frames carry, 0 to 2. Refused while GigE streams.
+/// Sets what GigE frames carry, 0 to 2; others are refused. Refused while GigE streams, and while it is not available.
 int zvtSetGigEHeaderMode(uint64_t handle, uint8_t value);
 /// The preset streamed over GigE, 4 for all presets. Fails on a camera that cannot select it.
 int zvtGetGigEPreset(uint64_t handle, uint8_t* preset);
@@ -744,9 +745,10 @@ int zvtGetGigEPreset(uint64_t handle, uint8_t* preset);
 int zvtSetGigEPreset(uint64_t handle, uint8_t preset);
 /// 1 if the header mode of CameraLink can be set, else 0.
 int zvtGetCameraLinkHeaderModeAvailable(uint64_t handle, uint8_t* out);
-/// What CameraLink frames carry: 0 header and image, 1 image only.
+/// What CameraLink frames carry: 0 header and image, 1 image only. Fails while it is not available.
 int zvtGetCameraLinkHeaderMode(uint64_t handle, uint8_t* out);
-/// Sets what CameraLink frames carry: 0 header and image, 1 image only.
+/// Sets what CameraLink frames carry: 0 header and image, 1 image only. Others are refused, and all while it is not
+/// available.
 int zvtSetCameraLinkHeaderMode(uint64_t handle, uint8_t value);
 /// The CameraLink configuration: 0 base, 1 full; cameras may have others.
 int zvtGetCameraLinkType(uint64_t handle, uint8_t* out);
@@ -754,9 +756,10 @@ int zvtGetCameraLinkType(uint64_t handle, uint8_t* out);
 int zvtGetCameraLinkTypeWritable(uint64_t handle, uint8_t* out);
 /// 1 if the header mode of CoaXPress can be set, else 0.
 int zvtGetCoaXPressHeaderModeAvailable(uint64_t handle, uint8_t* out);
-/// What CoaXPress frames carry: 0 header and image, 1 image only.
+/// What CoaXPress frames carry: 0 header and image, 1 image only. Fails while it is not available.
 int zvtGetCoaXPressHeaderMode(uint64_t handle, uint8_t* out);
-/// Sets what CoaXPress frames carry: 0 header and image, 1 image only.
+/// Sets what CoaXPress frames carry: 0 header and image, 1 image only. Others are refused, and all while it is not
+/// available.
 int zvtSetCoaXPressHeaderMode(uint64_t handle, uint8_t value);
 /// The number of CoaXPress links, 1 or 2.
 int zvtGetCoaXPressLinkCount(uint64_t handle, uint8_t* out);
@@ -1153,39 +1156,41 @@ int zvtGetSsdMovieLoaded(uint64_t handle, uint8_t* out);
 int zvtSsdUnload(uint64_t handle);
 
 // ---- Manufacturing --------------------------------------------------------------------------------------------------
-// Voltages are identified by their names in zvtListVoltages(). A mask of 0xFFFFFFFF stands for all presets.
+// Voltages are identified by their names in zvtListVoltages(). A mask of 0xFFFFFFFF stands for all presets; presets
+// without a correction are passed over.
 
 /// 1 if the values below replace those of the readout circuit, else 0.
 int zvtGetMfgOverrideRoicConfig(uint64_t handle, uint8_t* out);
-/// Sets whether the values below replace those of the readout circuit (1) or not (0). Read it back.
+/// Sets whether the values below replace those of the readout circuit (1) or not (0); others are refused. Read it
+/// back.
 int zvtSetMfgOverrideRoicConfig(uint64_t handle, uint8_t value);
 /// 1 if there is an extra line sync, else 0.
 int zvtGetMfgHasExtraLSync(uint64_t handle, uint8_t* out);
-/// Sets whether there is an extra line sync (1) or not (0).
+/// Sets whether there is an extra line sync (1) or not (0). Others are refused, and all without the override.
 int zvtSetMfgHasExtraLSync(uint64_t handle, uint8_t value);
 /// The dead time at the end of a line in clocks.
 int zvtGetMfgLineDeadWidth(uint64_t handle, uint32_t* out);
-/// Sets the dead time at the end of a line in clocks.
+/// Sets the dead time at the end of a line in clocks, 1 to 4095. Others are refused, and all without the override.
 int zvtSetMfgLineDeadWidth(uint64_t handle, uint32_t value);
 /// The dead time before the integration in clocks.
 int zvtGetMfgPreIntDeadWidth(uint64_t handle, uint32_t* out);
-/// Sets the dead time before the integration in clocks.
+/// Sets the dead time before the integration in clocks, 0 to 1e6. Others are refused, and all without the override.
 int zvtSetMfgPreIntDeadWidth(uint64_t handle, uint32_t value);
 /// The dead time after the integration in clocks.
 int zvtGetMfgPostIntDeadWidth(uint64_t handle, uint32_t* out);
-/// Sets the dead time after the integration in clocks.
+/// Sets the dead time after the integration in clocks, 0 to 1e6. Others are refused, and all without the override.
 int zvtSetMfgPostIntDeadWidth(uint64_t handle, uint32_t value);
 /// The number of dead rows before the image.
 int zvtGetMfgPreDeadRows(uint64_t handle, uint32_t* out);
-/// Sets the number of dead rows before the image.
+/// Sets the number of dead rows before the image, 0 to 255. Others are refused, and all without the override.
 int zvtSetMfgPreDeadRows(uint64_t handle, uint32_t value);
 /// The number of dead rows after the image.
 int zvtGetMfgPostDeadRows(uint64_t handle, uint32_t* out);
-/// Sets the number of dead rows after the image.
+/// Sets the number of dead rows after the image, 0 to 255. Others are refused, and all without the override.
 int zvtSetMfgPostDeadRows(uint64_t handle, uint32_t value);
 /// The phase shift of the detector clock, 0 to 100000000.
 int zvtMfgGetClockPhaseShift(uint64_t handle, uint32_t* out);
-/// Sets the phase shift of the detector clock, 0 to 100000000.
+/// Sets the phase shift of the detector clock, 0 to 100000000. Others are refused.
 int zvtMfgSetClockPhaseShift(uint64_t handle, uint32_t value);
 /// Appends the names of the detector's voltages.
 int zvtListVoltages(uint64_t handle, hlx::TArray<hlx::CString>* out);
@@ -1200,11 +1205,13 @@ int zvtGetVoltageDisplayName(uint64_t handle, const char* name, char* buf, uint3
 int zvtGetVoltageEditable(uint64_t handle, const char* name, uint8_t* out);
 /// The limits of a voltage in volts.
 int zvtGetVoltageLimits(uint64_t handle, const char* name, float* min, float* max);
-/// Makes the factory's list of bad pixels from the corrections loaded in the presets of the mask.
+/// Makes the factory's list of bad pixels from the corrections loaded in the presets of the mask. Refused without any.
 int zvtMfgFactoryBPLCreate(uint64_t handle, uint32_t presetMask);
-/// Adds the bad pixels of the corrections loaded in the presets of the mask to the factory's list.
+/// Adds the bad pixels of the corrections loaded in the presets of the mask to the factory's list. Refused without any
+/// correction, and if the list is damaged or belongs to a window that is neither the present one nor the whole array.
 int zvtMfgFactoryBPLAppend(uint64_t handle, uint32_t presetMask);
-/// Applies the factory's list of bad pixels to the corrections loaded in the presets of the mask.
+/// Applies the factory's list of bad pixels to the corrections loaded in the presets of the mask. Refused as
+/// zvtMfgFactoryBPLAppend() is.
 int zvtMfgFactoryBPLApply(uint64_t handle, uint32_t presetMask);
 
 } // extern "C"

@@ -53,18 +53,36 @@ CorrectionInfo presentSettings(const Camera &camera, int preset)
     return info;
 }
 
+namespace
+{
+
+/// Calls `visit` for each number of bad pixels, with its fields of a description and of the counts.
+template <class Visit, class Info, class Counts> void forEachCount(Visit visit, Info &info, Counts &counts)
+{
+    visit(info.totalBadPixels, counts.total);
+    visit(info.twinklingPixels, counts.twinkling);
+    visit(info.factoryBadPixels, counts.factory);
+    visit(info.aboveGainMaximum, counts.aboveGainMax);
+    visit(info.belowGainMinimum, counts.belowGainMin);
+    visit(info.aboveAdMaximumSource1, counts.aboveAdMaxSource1);
+    visit(info.belowAdMinimumSource1, counts.belowAdMinSource1);
+    visit(info.aboveAdMaximumSource2, counts.aboveAdMaxSource2);
+    visit(info.belowAdMinimumSource2, counts.belowAdMinSource2);
+    visit(info.newBadPixels, counts.newlyBad);
+}
+
+} // namespace
+
 void setCounts(CorrectionInfo &info, const image::BadPixelCounts &counts)
 {
-    info.totalBadPixels = counts.total;
-    info.twinklingPixels = counts.twinkling;
-    info.factoryBadPixels = counts.factory;
-    info.aboveGainMaximum = counts.aboveGainMax;
-    info.belowGainMinimum = counts.belowGainMin;
-    info.aboveAdMaximumSource1 = counts.aboveAdMaxSource1;
-    info.belowAdMinimumSource1 = counts.belowAdMinSource1;
-    info.aboveAdMaximumSource2 = counts.aboveAdMaxSource2;
-    info.belowAdMinimumSource2 = counts.belowAdMinSource2;
-    info.newBadPixels = counts.newlyBad;
+    forEachCount([](uint32_t &to, uint32_t from) { to = from; }, info, counts);
+}
+
+image::BadPixelCounts countsOf(const CorrectionInfo &info)
+{
+    image::BadPixelCounts counts;
+    forEachCount([](uint32_t from, uint32_t &to) { to = from; }, info, counts);
+    return counts;
 }
 
 } // namespace emulator

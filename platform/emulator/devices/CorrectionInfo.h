@@ -67,8 +67,9 @@ struct CorrectionInfo {
 /// with the camera's lock.
 CorrectionInfo presentSettings(const Camera &camera, int preset);
 
-/// Sets the numbers of bad pixels.
+/// Sets and returns the numbers of bad pixels.
 void setCounts(CorrectionInfo &info, const image::BadPixelCounts &counts);
+image::BadPixelCounts countsOf(const CorrectionInfo &info);
 
 /// Calls `visit` for each field but the two texts, in the order of the file, with this field of all `records`. A record
 /// is a CorrectionInfo or has the same names.

@@ -80,6 +80,9 @@ public:
     /// camera lacks.
     Status counts(uint8_t preset, image::BadPixelCounts &counts);
 
+    /// The bad pixels of the correction in use for a preset have been changed to these.
+    void recount(int preset, const image::BadPixelCounts &counts) { m_counts.at(static_cast<size_t>(preset)) = counts; }
+
     /// Exposes frames that are due, at most 64, and computes the correction; the next look continues. Other threads
     /// that look meanwhile do not wait. The thread must hold the camera's lock exactly once, as in a call. Returns
     /// NotConnected if the camera is no longer connected afterwards.

@@ -4,6 +4,7 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/Unlocked.h"
+#include "platform/emulator/devices/BadPixelLists.h"
 #include "platform/emulator/devices/Cooler.h"
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/FrameClock.h"
@@ -188,7 +189,11 @@ std::optional<image::MadeCorrection> CorrectionRun::make(const CorrectionSetup::
         const auto old = camera().device<Corrections>()->table(values.preset);
         return old ? image::updateOffsets(*old, first) : std::nullopt;
     }
-    const image::Judgement judgement{values.limits, image::factoryList(first.exposure()), values.useFactoryBadPixels};
+    const image::Exposure &exposure = first.exposure();
+    auto factoryList = camera().device<BadPixelLists>()->changedFactoryList(exposure.window, exposure.optics);
+    if (!factoryList)
+        factoryList = image::factoryList(exposure);
+    const image::Judgement judgement{values.limits, *std::move(factoryList), values.useFactoryBadPixels};
     if (values.type == CorrectionSetup::OnePoint)
         return image::makeOnePoint(first, judgement);
     return image::makeTwoPoint(first, *collectors[Second], collectors[Twinkling].get(), judgement);

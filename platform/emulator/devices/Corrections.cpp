@@ -248,6 +248,21 @@ std::shared_ptr<RecordedCorrection> Corrections::toRecord(int preset) const
     return used->recorded;
 }
 
+std::optional<image::BadPixelCounts> Corrections::replaceFlags(int preset,
+                                                               const std::shared_ptr<const image::CorrectionTable> &old,
+                                                               std::shared_ptr<const image::CorrectionTable> changed)
+{
+    Loaded *const used = inUse(preset);
+    if (!used || used->correction.table != old)
+        return std::nullopt;
+    used->number = ++m_number;
+    used->recorded.reset();
+    used->correction.table = std::move(changed);
+    const auto counts = image::countFlags(used->correction.table->flags, countsOf(used->correction.info));
+    setCounts(used->correction.info, counts);
+    return counts;
+}
+
 Status Corrections::repair(uint8_t &method) const
 {
     if (!hasRepair())

@@ -4,6 +4,7 @@
 #include "platform/emulator/devices/CorrectionFile.h"
 #include "platform/emulator/devices/presets.h"
 #include "platform/emulator/image/CorrectionTable.h"
+#include "platform/emulator/image/makeCorrection.h"
 
 #include <QStringList>
 
@@ -12,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace emulator
 {
@@ -70,6 +72,13 @@ public:
     /// was selected. Any thread; it should not hold the camera's lock.
     std::shared_ptr<const image::CorrectionTable> table(int preset);
 
+    /// Replaces the table of the correction in use for a preset, which must still be `old`, by one with other flags.
+    /// Updates its description, and returns the new numbers of bad pixels; nothing if it has another table meanwhile.
+    /// Its file stays.
+    std::optional<image::BadPixelCounts> replaceFlags(int preset,
+                                                      const std::shared_ptr<const image::CorrectionTable> &old,
+                                                      std::shared_ptr<const image::CorrectionTable> changed);
+
     bool videoCorrected() const { return m_videoCorrected; }
     Status setVideoCorrected(bool corrected) { return assign(m_videoCorrected, corrected); }
     bool digitalCorrected() const { return m_digitalCorrected; }
@@ -102,6 +111,7 @@ private:
     bool hasPreset(int preset) const;
     const Slot &slot(int preset) const;
     const Loaded *inUse(int preset) const;
+    Loaded *inUse(int preset) { return const_cast<Loaded *>(std::as_const(*this).inUse(preset)); }
     std::optional<Correction> read(const Loaded &unused) const;
     bool fits(const image::Window &window) const;
     void put(int preset, Slot loaded);

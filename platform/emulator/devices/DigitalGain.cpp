@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/devices/presetValues.h"
 #include "platform/emulator/image/Exposure.h"
 
 namespace emulator
@@ -23,29 +24,22 @@ DigitalGain::DigitalGain(Camera &camera, Section &section)
                 });
 }
 
-Status DigitalGain::gain(uint8_t preset, float &factor) const { return fetchOf(m_gains, preset, factor); }
+Status DigitalGain::gain(uint8_t preset, float &factor) const { return fetchOf(m_gains, m_numPresets, preset, factor); }
 
-Status DigitalGain::setGain(uint8_t preset, float factor) { return assignTo(m_gains, preset, factor); }
-
-Status DigitalGain::offset(uint8_t preset, float &counts) const { return fetchOf(m_offsets, preset, counts); }
-
-Status DigitalGain::setOffset(uint8_t preset, float counts) { return assignTo(m_offsets, preset, counts); }
-
-Status DigitalGain::fetchOf(const Values &values, uint8_t preset, float &value) const
+Status DigitalGain::setGain(uint8_t preset, float factor)
 {
-    if (preset >= m_numPresets)
-        return Refused;
-    value = values[preset];
-    return Ok;
+    return assignOf(m_gains, m_numPresets, preset, factor, [this](const Values &all) { return assign(m_gains, all); });
 }
 
-Status DigitalGain::assignTo(Values &values, uint8_t preset, float value)
+Status DigitalGain::offset(uint8_t preset, float &counts) const
 {
-    if (preset >= m_numPresets)
-        return Refused;
-    Values changed = values;
-    changed[preset] = value;
-    return assign(values, changed);
+    return fetchOf(m_offsets, m_numPresets, preset, counts);
+}
+
+Status DigitalGain::setOffset(uint8_t preset, float counts)
+{
+    return assignOf(m_offsets, m_numPresets, preset, counts,
+                    [this](const Values &all) { return assign(m_offsets, all); });
 }
 
 void DigitalGain::expose(int preset, image::Exposure &exposure) const

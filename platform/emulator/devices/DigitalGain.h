@@ -29,9 +29,6 @@ public:
 private:
     using Values = std::array<float, maximumPresets>; ///< One for each preset.
 
-    Status fetchOf(const Values &values, uint8_t preset, float &value) const;
-    Status assignTo(Values &values, uint8_t preset, float value);
-
     const int m_numPresets;
     Values m_gains;
     Values m_offsets{};

@@ -6,6 +6,7 @@
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/Environment.h"
 #include "platform/emulator/devices/Sensor.h"
+#include "platform/emulator/devices/VideoOutput.h"
 
 #include <algorithm>
 #include <iterator>
@@ -32,6 +33,7 @@ void ExposureLog::start(const FrameLog &frames, int64_t now)
     m_corrections = m_camera.device<Corrections>();
     m_clock = m_camera.device<CameraClock>();
     m_environment = m_camera.device<Environment>();
+    m_video = m_camera.device<VideoOutput>();
     m_segments.clear();
     m_due.reset();
     m_looked = now;
@@ -112,6 +114,8 @@ RecordedSettings ExposureLog::presentSettings() const
     RecordedSettings present;
     present.irigShift = m_clock->irigShift();
     present.realTimeShift = m_clock->realTimeShift();
+    present.irigLatch = static_cast<RecordedSettings::IrigLatch>(m_video->irigLatch());
+    present.integrationDelay = m_sensor->readoutConstants().preIntDeadWidth * 1e6 / m_sensor->clockFrequency();
     for (int preset = 0; preset < m_sensor->numPresets(); ++preset) {
         auto &[exposure, correction] = present.presets.at(static_cast<size_t>(preset));
         exposure = m_camera.exposure({.preset = preset});

@@ -15,6 +15,7 @@ class CameraClock;
 class Corrections;
 class Environment;
 class Sensor;
+class VideoOutput;
 
 /// The settings with which the frames of a FrameLog were exposed. They depend on the Clock and the commands only, not
 /// on the times of look(). A segment begins
@@ -57,6 +58,7 @@ private:
     const Corrections *m_corrections = nullptr; ///< Null if the camera has none.
     const CameraClock *m_clock = nullptr;
     const Environment *m_environment = nullptr;
+    const VideoOutput *m_video = nullptr; ///< It has the latch of the IRIG time.
     std::deque<Recording::Segment> m_segments;
     int64_t m_looked = 0; ///< The time until which everything has been read.
     int64_t m_begun = 0; ///< The time of the last segment.

@@ -2,6 +2,7 @@
 
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Unlocked.h"
+#include "platform/emulator/devices/BadPixelLists.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -67,6 +68,8 @@ Status FileTransfer::downloadInPlace(const QByteArray &content, const QString &l
 
 Status FileTransfer::downloadFile(const QString &cameraPath, const QString &localPath, const Progress &progress)
 {
+    if (auto *const lists = camera().device<BadPixelLists>())
+        lists->provide(cameraPath);
     // Canonical paths, so that neither ".." nor links lead out of the folder.
     const QString folder = QFileInfo(camera().folder()).canonicalFilePath() + QLatin1Char('/');
     const QFileInfo source(folder + cameraPath);

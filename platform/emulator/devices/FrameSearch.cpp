@@ -37,7 +37,7 @@ public:
     {
         for (uint64_t frame = 0; frame < m_recording.frames();) {
             const uint64_t next = m_recording.nextIrigSetting(frame);
-            addSetting(frame, next, m_recording.segment(frame).settings->irigShift);
+            addSetting(frame, next);
             frame = next;
         }
         if (!m_first || !m_last || *m_first > *m_last)
@@ -46,25 +46,25 @@ public:
     }
 
 private:
-    /// The first of the frames from `from` to before `to` whose time is `time` or later, by this setting of the clock.
-    uint64_t firstFrom(int64_t time, uint64_t from, uint64_t to, int64_t shift) const
+    /// The first of the frames from `from` to before `to`, with the same setting of the clock, whose time is `time` or
+    /// later.
+    uint64_t firstFrom(int64_t time, uint64_t from, uint64_t to) const
     {
         const auto frames = std::views::iota(from, to);
-        const auto isBefore
-            = [this, time, shift](uint64_t frame) { return m_recording.start(frame).microseconds + shift < time; };
+        const auto isBefore = [this, time](uint64_t frame) { return m_recording.irigTime(frame) < time; };
         return from + static_cast<uint64_t>(std::ranges::partition_point(frames, isBefore) - frames.begin());
     }
 
     /// Looks at the frames with the same setting of the clock, one year after the other.
-    void addSetting(uint64_t from, uint64_t to, int64_t shift)
+    void addSetting(uint64_t from, uint64_t to)
     {
         while (from < to) {
-            const auto year = yearOf(m_recording.start(from).microseconds + shift);
-            const uint64_t next = firstFrom(beginningOf(year + std::chrono::years(1)), from, to, shift);
+            const auto year = yearOf(m_recording.irigTime(from));
+            const uint64_t next = firstFrom(beginningOf(year + std::chrono::years(1)), from, to);
             const int64_t beginning = beginningOf(year);
-            if (const uint64_t first = firstFrom(beginning + m_start, from, next, shift); !m_first && first < next)
+            if (const uint64_t first = firstFrom(beginning + m_start, from, next); !m_first && first < next)
                 m_first = first;
-            if (const uint64_t after = firstFrom(beginning + m_end + 1, from, next, shift); after > from)
+            if (const uint64_t after = firstFrom(beginning + m_end + 1, from, next); after > from)
                 m_last = after - 1;
             from = next;
         }

@@ -67,8 +67,7 @@ qint64 checksumOf(QJsonObject values)
 /// The IRIG time of a frame, for people who read the file.
 QString timeOf(const Recording &recording, uint64_t frame)
 {
-    const int64_t time = recording.start(frame).microseconds + recording.segment(frame).settings->irigShift;
-    return QDateTime::fromMSecsSinceEpoch(time / 1000, Qt::UTC).toString(Qt::ISODateWithMs);
+    return QDateTime::fromMSecsSinceEpoch(recording.irigTime(frame) / 1000, Qt::UTC).toString(Qt::ISODateWithMs);
 }
 
 /// The numbers of the movies that have a file, in order.

@@ -111,7 +111,8 @@ bool RecordedSettings::equals(const RecordedSettings &other) const
         if (mine.correction != others.correction || !sameExposure(mine.exposure, others.exposure))
             return false;
     }
-    return irigShift == other.irigShift && realTimeShift == other.realTimeShift;
+    return irigShift == other.irigShift && realTimeShift == other.realTimeShift && irigLatch == other.irigLatch
+        && integrationDelay == other.integrationDelay;
 }
 
 } // namespace emulator

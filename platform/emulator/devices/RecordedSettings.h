@@ -75,9 +75,14 @@ struct RecordedSettings {
         std::shared_ptr<RecordedCorrection> correction; ///< Null: none.
     };
 
+    /// What the IRIG time of a frame is that of. The numbers of VideoOutput::irigLatch().
+    enum IrigLatch : uint8_t { FrameStarts, IntegrationStarts, IntegrationEnds };
+
     std::array<Preset, maximumPresets> presets;
     int64_t irigShift = 0; ///< See CameraClock::irigShift().
     int64_t realTimeShift = 0; ///< See CameraClock::realTimeShift().
+    IrigLatch irigLatch = FrameStarts;
+    double integrationDelay = 0; ///< From the beginning of a frame until the integration, in microseconds.
 
     bool equals(const RecordedSettings &other) const;
 };

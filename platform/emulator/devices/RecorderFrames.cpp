@@ -34,8 +34,8 @@ RecordedFrame Recorder::recorded(const Recording &recording, uint64_t frame) con
     const RecordedSettings::Preset &preset = segment.settings->presets[static_cast<size_t>(start.preset)];
     const RecordedSettings &settings = *segment.settings;
     RecordedFrame result{start, CameraClock::realTimeOf(start.microseconds / 1000 + settings.realTimeShift),
-                         camera().device<CameraClock>()->irigTimeOf(start.microseconds + settings.irigShift),
-                         preset.exposure, preset.correction};
+                         camera().device<CameraClock>()->irigTimeOf(recording.irigTime(frame)), preset.exposure,
+                         preset.correction};
     segment.motion.putInto(result.exposure);
     result.exposure.frameNumber = start.number;
     result.exposure.scene.microseconds = start.microseconds;

@@ -89,6 +89,27 @@ const Recording::Segment &Recording::segment(uint64_t frame) const
     return next == m_segments.begin() ? m_segments.front() : *std::prev(next);
 }
 
+int64_t Recording::irigTime(uint64_t frame) const
+{
+    const FrameStart start = this->start(frame);
+    return start.microseconds + segment(frame).settings->irigShift + latchDelay(frame, start);
+}
+
+/// From the beginning of a frame until its time is latched, in microseconds.
+int64_t Recording::latchDelay(uint64_t frame, const FrameStart &start) const
+{
+    const RecordedSettings &settings = *segment(frame).settings;
+    if (settings.irigLatch == RecordedSettings::FrameStarts)
+        return 0;
+    const auto preset = static_cast<size_t>(start.preset);
+    const FrameTiming timing = this->timing(frame);
+    double delay = timing.signal.startsReadout ? 0 : settings.integrationDelay;
+    if (settings.irigLatch == RecordedSettings::IntegrationEnds)
+        delay += settings.presets[preset].exposure.readout.integrationTime * 1000;
+    // The settings of a stored recording may not fit its frames.
+    return static_cast<int64_t>(std::min(delay, timing.durations[preset] * 1e6 / ticksPerSecond()));
+}
+
 uint64_t Recording::nextIrigSetting(uint64_t frame) const
 {
     const int64_t shift = segment(frame).settings->irigShift;

@@ -57,6 +57,10 @@ public:
         return m_log.uses(preset, m_numbers.number(first), m_numbers.number(last));
     }
     const Segment &segment(uint64_t frame) const;
+    /// The IRIG time of the frame, in microseconds since 1970. The latch of its time selects the beginning of the
+    /// frame, or that or the end of its integration, which is at the latest the end of the frame. With the same setting
+    /// of the IRIG clock, no later frame has an earlier time.
+    int64_t irigTime(uint64_t frame) const;
     /// The first later frame before which the IRIG clock was set. frames() if there is none.
     uint64_t nextIrigSetting(uint64_t frame) const;
 
@@ -69,6 +73,7 @@ public:
 
 private:
     bool isValid() const;
+    int64_t latchDelay(uint64_t frame, const FrameStart &start) const;
     template <class Condition> bool anyUsed(const Condition &condition) const;
 
     image::Size m_size;

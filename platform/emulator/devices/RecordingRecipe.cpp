@@ -4,8 +4,13 @@
 #include "platform/emulator/devices/RecipeWriter.h"
 #include "platform/emulator/devices/Recording.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace emulator
 {
+
+static bool isDuration(double time) { return std::isfinite(time) && time >= 0; }
 
 // The members of structs. A structured binding names all of them, so that a new one is not forgotten.
 
@@ -39,18 +44,18 @@ template <class Archive, Like<image::Optics> T> static void archiveMembers(Archi
 
 template <class Archive, Like<image::Voltages> T> static void archiveMembers(Archive &archive, T &voltages)
 {
-    auto &[globalOffset, bias, skimming] = voltages;
-    archive(globalOffset, bias, skimming);
+    auto &[globalOffset, bias, skimming, reference, common] = voltages;
+    archive(globalOffset, bias, skimming, reference, common);
 }
 
 template <class Archive, Like<image::Readout> T> static void archiveMembers(Archive &archive, T &readout)
 {
     auto &[integrationTime, saturatingTime, gainLevel, highSensitivity, reducedNoise, cooling, warmth, caseCelsius,
-           voltages, color, noise]
+           voltages, color, clockNoise, noise]
         = readout;
     archive(integrationTime, saturatingTime, gainLevel, highSensitivity, reducedNoise);
     archive.choice(cooling, image::Readout::Stirling);
-    archive(warmth, caseCelsius, voltages, color, noise);
+    archive(warmth, caseCelsius, voltages, color, clockNoise, noise);
 }
 
 /// Without the maps of the detector and the table of the correction, which a recorded exposure does not have.
@@ -73,8 +78,16 @@ template <class Archive, Like<RecordedSettings::Preset> T> static void archiveMe
 
 template <class Archive, Like<RecordedSettings> T> static void archiveMembers(Archive &archive, T &settings)
 {
-    auto &[presets, irigShift, realTimeShift] = settings;
+    auto &[presets, irigShift, realTimeShift, irigLatch, integrationDelay] = settings;
     archive(presets, irigShift, realTimeShift);
+    archive.choice(irigLatch, RecordedSettings::IntegrationEnds);
+    archive(integrationDelay);
+    // The IRIG times are computed from these.
+    archive.require([&settings] {
+        return isDuration(settings.integrationDelay) && std::ranges::all_of(settings.presets, [](const auto &preset) {
+                   return isDuration(preset.exposure.readout.integrationTime);
+               });
+    });
 }
 
 template <class Archive, Like<RecordedMotion> T> static void archiveMembers(Archive &archive, T &motion)

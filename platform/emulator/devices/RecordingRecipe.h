@@ -13,7 +13,7 @@ class Recording;
 /// A recording as bytes: everything but its corrections, which it refers to by their places in a list.
 struct RecordingRecipe {
     /// The version of the bytes. Another one is needed when a value is added, removed or gets another meaning.
-    static constexpr uint32_t layout = 1;
+    static constexpr uint32_t layout = 3;
 
     std::vector<uint8_t> bytes;
     std::vector<std::shared_ptr<RecordedCorrection>> corrections;

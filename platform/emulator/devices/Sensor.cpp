@@ -103,6 +103,12 @@ Status Sensor::setWindow(const Window &window)
     return status;
 }
 
+void Sensor::setReadoutConstants(const SensorReadout::Constants &constants)
+{
+    m_readout.setConstants(constants);
+    stretchFrames();
+}
+
 Status Sensor::minimumFrameWidth(const Size &size, uint32_t integration, bool sequencing, uint32_t &clocks) const
 {
     if (size.width == 0 || size.height == 0)

@@ -59,6 +59,9 @@ public:
     bool hasVideoStream() const { return m_hasVideoStream; }
 
     const SensorGeometry &geometry() const { return m_geometry; }
+    const SensorReadout::Constants &readoutConstants() const { return m_readout.constants(); }
+    /// Changes the readout, and makes frames longer that have become too short for it. The caller asks framesAreHeld().
+    void setReadoutConstants(const SensorReadout::Constants &constants);
     const DetectorArray &array() const { return m_array; }
     DetectorArray &array() { return m_array; }
     void expose(int preset, image::Exposure &exposure) const override;
@@ -131,8 +134,10 @@ public:
     /// Whether another client has raised the saturation flag.
     bool saturationFlag() const { return m_saturationFlag; }
 
+    /// Whether the frames are streamed to the client. A new connection streams, also if the last one had stopped it.
     bool streaming() const { return m_streaming; }
     void setStreaming(bool streaming) { m_streaming = streaming; }
+    void connectionChanged(bool connected) override { m_streaming = m_streaming || connected; }
 
 private:
     struct Preset {

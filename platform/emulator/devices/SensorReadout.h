@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/emulator/Rule.h"
 #include "platform/emulator/devices/SensorGeometry.h"
 
 #include <cstdint>
@@ -11,9 +12,25 @@ namespace emulator
 class SensorReadout
 {
 public:
-    /// Profile keys: "pixelsPerClock" (of a row); the dead times "deadClocksPerRow", "deadRows" and
-    /// "deadClocksPerFrame"; "presetSwitchClocks" (the time of a change to the settings of another preset);
-    /// "maximumFrameRate" (Hz).
+    /// The dead times of the readout circuit.
+    struct Constants {
+        uint32_t lineDeadWidth = 20; ///< Clocks after each row.
+        uint32_t preIntDeadWidth = 300; ///< Clocks before the integration.
+        uint32_t postIntDeadWidth = 200; ///< Clocks after the integration.
+        uint32_t preDeadRows = 1; ///< Rows before the image.
+        uint32_t postDeadRows = 1; ///< Rows after the image.
+        bool hasExtraLineSync = false; ///< It takes a further row.
+        bool operator==(const Constants &) const = default;
+    };
+
+    /// At least 1, since a row without pixels takes time too.
+    static constexpr Between lineDeadWidths{1, 4095};
+    static constexpr Between integrationDeadWidths{0, 1'000'000};
+    static constexpr Between deadRows{0, 255};
+
+    /// Profile keys: "pixelsPerClock" (of a row); the constants "lineDeadWidth", "preIntDeadWidth", "postIntDeadWidth",
+    /// "preDeadRows", "postDeadRows" and "hasExtraLineSync"; "presetSwitchClocks" (the time of a change to the settings
+    /// of another preset); "maximumFrameRate" (Hz).
     SensorReadout(Section &section, uint32_t clockFrequency);
 
     struct FrameSettings {
@@ -26,11 +43,13 @@ public:
     uint32_t shortestFrameWidth(const FrameSettings &frame) const;
     uint32_t presetSwitchClocks() const { return m_presetSwitchClocks; }
 
+    const Constants &constants() const { return m_constants; }
+    /// Takes constants that are in their ranges.
+    void setConstants(const Constants &constants) { m_constants = constants; }
+
 private:
     uint32_t m_pixelsPerClock;
-    uint32_t m_deadClocksPerRow;
-    uint32_t m_deadRows;
-    uint32_t m_deadClocksPerFrame;
+    Constants m_constants;
     uint32_t m_presetSwitchClocks;
     uint32_t m_shortestWidth; ///< The shortest frame that "maximumFrameRate" allows.
 };

@@ -14,8 +14,8 @@ namespace emulator
 {
 
 /// The video output: its format, its filter and its levels, and the place and size of the image on its raster. It
-/// renders the picture. Also stores two options of other outputs: the polarity of the integrate output, and the latch
-/// of the IRIG time.
+/// renders the picture. Also stores two options of other outputs: the polarity of the integrate output, and the event
+/// at which the IRIG time of a frame is latched, which Recording applies.
 class VideoOutput : public Device
 {
 public:

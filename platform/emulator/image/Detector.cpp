@@ -176,7 +176,7 @@ Detector::RowReader::RowReader(const Detector &detector, const Readout &readout,
     if (!readout.noise)
         return;
     const float readNoise = (readout.reducedNoise ? properties.reducedReadNoise : properties.readNoise)
-        * static_cast<float>(voltages.readNoise());
+        * static_cast<float>(voltages.readNoise() * within(1, readout.clockNoise, Readout::maximumClockNoise));
     m_conversion.readVariance = readNoise * readNoise;
     m_conversion.variancePerCount = static_cast<float>(readout.gain() / electronsPerCount);
     m_conversion.twinkling = static_cast<float>(voltages.twinkling());

@@ -10,6 +10,8 @@ namespace emulator::image
 struct Readout {
     enum Cooling { Uncooled, Thermoelectric, Stirling };
 
+    static constexpr double maximumClockNoise = 20;
+
     double integrationTime = 2; ///< Milliseconds.
     double saturatingTime = 4; ///< The integration time at which light 1 gives the full signal, in milliseconds.
     int gainLevel = 0; ///< Each level doubles the signal.
@@ -20,6 +22,7 @@ struct Readout {
     double caseCelsius = 25;
     Voltages voltages = {};
     int color = 0; ///< 1 for the second colour of a detector with two, whose pixels have higher offsets.
+    double clockNoise = 1; ///< Multiplies the read noise, 1 to 20: with another than the best phase of the clock.
     bool noise = true; ///< Without it, pixels neither have noise nor twinkle.
 
     bool operator==(const Readout &) const = default;

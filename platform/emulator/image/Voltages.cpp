@@ -14,6 +14,11 @@ double square(double value) { return value * value; }
 
 double withinRange(double millivolts) { return within(0, millivolts, Voltages::maximumBias); }
 
+double addedCommon(double volts)
+{
+    return within(Voltages::minimumCommon, volts, Voltages::maximumCommon) - Voltages::startCommon;
+}
+
 /// Proportional to the response.
 double responseAt(double millivolts)
 {
@@ -36,15 +41,26 @@ double Voltages::addedCounts() const
     return countsPerVolt * addedVolts();
 }
 
-double Voltages::addedVolts() const { return within(-maximumOffset, globalOffset, maximumOffset); }
+double Voltages::addedVolts() const
+{
+    constexpr double offsetPerReference = 2;
+    return within(-maximumOffset, globalOffset, maximumOffset)
+        + offsetPerReference * (within(minimumReference, reference, maximumReference) - startReference);
+}
 
 double Voltages::response() const
 {
     constexpr double steps = 1 << 20;
-    return std::floor(responseAt(withinRange(bias)) / responseAt(startBias) * steps + 0.5) / steps;
+    constexpr double perVolt = 0.3;
+    const double ofCommon = 1 + perVolt * addedCommon(common);
+    return std::floor(responseAt(withinRange(bias)) / responseAt(startBias) * ofCommon * steps + 0.5) / steps;
 }
 
-double Voltages::excess() const { return (withinRange(bias) - startBias) / (maximumBias - startBias); }
+double Voltages::excess() const
+{
+    return (withinRange(bias) - startBias) / (maximumBias - startBias)
+        + addedCommon(common) / (maximumCommon - startCommon);
+}
 
 double Voltages::readNoise() const { return readNoiseAt(withinRange(bias)) / readNoiseAt(startBias); }
 

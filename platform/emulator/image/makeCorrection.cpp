@@ -111,6 +111,18 @@ private:
 
 } // namespace
 
+BadPixelCounts countFlags(const std::vector<uint8_t> &flags, BadPixelCounts counts)
+{
+    counts.total = counts.twinkling = counts.factory = counts.newlyBad = 0;
+    for (const uint8_t pixel : flags)
+        if ((pixel & CorrectionTable::Bad) != 0) {
+            ++counts.total;
+            counts.twinkling += (pixel & CorrectionTable::Twinkling) != 0 ? 1 : 0;
+            ++((pixel & CorrectionTable::Factory) != 0 ? counts.factory : counts.newlyBad);
+        }
+    return counts;
+}
+
 std::vector<uint8_t> factoryList(const Exposure &exposure)
 {
     constexpr uint64_t key = 0x666163746f7279;
@@ -188,12 +200,7 @@ std::optional<MadeCorrection> updateOffsets(const CorrectionTable &old, const Fr
         for (size_t i = row; i < row + static_cast<size_t>(window.width); ++i, ++pixel)
             made.table.offsets[i] = static_cast<float>(mean - amplified(pixel));
     }
-    for (const uint8_t flags : old.flags)
-        if ((flags & CorrectionTable::Bad) != 0) {
-            ++made.counts.total;
-            made.counts.twinkling += (flags & CorrectionTable::Twinkling) != 0 ? 1 : 0;
-            ++((flags & CorrectionTable::Factory) != 0 ? made.counts.factory : made.counts.newlyBad);
-        }
+    made.counts = countFlags(old.flags);
     return made;
 }
 

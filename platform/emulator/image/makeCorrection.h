@@ -47,6 +47,10 @@ struct BadPixelCounts {
     bool operator==(const BadPixelCounts &) const = default;
 };
 
+/// The numbers that the flags of a correction contain: all bad pixels, and which of them are in the factory's list, are
+/// not, and twinkle. The others are those of `counts`.
+BadPixelCounts countFlags(const std::vector<uint8_t> &flags, BadPixelCounts counts = {});
+
 /// The pixels of a frame that are in the factory's list of bad pixels, nonzero for each of them, in the order of the
 /// frame: four of five faults of a new detector. Empty if the exposure has no frame.
 std::vector<uint8_t> factoryList(const Exposure &exposure);

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "platform/emulator/devices/Corrections.h"
+#include "platform/hlx/BadPixelFile.h"
+#include "tests/platform/CorrectionRig.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <set>
+#include <utility>
+
+/// A camera with a window of 160x128, and its lists of bad pixels.
+struct BadPixelRig : CorrectionRig {
+    using CorrectionRig::CorrectionRig;
+    using Pixels = std::set<std::pair<int, int>>;
+    using List = hlx::BadPixelFile;
+
+    static constexpr auto factoryPath = "/flashfs/system/factoryConfig/factory.bpl";
+    static constexpr uint32_t all = 0xFFFFFFFF;
+
+    QString pathOf(const char *cameraPath) { return camera().folder() + QLatin1String(cameraPath); }
+
+    /// Transfers a file of the camera, without progress.
+    std::optional<List> download(const char *cameraPath)
+    {
+        const QString local = m_folder.filePath(QStringLiteral("list.bpl"));
+        QFile::remove(local);
+        if (zvtDownloadFileStd(handle(), cameraPath, qPrintable(local), {}) != 0)
+            return std::nullopt;
+        return List::load(hlx::fileSystem(), qPrintable(local));
+    }
+    std::optional<List> exported(uint8_t preset = 0)
+    {
+        return zvtSaveBadPixelList(handle(), preset, "/Temp/ps.bpl") == 0 ? download("/Temp/ps.bpl") : std::nullopt;
+    }
+    static Pixels pixelsOf(const std::optional<List> &list)
+    {
+        Pixels places;
+        for (const auto &pixel : list ? list->pixels : std::vector<List::Pixel>())
+            places.emplace(pixel.x, pixel.y);
+        return places;
+    }
+    /// "WIDTHxHEIGHT", empty without a list.
+    static QString sizeOf(const std::optional<List> &list)
+    {
+        return list ? QStringLiteral("%1x%2").arg(list->width).arg(list->height) : QString();
+    }
+
+    /// Writes the factory's list as another program would.
+    bool putFactoryList(const QByteArray &content)
+    {
+        const QString path = pathOf(factoryPath);
+        QFile file(path);
+        return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly)
+            && file.write(content) == content.size();
+    }
+    bool putFactoryList(const List &list)
+    {
+        const auto bytes = list.bytes();
+        return putFactoryList(QByteArrayView(bytes).toByteArray());
+    }
+
+    /// The pixels that the correction in use for a preset calls bad, in the window by array coordinates.
+    Pixels flagged(int preset = 0, bool mirrored = false, bool inverted = false)
+    {
+        const auto table = camera().device<emulator::Corrections>()->table(preset);
+        emulator::image::Optics flips;
+        flips.mirrored = mirrored;
+        flips.inverted = inverted;
+        const auto read = window();
+        const auto part = table ? table->partFor(read, flips) : emulator::image::CorrectionTable();
+        Pixels places;
+        for (int i = 0; i < static_cast<int>(part.flags.size()); ++i)
+            if ((part.flags[static_cast<size_t>(i)] & emulator::image::CorrectionTable::Bad) != 0) {
+                const int x = i % read.width;
+                const int y = i / read.width;
+                places.emplace(mirrored ? read.width - 1 - x : x, inverted ? read.height - 1 - y : y);
+            }
+        return places;
+    }
+
+    bool useWholeArray() { return set("sensor.window", QVariantList{0, 0, 640, 512}); }
+    /// Limits by which more than a third of the pixels are bad.
+    bool useNarrowLimits() { return zvtSetNUCSetup(handle(), 0.95f, 1.05f, 1000, 15'000, true) == 0; }
+
+private:
+    QTemporaryDir m_folder;
+};

@@ -1,0 +1,340 @@
+#include "tests/platform/CorrectionRig.h"
+#include "tests/platform/callTimes.h"
+#include "tests/support/Test.h"
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+/// The voltages of the electronics by their names.
+class tst_namedVoltages : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void areListedInOrder_data();
+    void areListedInOrder();
+    void describeThemselves_data();
+    void describeThemselves();
+    void valuesAreTakenWithinTheirLimits_data();
+    void valuesAreTakenWithinTheirLimits();
+    void fixedVoltagesAreRefused();
+    void unknownNamesAreRefused();
+    void aFailureLeavesTheOutputsAlone();
+    void displayNamesFillAnyBuffer();
+    void camerasWithoutThemHaveAnEmptyList();
+    void referenceShiftsTheCounts();
+    void detectorCommonChangesTheResponse();
+    void aLoadedCorrectionStopsFitting_data();
+    void aLoadedCorrectionStopsFitting();
+    void skimmingAndOffsetAreThoseOfTheDetector();
+    void skimmingIsMissingWhileItIsNotAvailable();
+    void outliveTheProcessButAreNotInStates();
+    void otherClientsSetThem();
+    void returnAtOnce();
+};
+
+namespace
+{
+
+constexpr int refused = emulator::Refused;
+
+QStringList listOf(uint64_t handle)
+{
+    hlx::TArray<hlx::CString> names;
+    if (zvtListVoltages(handle, &names) != 0)
+        return {QStringLiteral("failed")};
+    QStringList list;
+    for (const auto &name : names)
+        list << QString::fromUtf8(name.c_str());
+    return list;
+}
+
+float voltsOf(const LensRig &rig, const char *name)
+{
+    float volts = -99;
+    zvtGetVoltage(rig.handle(), name, &volts);
+    return volts;
+}
+
+/// A camera with a blackbody of 27 C before it.
+struct VoltageRig : FrameRig {
+    VoltageRig()
+    {
+        if (!useSmallWindow() || !showArea(27))
+            qFatal("the camera has no blackbody");
+    }
+    int setVolts(const char *name, float volts) { return zvtSetVoltage(handle(), name, volts); }
+};
+
+} // namespace
+
+void tst_namedVoltages::areListedInOrder_data()
+{
+    QTest::addColumn<QString>("names");
+    const QString all = QStringLiteral("VDDA VREF VDET VSKIM VOFFS VHEAT");
+    for (const char *profile : {"everything", "discrete-fov", "board-6"})
+        QTest::newRow(profile) << all;
+    // Without skimming.
+    QTest::newRow("te-cooler") << QStringLiteral("VDDA VREF VDET VOFFS VHEAT");
+    for (const char *profile : {"bare", "low-cost"})
+        QTest::newRow(profile) << QString();
+}
+
+void tst_namedVoltages::areListedInOrder()
+{
+    QFETCH(const QString, names);
+    const LensRig rig(QTest::currentDataTag());
+    QCOMPARE(listOf(rig.handle()).join(QLatin1Char(' ')), names);
+}
+
+void tst_namedVoltages::describeThemselves_data()
+{
+    QTest::addColumn<QByteArray>("displayName");
+    QTest::addColumn<bool>("editable");
+    QTest::addColumn<float>("volts");
+    QTest::addColumn<float>("minimum");
+    QTest::addColumn<float>("maximum");
+    QTest::newRow("VDDA") << QByteArray("Analog supply") << false << 5.0f << 5.0f << 5.0f;
+    QTest::newRow("VREF") << QByteArray("Reference") << true << 1.65f << 1.0f << 2.3f;
+    QTest::newRow("VDET") << QByteArray("Detector common") << true << 2.4f << 1.8f << 3.0f;
+    QTest::newRow("VSKIM") << QByteArray("Skimming") << true << 1.2f << 0.0f << 3.3f;
+    QTest::newRow("VOFFS") << QByteArray("Global offset") << true << 0.0f << -5.0f << 5.0f;
+    QTest::newRow("VHEAT") << QByteArray("Flag heater") << false << 0.0f << 0.0f << 0.0f;
+}
+
+void tst_namedVoltages::describeThemselves()
+{
+    QFETCH(const QByteArray, displayName);
+    QFETCH(const bool, editable);
+    QFETCH(const float, volts);
+    QFETCH(const float, minimum);
+    QFETCH(const float, maximum);
+    const char *const name = QTest::currentDataTag();
+    const LensRig rig;
+    char text[100] = "";
+    QCOMPARE(zvtGetVoltageDisplayName(rig.handle(), name, text, sizeof text), 0);
+    QCOMPARE(QByteArray(text), displayName);
+    QCOMPARE(voltsOf(rig, name), volts);
+    uint8_t flag = 77;
+    QCOMPARE(zvtGetVoltageEditable(rig.handle(), name, &flag), 0);
+    QCOMPARE(flag, uint8_t(editable ? 1 : 0));
+    float lowest = -99;
+    float highest = -99;
+    QCOMPARE(zvtGetVoltageLimits(rig.handle(), name, &lowest, &highest), 0);
+    QCOMPARE(lowest, minimum);
+    QCOMPARE(highest, maximum);
+}
+
+void tst_namedVoltages::valuesAreTakenWithinTheirLimits_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const char *name : {"VREF", "VDET", "VSKIM", "VOFFS"})
+        QTest::newRow(name) << QByteArray(name);
+}
+
+void tst_namedVoltages::valuesAreTakenWithinTheirLimits()
+{
+    QFETCH(const QByteArray, name);
+    const LensRig rig;
+    const float infinite = std::numeric_limits<float>::infinity();
+    float minimum = 0;
+    float maximum = 0;
+    QCOMPARE(zvtGetVoltageLimits(rig.handle(), name.constData(), &minimum, &maximum), 0);
+    for (const float value : {minimum, maximum, (minimum + maximum) / 2}) {
+        QCOMPARE(zvtSetVoltage(rig.handle(), name.constData(), value), 0);
+        for (const float wrong : {std::nextafter(minimum, -infinite), std::nextafter(maximum, infinite), infinite,
+                                  -infinite, std::numeric_limits<float>::quiet_NaN()})
+            QCOMPARE(zvtSetVoltage(rig.handle(), name.constData(), wrong), refused);
+        QCOMPARE(voltsOf(rig, name.constData()), value);
+    }
+}
+
+void tst_namedVoltages::fixedVoltagesAreRefused()
+{
+    const LensRig rig;
+    for (const char *name : {"VDDA", "VHEAT"}) {
+        const float volts = voltsOf(rig, name);
+        for (const float value : {volts, volts + 0.1f})
+            QCOMPARE(zvtSetVoltage(rig.handle(), name, value), refused);
+        QCOMPARE(voltsOf(rig, name), volts);
+    }
+}
+
+void tst_namedVoltages::unknownNamesAreRefused()
+{
+    const LensRig rig;
+    for (const char *name : {"", "vref", "VREF ", "VREFX", "Reference"})
+        QCOMPARE(zvtSetVoltage(rig.handle(), name, 1.5f), refused);
+    QCOMPARE(voltsOf(rig, "VREF"), 1.65f);
+}
+
+void tst_namedVoltages::aFailureLeavesTheOutputsAlone()
+{
+    const LensRig rig;
+    float volts = 9;
+    float other = 9;
+    uint8_t flag = 9;
+    char text[100] = "before";
+    QCOMPARE(zvtGetVoltage(rig.handle(), "VNONE", &volts), refused);
+    QCOMPARE(zvtGetVoltageLimits(rig.handle(), "VNONE", &volts, &other), refused);
+    QCOMPARE(zvtGetVoltageEditable(rig.handle(), "VNONE", &flag), refused);
+    QCOMPARE(zvtGetVoltageDisplayName(rig.handle(), "VNONE", text, sizeof text), refused);
+    QVERIFY(volts == 9 && other == 9 && flag == 9);
+    QCOMPARE(QByteArray(text), QByteArray("before"));
+}
+
+void tst_namedVoltages::displayNamesFillAnyBuffer()
+{
+    const LensRig rig;
+    const std::string name = "Detector common";
+    for (uint32_t size = 0; size <= 100; ++size) {
+        std::string buffer(size + 8, '#');
+        const int status = zvtGetVoltageDisplayName(rig.handle(), "VDET", buffer.data(), size);
+        QCOMPARE(buffer.substr(size), std::string(8, '#'));
+        if (status == 0 && size > 0)
+            QCOMPARE(std::string(buffer.c_str()), name.substr(0, size - 1));
+        if (size > name.size())
+            QCOMPARE(status, 0);
+    }
+}
+
+void tst_namedVoltages::camerasWithoutThemHaveAnEmptyList()
+{
+    const LensRig rig("bare");
+    hlx::TArray<hlx::CString> names;
+    QCOMPARE(zvtListVoltages(rig.handle(), &names), 0);
+    QCOMPARE(names.size(), size_t(0));
+    float volts = 9;
+    QVERIFY(zvtGetVoltage(rig.handle(), "VREF", &volts) != 0);
+    QCOMPARE(volts, 9.0f);
+    QVERIFY(zvtSetVoltage(rig.handle(), "VREF", 1.65f) != 0);
+}
+
+void tst_namedVoltages::referenceShiftsTheCounts()
+{
+    VoltageRig rig;
+    const double before = rig.mean();
+    QCOMPARE(rig.setVolts("VREF", 2.15f), 0);
+    const double up = rig.mean() - before;
+    QVERIFY2(std::abs(up - 400) < 5, QByteArray::number(up));
+    QCOMPARE(rig.setVolts("VREF", 1.15f), 0);
+    const double down = rig.mean() - before;
+    QVERIFY2(std::abs(down + 400) < 5, QByteArray::number(down));
+    QCOMPARE(rig.setVolts("VREF", 1.65f), 0);
+    QCOMPARE(rig.mean(), before);
+}
+
+void tst_namedVoltages::detectorCommonChangesTheResponse()
+{
+    VoltageRig rig;
+    const auto response = [&rig] {
+        rig.showArea(35);
+        const double warm = rig.mean();
+        rig.showArea(20);
+        return warm - rig.mean();
+    };
+    const double before = response();
+    for (const float volts : {1.8f, 3.0f}) {
+        QCOMPARE(rig.setVolts("VDET", volts), 0);
+        const double ratio = response() / before;
+        QVERIFY2(std::abs(ratio - (1 + 0.3 * (double(volts) - 2.4))) < 0.01, QByteArray::number(ratio));
+    }
+    QCOMPARE(rig.setVolts("VDET", 2.4f), 0);
+    QCOMPARE(response(), before);
+}
+
+void tst_namedVoltages::aLoadedCorrectionStopsFitting_data()
+{
+    QTest::addColumn<float>("volts");
+    QTest::addColumn<float>("start");
+    QTest::newRow("VREF") << 1.85f << 1.65f;
+    QTest::newRow("VDET") << 2.6f << 2.4f;
+}
+
+void tst_namedVoltages::aLoadedCorrectionStopsFitting()
+{
+    QFETCH(const float, volts);
+    QFETCH(const float, start);
+    const char *const name = QTest::currentDataTag();
+    CorrectionRig rig;
+    QVERIFY(rig.make("mine") && rig.showArea(27));
+    const double fitting = rig.residual();
+    QVERIFY2(fitting > 0 && fitting < 3, QByteArray::number(fitting));
+    QCOMPARE(zvtSetVoltage(rig.handle(), name, volts), 0);
+    const double stale = rig.residual();
+    QVERIFY2(stale > 5 * fitting, QByteArray::number(stale / fitting));
+    QCOMPARE(zvtSetVoltage(rig.handle(), name, start), 0);
+    QVERIFY(rig.residual() < 3);
+}
+
+void tst_namedVoltages::skimmingAndOffsetAreThoseOfTheDetector()
+{
+    const LensRig rig;
+    float volts = 0;
+    QCOMPARE(zvtSetVoltage(rig.handle(), "VSKIM", 0.75f), 0);
+    QCOMPARE(zvtGetSkimmingVoltage(rig.handle(), &volts), 0);
+    QCOMPARE(volts, 0.75f);
+    QCOMPARE(zvtSetSkimmingVoltage(rig.handle(), 2.5f), 0);
+    QCOMPARE(voltsOf(rig, "VSKIM"), 2.5f);
+    QCOMPARE(zvtSetVoltage(rig.handle(), "VOFFS", -1.5f), 0);
+    QCOMPARE(zvtGetGlobalOffsetVoltage(rig.handle(), &volts), 0);
+    QCOMPARE(volts, -1.5f);
+    QCOMPARE(zvtSetGlobalOffsetVoltage(rig.handle(), 3), 0);
+    QCOMPARE(voltsOf(rig, "VOFFS"), 3.0f);
+}
+
+void tst_namedVoltages::skimmingIsMissingWhileItIsNotAvailable()
+{
+    LensRig rig;
+    QVERIFY(rig.set("analog.skimmingAvailable", false));
+    QCOMPARE(listOf(rig.handle()).join(QLatin1Char(' ')), QStringLiteral("VDDA VREF VDET VOFFS VHEAT"));
+    float volts = 9;
+    QCOMPARE(zvtGetVoltage(rig.handle(), "VSKIM", &volts), refused);
+    QCOMPARE(zvtSetVoltage(rig.handle(), "VSKIM", 1), refused);
+    QVERIFY(rig.set("analog.skimmingAvailable", true));
+    QCOMPARE(listOf(rig.handle()).size(), 6);
+}
+
+void tst_namedVoltages::outliveTheProcessButAreNotInStates()
+{
+    LensRig rig;
+    const QJsonObject start = rig.camera().snapshot();
+    QCOMPARE(zvtSetVoltage(rig.handle(), "VREF", 1.25f), 0);
+    QCOMPARE(zvtSetVoltage(rig.handle(), "VDET", 2.75f), 0);
+    QCOMPARE(zvtSetVoltage(rig.handle(), "VOFFS", 2), 0);
+    QVERIFY(!rig.camera().snapshot().contains(QLatin1String("voltages")));
+    rig.camera().restore(start);
+    QCOMPARE(voltsOf(rig, "VREF"), 1.25f);
+    QCOMPARE(voltsOf(rig, "VDET"), 2.75f);
+    QCOMPARE(voltsOf(rig, "VOFFS"), 0.0f);
+    rig.open("everything");
+    QCOMPARE(voltsOf(rig, "VREF"), 1.25f);
+    QCOMPARE(voltsOf(rig, "VDET"), 2.75f);
+}
+
+void tst_namedVoltages::otherClientsSetThem()
+{
+    LensRig rig;
+    QVERIFY(rig.set("voltages.reference", 2.0));
+    QVERIFY(rig.set("voltages.detectorCommon", 2.0));
+    QCOMPARE(voltsOf(rig, "VREF"), 2.0f);
+    QCOMPARE(voltsOf(rig, "VDET"), 2.0f);
+    QVERIFY(!rig.set("voltages.reference", 2.4));
+    QVERIFY(!rig.set("voltages.detectorCommon", 1.7));
+}
+
+void tst_namedVoltages::returnAtOnce()
+{
+    LensRig rig;
+    const size_t mark = rig.camera().gate().mark();
+    for (int turn = 0; turn < 5; ++turn) {
+        listOf(rig.handle());
+        voltsOf(rig, "VSKIM");
+        zvtSetVoltage(rig.handle(), "VREF", turn % 2 == 0 ? 1.5f : 1.6f);
+    }
+    QVERIFY(slowestFunction(rig.camera().gate(), mark) < std::chrono::milliseconds(1));
+}
+
+ZVT_TEST(tst_namedVoltages)
+#include "tst_namedVoltages.moc"
