@@ -1,5 +1,6 @@
 #include "plugin/ZvtCameraModel.h"
 
+#include "advanced/AdvancedTabModel.h"
 #include "common/TInvokeEvent.h"
 #include "common/conversions.h"
 #include "common/formatting.h"
@@ -56,6 +57,7 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     m_setupTabModel = new SetupTabModel(this);
     m_correctionTabModel = new CorrectionTabModel(this);
     m_videoTabModel = new VideoTabModel(this);
+    m_advancedTabModel = new AdvancedTabModel(this);
     m_ssdTabModel = new SsdTabModel(this);
     if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
         setManufacturingMode(true);
@@ -209,6 +211,7 @@ void ZvtCameraModel::refreshAllVisible()
     m_setupTabModel->refresh();
     m_correctionTabModel->refresh();
     m_videoTabModel->refresh();
+    m_advancedTabModel->refresh();
     if (m_cameraCapabilitiesModel.hasSsd())
         m_ssdTabModel->refresh();
     if (m_setupGeneralModel.visible()) {
@@ -227,6 +230,12 @@ void ZvtCameraModel::refreshAllVisible()
         m_agcRoiSettings.refresh();
     if (m_overlaySettings.visible())
         m_overlaySettings.refresh();
+    if (m_advancedAnalogSettingsModel.visible())
+        m_advancedAnalogSettingsModel.refresh();
+    if (m_advancedSaturationSettingsModel.visible())
+        m_advancedSaturationSettingsModel.refresh();
+    if (m_advancedMiscSettingsModel.visible())
+        m_advancedMiscSettingsModel.refresh();
 }
 
 // A load changes nearly every setting.

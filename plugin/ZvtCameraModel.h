@@ -1,5 +1,9 @@
 #pragma once
 
+#include "advanced/AdvancedAnalogSettingsModel.h"
+#include "advanced/AdvancedLockinSettingsModel.h"
+#include "advanced/AdvancedMiscSettingsModel.h"
+#include "advanced/AdvancedSaturationSettingsModel.h"
 #include "common/CameraCapabilitiesModel.h"
 #include "common/CameraRoot.h"
 #include "correction/LoadNucOptionsModel.h"
@@ -25,6 +29,7 @@
 #include "hlx/CVariant.h"
 #include "hlxui/ControllerModel.h"
 
+class AdvancedTabModel;
 class CorrectionTabModel;
 class SetupTabModel;
 class SsdTabModel;
@@ -61,6 +66,11 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(FlagSettingsModel *flagSettings READ flagSettings CONSTANT FINAL)
     Q_PROPERTY(AgcRoiSettingsModel *agcRoiSettings READ agcRoiSettings CONSTANT FINAL)
     Q_PROPERTY(OverlaySettingsModel *overlaySettings READ overlaySettings CONSTANT FINAL)
+    Q_PROPERTY(AdvancedAnalogSettingsModel *advancedAnalogSettingsModel READ advancedAnalogSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(AdvancedSaturationSettingsModel *advancedSaturationSettingsModel READ advancedSaturationSettingsModel
+                   CONSTANT FINAL)
+    Q_PROPERTY(AdvancedLockinSettingsModel *advancedLockinSettingsModel READ advancedLockinSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(AdvancedMiscSettingsModel *advancedMiscSettingsModel READ advancedMiscSettingsModel CONSTANT FINAL)
     Q_PROPERTY(CameraCapabilitiesModel *cameraCapabilitiesModel READ cameraCapabilitiesModel CONSTANT FINAL)
     Q_PROPERTY(EditFilterNamesModel *editFilterNamesModel READ editFilterNamesModel CONSTANT FINAL)
     Q_PROPERTY(AboutModel *aboutModel READ aboutModel CONSTANT FINAL)
@@ -81,7 +91,9 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(SetupTabModel *setupTabModel READ setupTabModel CONSTANT FINAL)
     Q_PROPERTY(CorrectionTabModel *correctionTabModel READ correctionTabModel CONSTANT FINAL)
     Q_PROPERTY(VideoTabModel *videoTabModel READ videoTabModel CONSTANT FINAL)
+    Q_PROPERTY(AdvancedTabModel *advancedTabModel READ advancedTabModel CONSTANT FINAL)
     Q_PROPERTY(SsdTabModel *ssdTabModel READ ssdTabModel CONSTANT FINAL)
+    Q_MOC_INCLUDE("advanced/AdvancedTabModel.h")
     Q_MOC_INCLUDE("correction/CorrectionTabModel.h")
     Q_MOC_INCLUDE("recording/SsdTabModel.h")
     Q_MOC_INCLUDE("status/StatusTabModel.h")
@@ -119,6 +131,10 @@ public:
     FlagSettingsModel *flagSettings() override { return &m_flagSettings; }
     AgcRoiSettingsModel *agcRoiSettings() { return &m_agcRoiSettings; }
     OverlaySettingsModel *overlaySettings() { return &m_overlaySettings; }
+    AdvancedAnalogSettingsModel *advancedAnalogSettingsModel() { return &m_advancedAnalogSettingsModel; }
+    AdvancedSaturationSettingsModel *advancedSaturationSettingsModel() { return &m_advancedSaturationSettingsModel; }
+    AdvancedLockinSettingsModel *advancedLockinSettingsModel() { return &m_advancedLockinSettingsModel; }
+    AdvancedMiscSettingsModel *advancedMiscSettingsModel() { return &m_advancedMiscSettingsModel; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_cameraCapabilitiesModel; }
     EditFilterNamesModel *editFilterNamesModel() { return &m_editFilterNamesModel; }
     AboutModel *aboutModel() { return &m_aboutModel; }
@@ -148,10 +164,12 @@ public:
     SetupTabModel *setupTabModel() const { return m_setupTabModel; }
     CorrectionTabModel *correctionTabModel() const { return m_correctionTabModel; }
     VideoTabModel *videoTabModel() const { return m_videoTabModel; }
+    AdvancedTabModel *advancedTabModel() const { return m_advancedTabModel; }
     SsdTabModel *ssdTabModel() const { return m_ssdTabModel; }
 
-    /// Reads the tabs Status, Setup, Correction and Video, the SSD tab if the camera has a recorder, and the models of
-    /// all visible sections again. The synchronisation settings are read together with the general setup.
+    /// Reads the tabs Status, Setup, Correction, Video and Advanced, the SSD tab if the camera has a recorder, and the
+    /// models of all visible sections again. The synchronisation settings are read together with the general setup.
+    /// Only the page reads the lock-in settings.
     Q_INVOKABLE void refreshAllVisible();
     /// Combines a key and its modifiers in the integer by which the host identifies hot keys. Shift, Control and Alt
     /// alone count as no key; the Meta key counts as a key, but its modifier is ignored.
@@ -219,6 +237,10 @@ private:
     FlagSettingsModel m_flagSettings{this};
     AgcRoiSettingsModel m_agcRoiSettings{this};
     OverlaySettingsModel m_overlaySettings{this};
+    AdvancedAnalogSettingsModel m_advancedAnalogSettingsModel{this};
+    AdvancedSaturationSettingsModel m_advancedSaturationSettingsModel{this};
+    AdvancedLockinSettingsModel m_advancedLockinSettingsModel{this};
+    AdvancedMiscSettingsModel m_advancedMiscSettingsModel{this};
     bool m_allowedToCloseController = true;
     bool m_manufacturingMode = false;
     CameraCapabilitiesModel m_cameraCapabilitiesModel{this};
@@ -230,5 +252,6 @@ private:
     SetupTabModel *m_setupTabModel = nullptr;
     CorrectionTabModel *m_correctionTabModel = nullptr;
     VideoTabModel *m_videoTabModel = nullptr;
+    AdvancedTabModel *m_advancedTabModel = nullptr;
     SsdTabModel *m_ssdTabModel = nullptr;
 };

@@ -4,6 +4,11 @@
 // includes it. At run time plugin.cpp registers the named types, by the same names. QML reaches the others by
 // properties of ZvtCameraModel and its sub-models.
 
+#include "advanced/AdvancedAnalogSettingsModel.h"
+#include "advanced/AdvancedLockinSettingsModel.h"
+#include "advanced/AdvancedMiscSettingsModel.h"
+#include "advanced/AdvancedSaturationSettingsModel.h"
+#include "advanced/AdvancedTabModel.h"
 #include "common/CameraCapabilitiesModel.h"
 #include "common/FPASizeIntValidator.h"
 #include "common/StringIntDisplaySanityModel.h"
@@ -72,6 +77,11 @@ ZVT_FOREIGN_TYPE(ZvtModelTable, QML_NAMED_ELEMENT(ZvtModelTable))
 ZVT_FOREIGN_TYPE(AboutItemModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(AboutModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(AdjustTimeModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(AdvancedAnalogSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(AdvancedLockinSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(AdvancedMiscSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(AdvancedSaturationSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(AdvancedTabModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(AgcRoiSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraCapabilitiesModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(CameraStateEntry, QML_ANONYMOUS)

@@ -7,6 +7,18 @@
 
 #include <utility>
 
+/// The name of the signal of a property, for comparison with a SignalLog.
+inline QString changedSignal(const QString &property) { return property + QStringLiteral("Changed"); }
+
+/// The names of the signals of properties, in order.
+inline QStringList changedSignals(const QStringList &properties)
+{
+    QStringList names;
+    for (const QString &property : properties)
+        names << changedSignal(property);
+    return names;
+}
+
 /// Records the signals of one or more objects by name, in the order in which they were emitted.
 class SignalLog : public QObject
 {

@@ -4,13 +4,19 @@
 #include "tests/support/modelOf.h"
 #include "tests/unit/threadCalls.h"
 
-/// A model of a tab page below a root, with its signals and the calls that it makes: the base of the rigs of such
-/// models. The derived rig scripts the camera's values and calls start().
+/// A model of a tab page or of a section below a root, with its signals and the calls that it makes: the base of the
+/// rigs of such models. The derived rig scripts the camera's values and calls start().
 template <class Model> struct TabRig {
-    TabRig(const QString &profile, Model *(ZvtCameraModel::*tab)() const)
-        : rig(profile), root(rig.controller(), nullptr), model(*(root.*tab)())
+    /// `getter` is the one of the root that returns the model.
+    template <class Getter>
+    TabRig(const QString &profile, Getter getter)
+        : rig(profile), root(rig.controller(), nullptr), model(*(root.*getter)())
     {
     }
+
+    /// With a model of its own, beside that of the root.
+    explicit TabRig(const QString &profile)
+        : rig(profile), root(rig.controller(), nullptr), model(*new Model(&root)) { }
 
     /// Waits until the root has read the general setup, and records the signals of the model from now on.
     void start()
@@ -20,6 +26,14 @@ template <class Model> struct TabRig {
     }
 
     emulator::Gate &gate() { return rig.gate(); }
+
+    /// Lets the camera have some equipment or lack it, and the root read this.
+    void setEquipment(const QString &capability, bool has)
+    {
+        rig.camera().changeMakeUp(capability, has);
+        rig.controller()->capabilities.configure(rig.controller().get());
+        root.cameraCapabilitiesModel()->configure();
+    }
 
     /// See threadCalls().
     QStringList calls(size_t since, bool onGuiThread)

@@ -6,7 +6,34 @@
 #include "status/StatusTabModel.h"
 
 #include <QMetaProperty>
+#include <QScopeGuard>
 #include <QThreadPool>
+
+namespace
+{
+
+/// Expands or collapses the sections of all models of the root, and records the signals of the models.
+void watchSections(ZvtCameraModel &root, bool visible, SignalLog &log)
+{
+    const QMetaObject &meta = ZvtCameraModel::staticMetaObject;
+    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
+        if (auto *const model = meta.property(i).read(&root).value<QObject *>()) {
+            if (model->metaObject()->indexOfProperty("visible") >= 0)
+                model->setProperty("visible", visible);
+            log.watch(model, meta.property(i).name() + QStringLiteral("."));
+        }
+}
+
+/// The models whose reads have started, in order.
+QStringList startedReads(SignalLog &log)
+{
+    QStringList started = log.take().filter(QStringLiteral(".refreshingChanged"));
+    started.removeDuplicates();
+    started.replaceInStrings(QStringLiteral(".refreshingChanged"), QString());
+    return started;
+}
+
+} // namespace
 
 /// What the root refreshes of its models.
 class tst_ZvtCameraModelRefresh : public Test
@@ -16,6 +43,7 @@ class tst_ZvtCameraModelRefresh : public Test
 private slots:
     void refreshReadsTheStatusTab();
     void refreshStartsInOrder();
+    void hiddenSectionIsNotRead();
 };
 
 void tst_ZvtCameraModelRefresh::refreshReadsTheStatusTab()
@@ -28,20 +56,14 @@ void tst_ZvtCameraModelRefresh::refreshReadsTheStatusTab()
 }
 
 // The start of a read is signalled at once. The Status tab has no such flag: on one thread the reads run in the order
-// of their starts, and its first call is the first of all.
+// of their starts, and its first call is the first of all. The lock-in settings are left to their page.
 void tst_ZvtCameraModelRefresh::refreshStartsInOrder()
 {
     CameraRig rig;
     ZvtCameraModel root(rig.controller(), nullptr);
     CameraRig::settle(); // The root reads the general setup.
     SignalLog log;
-    const QMetaObject &meta = ZvtCameraModel::staticMetaObject;
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-        if (auto *const model = meta.property(i).read(&root).value<QObject *>()) {
-            if (model->metaObject()->indexOfProperty("visible") >= 0)
-                model->setProperty("visible", true);
-            log.watch(model, meta.property(i).name() + QStringLiteral("."));
-        }
+    watchSections(root, true, log);
     CameraRig::settle();
     log.take();
     QThreadPool &pool = *QThreadPool::globalInstance();
@@ -49,15 +71,28 @@ void tst_ZvtCameraModelRefresh::refreshStartsInOrder()
     pool.setMaxThreadCount(1);
     const size_t mark = rig.gate().mark();
     root.refreshAllVisible();
-    QStringList started = log.take().filter(QStringLiteral(".refreshingChanged"));
-    started.removeDuplicates();
-    started.replaceInStrings(QStringLiteral(".refreshingChanged"), QString());
-    QCOMPARE(started,
-             QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "ssdTabModel", "setupGeneralModel",
-                          "syncSettings", "videoOutputSettings", "setupFilterWheelSettingsModel",
-                          "setupCoolerSettingsModel", "flagSettings", "agcRoiSettings", "overlaySettings"}));
+    const QStringList started = startedReads(log);
+    QCOMPARE(
+        started,
+        QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "advancedTabModel", "ssdTabModel",
+                     "setupGeneralModel", "syncSettings", "videoOutputSettings", "setupFilterWheelSettingsModel",
+                     "setupCoolerSettingsModel", "flagSettings", "agcRoiSettings", "overlaySettings",
+                     "advancedAnalogSettingsModel", "advancedSaturationSettingsModel", "advancedMiscSettingsModel"}));
     CameraRig::settle();
     QCOMPARE(rig.callsSince(mark).value(0), "controller.GetWindow");
+}
+
+void tst_ZvtCameraModelRefresh::hiddenSectionIsNotRead()
+{
+    CameraRig rig;
+    ZvtCameraModel root(rig.controller(), nullptr);
+    CameraRig::settle();
+    SignalLog log;
+    watchSections(root, false, log);
+    log.take();
+    root.refreshAllVisible();
+    QCOMPARE(startedReads(log),
+             QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "advancedTabModel", "ssdTabModel"}));
 }
 
 ZVT_TEST(tst_ZvtCameraModelRefresh)
