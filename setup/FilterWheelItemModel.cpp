@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "hlxui/ObjectListModel.h"
+
 FilterWheelItemModel::FilterWheelItemModel(QString filterName, int filterID, int slotID, QObject *parent)
     : QObject(parent), m_filterName(std::move(filterName)), m_filterID(filterID), m_slotID(slotID)
 {
@@ -12,4 +14,18 @@ FilterWheelItemModel::FilterWheelItemModel(QString filterName, int filterID, int
 void FilterWheelItemModel::setFilterID(int id)
 {
     storeOnly(this, id, m_filterID, &FilterWheelItemModel::filterIDChanged);
+}
+
+std::optional<uint8_t> FilterWheelItemModel::idAt(const ObjectListModel &filters, int row)
+{
+    const auto *filter = static_cast<const FilterWheelItemModel *>(filters.at(row));
+    return filter ? std::optional(static_cast<uint8_t>(filter->filterID())) : std::nullopt;
+}
+
+int FilterWheelItemModel::rowOf(const ObjectListModel &filters, int filterID)
+{
+    for (int row = 0; row < filters.size(); ++row)
+        if (idAt(filters, row) == filterID)
+            return row;
+    return -1;
 }

@@ -3,6 +3,12 @@
 #include <QObject>
 #include <QString>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+class ObjectListModel;
+
 /// A filter in the filter wheel. GUI thread only.
 class FilterWheelItemModel : public QObject
 {
@@ -21,6 +27,16 @@ public:
     {
         return m_slotID;
     } ///< Place in the wheel, counted from 0; -1 if the list does not number them.
+
+    // For lists of these objects.
+
+    static constexpr size_t slotCount = 4; ///< The camera always returns the filters in this many slots.
+    /// How many of the slots have a row: all of a wheel of four, three for any other count of the camera.
+    static constexpr size_t rowsFor(uint8_t count) { return count == slotCount ? slotCount : slotCount - 1; }
+    /// The ID of the filter in a row; empty for a row outside the list.
+    static std::optional<uint8_t> idAt(const ObjectListModel &filters, int row);
+    /// The first row of this filter, -1 without one.
+    static int rowOf(const ObjectListModel &filters, int filterID);
 
 signals:
     void filterIDChanged();

@@ -7,13 +7,6 @@
 
 #include "zvt/zvtsdk.h"
 
-namespace
-{
-
-QString typeText(uint8_t type) { return QString::fromUtf8(zvtCoolerTypeText(type)); }
-
-} // namespace
-
 SetupCoolerSettingsModel::SetupCoolerSettingsModel(QObject *parent) : QObject(parent)
 {
     m_temperatureTimer.setObjectName(QStringLiteral("temperatureTimer"));
@@ -27,12 +20,7 @@ void SetupCoolerSettingsModel::refresh() { m_refresh.start(&Settings::read); }
 SetupCoolerSettingsModel::Temperatures SetupCoolerSettingsModel::Temperatures::read(uint64_t handle, bool ofDetector)
 {
     Temperatures temperatures;
-    fetch(temperatures.actual, ofDetector ? zvtGetFPATemperature : zvtGetFlagTemperature, handle);
-    float frontPanel = 0.0F;
-    float airGap = 0.0F;
-    float internal = 0.0F;
-    if (zvtGetSCTemperatures(handle, &frontPanel, &airGap, &internal) == 0)
-        temperatures.internal = internal;
+    fetchCoolerTemperatures(temperatures.actual, temperatures.internal, ofDetector, handle);
     return temperatures;
 }
 
@@ -42,7 +30,7 @@ SetupCoolerSettingsModel::Settings SetupCoolerSettingsModel::Settings::read(cons
     settings.coolerType = QStringLiteral("N/A");
     Nullable<uint8_t> type;
     if (fetch(type, zvtMfgGetCoolerType, camera.handle))
-        settings.coolerType = typeText(type.get());
+        settings.coolerType = coolerTypeText(type.get());
     fetch(settings.coolerEnabled, zvtMfgGetCoolerPowerEnabled, camera.handle);
     settings.temperatures = Temperatures::read(camera.handle, type.set() && type.get() == thermoelectricCooler);
     fetch(settings.setpoint, zvtMfgGetCoolerSetpoint, camera.handle);
@@ -71,7 +59,7 @@ void SetupCoolerSettingsModel::publishTemperatures(const Temperatures &temperatu
 void SetupCoolerSettingsModel::timeoutTemperaturesUpdateTimer()
 {
     m_temperatures.start([type = m_coolerType](const CameraAccess &camera) {
-        const bool ofDetector = !type.isNull() && type == typeText(thermoelectricCooler);
+        const bool ofDetector = !type.isNull() && type == coolerTypeText(thermoelectricCooler);
         return Temperatures::read(camera.handle, ofDetector);
     });
 }

@@ -3,7 +3,6 @@
 #include "common/publishing.h"
 #include "common/reading.h"
 #include "common/setters.h"
-#include "setup/FilterWheelItemModel.h"
 
 #include "zvt/zvtsdk.h"
 
@@ -45,7 +44,7 @@ void SetupFilterWheelSettingsModel::finishedWatcher()
     const Filters filters = m_refresh.result();
     showFilters(filters);
     if (filters.currentID.set())
-        if (const int row = rowOf(filters.currentID.get()); row >= 0)
+        if (const int row = FilterWheelItemModel::rowOf(m_filters, filters.currentID.get()); row >= 0)
             announce(this, row, m_selectedFilterIndex, &Self::selectedFilterIndexChanged);
     m_refresh.finish();
 }
@@ -56,23 +55,9 @@ void SetupFilterWheelSettingsModel::showFilters(const Filters &filters)
     m_filters.removeAll();
     if (!filters.ids.set() || !filters.count.set() || filters.count.get() == 0)
         return;
-    const size_t rows = filters.count.get() == slotCount ? slotCount : slotCount - 1;
+    const size_t rows = FilterWheelItemModel::rowsFor(filters.count.get());
     for (size_t row = 0; row < rows; ++row)
         m_filters.append(new FilterWheelItemModel(filters.names[row], filters.ids.get()[row], noSlot, this));
-}
-
-int SetupFilterWheelSettingsModel::rowOf(int filterID) const
-{
-    for (int row = 0; row < m_filters.size(); ++row)
-        if (idAt(row) == filterID)
-            return row;
-    return -1;
-}
-
-std::optional<uint8_t> SetupFilterWheelSettingsModel::idAt(int row) const
-{
-    const auto *filter = static_cast<const FilterWheelItemModel *>(m_filters.at(row));
-    return filter ? std::optional(static_cast<uint8_t>(filter->filterID())) : std::nullopt;
 }
 
 // Turning the wheel
@@ -86,7 +71,7 @@ void SetupFilterWheelSettingsModel::selectFilter(int filterID)
 {
     announce(this, filterID, m_selectedFilterIndex, &Self::selectedFilterIndexChanged);
     announce(this, true, m_selectionInProgress, &Self::filterSelectionInProgressChanged);
-    turn(m_selection, idAt(filterID));
+    turn(m_selection, FilterWheelItemModel::idAt(m_filters, filterID));
 }
 
 void SetupFilterWheelSettingsModel::finishedFilterSelection()
@@ -99,7 +84,7 @@ void SetupFilterWheelSettingsModel::replaceFilter(int filterID)
 {
     const bool turns = storeOnly(this, filterID, m_selectedFilterIndex, &Self::selectedFilterIndexChanged);
     announce(this, true, m_replacementInProgress, &Self::filterReplacementSelectionInProgressChanged);
-    turn(m_replacement, turns ? idAt(filterID) : std::nullopt);
+    turn(m_replacement, turns ? FilterWheelItemModel::idAt(m_filters, filterID) : std::nullopt);
 }
 
 void SetupFilterWheelSettingsModel::finishedFilterReplacementSelection()

@@ -2,6 +2,7 @@
 
 #include "common/Nullable.h"
 #include "common/Refresh.h"
+#include "setup/FilterWheelItemModel.h"
 
 #include <QObject>
 #include <QString>
@@ -67,7 +68,7 @@ signals:
 private:
     using Self = SetupFilterWheelSettingsModel;
 
-    static constexpr size_t slotCount = 4; ///< The camera always returns this many IDs.
+    static constexpr size_t slotCount = FilterWheelItemModel::slotCount;
 
     /// The result of a read.
     struct Filters {
@@ -86,9 +87,6 @@ private slots:
 
 private:
     void showFilters(const Filters &filters);
-    int rowOf(int filterID) const;
-    /// The ID of the filter in a row; empty for a row outside the list.
-    std::optional<uint8_t> idAt(int row) const;
     /// Starts a task that turns the wheel to a filter. Without an ID the task does nothing, but its finished slot is
     /// called.
     static void turn(Refresh<Self, int> &move, std::optional<uint8_t> id);
