@@ -1,6 +1,7 @@
 # The files of the folder zvt, which become resources below :/zvt. Paths are relative to that folder.
 set(ZVT_QML_FILES
     zvtmain.qml
+    AdvancedTab.qml
     CorrectionTab.qml
     SetupTab.qml
     SsdTab.qml
@@ -64,7 +65,7 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
     REQUIRED)
 
 # The modules that pages are made of: zvt.NAME is the folder parts/NAME.
-set(ZVT_MODULES look rows dialogs correction setup status video recording frame)
+set(ZVT_MODULES look rows dialogs correction setup status video advanced recording frame)
 
 # The files of the folder zvt as the module zvt, for files that cannot import them by path.
 set(ZVT_TREE_QMLDIR "module zvt\n")

@@ -191,6 +191,14 @@ Item {
                     selected: visible
                 }
 
+                AdvancedTab {
+                    camera: cameraModel
+                    connected: root._connected
+                    preload: root._preload
+                    tabModel: cameraModel?.advancedTabModel ?? null
+                    selected: visible
+                }
+
                 SsdTab {
                     camera: cameraModel
                     connected: root._connected

@@ -81,6 +81,12 @@ T.TabBar {
     }
 
     PageTabButton {
+        width: available ? strip.tabWidth : 0
+        //: Title of a page: settings that are rarely needed
+        text: qsTr("Advanced")
+    }
+
+    PageTabButton {
         available: strip.hasSsd
         width: available ? strip.tabWidth : 0
         //: Title of a page: the recorder of the camera and its solid-state drive

@@ -80,6 +80,8 @@ QtObject {
     readonly property int labelWidth: 132
     // For sections with longer labels.
     readonly property int wideLabelWidth: 148
+    // The width of a column of numbers in a table.
+    readonly property int numberColumnWidth: 112
     readonly property int textSize: 13
     readonly property int hintSize: 12
     readonly property int controlRadius: 3

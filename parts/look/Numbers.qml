@@ -6,6 +6,10 @@ QtObject {
     //: Tool tip of a field that does not hold a number
     readonly property string faultText: qsTr("Not a number")
 
+    // A number of decimals that no text exceeds.
+    readonly property int anyDecimals: 1000
+    readonly property real largestFloat: 3.4028234663852886e38
+
     // The number in the text; NaN if the text is not a finite number or has more than `decimals` decimals. A negative
     // `decimals` allows any number of decimals and an exponent.
     function parse(text: string, decimals: int): real {
@@ -20,9 +24,21 @@ QtObject {
         }
     }
 
-    // A limit as text: a whole number with all its digits, another one with six of them.
+    // The shortest decimal that a model's number of type float stands for: 3.3 for 3.29999995.
+    function ofFloat(number: real): real {
+        if (number === 0 || !isFinite(number))
+            return number
+        const digits = 7
+        const scale = Math.pow(10, digits - Math.ceil(Math.log10(Math.abs(number))))
+        return Math.round(number * scale) / scale
+    }
+
+    // A limit as the operator types it, without group separators: a whole number with all its digits, another one and a
+    // very large one with six of them.
     function limitText(limit: real): string {
-        return limit % 1 === 0 ? String(limit) : "%1".arg(limit)
+        const isWhole = limit % 1 === 0 && Math.abs(limit) < 1e15
+        const plain = isWhole ? String(limit) : "%1".arg(limit)
+        return plain.split(".").join(Qt.locale().decimalPoint)
     }
 
     // The value of one unit of the last digit: 0.01 for a text with two decimals.

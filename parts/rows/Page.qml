@@ -5,7 +5,8 @@ import zvt
 import zvt.look
 
 // A tab's page: a column of sections that scrolls and keeps the item with keyboard focus visible. Shows a banner while
-// no camera is connected. Emits `refresh` each time it is shown or the camera connects.
+// no camera is connected. Emits `refresh` each time it is shown or the camera connects, and `rest` each time it is
+// hidden or the camera disconnects.
 Flickable {
     id: page
 
@@ -20,7 +21,10 @@ Flickable {
     default property alias contents: sections.data
     readonly property real _bannerHeight: Look.rowHeight
 
+    // A change of the tab emits them twice: for `isShown` and for `selected`. The models drop the second read while the
+    // first runs.
     signal refresh
+    signal rest
 
     // Scrolls so that `item` is visible. Does nothing if the item got the focus by mouse, so that nothing moves under
     // the pointer.
@@ -39,11 +43,25 @@ Flickable {
         T.ScrollBar.vertical = bar
     }
 
-    // Takes the keyboard focus, unless the operator is moving over the tabs by keyboard.
-    function _takeFocus() {
+    // Takes the keyboard focus, unless the operator is moving over the tabs by keyboard or uses a popup.
+    function takeFocus() {
         const holder = Window.activeFocusItem
-        if (!(holder instanceof T.TabButton && holder.visualFocus))
+        if (!(holder instanceof T.TabButton && holder.visualFocus) && !_isInPopup(holder))
             forceActiveFocus()
+    }
+
+    function _isInPopup(item: Item): bool {
+        let ancestor = item
+        while (ancestor && ancestor !== T.Overlay.overlay)
+            ancestor = ancestor.parent
+        return ancestor !== null
+    }
+
+    function _refreshOrRest(active: bool) {
+        if (active)
+            refresh()
+        else
+            rest()
     }
 
     clip: true
@@ -52,19 +70,12 @@ Flickable {
     contentHeight: sections.y + sections.implicitHeight + Look.margin
     Window.onActiveFocusItemChanged: bringIntoView(Window.activeFocusItem)
     onIsShownChanged: {
-        if (!isShown || !connected)
-            return
-        refresh()
-        _takeFocus()
+        _refreshOrRest(isShown && connected)
+        if (isShown && connected)
+            takeFocus()
     }
-    onSelectedChanged: {
-        if (selected && isShown && connected)
-            refresh()
-    }
-    onConnectedChanged: {
-        if (connected && isShown)
-            refresh()
-    }
+    onSelectedChanged: _refreshOrRest(selected && isShown && connected)
+    onConnectedChanged: _refreshOrRest(connected && isShown)
 
     // A layout would cost an object for each section.
     Column {

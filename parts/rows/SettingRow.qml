@@ -9,6 +9,7 @@ RowLayout {
     property string heading
     property string toolTip
     property int labelWidth: Look.labelWidth
+    property alias headingEnabled: label.enabled
     // The heading without its colon: the accessible name of the row's control.
     readonly property string name: heading.endsWith(":") ? heading.slice(0, -1) : heading
     default property alias controls: content.data

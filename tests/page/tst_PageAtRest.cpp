@@ -74,7 +74,7 @@ void tst_PageAtRest::fontsAreFew()
 void tst_PageAtRest::noAnimationRuns_data()
 {
     QTest::addColumn<QString>("tab");
-    for (const char *tab : {"Status", "Setup", "SSD"})
+    for (const char *tab : {"Status", "Setup", "Advanced", "SSD"})
         QTest::newRow(tab) << tab;
 }
 

@@ -1,8 +1,6 @@
 #include "tests/page/SetupPage.h"
 #include "tests/support/Test.h"
-
-#include <QLocale>
-#include <QProcess>
+#include "tests/support/otherLocale.h"
 
 /// Numbers on the Setup page in a locale that writes decimals with a comma.
 class tst_SetupTabLocale : public Test
@@ -15,19 +13,8 @@ private slots:
 
 void tst_SetupTabLocale::decimalsOfTheLocale()
 {
-    const QString comma = QStringLiteral(",");
-    if (QLocale::system().decimalPoint() != comma) {
-        // A program reads the system's locale only at its start.
-        QProcess other;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("LC_ALL", "de_DE.UTF-8");
-        other.setProcessEnvironment(environment);
-        other.start(QCoreApplication::applicationFilePath(), {metaObject()->className(), QTest::currentTestFunction()});
-        QVERIFY(other.waitForFinished());
-        QVERIFY2(other.exitStatus() == QProcess::NormalExit && other.exitCode() == 0,
-                 other.readAllStandardOutput().constData());
+    if (!hasLocale(*this, "de_DE.UTF-8"))
         return;
-    }
     SetupPage page;
     QCOMPARE(page.item("Integration Time 0").property("editText").toString(), "2,000000");
     QCOMPARE(page.item("Frame Rate 0").property("editText").toString(), "100,00");
