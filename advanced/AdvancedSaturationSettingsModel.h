@@ -91,7 +91,7 @@ public:
     Q_INVOKABLE void saturatedPixelsUpdateActiveIfVisible(bool updatePixelValues);
 
     void startSaturatedPixelUpdate(); ///< Reads the numbers on a pool thread. Of several reads the newest is published.
-    /// Reads the number of one preset on the GUI thread. Does nothing if there is no such preset.
+    /// Reads the number of one preset on the GUI thread. A preset other than 0 to 3 is ignored.
     void updateSaturationPixels(int preset);
 
 signals:

@@ -9,8 +9,8 @@
 
 #include "hlxui/ObjectListModel.h"
 
-/// The voltages of the camera. Each read makes the rows anew; a row that cannot be read completely is missing. The rows
-/// write their own changes. GUI thread only.
+/// The voltages of the camera. Each read replaces all rows. A voltage has no row if one of its values cannot be read.
+/// The rows write their own changes. GUI thread only.
 class MfgVoltageSettingsModel : public QObject
 {
     Q_OBJECT

@@ -24,7 +24,7 @@ QtObject {
         }
     }
 
-    // The shortest decimal that a model's number of type float stands for: 3.3 for 3.29999995.
+    // Returns a model's number of type float with seven digits: 3.3 for 3.29999995.
     function ofFloat(number: real): real {
         if (number === 0 || !isFinite(number))
             return number

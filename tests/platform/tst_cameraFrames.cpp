@@ -426,7 +426,7 @@ void tst_cameraFrames::theLockIsFreeWhilePixelsAreComputed()
     QVERIFY2(counting > 0.5, qPrintable(QString::number(counting)));
     uint16_t threshold = 8000;
     const double countingAll = freeShare(camera, [&] {
-        // Another threshold, so that the pixels are counted anew.
+        // A changed threshold makes the camera count the pixels again.
         uint32_t pixels = 0;
         return zvtSetSaturationCountThreshold(camera.handle(), 0, ++threshold) == 0
             && zvtGetSaturatedPixels(camera.handle(), 0, &pixels) == 0 && pixels > 0;

@@ -482,7 +482,7 @@ void tst_saturatedPixels::allFunctionsReturnAtOnce()
     QVERIFY(!rig.newest().empty());
     const size_t mark = rig.camera().gate().mark();
     for (uint16_t repeat = 0; repeat < 5; ++repeat) {
-        // Another threshold, so that the pixels are counted anew.
+        // A changed threshold makes the camera count the pixels again.
         QCOMPARE(zvtSetSaturationCountThreshold(rig.handle(), 0, uint16_t(8000 + repeat)), 0);
         QCOMPARE(zvtSetSaturationPixelThreshold(rig.handle(), 0, 5), 0);
         QCOMPARE(countThreshold(rig, 0), 8000 + repeat);

@@ -331,7 +331,7 @@ void tst_AdvancedMiscSettingsModel::heldReadsOutliveTheModel() { walkHeldDeletio
 
 void tst_AdvancedMiscSettingsModel::secondRefreshIsDropped() { walkSecondRefresh(miscModel()); }
 
-// Not walkNoCamera(): without a camera there is no capability, and the flags stay up.
+// walkNoCamera() does not apply: a model without a camera lacks the capability, and its read does not end.
 void tst_AdvancedMiscSettingsModel::randomOperator() { walkRandomOperator(modelOf<AdvancedMiscSettingsModel>(), 85); }
 
 ZVT_TEST(tst_AdvancedMiscSettingsModel)

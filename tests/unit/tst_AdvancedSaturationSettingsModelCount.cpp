@@ -124,7 +124,7 @@ void tst_AdvancedSaturationSettingsModelCount::expandingCountsOnAHiddenPageToo()
     saturation.model.saturatedPixelsUpdateActiveIfVisible(false);
     saturation.model.setVisible(true);
     QVERIFY(saturation.counts());
-    // Setting it again is no change and starts nothing.
+    // The same value again does not start the timer.
     saturation.model.saturatedPixelsUpdateActiveIfVisible(false);
     saturation.model.setVisible(true);
     QVERIFY(!saturation.counts());

@@ -184,7 +184,7 @@ void tst_MfgCorvinFilterSettingsModel::fourthSlotOfAWheelOfThreeIsRead()
     QCOMPARE(table.read(), reads);
     QCOMPARE(table.ids(), QList<int>({1, 4, 21}));
     QCOMPARE(table.filter(2)->slotID(), 2);
-    // There are no rows without it.
+    // If the fourth slot cannot be read, the table has no rows.
     FilterTableRig failing(QStringLiteral("discrete-fov"));
     failing.gate().failNext("zvtGetFilterIDInSlot", 4);
     failing.read();

@@ -1156,8 +1156,8 @@ int zvtGetSsdMovieLoaded(uint64_t handle, uint8_t* out);
 int zvtSsdUnload(uint64_t handle);
 
 // ---- Manufacturing --------------------------------------------------------------------------------------------------
-// Voltages are identified by their names in zvtListVoltages(). A mask of 0xFFFFFFFF stands for all presets; presets
-// without a correction are passed over.
+// Voltages are identified by their names in zvtListVoltages(). A mask of 0xFFFFFFFF means all presets; presets without
+// a correction are ignored.
 
 /// 1 if the values below replace those of the readout circuit, else 0.
 int zvtGetMfgOverrideRoicConfig(uint64_t handle, uint8_t* out);
