@@ -3,6 +3,7 @@ set(ZVT_QML_FILES
     zvtmain.qml
     AdvancedTab.qml
     CorrectionTab.qml
+    MfgTab.qml
     SetupTab.qml
     SsdTab.qml
     StatusTab.qml
@@ -65,7 +66,7 @@ find_file(ZVT_MATERIAL_ICONS MaterialIcons-Regular.ttf
     REQUIRED)
 
 # The modules that pages are made of: zvt.NAME is the folder parts/NAME.
-set(ZVT_MODULES look rows dialogs correction setup status video advanced recording frame)
+set(ZVT_MODULES look rows dialogs correction setup status video advanced recording manufacturing frame)
 
 # The files of the folder zvt as the module zvt, for files that cannot import them by path.
 set(ZVT_TREE_QMLDIR "module zvt\n")

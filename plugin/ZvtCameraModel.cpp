@@ -9,6 +9,7 @@
 #include "common/reading.h"
 #include "common/setters.h"
 #include "correction/CorrectionTabModel.h"
+#include "manufacturing/MfgTabModel.h"
 #include "recording/SsdTabModel.h"
 #include "setup/SetupTabModel.h"
 #include "status/StatusTabModel.h"
@@ -59,6 +60,7 @@ ZvtCameraModel::ZvtCameraModel(hlx::TSharedPtr<hlx::cam::IZVTController> control
     m_videoTabModel = new VideoTabModel(this);
     m_advancedTabModel = new AdvancedTabModel(this);
     m_ssdTabModel = new SsdTabModel(this);
+    m_mfgTabModel = new MfgTabModel(this);
     if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
         setManufacturingMode(true);
     QObject::connect(&m_cameraState, &CameraStateModel::loadingChanged, this,
@@ -214,6 +216,8 @@ void ZvtCameraModel::refreshAllVisible()
     m_advancedTabModel->refresh();
     if (m_cameraCapabilitiesModel.hasSsd())
         m_ssdTabModel->refresh();
+    if (QSettings().value(m_mfgTabVisibilityKey, SHOW_MFG_TAB).toBool())
+        m_mfgTabModel->refresh();
     if (m_setupGeneralModel.visible()) {
         m_setupGeneralModel.refresh();
         m_syncSettings.refresh();
@@ -236,6 +240,18 @@ void ZvtCameraModel::refreshAllVisible()
         m_advancedSaturationSettingsModel.refresh();
     if (m_advancedMiscSettingsModel.visible())
         m_advancedMiscSettingsModel.refresh();
+    if (m_mfgNucSettingsModel.visible())
+        m_mfgNucSettingsModel.refresh();
+    if (m_mfgVoltageSettingsModel.visible())
+        m_mfgVoltageSettingsModel.refresh();
+    if (m_mfgToolsModel.visible())
+        m_mfgToolsModel.refresh();
+    if (m_mfgCoolerSettingsModel.visible())
+        m_mfgCoolerSettingsModel.refresh();
+    if (m_mfgCorvinFilterSettingsModel.visible())
+        m_mfgCorvinFilterSettingsModel.refresh();
+    if (m_mfgMiscSettingsModel.visible())
+        m_mfgMiscSettingsModel.refresh();
 }
 
 // A load changes nearly every setting.

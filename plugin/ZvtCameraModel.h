@@ -9,6 +9,12 @@
 #include "correction/LoadNucOptionsModel.h"
 #include "correction/NucListModel.h"
 #include "correction/NucProcessModel.h"
+#include "manufacturing/MfgCoolerSettingsModel.h"
+#include "manufacturing/MfgCorvinFilterSettingsModel.h"
+#include "manufacturing/MfgMiscSettingsModel.h"
+#include "manufacturing/MfgNucSettingsModel.h"
+#include "manufacturing/MfgToolsModel.h"
+#include "manufacturing/MfgVoltageSettingsModel.h"
 #include "setup/EditFilterNamesModel.h"
 #include "setup/FlagSettingsModel.h"
 #include "setup/SetupCoolerSettingsModel.h"
@@ -31,6 +37,7 @@
 
 class AdvancedTabModel;
 class CorrectionTabModel;
+class MfgTabModel;
 class SetupTabModel;
 class SsdTabModel;
 class StatusTabModel;
@@ -71,6 +78,13 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
                    CONSTANT FINAL)
     Q_PROPERTY(AdvancedLockinSettingsModel *advancedLockinSettingsModel READ advancedLockinSettingsModel CONSTANT FINAL)
     Q_PROPERTY(AdvancedMiscSettingsModel *advancedMiscSettingsModel READ advancedMiscSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(MfgNucSettingsModel *mfgNucSettingsModel READ mfgNucSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(MfgVoltageSettingsModel *mfgVoltageSettingsModel READ mfgVoltageSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(MfgToolsModel *mfgToolsModel READ mfgToolsModel CONSTANT FINAL)
+    Q_PROPERTY(MfgCoolerSettingsModel *mfgCoolerSettingsModel READ mfgCoolerSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(
+        MfgCorvinFilterSettingsModel *mfgCorvinFilterSettingsModel READ mfgCorvinFilterSettingsModel CONSTANT FINAL)
+    Q_PROPERTY(MfgMiscSettingsModel *mfgMiscSettingsModel READ mfgMiscSettingsModel CONSTANT FINAL)
     Q_PROPERTY(CameraCapabilitiesModel *cameraCapabilitiesModel READ cameraCapabilitiesModel CONSTANT FINAL)
     Q_PROPERTY(EditFilterNamesModel *editFilterNamesModel READ editFilterNamesModel CONSTANT FINAL)
     Q_PROPERTY(AboutModel *aboutModel READ aboutModel CONSTANT FINAL)
@@ -93,8 +107,10 @@ class ZvtCameraModel : public ControllerModel, public CameraRoot
     Q_PROPERTY(VideoTabModel *videoTabModel READ videoTabModel CONSTANT FINAL)
     Q_PROPERTY(AdvancedTabModel *advancedTabModel READ advancedTabModel CONSTANT FINAL)
     Q_PROPERTY(SsdTabModel *ssdTabModel READ ssdTabModel CONSTANT FINAL)
+    Q_PROPERTY(MfgTabModel *mfgTabModel READ mfgTabModel CONSTANT FINAL)
     Q_MOC_INCLUDE("advanced/AdvancedTabModel.h")
     Q_MOC_INCLUDE("correction/CorrectionTabModel.h")
+    Q_MOC_INCLUDE("manufacturing/MfgTabModel.h")
     Q_MOC_INCLUDE("recording/SsdTabModel.h")
     Q_MOC_INCLUDE("status/StatusTabModel.h")
     Q_MOC_INCLUDE("setup/SetupTabModel.h")
@@ -135,6 +151,12 @@ public:
     AdvancedSaturationSettingsModel *advancedSaturationSettingsModel() { return &m_advancedSaturationSettingsModel; }
     AdvancedLockinSettingsModel *advancedLockinSettingsModel() { return &m_advancedLockinSettingsModel; }
     AdvancedMiscSettingsModel *advancedMiscSettingsModel() { return &m_advancedMiscSettingsModel; }
+    MfgNucSettingsModel *mfgNucSettingsModel() { return &m_mfgNucSettingsModel; }
+    MfgVoltageSettingsModel *mfgVoltageSettingsModel() { return &m_mfgVoltageSettingsModel; }
+    MfgToolsModel *mfgToolsModel() { return &m_mfgToolsModel; }
+    MfgCoolerSettingsModel *mfgCoolerSettingsModel() { return &m_mfgCoolerSettingsModel; }
+    MfgCorvinFilterSettingsModel *mfgCorvinFilterSettingsModel() { return &m_mfgCorvinFilterSettingsModel; }
+    MfgMiscSettingsModel *mfgMiscSettingsModel() { return &m_mfgMiscSettingsModel; }
     CameraCapabilitiesModel *cameraCapabilitiesModel() override { return &m_cameraCapabilitiesModel; }
     EditFilterNamesModel *editFilterNamesModel() { return &m_editFilterNamesModel; }
     AboutModel *aboutModel() { return &m_aboutModel; }
@@ -166,10 +188,11 @@ public:
     VideoTabModel *videoTabModel() const { return m_videoTabModel; }
     AdvancedTabModel *advancedTabModel() const { return m_advancedTabModel; }
     SsdTabModel *ssdTabModel() const { return m_ssdTabModel; }
+    MfgTabModel *mfgTabModel() const { return m_mfgTabModel; }
 
-    /// Reads the tabs Status, Setup, Correction, Video and Advanced, the SSD tab if the camera has a recorder, and the
-    /// models of all visible sections again. The synchronisation settings are read together with the general setup.
-    /// Only the page reads the lock-in settings.
+    /// Reads the tabs Status, Setup, Correction, Video and Advanced, the SSD tab if the camera has a recorder, the
+    /// Manufacturing tab if the stored settings show it, and the models of all visible sections again. The
+    /// synchronisation settings are read together with the general setup. Only the page reads the lock-in settings.
     Q_INVOKABLE void refreshAllVisible();
     /// Combines a key and its modifiers in the integer by which the host identifies hot keys. Shift, Control and Alt
     /// alone count as no key; the Meta key counts as a key, but its modifier is ignored.
@@ -241,6 +264,12 @@ private:
     AdvancedSaturationSettingsModel m_advancedSaturationSettingsModel{this};
     AdvancedLockinSettingsModel m_advancedLockinSettingsModel{this};
     AdvancedMiscSettingsModel m_advancedMiscSettingsModel{this};
+    MfgNucSettingsModel m_mfgNucSettingsModel{this};
+    MfgVoltageSettingsModel m_mfgVoltageSettingsModel{this};
+    MfgToolsModel m_mfgToolsModel{this};
+    MfgCoolerSettingsModel m_mfgCoolerSettingsModel{this};
+    MfgCorvinFilterSettingsModel m_mfgCorvinFilterSettingsModel{this};
+    MfgMiscSettingsModel m_mfgMiscSettingsModel{this};
     bool m_allowedToCloseController = true;
     bool m_manufacturingMode = false;
     CameraCapabilitiesModel m_cameraCapabilitiesModel{this};
@@ -254,4 +283,5 @@ private:
     VideoTabModel *m_videoTabModel = nullptr;
     AdvancedTabModel *m_advancedTabModel = nullptr;
     SsdTabModel *m_ssdTabModel = nullptr;
+    MfgTabModel *m_mfgTabModel = nullptr;
 };

@@ -4,6 +4,7 @@
 #include "common/ZvtModelTable.h"
 #include "correction/NucInfoModel.h"
 #include "correction/NucProcessModel.h"
+#include "manufacturing/MfgRoicConfigModel.h"
 #include "plugin/ZvtCameraModel.h"
 #include "recording/BatchDownloadEntry.h"
 #include "recording/BatchDownloadModel.h"
@@ -70,6 +71,7 @@ void registerTypes()
     registerUncreatable<BatchDownloadEntry>("BatchDownloadEntry", "Can only get from parent");
     registerUncreatable<SsdMovieFileInfoModel>("SsdMovieFileInfoModel", "Can only get from parent");
     registerUncreatable<SyncSettingsModel>("SyncSettingsModel", "Can only get through controller plugin");
+    registerUncreatable<MfgRoicConfigModel>("MfgRoicConfigModel", "Can only get through controller plugin");
     registerCreatable<FPASizeIntValidator>("FPASizeIntValidator");
     registerCreatable<ZvtModelTable>("ZvtModelTable");
 }

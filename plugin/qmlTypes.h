@@ -19,6 +19,15 @@
 #include "correction/NucInfoModel.h"
 #include "correction/NucListModel.h"
 #include "correction/NucProcessModel.h"
+#include "manufacturing/MfgCoolerSettingsModel.h"
+#include "manufacturing/MfgCorvinFilterSettingsModel.h"
+#include "manufacturing/MfgMiscSettingsModel.h"
+#include "manufacturing/MfgNucSettingsModel.h"
+#include "manufacturing/MfgRoicConfigModel.h"
+#include "manufacturing/MfgTabModel.h"
+#include "manufacturing/MfgToolsModel.h"
+#include "manufacturing/MfgVoltageSettingsModel.h"
+#include "manufacturing/VoltageItemModel.h"
 #include "plugin/ZvtCameraModel.h"
 #include "recording/BatchDownloadEntry.h"
 #include "recording/BatchDownloadModel.h"
@@ -62,6 +71,7 @@
 ZVT_FOREIGN_TYPE(BatchDownloadEntry, QML_NAMED_ELEMENT(BatchDownloadEntry) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(BatchDownloadModel, QML_NAMED_ELEMENT(BatchDownloadModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(FPASizeIntValidator, QML_NAMED_ELEMENT(FPASizeIntValidator))
+ZVT_FOREIGN_TYPE(MfgRoicConfigModel, QML_NAMED_ELEMENT(MfgRoicConfigModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(NucInfoModel, QML_NAMED_ELEMENT(NucInfoModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(NucProcessModel, QML_NAMED_ELEMENT(NucProcessModel) QML_UNCREATABLE(""))
 ZVT_FOREIGN_TYPE(SetupGeneralModel, QML_NAMED_ELEMENT(SetupGeneralModel) QML_UNCREATABLE(""))
@@ -92,6 +102,13 @@ ZVT_FOREIGN_TYPE(FilterNameEditorItemModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(FilterWheelItemModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(FlagSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(LoadNucOptionsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(MfgCoolerSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(MfgCorvinFilterSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(MfgMiscSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(MfgNucSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(MfgTabModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(MfgToolsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(MfgVoltageSettingsModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(NucListModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(ObjectListModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(OverlaySettingsModel, QML_ANONYMOUS)
@@ -102,4 +119,5 @@ ZVT_FOREIGN_TYPE(StatusTabModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(StringIntDisplaySanityModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(StringListModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(VideoOutputSettingsModel, QML_ANONYMOUS)
+ZVT_FOREIGN_TYPE(VoltageItemModel, QML_ANONYMOUS)
 ZVT_FOREIGN_TYPE(ZvtModelModel, QML_ANONYMOUS)

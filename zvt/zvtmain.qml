@@ -36,6 +36,7 @@ Item {
     readonly property bool _loadingState: _cameraState?.loading ?? false
     readonly property bool _savingState: _cameraState?.saving ?? false
     readonly property bool _hasSsd: capabilitiesModelExists() && cameraModel.cameraCapabilitiesModel.hasSsd
+    readonly property bool _manufacturing: cameraModel?.manufacturingMode ?? false
     readonly property bool _busy: _standalone ? _connecting || _disconnecting : _loadingState || _savingState
     property bool _fakeOverlayShown
     // Whether the contents of hidden pages may be created. Becomes true 250 ms after the start.
@@ -147,6 +148,7 @@ Item {
                 Layout.fillWidth: true
                 standaloneModel: root._standaloneModel
                 hasSsd: root._hasSsd
+                manufacturing: root._manufacturing
                 onFinderRequested: dialogs.openFinder()
                 onMenuRequested: dialogs.openMenu()
                 onStopRequested: cameraModel.ssdTabModel.stop()
@@ -206,6 +208,15 @@ Item {
                     tabModel: cameraModel?.ssdTabModel ?? null
                     selected: visible
                     banner: bar.banner
+                }
+
+                MfgTab {
+                    camera: cameraModel
+                    connected: root._connected
+                    // Operators do not use this page.
+                    preload: false
+                    tabModel: cameraModel?.mfgTabModel ?? null
+                    selected: visible
                 }
             }
         }

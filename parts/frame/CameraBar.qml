@@ -10,6 +10,8 @@ Rectangle {
     required property var standaloneModel
     // Whether the camera has a recorder, which has a page of its own.
     required property bool hasSsd
+    // Whether the page for the factory is available.
+    required property bool manufacturing
 
     readonly property alias currentIndex: tabs.currentIndex
     readonly property alias menuButton: configurationButton
@@ -68,6 +70,7 @@ Rectangle {
             Layout.fillWidth: true
             Layout.fillHeight: true
             hasSsd: bar.hasSsd
+            manufacturing: bar.manufacturing
         }
     }
 

@@ -8,6 +8,8 @@ T.TabBar {
 
     // Whether the camera has a recorder, which has a page of its own.
     required property bool hasSsd
+    // Whether the page for the factory is available.
+    required property bool manufacturing
 
     readonly property int _availableTabs: {
         let available = 0
@@ -91,5 +93,11 @@ T.TabBar {
         width: available ? strip.tabWidth : 0
         //: Title of a page: the recorder of the camera and its solid-state drive
         text: qsTr("SSD")
+    }
+
+    PageTabButton {
+        available: strip.manufacturing
+        width: available ? strip.tabWidth : 0
+        text: "Mfg"
     }
 }

@@ -5,6 +5,7 @@ import QtQuick
 QtObject {
     readonly property string add: "\uf067"
     readonly property string apply: "\uf00c"
+    readonly property string arrowRight: "\uf061"
     readonly property string busy: "\uf013"
     readonly property string caretDown: "\uf0d7"
     readonly property string caretRight: "\uf0da"

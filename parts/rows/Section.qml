@@ -24,6 +24,8 @@ Item {
 
     // Whether the operator holds down a control of the body. The page must not scroll meanwhile.
     readonly property bool controlHeld: _body ? _body.controlHeld : false
+    // The body, for pages that listen to its own signals; null before it is created.
+    readonly property alias bodyItem: contents.item
     readonly property SectionBody _body: contents.sectionBody
 
     // Asks the page to read the models of the section.
@@ -38,6 +40,10 @@ Item {
             _body.clearWarnings()
     }
 
+    onRefresh: {
+        if (_body)
+            _body.readAgain()
+    }
     width: parent ? parent.width : 0
     implicitHeight: header.height + (expanded ? contents.height + 2 * Look.margin : 0)
 

@@ -25,6 +25,10 @@ Columns {
     function clearWarnings() {
     }
 
+    // Reads values that are not in a model. The section calls this when it is read again.
+    function readAgain() {
+    }
+
     // Whether the item is in the body.
     function includes(item: Item): bool {
         let ancestor = item

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
-import zvt
 import zvt.look
+import zvt.rows
 
 // A filter of the filter wheel, with the buttons that turn the wheel to it. The buttons are disabled while the wheel
 // turns.
@@ -31,40 +31,10 @@ RowLayout {
         verticalAlignment: Text.AlignVCenter
     }
 
-    component Action: Item {
-        id: action
-
-        property alias text: button.text
-        property alias shows: button.visible
-        property bool busy
-
-        signal clicked
-
+    component Action: WheelAction {
         implicitWidth: row.actionWidth
-        implicitHeight: Look.rowHeight
-        activeFocusOnTab: activeFocus
-
-        WrappingButton {
-            id: button
-
-            anchors.fill: parent
-            enabled: !row._moving
-            Accessible.name: text + " " + row.filterName
-            onClicked: {
-                // The button disappears. From its place the Tab key goes on to the next one.
-                if (visualFocus)
-                    action.forceActiveFocus(Qt.TabFocusReason)
-                action.clicked()
-            }
-        }
-
-        Loader {
-            anchors.centerIn: parent
-            active: action.busy
-            sourceComponent: Spinner {
-                objectName: "filterBusy"
-            }
-        }
+        subject: row.filterName
+        moving: row._moving
     }
 
     spacing: 12

@@ -100,33 +100,15 @@ RowGroup {
             }
         }
 
-        Rectangle {
+        BusyPanel {
             id: panel
 
             visible: table._refreshing
             width: parent.width
             height: parent.height
-            implicitHeight: 2 * Look.rowHeight
-            radius: 4
-            color: Look.cardColor
-            border.color: Look.rectangleOutlineColor
-
-            Row {
-                anchors.centerIn: parent
-                spacing: 12
-
-                Loader {
-                    active: panel.visible
-                    sourceComponent: Spinner {
-                        objectName: "filterScanBusy"
-                    }
-                }
-
-                PlainLabel {
-                    //: Shown while the camera reads the filters in the wheel
-                    text: qsTr("Scanning Filter Wheel...")
-                }
-            }
+            //: Shown while the camera reads the filters in the wheel
+            text: qsTr("Scanning Filter Wheel...")
+            spinnerName: "filterScanBusy"
         }
     }
 }

@@ -37,7 +37,7 @@ void tst_MainPageKeys::controlTabWalksOverTheTabs()
 {
     PageDriver driver;
     QCOMPARE(shownTab(driver), 0);
-    constexpr int tabs = 6;
+    constexpr int tabs = 7;
     for (int step = 1; step <= tabs; ++step) {
         driver.press(Qt::Key_Tab, Qt::ControlModifier);
         QCOMPARE(shownTab(driver), step % tabs);

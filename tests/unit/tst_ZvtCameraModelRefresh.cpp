@@ -72,12 +72,30 @@ void tst_ZvtCameraModelRefresh::refreshStartsInOrder()
     const size_t mark = rig.gate().mark();
     root.refreshAllVisible();
     const QStringList started = startedReads(log);
-    QCOMPARE(
-        started,
-        QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "advancedTabModel", "ssdTabModel",
-                     "setupGeneralModel", "syncSettings", "videoOutputSettings", "setupFilterWheelSettingsModel",
-                     "setupCoolerSettingsModel", "flagSettings", "agcRoiSettings", "overlaySettings",
-                     "advancedAnalogSettingsModel", "advancedSaturationSettingsModel", "advancedMiscSettingsModel"}));
+    QCOMPARE(started,
+             QStringList({"setupTabModel",
+                          "correctionTabModel",
+                          "videoTabModel",
+                          "advancedTabModel",
+                          "ssdTabModel",
+                          "mfgTabModel",
+                          "setupGeneralModel",
+                          "syncSettings",
+                          "videoOutputSettings",
+                          "setupFilterWheelSettingsModel",
+                          "setupCoolerSettingsModel",
+                          "flagSettings",
+                          "agcRoiSettings",
+                          "overlaySettings",
+                          "advancedAnalogSettingsModel",
+                          "advancedSaturationSettingsModel",
+                          "advancedMiscSettingsModel",
+                          "mfgNucSettingsModel",
+                          "mfgVoltageSettingsModel",
+                          "mfgToolsModel",
+                          "mfgCoolerSettingsModel",
+                          "mfgCorvinFilterSettingsModel",
+                          "mfgMiscSettingsModel"}));
     CameraRig::settle();
     QCOMPARE(rig.callsSince(mark).value(0), "controller.GetWindow");
 }
@@ -92,7 +110,8 @@ void tst_ZvtCameraModelRefresh::hiddenSectionIsNotRead()
     log.take();
     root.refreshAllVisible();
     QCOMPARE(startedReads(log),
-             QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "advancedTabModel", "ssdTabModel"}));
+             QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "advancedTabModel", "ssdTabModel",
+                          "mfgTabModel"}));
 }
 
 ZVT_TEST(tst_ZvtCameraModelRefresh)

@@ -1,0 +1,371 @@
+#include "tests/page/MfgPage.h"
+#include "tests/support/Test.h"
+
+#include <QScopeGuard>
+#include <QThreadPool>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int statusPage = 0;
+
+/// A section that is read: the first call of its read, and one of its controls.
+struct ReadSection {
+    const char *name;
+    const char *firstCall;
+    const char *control;
+};
+
+/// In the order of their reads. The section "Tools" reads nothing.
+const QList<ReadSection> readSections{
+    {"Camera Settings", "zvtGetBoardType", "Serial"},
+    {"NUC Settings", "zvtGetNUCType", "Source"},
+    {"Voltage Settings", "zvtListVoltages", "Reference"},
+    {"TE Cooler Settings", "zvtMfgGetCoolerType", "Cooler Enabled"},
+    {"Corvin Filter Settings", "zvtGetNumFilters", "Apply Filter IDs"},
+    {"Miscellaneous Settings", "zvtGetVideoAGCDDEThreshold", "DDE Threshold"},
+    {"ROIC Config", "zvtGetMfgOverrideRoicConfig", "Override Defaults"},
+};
+
+void addReadSections()
+{
+    QTest::addColumn<int>("section");
+    for (qsizetype section = 0; section < readSections.size(); ++section)
+        QTest::newRow(readSections.at(section).name) << static_cast<int>(section);
+}
+
+QStringList firstCalls()
+{
+    QStringList calls;
+    for (const ReadSection &section : readSections)
+        calls << QString::fromLatin1(section.firstCall);
+    return calls;
+}
+
+/// The page of a camera with all sections.
+struct WholePage : MfgPage {
+    WholePage() : MfgPage("discrete-fov", showAllSections) { }
+
+    /// From below, so that each header is in the window.
+    void openAll()
+    {
+        for (qsizetype section = mfgSections().size() - 1; section > 0; --section)
+            toggle(mfgSections().at(section));
+    }
+};
+
+} // namespace
+
+/// The Mfg page: its tab, its sections, when they are read, and its layout.
+class tst_MfgTab : public Test
+{
+    Q_OBJECT
+
+private slots:
+    void theTabIsTheLast();
+    void theTabNeedsTheManufacturingMode();
+    void theSectionsAreInOrder();
+    void sectionsNeedTheirEquipment_data();
+    void sectionsNeedTheirEquipment();
+    void onlyTheFirstSectionIsOpenAtFirst();
+    void theHeaderReadsBeforeItOpens_data();
+    void theHeaderReadsBeforeItOpens();
+    void theShownPageIsReadInOrder();
+    void theConnectedPageIsRead();
+    void collapsedSectionsAreNotRead();
+    void theShownPageTakesTheFocus();
+    void theRootReadsTheSections();
+
+    void theBodyIsOffUntilItHasBeenRead_data() { addReadSections(); }
+    void theBodyIsOffUntilItHasBeenRead();
+    void theReadoutStaysOnDuringALaterRead();
+    void theBodyIsOffWhileDisconnected();
+
+    void everyTextFits_data();
+    void everyTextFits();
+    void thePageOutlivesItsModel();
+};
+
+void tst_MfgTab::theTabIsTheLast()
+{
+    MfgPage page;
+    QList<double> places;
+    for (const char *tab : {"Status", "Setup", "Correction", "Video", "Advanced", "SSD", "Mfg"})
+        places << page.item(tab).mapToScene({}).x();
+    QVERIFY(std::ranges::is_sorted(places));
+    QCOMPARE(page.item("Mfg").parentItem()->parentItem()->parentItem()->property("currentIndex").toInt(),
+             MfgPage::tabIndex);
+    page.rig().camera().disconnect();
+    page.settle();
+    QVERIFY(page.findText("No camera connected"));
+    QVERIFY(page.find("Camera Settings"));
+}
+
+void tst_MfgTab::theTabNeedsTheManufacturingMode()
+{
+    MfgPage page;
+    QVERIFY(page.find("Camera Settings"));
+    page.press(Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    page.settle();
+    QVERIFY(!page.find("Mfg"));
+    // The page cannot stay on show.
+    QVERIFY(!page.find("Camera Settings"));
+    QVERIFY(page.find("Frame Size"));
+    page.press(Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    page.settle();
+    QVERIFY(page.find("Mfg"));
+}
+
+void tst_MfgTab::theSectionsAreInOrder()
+{
+    WholePage page;
+    QList<double> places;
+    for (const QString &name : mfgSections())
+        places << page.item(name).mapToScene({}).y();
+    QVERIFY(std::ranges::is_sorted(places));
+}
+
+void tst_MfgTab::sectionsNeedTheirEquipment_data()
+{
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<bool>("present");
+    QTest::newRow("hasTeCooler") << "TE Cooler Settings" << true;
+    QTest::newRow("hasReplaceableFilters") << "Corvin Filter Settings" << false;
+}
+
+void tst_MfgTab::sectionsNeedTheirEquipment()
+{
+    QFETCH(const QString, section);
+    QFETCH(const bool, present);
+    const QString capability = QString::fromLatin1(QTest::currentDataTag());
+    for (const bool has : {false, true}) {
+        MfgPage page("discrete-fov", [&](emulator::Camera &camera) {
+            showAllSections(camera);
+            camera.changeMakeUp(capability, has);
+        });
+        for (const QString &name : mfgSections())
+            QCOMPARE(page.find(name) != nullptr, name != section || has == present);
+    }
+}
+
+void tst_MfgTab::onlyTheFirstSectionIsOpenAtFirst()
+{
+    WholePage page;
+    QVERIFY(page.find(readSections.first().control));
+    page.showTab(statusPage);
+    const size_t mark = page.gate().mark();
+    page.showTab(MfgPage::tabIndex);
+    const QStringList calls = page.rig().callsSince(mark);
+    QCOMPARE(calls.count("zvtGetBoardType"), 1);
+    for (const ReadSection &section : readSections.mid(1)) {
+        QVERIFY2(!page.find(section.control), section.control);
+        QVERIFY2(!calls.contains(section.firstCall), section.firstCall);
+    }
+}
+
+void tst_MfgTab::theHeaderReadsBeforeItOpens_data()
+{
+    QTest::addColumn<int>("section");
+    QTest::addColumn<bool>("byKeyboard");
+    for (int section = 0; section < readSections.size(); ++section)
+        for (const bool byKeyboard : {false, true})
+            QTest::addRow("%s, by %s", readSections.at(section).name, byKeyboard ? "keyboard" : "mouse")
+                << section << byKeyboard;
+}
+
+void tst_MfgTab::theHeaderReadsBeforeItOpens()
+{
+    QFETCH(const int, section);
+    QFETCH(const bool, byKeyboard);
+    const auto &[name, call, control] = readSections.at(section);
+    WholePage page;
+    const auto toggle = [&] { page.use(name, byKeyboard); };
+    if (section == 0)
+        QCOMPARE(page.calls(call, toggle), 0);
+    QVERIFY(!page.find(control));
+    page.gate().hold(call);
+    toggle();
+    QVERIFY(page.gate().waitHeld(call));
+    QVERIFY(page.item(name).property("sectionLoading").toBool());
+    page.gate().release("*");
+    page.settle();
+    QVERIFY(page.find(control));
+    QVERIFY(!page.item(name).property("sectionLoading").toBool());
+    QCOMPARE(page.calls(call, [&] { page.refresh(name); }), 1);
+    QCOMPARE(page.calls(call, toggle), 0);
+    QVERIFY(!page.find(control));
+}
+
+// On one thread the reads run in the order of their starts.
+void tst_MfgTab::theShownPageIsReadInOrder()
+{
+    WholePage page;
+    page.openAll();
+    page.showTab(statusPage);
+    QThreadPool &pool = *QThreadPool::globalInstance();
+    const auto restore = qScopeGuard([&pool, threads = pool.maxThreadCount()] { pool.setMaxThreadCount(threads); });
+    pool.setMaxThreadCount(1);
+    const size_t mark = page.gate().mark();
+    page.showTab(MfgPage::tabIndex);
+    QStringList calls = page.rig().callsSince(mark);
+    calls.removeIf([](const QString &call) { return !firstCalls().contains(call); });
+    QCOMPARE(calls, firstCalls());
+}
+
+void tst_MfgTab::theConnectedPageIsRead()
+{
+    WholePage page;
+    page.openAll();
+    page.rig().camera().disconnect();
+    page.settle();
+    const size_t mark = page.gate().mark();
+    page.rig().camera().connect();
+    page.settle();
+    const QStringList calls = page.rig().callsSince(mark);
+    for (const QString &call : firstCalls())
+        QCOMPARE(calls.count(call), 1);
+}
+
+void tst_MfgTab::collapsedSectionsAreNotRead()
+{
+    WholePage page;
+    page.toggle("Camera Settings");
+    page.showTab(statusPage);
+    const size_t mark = page.gate().mark();
+    page.showTab(MfgPage::tabIndex);
+    const QStringList calls = page.rig().callsSince(mark);
+    for (const QString &call : firstCalls())
+        QVERIFY2(!calls.contains(call), qPrintable(call));
+}
+
+void tst_MfgTab::theShownPageTakesTheFocus()
+{
+    MfgPage page;
+    page.showTab(statusPage);
+    page.page()->forceActiveFocus();
+    page.showTab(MfgPage::tabIndex);
+    const QQuickItem *holder = page.window().activeFocusItem();
+    QVERIFY(holder && holder->isAncestorOf(&page.item("Serial")) && holder != page.page());
+}
+
+// The page reads the readout circuit itself.
+void tst_MfgTab::theRootReadsTheSections()
+{
+    WholePage page;
+    page.openAll();
+    const size_t mark = page.gate().mark();
+    QMetaObject::invokeMethod(page.cameraModel(), "refreshAllVisible");
+    page.settle();
+    const QStringList calls = page.rig().callsSince(mark);
+    for (const QString &call : firstCalls())
+        QCOMPARE(calls.contains(call), call != "zvtGetMfgOverrideRoicConfig");
+}
+
+// Enabled controls
+
+void tst_MfgTab::theBodyIsOffUntilItHasBeenRead()
+{
+    QFETCH(const int, section);
+    const auto &[name, call, control] = readSections.at(section);
+    WholePage page;
+    page.toggle("Camera Settings");
+    page.gate().hold(call);
+    page.click(name);
+    QVERIFY(page.gate().waitHeld(call));
+    page.awaitFrame();
+    // The rows of the voltages are not known yet.
+    if (const QQuickItem *shown = page.find(control))
+        QVERIFY(!shown->isEnabled() || section == 0);
+    page.gate().release("*");
+    page.settle();
+    QVERIFY(page.enabled(control));
+    page.gate().hold(call);
+    page.click("Refresh " + QString(name));
+    QVERIFY(page.gate().waitHeld(call));
+    page.awaitFrame();
+    QCOMPARE(page.enabled(control), QString(name) == "ROIC Config");
+    page.gate().release("*");
+    page.settle();
+    QVERIFY(page.enabled(control));
+}
+
+void tst_MfgTab::theReadoutStaysOnDuringALaterRead()
+{
+    MfgPage page;
+    page.openOnly("ROIC Config");
+    page.gate().hold("zvtGetClockFrequency");
+    page.click("Refresh ROIC Config");
+    QVERIFY(page.gate().waitHeld("zvtGetClockFrequency"));
+    QVERIFY(page.enabled("Override Defaults"));
+    page.gate().release("*");
+    page.settle();
+}
+
+void tst_MfgTab::theBodyIsOffWhileDisconnected()
+{
+    WholePage page;
+    page.openAll();
+    QStringList controls{"Download", "Record Start"};
+    for (const ReadSection &section : readSections)
+        controls << QString::fromLatin1(section.control);
+    page.rig().camera().disconnect();
+    page.settle();
+    for (const QString &name : controls)
+        QVERIFY2(!page.enabled(name), qPrintable(name));
+    page.rig().camera().connect();
+    page.settle();
+    for (const QString &name : controls)
+        QVERIFY2(page.enabled(name), qPrintable(name));
+}
+
+// Layout
+
+void tst_MfgTab::everyTextFits_data()
+{
+    QTest::addColumn<QString>("profile");
+    QTest::addColumn<int>("width");
+    for (const char *profile : {"everything", "discrete-fov", "low-cost", "edge-values"})
+        for (const int width : {640, 900, 1280})
+            QTest::addRow("%s, %d wide", profile, width) << profile << width;
+}
+
+// Long texts of the camera are shortened, and have a tool tip.
+void tst_MfgTab::everyTextFits()
+{
+    QFETCH(const QString, profile);
+    QFETCH(const int, width);
+    MfgPage page(profile);
+    page.window().resize(width, 3000);
+    page.page()->setSize(QSizeF(width, 3000));
+    page.settle();
+    for (const QString &section : mfgSections().mid(1))
+        if (page.find(section))
+            page.toggle(section);
+    page.saveScreenshot({}, {width, 2200});
+    const QRectF place(0, 0, width, page.page()->height());
+    const auto texts = page.shownTexts(*page.page());
+    QVERIFY(texts.size() > 60);
+    for (const QQuickItem *text : texts)
+        if (text->property("elide").toInt() == Qt::ElideNone)
+            QVERIFY2(page.fits(*text, place), qPrintable(text->property("text").toString()));
+        else
+            QVERIFY(place.contains(text->mapRectToScene(QRectF(0, 0, text->width(), text->height()))));
+    page.window().resize(width, 480);
+    page.page()->setSize(QSizeF(width, 480));
+    page.settle();
+    page.saveScreenshot("low", {width, 480});
+}
+
+void tst_MfgTab::thePageOutlivesItsModel()
+{
+    WholePage page;
+    page.openAll();
+    page.deleteModel();
+    page.settle();
+    QVERIFY(page.findText("No camera connected"));
+}
+
+ZVT_TEST(tst_MfgTab)
+#include "tst_MfgTab.moc"
