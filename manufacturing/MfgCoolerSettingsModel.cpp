@@ -72,9 +72,9 @@ void MfgCoolerSettingsModel::setKI(float term) { storeOnly(this, term, m_kI, &Se
 
 void MfgCoolerSettingsModel::setKD(float term) { storeOnly(this, term, m_kD, &Self::kDChanged); }
 
-void MfgCoolerSettingsModel::setSetpoint(float celsius)
+void MfgCoolerSettingsModel::setSetpoint(float temperature)
 {
-    storeOnly(this, celsius, m_setpoint, &Self::setpointChanged);
+    storeOnly(this, temperature, m_setpoint, &Self::setpointChanged);
 }
 
 void MfgCoolerSettingsModel::applySettings()

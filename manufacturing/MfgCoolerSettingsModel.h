@@ -49,8 +49,8 @@ public:
     void setKI(float term);
     float kD() const { return m_kD; }
     void setKD(float term);
-    float setpoint() const { return m_setpoint; } ///< Celsius.
-    void setSetpoint(float celsius);
+    float setpoint() const { return m_setpoint; } ///< Celsius if the cooler is thermoelectric, else Kelvin.
+    void setSetpoint(float temperature);
 
     Q_INVOKABLE void refresh();
     Q_INVOKABLE void applySettings(); ///< Writes power, terms and setpoint, changed or not. Ignores all statuses.

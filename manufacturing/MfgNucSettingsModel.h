@@ -50,41 +50,45 @@ public:
     bool visible() const { return m_visible; } ///< Whether the section is expanded.
     void setVisible(bool visible);
 
-    // The setters below only store, until applySettings().
+    // The setters below only store, until applySettings(). The ranges are those of the page's fields; the setters do
+    // not check them.
     int selectedNucTypeIndex() const { return m_type; } ///< NucProcessModel::ENUC_TYPE; -1 before the first read.
     void setSelectedNucTypeIndex(int type);
     int selectedNucSourceIndex() const { return m_source; } ///< NucProcessModel::ENUC_SOURCE; -1 before the first read.
     void setSelectedNucSourceIndex(int source);
     bool detectBadPixels() const { return m_setup.detectBadPixels; }
     void setDetectBadPixels(bool detect);
-    int adMin() const { return m_setup.adMin; } ///< Limits of a good pixel's signal, in A/D counts.
+    int adMin() const { return m_setup.adMin; } ///< Limits of a good pixel's signal, 0 to 16383 A/D counts.
     void setAdMin(int counts);
     int adMax() const { return m_setup.adMax; }
     void setAdMax(int counts);
-    float gainMin() const { return m_setup.gainMin; } ///< Limits of a good pixel's responsivity; 1 is the mean.
+    float gainMin() const { return m_setup.gainMin; } ///< Limits of a good pixel's responsivity, 0 to 2; 1 is the mean.
     void setGainMin(float limit);
     float gainMax() const { return m_setup.gainMax; }
     void setGainMax(float limit);
-    int nucNumFrames() const { return m_numFrames; } ///< Averaged for each source. The camera gets the lowest 8 bits.
+    /// The number of frames averaged for each source, 2 to 128. The camera gets the lowest 8 bits.
+    int nucNumFrames() const { return m_numFrames; }
     void setNucNumFrames(int count);
     bool useTwinklerDetection() const { return m_twinkler.detect; }
     void setUseTwinklerDetection(bool detect);
-    int twinklerNumFrames() const { return m_twinkler.numFrames; }
+    int twinklerNumFrames() const { return m_twinkler.numFrames; } ///< 1 to 1048575.
     void setTwinklerNumFrames(int count);
-    int twinklerDelta() const { return m_twinkler.delta; } ///< The greatest change of a good pixel, in A/D counts.
+    int twinklerDelta() const { return m_twinkler.delta; } ///< The greatest change of a good pixel, 0 to 16383 counts.
     void setTwinklerDelta(int counts);
-    float flagMaxTemp() const { return m_flag.maxTemp; } ///< The highest temperature of the flag, in Celsius.
+    float flagMaxTemp() const { return m_flag.maxTemp; } ///< The highest temperature of the flag, 40 to 100 Celsius.
     void setFlagMaxTemp(float celsius);
-    /// The flag is stable when this many temperatures, one after the other, are this close to its setpoint.
+    /// The flag is stable when stableCount() temperatures (1 to 128), one after the other, are this close to its
+    /// setpoint: 0.1 to 5 degrees.
     float stableDelta() const { return m_flag.stableDelta; }
     void setStableDelta(float celsius);
     uint stableCount() const { return m_flag.stableCount; }
     void setStableCount(uint count);
-    uint timeout() const { return m_flag.timeout; } ///< The longest time until the flag is stable, in milliseconds.
+    uint timeout() const { return m_flag.timeout; } ///< The longest time until the flag is stable, 15000 to 300000 ms.
     void setTimeout(uint milliseconds);
-    bool useFactoryBadPixels() const { return m_useFactoryBadPixels; } ///< Whether the factory's count as bad too.
+    /// Whether the pixels of the factory's list count as bad too.
+    bool useFactoryBadPixels() const { return m_useFactoryBadPixels; }
     void setUseFactoryBadPixels(bool use);
-    bool showBadPixels() const { return m_showBadPixels; } ///< Leaves them uncorrected in the picture.
+    bool showBadPixels() const { return m_showBadPixels; } ///< Whether bad pixels stay uncorrected in the picture.
     void setShowBadPixels(bool show);
     bool nucVideoOutput() const { return m_videoOutput; } ///< Whether the video output is corrected.
     void setNucVideoOutput(bool corrected);

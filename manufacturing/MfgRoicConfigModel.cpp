@@ -69,7 +69,7 @@ double MfgRoicConfigModel::timeOf(uint32_t clocks) const { return clocks / clock
 uint32_t MfgRoicConfigModel::widthOf(double microseconds) const
 {
     const double clocks = std::ceil(clocksPerMicrosecond() * microseconds);
-    // Also false for a NaN.
+    // A NaN, from a time that is none or from a clock of 0 Hz, does not fit either.
     const bool fits = clocks >= 0 && clocks <= std::numeric_limits<uint32_t>::max();
     return fits ? static_cast<uint32_t>(clocks) : 0;
 }

@@ -51,7 +51,9 @@ public:
     uint postDeadRows() const { return m_postDeadRows; } ///< After the image.
     void setPostDeadRows(uint rows);
 
-    // A setter rounds up to whole clocks. A time whose width would not fit in 32 bits sets the width 0.
+    // A setter rounds up to whole clocks. A time that is negative, or whose width would not fit in 32 bits, sets the
+    // width 0. At some frequencies the time of a width, written back, sets the next larger width: at 12.5 MHz the width
+    // 7 is 0.56 us, and 0.56 us is the width 8. So write only times that the operator has edited.
     double lineDeadTime() const { return timeOf(m_lineDeadWidth); }
     void setLineDeadTime(double microseconds) { setLineDeadWidth(widthOf(microseconds)); }
     double preIntTime() const { return timeOf(m_preIntWidth); }
@@ -66,7 +68,7 @@ signals:
     void hasRefreshedChanged();
     void overrideDefaultsChanged();
     void hasExtraLSyncChanged();
-    void lineDeadWidthChanged(); ///< The width or its time has changed, as for the next two.
+    void lineDeadWidthChanged(); ///< Also emitted if only the time has changed, as are the next two.
     void preIntWidthChanged();
     void postIntWidthChanged();
     void preDeadRowsChanged();

@@ -66,8 +66,9 @@ public:
     MfgRoicConfigModel *roicConfig() const { return m_roicConfig; } ///< A child of this model, never null.
 
     Q_INVOKABLE void refresh() override;
-    /// Writes model, type, subtype, Pleora board and serial, changed or not. The other values only select rows of the
-    /// table. Ignores all statuses; does nothing without a controller.
+    /// Writes model, type, subtype, Pleora board and serial, changed or not, and also if they were never read: empty
+    /// texts and the numbers 255 then. The other values only select rows of the table. Ignores all statuses; does
+    /// nothing without a controller.
     Q_INVOKABLE void applyCameraSettings();
 
 signals:

@@ -15,7 +15,8 @@ class VoltageItemModel : public QObject
     Q_PROPERTY(double maxVolts READ maxVolts CONSTANT FINAL)
 
 public:
-    /// A row that writes to the camera of `parent`.
+    /// A row that writes to the camera of the root among its ancestors. The list to which it is appended becomes its
+    /// parent.
     VoltageItemModel(QString sdkName, QString displayName, float volts, bool editable, QObject *parent, double minVolts,
                      double maxVolts);
 
@@ -25,6 +26,8 @@ public:
     /// Writes at once. Ignores the status: a refused value stays until the next read. Does nothing if not editable().
     void setVolts(float volts);
     bool editable() const { return m_editable; }
+    // The camera returns the limits as floats, so that 2.3 is 2.2999999523: round them before the comparison with a
+    // text.
     double minVolts() const { return m_minVolts; }
     double maxVolts() const { return m_maxVolts; }
 

@@ -16,16 +16,21 @@ void FilterWheelItemModel::setFilterID(int id)
     storeOnly(this, id, m_filterID, &FilterWheelItemModel::filterIDChanged);
 }
 
+const FilterWheelItemModel *FilterWheelItemModel::filterAt(const ObjectListModel &filters, int row)
+{
+    return static_cast<const FilterWheelItemModel *>(filters.at(row));
+}
+
 std::optional<uint8_t> FilterWheelItemModel::idAt(const ObjectListModel &filters, int row)
 {
-    const auto *filter = static_cast<const FilterWheelItemModel *>(filters.at(row));
+    const FilterWheelItemModel *const filter = filterAt(filters, row);
     return filter ? std::optional(static_cast<uint8_t>(filter->filterID())) : std::nullopt;
 }
 
 int FilterWheelItemModel::rowOf(const ObjectListModel &filters, int filterID)
 {
     for (int row = 0; row < filters.size(); ++row)
-        if (idAt(filters, row) == filterID)
+        if (filterAt(filters, row)->filterID() == filterID)
             return row;
     return -1;
 }

@@ -33,7 +33,7 @@ public:
     static constexpr size_t slotCount = 4; ///< The camera always returns the filters in this many slots.
     /// How many of the slots have a row: all of a wheel of four, three for any other count of the camera.
     static constexpr size_t rowsFor(uint8_t count) { return count == slotCount ? slotCount : slotCount - 1; }
-    /// The ID of the filter in a row; empty for a row outside the list.
+    /// The ID of the filter in a row as the camera gets it, its lowest 8 bits; empty for a row outside the list.
     static std::optional<uint8_t> idAt(const ObjectListModel &filters, int row);
     /// The first row of this filter, -1 without one.
     static int rowOf(const ObjectListModel &filters, int filterID);
@@ -42,6 +42,9 @@ signals:
     void filterIDChanged();
 
 private:
+    /// Null for a row outside the list.
+    static const FilterWheelItemModel *filterAt(const ObjectListModel &filters, int row);
+
     const QString m_filterName;
     int m_filterID;
     const int m_slotID;

@@ -5,7 +5,7 @@ import zvt.look
 import zvt.rows
 
 // The body of the Analog Settings section: voltages of the detector.
-AdvancedBody {
+ModelBody {
     id: settings
 
     readonly property int _labelWidth: 164
@@ -13,7 +13,7 @@ AdvancedBody {
     readonly property bool _skims: camera ? camera.advancedAnalogSettingsModel.skimmingEnabled : false
 
     // A field for a voltage between the camera's limits. It accepts none until these have been read.
-    component VoltageBox: AdvancedNumberBox {
+    component VoltageBox: ModelNumberBox {
         required property real least
         required property real most
         readonly property bool _limited: least !== 0 || most !== 0

@@ -6,14 +6,14 @@ import zvt.rows
 
 // The body of the Digital Settings section: gain and offset of each preset, the camera's links, and the black-hot
 // switch.
-AdvancedBody {
+ModelBody {
     id: settings
 
     readonly property bool _hasCameraLink: camera ? camera.cameraCapabilitiesModel.hasCameraLinkMode : false
     readonly property bool _hasCoaXPress: camera ? camera.cameraCapabilitiesModel.hasCoaXPressLinksToUse : false
     readonly property bool _hasBlackHot: camera ? camera.advancedTabModel.blackHotAvailable : false
 
-    component PresetBox: AdvancedNumberBox {
+    component PresetBox: ModelNumberBox {
         Layout.preferredWidth: Look.numberColumnWidth
         section: settings
         decimals: Numbers.anyDecimals
@@ -122,7 +122,7 @@ AdvancedBody {
         visible: settings._hasCameraLink || settings._hasCoaXPress || settings._hasBlackHot
         Layout.alignment: Qt.AlignTop
 
-        AdvancedChoiceRow {
+        ModelChoiceRow {
             section: settings
             visible: settings._hasCameraLink
             usable: settings.camera ? settings.camera.advancedTabModel.cameraLinkModeCanBeModified : false
@@ -138,7 +138,7 @@ AdvancedBody {
             onChosen: index => settings.camera.advancedTabModel.selectedCameraLinkModeIndex = index
         }
 
-        AdvancedChoiceRow {
+        ModelChoiceRow {
             section: settings
             visible: settings._hasCoaXPress
             usable: settings.camera ? settings.camera.advancedTabModel.coaXPressLinksCanBeModified : false

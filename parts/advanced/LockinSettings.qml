@@ -3,7 +3,7 @@ import zvt.look
 import zvt.rows
 
 // The body of the Lockin Settings section: the periodic signal at the lock-in input of the camera.
-AdvancedBody {
+ModelBody {
     id: settings
 
     readonly property int _labelWidth: 216
@@ -13,7 +13,7 @@ AdvancedBody {
     hasRefreshed: camera ? camera.advancedLockinSettingsModel.hasRefreshed : false
 
     RowGroup {
-        AdvancedChoiceRow {
+        ModelChoiceRow {
             section: settings
             labelWidth: settings._labelWidth
             //: Heading of a list: how the lock-in input takes its signal
@@ -34,7 +34,7 @@ AdvancedBody {
             //: Heading of a field: about the frequency of the signal at the input
             heading: qsTr("Estimated Input Frequency (Hz):")
 
-            AdvancedNumberBox {
+            ModelNumberBox {
                 section: settings
                 implicitWidth: 120
                 name: frequencyRow.name
@@ -46,7 +46,7 @@ AdvancedBody {
             }
         }
 
-        AdvancedChoiceRow {
+        ModelChoiceRow {
             section: settings
             labelWidth: settings._labelWidth
             //: Heading of a list of frequencies

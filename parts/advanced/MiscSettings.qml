@@ -4,7 +4,7 @@ import zvt.rows
 
 // The body of the Miscellaneous Settings section: the integrate output, the timestamp, and what the digital interfaces
 // send.
-AdvancedBody {
+ModelBody {
     id: settings
 
     readonly property int _labelWidth: 184
@@ -13,7 +13,7 @@ AdvancedBody {
     readonly property bool _hasCoaXPress: camera ? camera.advancedMiscSettingsModel.cxpHeaderModeAvailable : false
 
     // What an interface sends; empty if the camera does not have the interface.
-    component HeaderModeRow: AdvancedChoiceRow {
+    component HeaderModeRow: ModelChoiceRow {
         required property bool available
         required property int mode
 
@@ -33,7 +33,7 @@ AdvancedBody {
     RowGroup {
         Layout.alignment: Qt.AlignTop
 
-        AdvancedChoiceRow {
+        ModelChoiceRow {
             section: settings
             labelWidth: settings._labelWidth
             //: Polarity of the output that is active while the detector integrates
@@ -48,7 +48,7 @@ AdvancedBody {
             onChosen: index => settings.camera.advancedMiscSettingsModel.selectedIntegrateActivePolarityIndex = index
         }
 
-        AdvancedChoiceRow {
+        ModelChoiceRow {
             section: settings
             labelWidth: settings._labelWidth
             //: The event whose time is the timestamp of a frame

@@ -4,10 +4,10 @@ import zvt.look
 import zvt.rows
 
 // The body of the Saturation Settings section: the thresholds of each preset, and the number of its saturated pixels.
-AdvancedBody {
+ModelBody {
     id: settings
 
-    component ThresholdBox: AdvancedNumberBox {
+    component ThresholdBox: ModelNumberBox {
         Layout.preferredWidth: Look.numberColumnWidth
         section: settings
         decimals: 0

@@ -1,20 +1,21 @@
 import QtQuick
 import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
-import zvt
 import zvt.look
 import zvt.rows
 
 // The body of the Camera Settings section: which of all models the camera is, and its serial number. The operator
 // chooses a model in the table. Nothing has an effect on the camera until it is applied.
-ModelBody {
+ApplyBody {
     id: settings
 
     // The model in the current row of the table; null without one.
-    readonly property var _row: filter.filteredModels && table.currentIndex >= 0
-                                ? filter.filteredModels.at(table.currentIndex) : null
-    // Whether the operator has changed something since the last read and has not applied it.
-    property bool _unapplied
+    readonly property var _row: _modelAt(table.currentIndex)
+
+    // The ZvtModelModel in a row of the table; null without one.
+    function _modelAt(row: int): var {
+        return filter.filteredModels && row >= 0 ? filter.filteredModels.at(row) : null
+    }
 
     // Moves the table to the row of the camera, or of what the operator has made of it.
     function convertCameraInfoToIndexAndSetOnListView() {
@@ -34,7 +35,7 @@ ModelBody {
 
     // A new detector or readout changes the rows of the table, but the chosen model stays.
     function _choose(row: int) {
-        const chosen = filter.filteredModels.at(row)
+        const chosen = _modelAt(row)
         if (!camera || !chosen)
             return
         _show(row)
@@ -45,7 +46,7 @@ ModelBody {
         camera.mfgTabModel.readout = chosen.roicType
         camera.mfgTabModel.pleoraBoardType = chosen.pleoraBoard
         camera.mfgTabModel.variant = chosen.variant
-        _unapplied = true
+        unapplied = true
     }
 
     // A property of the model in the current row, for the operator.
@@ -88,10 +89,7 @@ ModelBody {
 
     refreshing: camera ? camera.mfgTabModel.refreshing : false
     hasRefreshed: camera ? camera.mfgTabModel.hasRefreshed : false
-    onReadsChanged: {
-        _unapplied = false
-        convertCameraInfoToIndexAndSetOnListView()
-    }
+    onReadsChanged: convertCameraInfoToIndexAndSetOnListView()
     onIsShownChanged: {
         if (isShown && hasRefreshed)
             convertCameraInfoToIndexAndSetOnListView()
@@ -175,21 +173,16 @@ ModelBody {
                 // The model has each key at once, so the next read replaces what was typed.
                 onTextEdited: {
                     settings.camera.mfgTabModel.serial = text
-                    settings._unapplied = true
+                    settings.unapplied = true
                     revert()
                 }
             }
 
-            WrappingButton {
-                Layout.preferredWidth: 72
+            ApplyButton {
+                section: settings
                 enabled: !settings.refreshing && table.currentIndex >= 0
-                primary: settings._unapplied
-                text: "Apply"
                 Accessible.name: "Apply Camera Settings"
-                onClicked: {
-                    settings.camera.mfgTabModel.applyCameraSettings()
-                    settings._unapplied = false
-                }
+                onApplied: settings.camera.mfgTabModel.applyCameraSettings()
             }
         }
     }

@@ -1,98 +1,80 @@
 import QtQuick
 import QtQuick.Layouts
-import zvt
 import zvt.look
 import zvt.rows
 
-// The body of the TE Cooler Settings section. The switch and the fields have no effect until they are applied.
-ModelBody {
+// The body of the TE Cooler Settings section.
+ApplyBody {
     id: settings
-
-    // Each of the numbers may be 0, and may fail to be read.
-    property bool _actualWasRead
-    property bool _internalWasRead
-    property bool _termsWereRead
-    property bool _setpointWasRead
-    // Whether the operator has changed something since the last read and has not applied it.
-    property bool _unapplied
-
-    function _textIf(wasRead: bool, number: real): string {
-        return text(wasRead ? number : NaN, 2)
-    }
 
     // A number of the cooler's control with its caption.
     component Variable: RowLayout {
         id: variable
 
         required property string caption
-        property alias modelText: box.modelText
+        // See ModelNumberBox.
+        required property real value
+        required property var notifier
 
-        signal entered(number: real)
+        signal sent(number: real)
 
         spacing: 6
 
         PlainLabel {
-            Layout.preferredWidth: 56
             Accessible.ignored: true
             opacity: enabled ? 1 : Look.disabledOpacity
             text: variable.caption
-            horizontalAlignment: Text.AlignRight
         }
 
-        NumberBox {
-            id: box
-
-            implicitWidth: 80
-            enabled: !settings.refreshing || activeFocus
+        ModelNumberBox {
+            section: settings
+            implicitWidth: 72
+            Layout.rightMargin: 8
             name: variable.caption
-            from: -Infinity
-            decimals: -1
-            onEntered: number => {
-                settings._unapplied = true
-                variable.entered(number)
+            from: -Numbers.largestFloat
+            to: Numbers.largestFloat
+            shownDecimals: 2
+            value: variable.value
+            notifier: variable.notifier
+            onSent: number => {
+                settings.unapplied = true
+                variable.sent(number)
             }
+        }
+    }
+
+    // A temperature, empty until it has been read.
+    component Temperature: ValueRow {
+        id: temperature
+
+        required property real celsius
+        required property var notifier
+
+        labelWidth: Look.wideLabelWidth
+        value: fact.wasRead ? settings.text(celsius, 2) : ""
+
+        ReadFact {
+            id: fact
+
+            notifier: temperature.notifier
+            differs: temperature.celsius !== 0
         }
     }
 
     refreshing: camera ? camera.mfgCoolerSettingsModel.refreshing : false
     hasRefreshed: camera ? camera.mfgCoolerSettingsModel.hasRefreshed : false
-    onReadsChanged: _unapplied = false
-    Component.onCompleted: {
-        _actualWasRead = hasRefreshed
-        _internalWasRead = hasRefreshed
-        _termsWereRead = hasRefreshed
-        _setpointWasRead = hasRefreshed
-    }
-
-    Connections {
-        target: settings.camera ? settings.camera.mfgCoolerSettingsModel : null
-        // The signals of a read are those of the numbers that it has read, changed or not.
-        function onActualTempChanged() {
-            settings._actualWasRead = true
-        }
-        function onInternalTempChanged() {
-            settings._internalWasRead = true
-        }
-        function onKPChanged() {
-            settings._termsWereRead = true
-        }
-        function onSetpointChanged() {
-            settings._setpointWasRead = true
-        }
-    }
 
     RowGroup {
         ValueRow {
             labelWidth: Look.wideLabelWidth
             heading: "Cooler Type:"
-            value: settings.camera && settings.reads > 0 ? settings.camera.mfgCoolerSettingsModel.coolerType : ""
+            value: settings.camera ? settings.camera.mfgCoolerSettingsModel.coolerType : ""
         }
 
-        ValueRow {
-            labelWidth: Look.wideLabelWidth
+        Temperature {
             heading: "Actual Temperature:"
-            value: settings._textIf(settings._actualWasRead,
-                                    settings.camera ? settings.camera.mfgCoolerSettingsModel.actualTemp : NaN)
+            celsius: settings.camera ? settings.camera.mfgCoolerSettingsModel.actualTemp : 0
+            notifier: settings.camera ? settings.camera.mfgCoolerSettingsModel.actualTempChanged : null
         }
 
         SettingRow {
@@ -106,17 +88,16 @@ ModelBody {
                 Accessible.name: powerRow.name
                 checked: settings.camera ? settings.camera.mfgCoolerSettingsModel.coolerEnabled : false
                 onToggled: {
-                    settings._unapplied = true
+                    settings.unapplied = true
                     settings.camera.mfgCoolerSettingsModel.coolerEnabled = checked
                 }
             }
         }
 
-        ValueRow {
-            labelWidth: Look.wideLabelWidth
+        Temperature {
             heading: "Internal Temperature:"
-            value: settings._textIf(settings._internalWasRead,
-                                    settings.camera ? settings.camera.mfgCoolerSettingsModel.internalTemp : NaN)
+            celsius: settings.camera ? settings.camera.mfgCoolerSettingsModel.internalTemp : 0
+            notifier: settings.camera ? settings.camera.mfgCoolerSettingsModel.internalTempChanged : null
         }
 
         SettingRow {
@@ -129,37 +110,37 @@ ModelBody {
 
                 Variable {
                     caption: "kP"
-                    modelText: settings._textIf(settings._termsWereRead,
-                                                settings.camera ? settings.camera.mfgCoolerSettingsModel.kP : NaN)
-                    onEntered: term => settings.camera.mfgCoolerSettingsModel.kP = term
+                    value: settings.camera ? settings.camera.mfgCoolerSettingsModel.kP : 0
+                    notifier: settings.camera ? settings.camera.mfgCoolerSettingsModel.kPChanged : null
+                    onSent: term => settings.camera.mfgCoolerSettingsModel.kP = term
                 }
 
                 Variable {
                     caption: "kD"
-                    modelText: settings._textIf(settings._termsWereRead,
-                                                settings.camera ? settings.camera.mfgCoolerSettingsModel.kD : NaN)
-                    onEntered: term => settings.camera.mfgCoolerSettingsModel.kD = term
+                    value: settings.camera ? settings.camera.mfgCoolerSettingsModel.kD : 0
+                    notifier: settings.camera ? settings.camera.mfgCoolerSettingsModel.kDChanged : null
+                    onSent: term => settings.camera.mfgCoolerSettingsModel.kD = term
                 }
 
                 Variable {
                     caption: "kOff"
-                    modelText: settings._textIf(settings._termsWereRead,
-                                                settings.camera ? settings.camera.mfgCoolerSettingsModel.kOff : NaN)
-                    onEntered: term => settings.camera.mfgCoolerSettingsModel.kOff = term
+                    value: settings.camera ? settings.camera.mfgCoolerSettingsModel.kOff : 0
+                    notifier: settings.camera ? settings.camera.mfgCoolerSettingsModel.kOffChanged : null
+                    onSent: term => settings.camera.mfgCoolerSettingsModel.kOff = term
                 }
 
                 Variable {
                     caption: "Setpoint"
-                    modelText: settings._textIf(settings._setpointWasRead,
-                                                settings.camera ? settings.camera.mfgCoolerSettingsModel.setpoint : NaN)
-                    onEntered: celsius => settings.camera.mfgCoolerSettingsModel.setpoint = celsius
+                    value: settings.camera ? settings.camera.mfgCoolerSettingsModel.setpoint : 0
+                    notifier: settings.camera ? settings.camera.mfgCoolerSettingsModel.setpointChanged : null
+                    onSent: temperature => settings.camera.mfgCoolerSettingsModel.setpoint = temperature
                 }
 
                 Variable {
                     caption: "kI"
-                    modelText: settings._textIf(settings._termsWereRead,
-                                                settings.camera ? settings.camera.mfgCoolerSettingsModel.kI : NaN)
-                    onEntered: term => settings.camera.mfgCoolerSettingsModel.kI = term
+                    value: settings.camera ? settings.camera.mfgCoolerSettingsModel.kI : 0
+                    notifier: settings.camera ? settings.camera.mfgCoolerSettingsModel.kIChanged : null
+                    onSent: term => settings.camera.mfgCoolerSettingsModel.kI = term
                 }
             }
         }
@@ -167,16 +148,10 @@ ModelBody {
         SettingRow {
             labelWidth: Look.wideLabelWidth
 
-            WrappingButton {
-                Layout.preferredWidth: 72
-                enabled: !settings.refreshing
-                primary: settings._unapplied
-                text: "Apply"
+            ApplyButton {
+                section: settings
                 Accessible.name: "Apply TE Cooler Settings"
-                onClicked: {
-                    settings.camera.mfgCoolerSettingsModel.applySettings()
-                    settings._unapplied = false
-                }
+                onApplied: settings.camera.mfgCoolerSettingsModel.applySettings()
             }
         }
     }

@@ -2,19 +2,16 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Layouts
-import zvt
 import zvt.look
 import zvt.rows
 
 // The body of the Corvin Filter Settings section: which filter is in each slot of the filter wheel. The IDs have no
 // effect until they are applied; the wheel turns at once.
-ModelBody {
+ApplyBody {
     id: settings
 
     readonly property int _selected: camera ? camera.mfgCorvinFilterSettingsModel.selectedFilterIndex : -1
     readonly property bool _selecting: camera ? camera.mfgCorvinFilterSettingsModel.filterSelectionInProgress : false
-    // Whether the operator has changed something since the last read and has not applied it.
-    property bool _unapplied
 
     component ColumnHeading: PlainLabel {
         Layout.minimumHeight: Look.rowHeight
@@ -25,7 +22,6 @@ ModelBody {
 
     refreshing: camera ? camera.mfgCorvinFilterSettingsModel.refreshing : false
     hasRefreshed: camera ? camera.mfgCorvinFilterSettingsModel.hasRefreshed : false
-    onReadsChanged: _unapplied = false
 
     RowGroup {
         Layout.maximumWidth: 720
@@ -76,6 +72,8 @@ ModelBody {
                 spacing: 4
 
                 Repeater {
+                    id: repeater
+
                     model: settings.camera ? settings.camera.mfgCorvinFilterSettingsModel.filterListModel : null
 
                     MfgFilterRow {
@@ -86,10 +84,20 @@ ModelBody {
                                ? settings.camera.mfgCorvinFilterSettingsModel.filterIDNameStringListModel : []
                         selected: index === settings._selected
                         selecting: settings._selecting
-                        onEdited: settings._unapplied = true
+                        onEdited: settings.unapplied = true
                         onSelectRequested: settings.camera.mfgCorvinFilterSettingsModel.selectFilter(index)
                     }
                 }
+            }
+
+            PlainLabel {
+                visible: !settings.refreshing && repeater.count === 0
+                anchors.fill: parent
+                opacity: enabled ? 1 : Look.disabledOpacity
+                text: "No filters available."
+                color: Look.dimTextColor
+                horizontalAlignment: Text.AlignHCenter
+                verticalAlignment: Text.AlignVCenter
             }
 
             BusyPanel {
@@ -103,14 +111,11 @@ ModelBody {
             }
         }
 
-        WrappingButton {
-            enabled: !settings.refreshing
-            primary: settings._unapplied
+        ApplyButton {
+            section: settings
+            Layout.preferredWidth: implicitWidth
             text: "Apply Filter IDs"
-            onClicked: {
-                settings.camera.mfgCorvinFilterSettingsModel.applyFilterIDs()
-                settings._unapplied = false
-            }
+            onApplied: settings.camera.mfgCorvinFilterSettingsModel.applyFilterIDs()
         }
     }
 }

@@ -7,66 +7,47 @@ import zvt.rows
 RowGroup {
     id: group
 
-    required property ZvtCameraModel camera
+    required property ApplyBody section
     required property int labelWidth
-    // Whether the model is being read.
-    required property bool refreshing
 
-    // The operator changes a setting.
-    signal edited
+    readonly property ZvtCameraModel _camera: section.camera
 
-    // Empty before the number has been read.
-    function _text(number: real, decimals: int, wasRead: bool): string {
-        return camera && wasRead && isFinite(number) ? camera.safeConvertFloatToLocaleString(number, decimals) : ""
-    }
-
-    // 0 is not among the numbers of the camera.
-    function _positiveText(number: real, decimals: int): string {
-        return _text(number, decimals, number > 0)
-    }
-
-    component Field: NumberRow {
+    component Field: ModelNumberRow {
+        section: group.section
         labelWidth: group.labelWidth
-        enabled: !group.refreshing || inUse
+        onSent: group.section.unapplied = true
     }
 
     component Switch: ToggleRow {
         labelWidth: group.labelWidth
-        enabled: !group.refreshing
+        enabled: !group.section.refreshing
+        onToggled: group.section.unapplied = true
     }
 
     Field {
         heading: "Number of Frames:"
         from: 2
         to: 128
-        modelText: group._positiveText(group.camera ? group.camera.mfgNucSettingsModel.nucNumFrames : 0, 0)
-        onEntered: number => {
-            group.edited()
-            group.camera.mfgNucSettingsModel.nucNumFrames = number
-        }
+        value: group._camera ? group._camera.mfgNucSettingsModel.nucNumFrames : 0
+        notifier: group._camera ? group._camera.mfgNucSettingsModel.nucNumFramesChanged : null
+        onSent: number => group._camera.mfgNucSettingsModel.nucNumFrames = number
     }
 
     Field {
         heading: "Twinkler Number of Frames:"
         from: 1
         to: 1048575
-        modelText: group._positiveText(group.camera ? group.camera.mfgNucSettingsModel.twinklerNumFrames : 0, 0)
-        onEntered: number => {
-            group.edited()
-            group.camera.mfgNucSettingsModel.twinklerNumFrames = number
-        }
+        value: group._camera ? group._camera.mfgNucSettingsModel.twinklerNumFrames : 0
+        notifier: group._camera ? group._camera.mfgNucSettingsModel.twinklerSetupChanged : null
+        onSent: number => group._camera.mfgNucSettingsModel.twinklerNumFrames = number
     }
 
     Field {
         heading: "Twinkler Delta:"
         to: 16383
-        // May be 0, and is read together with the number of frames.
-        modelText: group._text(group.camera ? group.camera.mfgNucSettingsModel.twinklerDelta : 0, 0,
-                                 group.camera ? group.camera.mfgNucSettingsModel.twinklerNumFrames > 0 : false)
-        onEntered: number => {
-            group.edited()
-            group.camera.mfgNucSettingsModel.twinklerDelta = number
-        }
+        value: group._camera ? group._camera.mfgNucSettingsModel.twinklerDelta : 0
+        notifier: group._camera ? group._camera.mfgNucSettingsModel.twinklerSetupChanged : null
+        onSent: number => group._camera.mfgNucSettingsModel.twinklerDelta = number
     }
 
     Field {
@@ -74,22 +55,18 @@ RowGroup {
         from: 40
         to: 100
         decimals: 1
-        modelText: group._positiveText(group.camera ? group.camera.mfgNucSettingsModel.flagMaxTemp : 0, 1)
-        onEntered: number => {
-            group.edited()
-            group.camera.mfgNucSettingsModel.flagMaxTemp = number
-        }
+        value: group._camera ? group._camera.mfgNucSettingsModel.flagMaxTemp : 0
+        notifier: group._camera ? group._camera.mfgNucSettingsModel.flagSetupChanged : null
+        onSent: number => group._camera.mfgNucSettingsModel.flagMaxTemp = number
     }
 
     Field {
         heading: "Flag Timeout:"
         from: 15000
         to: 300000
-        modelText: group._positiveText(group.camera ? group.camera.mfgNucSettingsModel.timeout : 0, 0)
-        onEntered: number => {
-            group.edited()
-            group.camera.mfgNucSettingsModel.timeout = number
-        }
+        value: group._camera ? group._camera.mfgNucSettingsModel.timeout : 0
+        notifier: group._camera ? group._camera.mfgNucSettingsModel.flagSetupChanged : null
+        onSent: number => group._camera.mfgNucSettingsModel.timeout = number
     }
 
     Field {
@@ -97,57 +74,41 @@ RowGroup {
         from: 0.1
         to: 5
         decimals: 2
-        modelText: group._positiveText(group.camera ? group.camera.mfgNucSettingsModel.stableDelta : 0, 2)
-        onEntered: number => {
-            group.edited()
-            group.camera.mfgNucSettingsModel.stableDelta = number
-        }
+        value: group._camera ? group._camera.mfgNucSettingsModel.stableDelta : 0
+        notifier: group._camera ? group._camera.mfgNucSettingsModel.flagSetupChanged : null
+        onSent: number => group._camera.mfgNucSettingsModel.stableDelta = number
     }
 
     Field {
         heading: "Stable Count:"
         from: 1
         to: 128
-        modelText: group._positiveText(group.camera ? group.camera.mfgNucSettingsModel.stableCount : 0, 0)
-        onEntered: number => {
-            group.edited()
-            group.camera.mfgNucSettingsModel.stableCount = number
-        }
+        value: group._camera ? group._camera.mfgNucSettingsModel.stableCount : 0
+        notifier: group._camera ? group._camera.mfgNucSettingsModel.flagSetupChanged : null
+        onSent: number => group._camera.mfgNucSettingsModel.stableCount = number
     }
 
     Switch {
         text: "Use Factory Bad Pixels"
-        checked: group.camera ? group.camera.mfgNucSettingsModel.useFactoryBadPixels : false
-        onToggled: {
-            group.edited()
-            group.camera.mfgNucSettingsModel.useFactoryBadPixels = checked
-        }
+        checked: group._camera ? group._camera.mfgNucSettingsModel.useFactoryBadPixels : false
+        onToggled: group._camera.mfgNucSettingsModel.useFactoryBadPixels = checked
     }
 
     Switch {
         text: "NUC Video Output"
-        checked: group.camera ? group.camera.mfgNucSettingsModel.nucVideoOutput : false
-        onToggled: {
-            group.edited()
-            group.camera.mfgNucSettingsModel.nucVideoOutput = checked
-        }
+        checked: group._camera ? group._camera.mfgNucSettingsModel.nucVideoOutput : false
+        onToggled: group._camera.mfgNucSettingsModel.nucVideoOutput = checked
     }
 
     Switch {
         text: "Show Bad Pixels"
-        checked: group.camera ? group.camera.mfgNucSettingsModel.showBadPixels : false
-        onToggled: {
-            group.edited()
-            group.camera.mfgNucSettingsModel.showBadPixels = checked
-        }
+        checked: group._camera ? group._camera.mfgNucSettingsModel.showBadPixels : false
+        onToggled: group._camera.mfgNucSettingsModel.showBadPixels = checked
     }
 
     Switch {
         text: "NUC Digital Data"
-        checked: group.camera ? group.camera.mfgNucSettingsModel.nucDigitalData : false
-        onToggled: {
-            group.edited()
-            group.camera.mfgNucSettingsModel.nucDigitalData = checked
-        }
+        checked: group._camera ? group._camera.mfgNucSettingsModel.nucDigitalData : false
+        onToggled: group._camera.mfgNucSettingsModel.nucDigitalData = checked
     }
 }

@@ -1,51 +1,44 @@
 import QtQuick
 import QtQuick.Layouts
-import zvt
 import zvt.look
 import zvt.rows
 
-// The body of the NUC Settings section: how corrections are made and used. Nothing has an effect until it is applied.
-ModelBody {
+// The body of the NUC Settings section: how corrections are made and used.
+ApplyBody {
     id: settings
 
     readonly property int _labelWidth: 196
-    // Of the settings that the camera returns together, at least one is not 0 if they have been read.
-    readonly property bool _hasSetup: camera ? camera.mfgNucSettingsModel.adMax > 0
-                                               || camera.mfgNucSettingsModel.gainMax > 0 : false
-    // Whether the operator has changed something since the last read and has not applied it.
-    property bool _unapplied
-
-    component Limit: NumberBox {
-        Layout.preferredWidth: 72
-        enabled: !settings.refreshing || activeFocus
-    }
 
     // Two fields with an arrow between.
     component Limits: SettingRow {
         id: limits
 
         required property string quantity
-        property alias minText: minBox.modelText
-        property alias maxText: maxBox.modelText
+        // See ModelNumberBox. The camera returns both limits together.
+        required property real minValue
+        required property real maxValue
+        required property var notifier
         property real to: 0
         property int decimals: 0
 
-        signal minEntered(number: real)
-        signal maxEntered(number: real)
+        signal minSent(number: real)
+        signal maxSent(number: real)
 
         labelWidth: settings._labelWidth
         heading: quantity + " Min & Max:"
+        onMinSent: settings.unapplied = true
+        onMaxSent: settings.unapplied = true
 
-        Limit {
-            id: minBox
-
+        ModelNumberBox {
+            Layout.preferredWidth: 72
+            section: settings
             name: limits.quantity + " Min"
             to: limits.to
             decimals: limits.decimals
-            onEntered: number => {
-                settings._unapplied = true
-                limits.minEntered(number)
-            }
+            shownDecimals: limits.decimals
+            value: limits.minValue
+            notifier: limits.notifier
+            onSent: number => limits.minSent(number)
         }
 
         GlyphLabel {
@@ -53,91 +46,86 @@ ModelBody {
             color: Look.dimTextColor
         }
 
-        Limit {
-            id: maxBox
-
+        ModelNumberBox {
+            Layout.preferredWidth: 72
+            section: settings
             name: limits.quantity + " Max"
             to: limits.to
             decimals: limits.decimals
-            onEntered: number => {
-                settings._unapplied = true
-                limits.maxEntered(number)
-            }
+            shownDecimals: limits.decimals
+            value: limits.maxValue
+            notifier: limits.notifier
+            onSent: number => limits.maxSent(number)
         }
     }
 
     component Switch: ToggleRow {
         labelWidth: settings._labelWidth
         enabled: !settings.refreshing
+        onToggled: settings.unapplied = true
+    }
+
+    component IndexRow: ModelChoiceRow {
+        section: settings
+        labelWidth: settings._labelWidth
+        unreadValue: -1
+        onChosen: settings.unapplied = true
     }
 
     refreshing: camera ? camera.mfgNucSettingsModel.refreshing : false
     hasRefreshed: camera ? camera.mfgNucSettingsModel.hasRefreshed : false
     twoColumnWidth: 840
-    onReadsChanged: _unapplied = false
 
     RowGroup {
         Layout.alignment: Qt.AlignTop
 
-        ChoiceRow {
-            labelWidth: settings._labelWidth
-            enabled: !settings.refreshing || listOpen
+        IndexRow {
             heading: "Type:"
             model: ["One Point", "Two Point", "Update Offset"]
-            currentIndex: settings.camera ? settings.camera.mfgNucSettingsModel.selectedNucTypeIndex : -1
-            onActivated: index => {
-                settings._unapplied = true
-                settings.camera.mfgNucSettingsModel.selectedNucTypeIndex = index
-            }
+            value: settings.camera ? settings.camera.mfgNucSettingsModel.selectedNucTypeIndex : -1
+            notifier: settings.camera ? settings.camera.mfgNucSettingsModel.selectedNucTypeIndexChanged : null
+            onChosen: index => settings.camera.mfgNucSettingsModel.selectedNucTypeIndex = index
         }
 
-        ChoiceRow {
-            labelWidth: settings._labelWidth
-            enabled: !settings.refreshing || listOpen
+        IndexRow {
             heading: "Source:"
             model: ["External", "Internal"]
-            currentIndex: settings.camera ? settings.camera.mfgNucSettingsModel.selectedNucSourceIndex : -1
-            onActivated: index => {
-                settings._unapplied = true
-                settings.camera.mfgNucSettingsModel.selectedNucSourceIndex = index
-            }
+            value: settings.camera ? settings.camera.mfgNucSettingsModel.selectedNucSourceIndex : -1
+            notifier: settings.camera ? settings.camera.mfgNucSettingsModel.selectedNucSourceIndexChanged : null
+            onChosen: index => settings.camera.mfgNucSettingsModel.selectedNucSourceIndex = index
         }
 
         Switch {
             text: "Detect Bad Pixels"
             checked: settings.camera ? settings.camera.mfgNucSettingsModel.detectBadPixels : false
-            onToggled: {
-                settings._unapplied = true
-                settings.camera.mfgNucSettingsModel.detectBadPixels = checked
-            }
+            onToggled: settings.camera.mfgNucSettingsModel.detectBadPixels = checked
         }
 
         Limits {
             quantity: "A/D"
             to: 16383
-            minText: settings.text(settings._hasSetup ? settings.camera.mfgNucSettingsModel.adMin : NaN, 0)
-            maxText: settings.text(settings._hasSetup ? settings.camera.mfgNucSettingsModel.adMax : NaN, 0)
-            onMinEntered: counts => settings.camera.mfgNucSettingsModel.adMin = counts
-            onMaxEntered: counts => settings.camera.mfgNucSettingsModel.adMax = counts
+            minValue: settings.camera ? settings.camera.mfgNucSettingsModel.adMin : 0
+            maxValue: settings.camera ? settings.camera.mfgNucSettingsModel.adMax : 0
+            notifier: settings.camera ? settings.camera.mfgNucSettingsModel.nucSetupChanged : null
+            onMinSent: counts => settings.camera.mfgNucSettingsModel.adMin = counts
+            onMaxSent: counts => settings.camera.mfgNucSettingsModel.adMax = counts
         }
 
         Limits {
             quantity: "Gain"
             to: 2
             decimals: 2
-            minText: settings.text(settings._hasSetup ? settings.camera.mfgNucSettingsModel.gainMin : NaN, 2)
-            maxText: settings.text(settings._hasSetup ? settings.camera.mfgNucSettingsModel.gainMax : NaN, 2)
-            onMinEntered: limit => settings.camera.mfgNucSettingsModel.gainMin = limit
-            onMaxEntered: limit => settings.camera.mfgNucSettingsModel.gainMax = limit
+            minValue: settings.camera ? settings.camera.mfgNucSettingsModel.gainMin : 0
+            maxValue: settings.camera ? settings.camera.mfgNucSettingsModel.gainMax : 0
+            notifier: settings.camera ? settings.camera.mfgNucSettingsModel.nucSetupChanged : null
+            onMinSent: limit => settings.camera.mfgNucSettingsModel.gainMin = limit
+            onMaxSent: limit => settings.camera.mfgNucSettingsModel.gainMax = limit
         }
 
         Switch {
             text: "Detect Twinkler Pixels"
             checked: settings.camera ? settings.camera.mfgNucSettingsModel.useTwinklerDetection : false
-            onToggled: {
-                settings._unapplied = true
-                settings.camera.mfgNucSettingsModel.useTwinklerDetection = checked
-            }
+            onToggled: settings.camera.mfgNucSettingsModel.useTwinklerDetection = checked
         }
     }
 
@@ -145,25 +133,17 @@ ModelBody {
         Layout.alignment: Qt.AlignTop
 
         MfgNucRows {
-            camera: settings.camera
+            section: settings
             labelWidth: settings._labelWidth
-            refreshing: settings.refreshing
-            onEdited: settings._unapplied = true
         }
 
         SettingRow {
             labelWidth: settings._labelWidth
 
-            WrappingButton {
-                Layout.preferredWidth: 72
-                enabled: !settings.refreshing
-                primary: settings._unapplied
-                text: "Apply"
+            ApplyButton {
+                section: settings
                 Accessible.name: "Apply NUC Settings"
-                onClicked: {
-                    settings.camera.mfgNucSettingsModel.applySettings()
-                    settings._unapplied = false
-                }
+                onApplied: settings.camera.mfgNucSettingsModel.applySettings()
             }
         }
     }

@@ -37,6 +37,8 @@ RowLayout {
     Cell {
         id: nameCell
 
+        // The least widths keep the headings and the names of the models complete.
+        Layout.minimumWidth: 112
         Layout.preferredWidth: 124
         text: cells.name
         color: cells.nameColor
@@ -46,6 +48,7 @@ RowLayout {
     Cell {
         id: typeCell
 
+        Layout.minimumWidth: 76
         Layout.preferredWidth: 84
         text: cells.type
     }
@@ -60,6 +63,7 @@ RowLayout {
     Cell {
         id: boardCell
 
+        Layout.minimumWidth: 92
         Layout.preferredWidth: 124
         text: cells.pleoraBoard
     }

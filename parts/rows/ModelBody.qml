@@ -1,26 +1,24 @@
 import QtQuick
 
-// The body of a section with one model, with what such sections have in common. While the model is read, the controls
-// are disabled, except for the one that the operator is using.
+// The body of a section with a model of its own, with what such sections have in common. While the model is read, the
+// controls are disabled, except for the one that the operator is using.
 SectionBody {
     id: body
 
-    // Those of the section's model.
+    // The flags of the section's model.
     property bool refreshing
     property bool hasRefreshed
-    // The number of reads. The bindings of controls depend on it, because a choice that the camera has refused changes
-    // no value of the model: the control shows the model's value again after the next read.
+    // The number of reads that have ended with a connected camera while the body exists. The binding of a control
+    // depends on it if a read does not signal an unchanged value, but must replace a choice that the camera has refused.
     property int reads
-    readonly property int presets: camera ? camera.setupGeneralModel.numPresets : 0
 
-    // A number of the model as text; an empty one before the first read, and for a number that is not finite.
+    // A number of the model as text; an empty one for a number that is not finite.
     function text(number: real, decimals: int): string {
-        return camera && reads > 0 && isFinite(number) ? camera.safeConvertFloatToLocaleString(number, decimals) : ""
+        return camera && isFinite(number) ? camera.safeConvertFloatToLocaleString(number, decimals) : ""
     }
 
     onHasRefreshedChanged: {
-        if (hasRefreshed)
+        if (hasRefreshed && connected)
             reads += 1
     }
-    Component.onCompleted: reads = hasRefreshed ? 1 : 0
 }

@@ -8,7 +8,6 @@ SettingRow {
     property alias from: box.from
     property alias to: box.to
     property alias decimals: box.decimals
-    readonly property alias inUse: box.activeFocus
 
     // The operator has finished typing an acceptable number.
     signal entered(number: real)

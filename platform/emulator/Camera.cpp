@@ -34,6 +34,7 @@ namespace
 
 const auto memoryFile = QStringLiteral("camera.json");
 const auto identityKey = QStringLiteral("identity");
+const auto roicKey = QStringLiteral("roic");
 
 /// The cameras of this process by their handles. Never destroyed, since calls are possible while the process ends.
 struct Registry {
@@ -190,8 +191,9 @@ Camera::Camera(Profile profile, QString folder)
         device->devicesExist();
     m_newSettings = snapshot();
     const QJsonObject values = readMemory();
-    // The camera starts in its last state. Values that devices remember are newer than that state. Those of devices
-    // without settings in states come before it: whether a frame rate is possible depends on the readout circuit.
+    // The camera starts in its last state. Values that devices remember are newer than that state. The values of
+    // devices that have no settings in states are restored before the state, since the readout circuit limits its frame
+    // rates.
     m_state->restore(&State::DeviceEntry::remembersOnly, values, memorySource());
     const auto *const states = device<StateStore>();
     const std::string state = states->stateAtStart(values.value(QStringLiteral("states")).toObject());
@@ -220,8 +222,9 @@ QString Camera::memorySource() const { return QStringLiteral("storage %1/%2").ar
 QJsonObject Camera::readMemory() const
 {
     QJsonObject reference = m_state->save(&State::DeviceEntry::remembers);
-    // Identity::save() contains only the values that differ from the profile.
-    reference[identityKey] = m_profile.identity();
+    // These devices save only the values that differ from the profile.
+    for (const QString &key : {identityKey, roicKey})
+        reference[key] = m_state->byKey.at(key).device->Device::save();
     const QJsonObject values = m_state->storage.read(memoryFile);
     Section(values, memorySource()).requireTypesOf(reference);
     return values;

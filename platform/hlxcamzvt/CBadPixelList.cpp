@@ -7,10 +7,18 @@
 namespace hlx::cam::zvt
 {
 
+namespace
+{
+
+/// Longer than the sides of any detector. A damaged size must not make its users ask for gigabytes.
+constexpr uint16_t longestSide = 16384;
+
+} // namespace
+
 bool CBadPixelList::Load(const CString &path)
 {
     const auto file = BadPixelFile::load(fileSystem(), path);
-    if (!file)
+    if (!file || file->width > longestSide || file->height > longestSide)
         return false;
     TArray<Pixel> pixels;
     for (const BadPixelFile::Pixel &pixel : file->pixels)

@@ -58,7 +58,7 @@ struct WholePage : MfgPage {
 
 } // namespace
 
-/// The Mfg page: its tab, its sections, when they are read, and its layout.
+/// The Mfg page: its tab, its sections, and when they are read and enabled.
 class tst_MfgTab : public Test
 {
     Q_OBJECT
@@ -83,8 +83,7 @@ private slots:
     void theReadoutStaysOnDuringALaterRead();
     void theBodyIsOffWhileDisconnected();
 
-    void everyTextFits_data();
-    void everyTextFits();
+    void aReadEndsWithoutThePage();
     void thePageOutlivesItsModel();
 };
 
@@ -320,42 +319,31 @@ void tst_MfgTab::theBodyIsOffWhileDisconnected()
         QVERIFY2(page.enabled(name), qPrintable(name));
 }
 
-// Layout
-
-void tst_MfgTab::everyTextFits_data()
+// The operator leaves the manufacturing mode in the middle of a read, of an edit and with a list open.
+void tst_MfgTab::aReadEndsWithoutThePage()
 {
-    QTest::addColumn<QString>("profile");
-    QTest::addColumn<int>("width");
-    for (const char *profile : {"everything", "discrete-fov", "low-cost", "edge-values"})
-        for (const int width : {640, 900, 1280})
-            QTest::addRow("%s, %d wide", profile, width) << profile << width;
-}
-
-// Long texts of the camera are shortened, and have a tool tip.
-void tst_MfgTab::everyTextFits()
-{
-    QFETCH(const QString, profile);
-    QFETCH(const int, width);
-    MfgPage page(profile);
-    page.window().resize(width, 3000);
-    page.page()->setSize(QSizeF(width, 3000));
+    MfgPage page;
+    page.toggle("NUC Settings");
+    page.SetupPage::type("A/D Min", "12");
+    page.click("Type");
+    QVERIFY(page.item("Type").property("listOpen").toBool());
+    page.gate().hold("zvtGetBoardType");
+    page.click("Refresh Camera Settings");
+    QMetaObject::invokeMethod(page.identity(), "refresh");
+    QVERIFY(page.gate().waitHeld("zvtGetBoardType"));
+    const size_t mark = page.gate().mark();
+    page.cameraModel()->setProperty("manufacturingMode", false);
+    page.awaitFrame();
+    QVERIFY(!page.find("Mfg") && !page.find("Camera Settings"));
+    page.gate().release("*");
     page.settle();
-    for (const QString &section : mfgSections().mid(1))
-        if (page.find(section))
-            page.toggle(section);
-    page.saveScreenshot({}, {width, 2200});
-    const QRectF place(0, 0, width, page.page()->height());
-    const auto texts = page.shownTexts(*page.page());
-    QVERIFY(texts.size() > 60);
-    for (const QQuickItem *text : texts)
-        if (text->property("elide").toInt() == Qt::ElideNone)
-            QVERIFY2(page.fits(*text, place), qPrintable(text->property("text").toString()));
-        else
-            QVERIFY(place.contains(text->mapRectToScene(QRectF(0, 0, text->width(), text->height()))));
-    page.window().resize(width, 480);
-    page.page()->setSize(QSizeF(width, 480));
+    QVERIFY(!page.find("Camera Settings") && !page.findText("Update Offset"));
+    QCOMPARE(page.commands(mark), QStringList());
+    page.cameraModel()->setProperty("manufacturingMode", true);
     page.settle();
-    page.saveScreenshot("low", {width, 480});
+    QCOMPARE(page.calls("zvtGetNUCType", [&] { page.click("Mfg"); }), 1);
+    QVERIFY(page.enabled("A/D Min"));
+    QVERIFY(page.enabled("Serial"));
 }
 
 void tst_MfgTab::thePageOutlivesItsModel()

@@ -1,54 +1,8 @@
-#include "tests/page/MfgPage.h"
+#include "tests/page/MfgCameraPage.h"
 #include "tests/support/Test.h"
-
-#include <QQmlProperty>
-#include <QQmlPropertyMap>
-
-#include <algorithm>
-
-#include "hlxui/ObjectListModel.h"
 
 namespace
 {
-
-/// The page of a camera that is the second of the two models with its board set, detector and readout circuit.
-struct CameraPage : MfgPage {
-    explicit CameraPage(
-        const Prepare &prepare = [](emulator::Camera &) {}, const QString &profile = QStringLiteral("speed-moves"))
-        : MfgPage(profile, prepare)
-    {
-    }
-
-    int rows() const { return item("Models").property("count").toInt(); }
-    /// The models whose rows are shown, from top to bottom.
-    QStringList models() const
-    {
-        QMap<double, QString> names;
-        for (const QQuickItem *row : item("Models").property("contentItem").value<QQuickItem *>()->childItems())
-            if (row->inherits("QQuickItemDelegate") && row->isVisible())
-                names.insert(row->y(), nameOf(*row));
-        return names.values();
-    }
-    /// The model in the current row; empty without one.
-    QString current() const
-    {
-        for (const QQuickItem *row : item("Models").property("contentItem").value<QQuickItem *>()->childItems())
-            if (row->inherits("QQuickItemDelegate") && row->isVisible() && row->property("highlighted").toBool())
-                return nameOf(*row);
-        return {};
-    }
-    QString fact(const QString &heading) const
-    {
-        return QQmlProperty::read(&item(heading), "Accessible.description", qmlContext(&item(heading))).toString();
-    }
-    QStringList facts() const { return {fact("Board Set"), fact("Detector"), fact("ROIC")}; }
-    void search(const QString &text)
-    {
-        enter(item("Search"), text);
-        settle();
-    }
-    QVariant identityOf(const char *property) const { return identity()->property(property); }
-};
 
 const QStringList writesOfTheCamera{"zvtSetCameraModel \"Campion 640 V\"", "zvtSetCameraType 6",
                                     "zvtSetCameraSubtype 1", "zvtSetPleoraBoardType 2", "zvtSetCameraSN \"ZE-100008\""};
@@ -84,14 +38,15 @@ private slots:
     void withoutNumbersAllModelsAreShown_data();
     void withoutNumbersAllModelsAreShown();
     void anUnknownCameraHasNoRow();
-    void onlyVisibleRowsAreMade();
 };
 
 void tst_MfgTabCamera::theTableIsAtTheRowOfTheCamera()
 {
-    CameraPage page;
+    MfgCameraPage page;
     QCOMPARE(page.models(), QStringList({"Campion 640", "Campion 640 V"}));
     QCOMPARE(page.current(), "Campion 640 V");
+    for (const bool current : {false, true})
+        QCOMPARE(page.madeRows().value(current)->property("current").toBool(), current);
     QCOMPARE(page.identityOf("selectedFilteredIndex").toInt(), 1);
     QCOMPARE(page.facts(), QStringList({"Linden", "InSb", "R640-D"}));
     QCOMPARE(page.text("Serial"), "ZE-100008");
@@ -101,7 +56,7 @@ void tst_MfgTabCamera::theTableIsAtTheRowOfTheCamera()
 
 void tst_MfgTabCamera::theRowsShowNumbersAndNames()
 {
-    CameraPage page;
+    MfgCameraPage page;
     for (const char *heading : {"Model", "Type", "Subtype", "Pleora Board", "Wheel", "Variant"})
         QVERIFY2(page.findText(heading), heading);
     QMap<double, QString> texts;
@@ -114,7 +69,7 @@ void tst_MfgTabCamera::theRowsShowNumbersAndNames()
 
 void tst_MfgTabCamera::theFactsAreHiddenDuringARead()
 {
-    CameraPage page;
+    MfgCameraPage page;
     const double place = page.item("Models").mapToScene({}).y();
     page.gate().hold("zvtGetBoardType");
     page.click("Refresh Camera Settings");
@@ -138,7 +93,7 @@ void tst_MfgTabCamera::aModelIsChosen_data()
 void tst_MfgTabCamera::aModelIsChosen()
 {
     QFETCH(const bool, byKeyboard);
-    CameraPage page;
+    MfgCameraPage page;
     QCOMPARE(page.commandsOf([&] {
         if (byKeyboard)
             page.step("Models", Qt::Key_Up);
@@ -158,7 +113,7 @@ void tst_MfgTabCamera::aModelIsChosen()
 
 void tst_MfgTabCamera::theKeysStayInTheTable()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.step("Models", Qt::Key_Down);
     QCOMPARE(page.current(), "Campion 640 V");
     page.step("Models", Qt::Key_Home);
@@ -171,7 +126,7 @@ void tst_MfgTabCamera::theKeysStayInTheTable()
 // The detector could not be read, so the table is not filtered by numbers.
 void tst_MfgTabCamera::choosingNarrowsTheTable()
 {
-    CameraPage page([](emulator::Camera &camera) { camera.gate().failAlways("zvtGetDetectorType"); });
+    MfgCameraPage page([](emulator::Camera &camera) { camera.gate().failAlways("zvtGetDetectorType"); });
     const int all = page.rows();
     QVERIFY(all > 40);
     QCOMPARE(page.current(), QString());
@@ -193,7 +148,7 @@ void tst_MfgTabCamera::applyWritesFiveValues_data() { aModelIsChosen_data(); }
 void tst_MfgTabCamera::applyWritesFiveValues()
 {
     QFETCH(const bool, byKeyboard);
-    CameraPage page;
+    MfgCameraPage page;
     page.click("Campion 640");
     page.settle();
     QStringList expected = writesOfTheCamera;
@@ -207,7 +162,7 @@ void tst_MfgTabCamera::applyWritesFiveValues()
 
 void tst_MfgTabCamera::applyWithANewSerialWritesTheOthersToo()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.enter(page.item("Serial"), "ZE-7");
     QStringList expected = writesOfTheCamera;
     expected.last() = "zvtSetCameraSN \"ZE-7\"";
@@ -218,13 +173,13 @@ void tst_MfgTabCamera::applyWithANewSerialWritesTheOthersToo()
 
 void tst_MfgTabCamera::applyDoesNotRead()
 {
-    CameraPage page;
+    MfgCameraPage page;
     QCOMPARE(page.calls("zvtGetBoardType", [&] { page.click("Apply Camera Settings"); }), 0);
 }
 
 void tst_MfgTabCamera::serialIsStoredAtEachKey()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.item("Serial").forceActiveFocus(Qt::TabFocusReason);
     page.press(Qt::Key_A, Qt::ControlModifier);
     QStringList serials;
@@ -247,7 +202,7 @@ void tst_MfgTabCamera::serialIsStoredAtEachKey()
 
 void tst_MfgTabCamera::aRefreshDiscardsEdits()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.click("Campion 640");
     page.settle();
     page.enter(page.item("Serial"), "X");
@@ -260,7 +215,7 @@ void tst_MfgTabCamera::aRefreshDiscardsEdits()
 
 void tst_MfgTabCamera::theShownTableReturnsToTheRowOfTheCamera()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.click("Campion 640");
     page.settle();
     page.showTab(0);
@@ -272,7 +227,7 @@ void tst_MfgTabCamera::theShownTableReturnsToTheRowOfTheCamera()
 // The model may be read or changed while the page is hidden.
 void tst_MfgTabCamera::theTableReturnsWithoutARead()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.toggle("Camera Settings");
     page.showTab(0);
     page.identity()->setProperty("cameraSubType", 0);
@@ -282,7 +237,7 @@ void tst_MfgTabCamera::theTableReturnsWithoutARead()
 
 void tst_MfgTabCamera::searchFilters()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.search("vacuum");
     QCOMPARE(page.models(), QStringList{"Campion 640 V"});
     QCOMPARE(page.current(), "Campion 640 V");
@@ -296,7 +251,7 @@ void tst_MfgTabCamera::searchFilters()
 
 void tst_MfgTabCamera::aSearchWithoutMatchDisablesApply()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.search("nothing");
     QCOMPARE(page.rows(), 0);
     QVERIFY(page.findText("No model matches."));
@@ -313,7 +268,7 @@ void tst_MfgTabCamera::aSearchWithoutMatchDisablesApply()
 
 void tst_MfgTabCamera::searchKeepsTheChosenModel()
 {
-    CameraPage page;
+    MfgCameraPage page;
     page.click("Campion 640");
     page.settle();
     page.search("vacuum");
@@ -335,7 +290,7 @@ void tst_MfgTabCamera::withoutNumbersAllModelsAreShown_data()
 void tst_MfgTabCamera::withoutNumbersAllModelsAreShown()
 {
     QFETCH(const int, rows);
-    CameraPage page([](emulator::Camera &camera) { camera.gate().failAlways(QTest::currentDataTag()); });
+    MfgCameraPage page([](emulator::Camera &camera) { camera.gate().failAlways(QTest::currentDataTag()); });
     QCOMPARE(page.rows(), rows);
     QCOMPARE(page.current(), QString());
     QVERIFY(!page.enabled("Apply Camera Settings"));
@@ -343,40 +298,10 @@ void tst_MfgTabCamera::withoutNumbersAllModelsAreShown()
 
 void tst_MfgTabCamera::anUnknownCameraHasNoRow()
 {
-    CameraPage page([](emulator::Camera &) {}, "edge-values");
+    MfgCameraPage page([](emulator::Camera &) {}, "edge-values");
     QCOMPARE(page.rows(), 0);
     QVERIFY(page.findText("No model matches."));
     QVERIFY(!page.enabled("Apply Camera Settings"));
-}
-
-void tst_MfgTabCamera::onlyVisibleRowsAreMade()
-{
-    CameraPage page;
-    ObjectListModel models(true);
-    for (int number = 0; number < 1000; ++number) {
-        auto *const row = new QQmlPropertyMap;
-        for (const char *name :
-             {"name", "typeName", "subTypeName", "pleoraBoardName", "variantName", "filterWheelText"})
-            row->insert(QLatin1String(name), QString::number(number));
-        for (const char *name : {"type", "subType", "pleoraBoard", "variant"})
-            row->insert(QLatin1String(name), number);
-        models.append(row);
-    }
-    QObject *table = page.create("import zvt.manufacturing\nModelTable { width: 600; height: 300; wasRead: true; "
-                                 "name: \"Many\" }",
-                                 {{"model", QVariant::fromValue<QObject *>(&models)}});
-    page.settle();
-    const auto made = [&] {
-        const auto *content = page.item("Many").property("contentItem").value<QQuickItem *>();
-        return std::ranges::count_if(content->childItems(),
-                                     [](const QQuickItem *row) { return row->inherits("QQuickItemDelegate"); });
-    };
-    QVERIFY2(made() >= 8 && made() < 40, qPrintable(QString::number(made())));
-    QMetaObject::invokeMethod(table, "show", Q_ARG(int, 999));
-    page.settle();
-    QVERIFY(page.find("999"));
-    QVERIFY2(made() < 80, qPrintable(QString::number(made())));
-    delete table;
 }
 
 ZVT_TEST(tst_MfgTabCamera)

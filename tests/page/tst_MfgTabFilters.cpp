@@ -50,6 +50,7 @@ private slots:
     void withoutAWheelThereAreNoRows();
     void thePanelIsShownDuringARead();
     void anIdIsStoredAtEachKey();
+    void theFirstAndTheLastIdAreStored();
     void wrongIdsAreNotStored_data();
     void wrongIdsAreNotStored();
     void aNameIsChosen_data();
@@ -80,6 +81,7 @@ void tst_MfgTabFilters::eachSlotHasARow()
     }
     QVERIFY(!page.find(field(3)));
     QVERIFY(page.findText("Selected"));
+    QVERIFY(!page.findText("No filters available."));
 }
 
 void tst_MfgTabFilters::aWheelOfFourHasFourRows()
@@ -96,6 +98,7 @@ void tst_MfgTabFilters::withoutAWheelThereAreNoRows()
     FilterPage page([](emulator::Camera &) {}, "board-6");
     QVERIFY(!page.find(field(0)));
     QVERIFY(page.find("Apply Filter IDs"));
+    QVERIFY(page.findText("No filters available."));
 }
 
 void tst_MfgTabFilters::thePanelIsShownDuringARead()
@@ -129,6 +132,16 @@ void tst_MfgTabFilters::anIdIsStoredAtEachKey()
     }),
              QStringList());
     QVERIFY(page.primary("Apply Filter IDs"));
+}
+
+void tst_MfgTabFilters::theFirstAndTheLastIdAreStored()
+{
+    FilterPage page;
+    page.SetupPage::type(field(0), "63");
+    page.SetupPage::type(field(2), "0");
+    QVERIFY(page.fault(field(0)).isEmpty() && page.fault(field(2)).isEmpty());
+    QCOMPARE(page.commandsOf([&] { page.click("Apply Filter IDs"); }),
+             QStringList({"zvtSetFilterIDInSlot 0, 63", "zvtSetFilterIDInSlot 1, 4", "zvtSetFilterIDInSlot 2, 0"}));
 }
 
 void tst_MfgTabFilters::wrongIdsAreNotStored_data()

@@ -62,7 +62,13 @@ private slots:
     void wrongNumbersAreNotWritten();
     void refusedNumbersSpringBack_data() { addFields(); }
     void refusedNumbersSpringBack();
+    void theLargestNumbersAreWritten_data() { addFields(); }
+    void theLargestNumbersAreWritten();
     void timesAreRoundedUpToWidths();
+    void aTimeThatIsNotChangedIsNotWritten_data();
+    void aTimeThatIsNotChangedIsNotWritten();
+    void wrongTimesAreNotWritten_data() { aTimeThatIsNotChangedIsNotWritten_data(); }
+    void wrongTimesAreNotWritten();
     void aWidthAndItsTimeAreOneNumber();
     void withoutAClockATimeIsAWidth();
     void aTimeThatIsNotFiniteIsEmpty();
@@ -155,6 +161,16 @@ void tst_MfgTabReadout::refusedNumbersSpringBack()
     QCOMPARE(page->text(name), before);
 }
 
+void tst_MfgTabReadout::theLargestNumbersAreWritten()
+{
+    QFETCH(const int, field);
+    const auto &[name, setter, number] = fields.at(field);
+    const std::unique_ptr<ReadoutPage> page(ReadoutPage::overridden());
+    for (const char *text : {"4294967295", "0"})
+        QCOMPARE(page->commandsOf([&] { page->enterNumber(name, text); }),
+                 QStringList(QStringLiteral("%1 %2").arg(QLatin1String(setter), QLatin1String(text))));
+}
+
 // The clock has 20 MHz.
 void tst_MfgTabReadout::timesAreRoundedUpToWidths()
 {
@@ -167,6 +183,47 @@ void tst_MfgTabReadout::timesAreRoundedUpToWidths()
              QStringList("zvtSetMfgPreIntDeadWidth 1"));
     QCOMPARE(page->commandsOf([&] { page->enterNumber("Post Int Width Time (us)", "2"); }),
              QStringList("zvtSetMfgPostIntDeadWidth 40"));
+}
+
+void tst_MfgTabReadout::aTimeThatIsNotChangedIsNotWritten_data()
+{
+    QTest::addColumn<QString>("text");
+    const QStringList texts{"1.53", "22.90", "15.27"};
+    for (qsizetype i = 0; i < times.size(); ++i)
+        QTest::newRow(qPrintable(times.at(i))) << texts.at(i);
+}
+
+// The clock has 13.1 MHz, so that the shown time of each width is rounded: rounded up to a width, it would be another.
+void tst_MfgTabReadout::aTimeThatIsNotChangedIsNotWritten()
+{
+    QFETCH(const QString, text);
+    const QString name = QString::fromLatin1(QTest::currentDataTag());
+    ReadoutPage page([](emulator::Camera &camera) {
+        camera.otherClient().set("roic.override", true);
+        camera.gate().script("zvtGetClockFrequency", 13100000);
+    });
+    QCOMPARE(page.text(name), text);
+    QCOMPARE(page.commandsOf([&] {
+        page.item(name).forceActiveFocus(Qt::TabFocusReason);
+        page.press(Qt::Key_Tab);
+        page.item(name).forceActiveFocus(Qt::TabFocusReason);
+        page.press(Qt::Key_Return);
+        // Typed, but the same.
+        page.enterNumber(name, text);
+    }),
+             QStringList());
+    QCOMPARE(page.text(name), text);
+}
+
+void tst_MfgTabReadout::wrongTimesAreNotWritten()
+{
+    const QString name = QString::fromLatin1(QTest::currentDataTag());
+    const std::unique_ptr<ReadoutPage> page(ReadoutPage::overridden());
+    for (const char *wrong : {"-1", "x", "1e400"}) {
+        QCOMPARE(page->commandsOf([&] { page->enterNumber(name, wrong); }), QStringList());
+        QVERIFY2(!page->fault(name).isEmpty(), wrong);
+        page->press(Qt::Key_Escape);
+    }
 }
 
 void tst_MfgTabReadout::aWidthAndItsTimeAreOneNumber()

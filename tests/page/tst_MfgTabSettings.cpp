@@ -101,6 +101,8 @@ private slots:
     void applyOfOneEditWritesEverything();
     void refusedValuesStayUntilARead();
     void aReadDiscardsEdits();
+    void onlyTheFieldInUseStaysOnDuringARead_data();
+    void onlyTheFieldInUseStaysOnDuringARead();
 
     void miscIsApplied();
     void unreadMiscNumbersAreEmpty();
@@ -284,6 +286,43 @@ void tst_MfgTabSettings::aReadDiscardsEdits()
     QVERIFY(!page.primary("Apply NUC Settings"));
 }
 
+void tst_MfgTabSettings::onlyTheFieldInUseStaysOnDuringARead_data()
+{
+    QTest::addColumn<QByteArray>("section");
+    QTest::addColumn<QString>("other");
+    QTest::addColumn<QByteArray>("model");
+    QTest::addColumn<std::string>("call");
+    QTest::newRow("A/D Min") << QByteArray(nucSection) << "Stable Count" << QByteArray("mfgNucSettingsModel")
+                             << std::string("zvtGetNUCType");
+    QTest::newRow("kI") << QByteArray(coolerSection) << "Cooler Enabled" << QByteArray("mfgCoolerSettingsModel")
+                        << std::string("zvtMfgGetCoolerType");
+    QTest::newRow("DDE Threshold") << QByteArray(miscSection) << "FPA Clock Phase Shift"
+                                   << QByteArray("mfgMiscSettingsModel") << std::string("zvtGetVideoAGCDDEThreshold");
+}
+
+void tst_MfgTabSettings::onlyTheFieldInUseStaysOnDuringARead()
+{
+    QFETCH(const QByteArray, section);
+    QFETCH(const QString, other);
+    QFETCH(const QByteArray, model);
+    QFETCH(const std::string, call);
+    const QString name = QString::fromLatin1(QTest::currentDataTag());
+    SettingsPage page(
+        section, [](emulator::Camera &) {}, "te-cooler");
+    page.SetupPage::type(name, "1");
+    page.gate().hold(call);
+    QMetaObject::invokeMethod(page.tabModel(model), "refresh");
+    QVERIFY(page.gate().waitHeld(call));
+    page.awaitFrame();
+    QVERIFY(page.enabled(name));
+    for (const QString &off : {other, "Apply " + QString::fromLatin1(section)})
+        QVERIFY2(!page.enabled(off), qPrintable(off));
+    page.gate().release("*");
+    page.settle();
+    QVERIFY(page.enabled(other));
+    QCOMPARE(page.text(name), "1");
+}
+
 // The miscellaneous settings
 
 void tst_MfgTabSettings::miscIsApplied()
@@ -358,8 +397,8 @@ void tst_MfgTabSettings::coolerIsApplied()
     SettingsPage page(
         coolerSection, [](emulator::Camera &) {}, "te-cooler");
     QCOMPARE(page.commandsOf([&] {
-        page.enterNumber("kP", "1.5");
-        page.enterNumber("kI", "0.25");
+        page.enterNumber("kP", "2.5");
+        page.enterNumber("kI", "0.75");
         page.enterNumber("kD", "2.125");
         page.enterNumber("kOff", "-3");
         page.enterNumber("Setpoint", "-5.5");
@@ -370,7 +409,7 @@ void tst_MfgTabSettings::coolerIsApplied()
     page.use("Apply TE Cooler Settings", byKeyboard);
     page.settle();
     QCOMPARE(page.commands(mark),
-             QStringList({"zvtMfgSetCoolerPowerEnabled false", "zvtMfgSetCoolerSetup 1.5, 0.25, 2.125, -3",
+             QStringList({"zvtMfgSetCoolerPowerEnabled false", "zvtMfgSetCoolerSetup 2.5, 0.75, 2.125, -3",
                           "zvtMfgSetCoolerSetpoint -5.5"}));
     QCOMPARE(page.rig().callsSince(mark).size(), 3);
     QVERIFY(!page.primary("Apply TE Cooler Settings"));

@@ -39,6 +39,7 @@ private slots:
     void theTableIsReadAgain();
     void withoutVoltagesThereIsNoTable_data();
     void withoutVoltagesThereIsNoTable();
+    void limitsAreThoseOfTheirTexts();
     void unknownLimitsAcceptNothing();
 };
 
@@ -101,7 +102,7 @@ void tst_MfgTabVoltages::wrongNumbersAreNotWritten()
         QCOMPARE(page.text("Reference"), "1.650");
     }
     // The limits as numbers of type float are not exact.
-    for (const char *text : {"2.3", "1"})
+    for (const char *text : {"2.3", "1", "2.300", "1.000"})
         QCOMPARE(page.commandsOf([&] { page.enterNumber("Reference", text); }).size(), 1);
 }
 
@@ -148,6 +149,24 @@ void tst_MfgTabVoltages::withoutVoltagesThereIsNoTable()
     for (const char *text : {"Name", "Value"})
         QVERIFY2(!page.findText(text), text);
     QVERIFY(!page.find("Refresh Voltages"));
+}
+
+// As numbers of type float, 0.1 is more than 0.1, and 2.3 is less than 2.3.
+void tst_MfgTabVoltages::limitsAreThoseOfTheirTexts()
+{
+    VoltagePage page("everything", [](emulator::Camera &camera) {
+        camera.gate().script("zvtGetVoltageLimits", QVariantList{0.1, 2.3});
+    });
+    for (const char *text : {"0.1", "2.3"}) {
+        page.enterNumber("Reference", text);
+        QVERIFY2(page.fault("Reference").isEmpty(), text);
+        page.press(Qt::Key_Escape);
+    }
+    for (const char *text : {"0.099", "2.301"}) {
+        page.enterNumber("Reference", text);
+        QVERIFY2(!page.fault("Reference").isEmpty(), text);
+        page.press(Qt::Key_Escape);
+    }
 }
 
 void tst_MfgTabVoltages::unknownLimitsAcceptNothing()

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTest>
 
 #include <set>
 #include <utility>
@@ -47,13 +48,20 @@ struct BadPixelRig : CorrectionRig {
         return list ? QStringLiteral("%1x%2").arg(list->width).arg(list->height) : QString();
     }
 
-    /// Writes the factory's list as another program would.
+    /// Writes the factory's list as another program would, after the camera has written its own.
     bool putFactoryList(const QByteArray &content)
     {
+        camera().flushMemory();
         const QString path = pathOf(factoryPath);
         QFile file(path);
         return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly)
             && file.write(content) == content.size();
+    }
+    /// Removes it in the same way.
+    bool removeFactoryList()
+    {
+        camera().flushMemory();
+        return QFile::remove(pathOf(factoryPath));
     }
     bool putFactoryList(const List &list)
     {
@@ -83,6 +91,25 @@ struct BadPixelRig : CorrectionRig {
     bool useWholeArray() { return set("sensor.window", QVariantList{0, 0, 640, 512}); }
     /// Limits by which more than a third of the pixels are bad.
     bool useNarrowLimits() { return zvtSetNUCSetup(handle(), 0.95f, 1.05f, 1000, 15'000, true) == 0; }
+
+    /// Adds rows with a "content" that is no list.
+    static void addDamagedLists()
+    {
+        QTest::addColumn<QByteArray>("content");
+        const auto bytes = List{160, 128, {{80, 64}}}.bytes();
+        const QByteArray sound = QByteArrayView(bytes).toByteArray();
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("foreign") << QByteArray("Width: 640, a text that is no list");
+        QTest::newRow("truncated") << sound.chopped(1);
+        QTest::newRow("with a tail") << sound + 'x';
+        QByteArray later = sound;
+        later[8] = 2;
+        QTest::newRow("later version") << later;
+        const auto outside = List{160, 128, {{160, 0}}}.bytes();
+        QTest::newRow("pixel outside") << QByteArrayView(outside).toByteArray();
+        const auto huge = List{65'535, 65'535, {}}.bytes();
+        QTest::newRow("huge") << QByteArrayView(huge).toByteArray();
+    }
 
 private:
     QTemporaryDir m_folder;

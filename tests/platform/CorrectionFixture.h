@@ -18,13 +18,15 @@ protected:
     /// A table whose values depend on the pixel.
     static emulator::image::CorrectionTable table(const emulator::image::Window &window = {16, 8, 64, 4})
     {
-        emulator::image::CorrectionTable table{window, {}, {}, {}};
+        std::vector<float> gains;
+        std::vector<float> offsets;
+        std::vector<uint8_t> flags;
         for (int i = 0; i < window.width * window.height; ++i) {
-            table.gains.push_back(1 + 0.001f * static_cast<float>(i));
-            table.offsets.push_back(-0.5f * static_cast<float>(i));
-            table.flags.push_back(static_cast<uint8_t>(i % 8));
+            gains.push_back(1 + 0.001f * static_cast<float>(i));
+            offsets.push_back(-0.5f * static_cast<float>(i));
+            flags.push_back(static_cast<uint8_t>(i % 8));
         }
-        return table;
+        return {window, std::move(gains), std::move(offsets), std::move(flags)};
     }
 
     /// A description in which every field differs from its first value and from the others.

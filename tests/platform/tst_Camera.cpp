@@ -391,6 +391,8 @@ void tst_Camera::refusesAValueOfAnotherKind_data()
     QTest::newRow("flag") << QByteArray(R"("cooler": {"power": 1})") << "cooler.power: must be true or false";
     QTest::newRow("text") << QByteArray(R"("states": {"current": 1})") << "states.current: must be a text";
     QTest::newRow("identity") << QByteArray(R"("identity": {"model": 3})") << "identity.model: must be a text";
+    QTest::newRow("readout circuit") << QByteArray(R"("roic": {"preDeadRows": "1"})")
+                                     << "roic.preDeadRows: must be a number";
     QTest::newRow("list") << QByteArray(R"("focus": {"near": ["x"]})") << "focus.near: must be a list of numbers";
     QTest::newRow("device") << QByteArray(R"("cooler": 7)") << "cooler: must be an object";
 }

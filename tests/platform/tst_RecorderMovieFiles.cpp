@@ -346,6 +346,7 @@ void tst_RecorderMovieFiles::anOlderContentIsNotWritten()
 void tst_RecorderMovieFiles::aRemovedFolderIsNotMadeAgain()
 {
     RecordedMoviesRig rig;
+    rig.flush();
     QVERIFY(QDir(rig.camera().folder()).removeRecursively());
     QVERIFY(rig.recordMovie(5));
     rig.flush();

@@ -27,6 +27,8 @@ private slots:
     void anImageOfNoPixelsIsAllowed();
     void refusesWhatIsNoList();
     void refusesAbsurdCountsAndPixelsOutside();
+    void refusesAbsurdSizes_data();
+    void refusesAbsurdSizes();
     void savingReportsFailure();
     void longListsTakeLinearTime();
 
@@ -135,6 +137,29 @@ void tst_badPixelList::refusesAbsurdCountsAndPixelsOutside()
         QVERIFY((BadPixelFile{640, 512, {outside}}.save(hlx::fileSystem(), path("b.bpl"))));
         QVERIFY(!list.Load(path("b.bpl")));
     }
+}
+
+void tst_badPixelList::refusesAbsurdSizes_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<bool>("accepted");
+    QTest::newRow("largest") << 16384 << 16384 << true;
+    QTest::newRow("too wide") << 16385 << 1 << false;
+    QTest::newRow("too high") << 1 << 16385 << false;
+    QTest::newRow("greatest numbers") << 65535 << 65535 << false;
+}
+
+void tst_badPixelList::refusesAbsurdSizes()
+{
+    QFETCH(const int, width);
+    QFETCH(const int, height);
+    QFETCH(const bool, accepted);
+    const BadPixelFile file{static_cast<uint16_t>(width), static_cast<uint16_t>(height), {{0, 0}}};
+    QVERIFY(file.save(hlx::fileSystem(), path("a.bpl")));
+    CBadPixelList list;
+    QCOMPARE(list.Load(path("a.bpl")), accepted);
+    QCOMPARE(list.GetCount(), accepted ? 1U : 0U);
 }
 
 void tst_badPixelList::savingReportsFailure()

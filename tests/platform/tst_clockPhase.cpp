@@ -1,3 +1,4 @@
+#include "platform/emulator/SetupError.h"
 #include "tests/platform/FrameRig.h"
 #include "tests/support/Test.h"
 
@@ -13,6 +14,8 @@ private slots:
     void phaseMakesNoise();
     void bestPhaseIsThatOfTheProfile();
     void phaseIsTakenInItsRange();
+    void keysOfAProfileAreChecked_data();
+    void keysOfAProfileAreChecked();
 };
 
 namespace
@@ -87,6 +90,34 @@ void tst_clockPhase::phaseIsTakenInItsRange()
         for (const uint32_t wrong : {100'000'001U, UINT32_MAX})
             QCOMPARE(zvtMfgSetClockPhaseShift(rig.handle(), wrong), int(emulator::Refused));
         QCOMPARE(phaseShift(rig), value);
+    }
+}
+
+void tst_clockPhase::keysOfAProfileAreChecked_data()
+{
+    QTest::addColumn<QByteArray>("keys");
+    for (const char *key : {"bestClockPhaseShift", "clockPhaseShift"})
+        for (const char *value : {"-1", "100000001", "0.5", R"("best")", "true"}) {
+            const QByteArray keys = QByteArray(R"("%1": %2)").replace("%1", key).replace("%2", value);
+            QTest::newRow(keys.constData()) << keys;
+        }
+    // The constants of the profile are those of the sensor.
+    for (const char *keys : {R"("override": true)", R"("lineDeadWidth": 40)", R"("phase": 40)"})
+        QTest::newRow(keys) << QByteArray(keys);
+}
+
+void tst_clockPhase::keysOfAProfileAreChecked()
+{
+    QFETCH(const QByteArray, keys);
+    const QTemporaryDir folder;
+    LensRig rig;
+    const QByteArray profile = writeProfile(folder.path(), "everything", R"({"roic": {)" + keys + "}}").toLatin1();
+    try {
+        rig.open(profile);
+        QFAIL("it was accepted");
+    } catch (const emulator::SetupError &error) {
+        const QByteArray key = keys.mid(1, keys.indexOf('"', 1) - 1);
+        QVERIFY2(QByteArray(error.what()).contains("devices.roic." + key + ':'), error.what());
     }
 }
 

@@ -1,3 +1,4 @@
+#include "platform/emulator/devices/BadPixelFolder.h"
 #include "platform/emulator/devices/RecordedSettings.h"
 #include "tests/platform/BadPixelRig.h"
 #include "tests/support/Test.h"
@@ -17,6 +18,8 @@ class tst_factoryBadPixels : public Test
 
 private slots:
     void isThereFromTheFirstStart();
+    void isNotReplacedAtTheNextStart();
+    void theFirstListLeavesAFileAlone();
     void comesBackIfItIsRemoved();
     void camerasWithoutCorrectionsHaveNone();
     void createReplacesItByTheUnion();
@@ -37,9 +40,9 @@ private slots:
     void damagedListsAreRefused();
     void createReplacesADamagedList();
     void aListOfAnotherWindowIsRefused();
+    void aListOfTheSizeOfTheWindowFitsAtAnyPlace();
     void isReplacedAsAWhole();
     void recordingsHaveTheNewFlags();
-    void runsUseTheChangedList();
 };
 
 namespace
@@ -63,7 +66,8 @@ constexpr List::Pixel good{80, 64};
 void tst_factoryBadPixels::isThereFromTheFirstStart()
 {
     BadPixelRig rig;
-    const auto list = rig.download(path);
+    rig.camera().flushMemory();
+    const auto list = List::load(hlx::fileSystem(), qPrintable(rig.pathOf(path)));
     QCOMPARE(rig.sizeOf(list), "640x512");
     emulator::image::Exposure exposure;
     exposure.window = {0, 0, 640, 512};
@@ -73,17 +77,58 @@ void tst_factoryBadPixels::isThereFromTheFirstStart()
     for (const auto &pixel : list->pixels)
         QVERIFY(known[size_t{pixel.y} * 640 + pixel.x] != 0);
     QVERIFY(list->pixels.size() > 300);
+    QVERIFY(rig.download(path) && rig.download(path)->pixels == list->pixels);
     QVERIFY(rig.download("flashfs/../flashfs/system/factoryConfig/factory.bpl").has_value());
+}
+
+void tst_factoryBadPixels::isNotReplacedAtTheNextStart()
+{
+    BadPixelRig rig;
+    QVERIFY(rig.putFactoryList(List{160, 128, {good}}));
+    rig.camera().disconnect();
+    rig.camera().connect();
+    rig.camera().flushMemory();
+    QCOMPARE(rig.sizeOf(rig.download(path)), "160x128");
+    rig.open("everything");
+    rig.camera().flushMemory();
+    QCOMPARE(rig.sizeOf(rig.download(path)), "160x128");
+}
+
+// Another program may write it while the camera is about to.
+void tst_factoryBadPixels::theFirstListLeavesAFileAlone()
+{
+    const QTemporaryDir folder;
+    emulator::BadPixelFolder files(folder.path(), [] {
+        return std::make_shared<const emulator::image::BadPixelMap>(emulator::image::BadPixelMap{{0, 0, 8, 4}});
+    });
+    const auto size = [&files] {
+        const auto list = files.read(emulator::BadPixelFolder::factoryPath);
+        return list ? list->window.width : 0;
+    };
+    files.provideFactoryList();
+    QCOMPARE(size(), 8);
+    const QString file = folder.path() + QLatin1String(path);
+    QVERIFY(QDir().mkpath(QFileInfo(file).path()) && List({16, 4, {}}).save(hlx::fileSystem(), qPrintable(file)));
+    QCOMPARE(size(), 16);
+    QVERIFY(!files.unwritten(QLatin1String(path)));
+    files.write();
+    QVERIFY(files.isWritten());
+    QCOMPARE(size(), 16);
 }
 
 void tst_factoryBadPixels::comesBackIfItIsRemoved()
 {
     BadPixelRig rig;
     const auto before = rig.download(path);
-    QVERIFY(QFile::remove(rig.pathOf(path)));
+    QVERIFY(rig.removeFactoryList());
     QCOMPARE(zvtMfgFactoryBPLApply(rig.handle(), all), 0);
-    QVERIFY(QFile::remove(rig.pathOf(path)));
+    QVERIFY(rig.removeFactoryList());
     QVERIFY(before && rig.pixelsOf(rig.download(path)) == rig.pixelsOf(before));
+    QVERIFY(rig.removeFactoryList());
+    rig.camera().disconnect();
+    rig.camera().connect();
+    rig.camera().flushMemory();
+    QVERIFY(QFile::exists(rig.pathOf(path)));
 }
 
 void tst_factoryBadPixels::camerasWithoutCorrectionsHaveNone()
@@ -188,11 +233,14 @@ void tst_factoryBadPixels::applyChangesThePictureAtOnce()
     // A repaired pixel has the mean of its neighbours.
     QVERIFY(differs(repaired) == std::vector{place});
     QVERIFY(std::abs(2 * repaired[place] - before[place - 1] - before[place + 1]) <= 1);
+    // The switch shows it, and all others.
+    const Pixels flagged = rig.flagged();
     QVERIFY(rig.set("corrections.showBadPixels", true));
     const auto shown = rig.output();
-    QCOMPARE(zvtLoadNUC(rig.handle(), 0, "mine"), 0);
-    const auto without = rig.output();
-    QVERIFY(shown[place] != without[place]);
+    for (size_t i = 0; i < shown.size(); ++i) {
+        const bool isBad = flagged.contains({int(i % 160), int(i / 160)});
+        QVERIFY2(isBad ? shown[i] == 16'383 : shown[i] == repaired[i], QByteArray::number(i));
+    }
 }
 
 void tst_factoryBadPixels::applyIsCounted()
@@ -265,28 +313,36 @@ void tst_factoryBadPixels::applyFollowsTheFlips_data()
 {
     QTest::addColumn<bool>("mirrored");
     QTest::addColumn<bool>("inverted");
-    QTest::newRow("mirrored") << true << false;
-    QTest::newRow("inverted") << false << true;
-    QTest::newRow("both") << true << true;
+    QTest::addColumn<bool>("ofTheArray"); // The correction.
+    for (const bool ofTheArray : {false, true}) {
+        const char *const text = ofTheArray ? "the array" : "the window";
+        QTest::addRow("mirrored, %s", text) << true << false << ofTheArray;
+        QTest::addRow("inverted, %s", text) << false << true << ofTheArray;
+        QTest::addRow("both, %s", text) << true << true << ofTheArray;
+    }
 }
 
 void tst_factoryBadPixels::applyFollowsTheFlips()
 {
     QFETCH(const bool, mirrored);
     QFETCH(const bool, inverted);
+    QFETCH(const bool, ofTheArray);
     BadPixelRig rig;
     QVERIFY(rig.set("image.reverted", mirrored) && rig.set("image.inverted", inverted));
-    QVERIFY(rig.make("mine"));
+    // Not in the middle of the array, so that a wrong flip of the array is seen.
+    QVERIFY(rig.set("sensor.window", QVariantList{64, 32, 160, 128}));
+    QVERIFY(ofTheArray || rig.make("mine"));
     constexpr List::Pixel corner{3, 5};
     QVERIFY(rig.putFactoryList(List{160, 128, {corner}}));
     const auto before = rig.output();
+    QVERIFY(!rig.flagged(0, mirrored, inverted).contains({corner.x, corner.y}));
     QCOMPARE(zvtMfgFactoryBPLApply(rig.handle(), 1), 0);
     const auto after = rig.output();
     const size_t column = mirrored ? 159 - corner.x : corner.x;
     const size_t row = inverted ? 127 - corner.y : corner.y;
     QVERIFY(before[row * 160 + column] != after[row * 160 + column]);
     QVERIFY(rig.flagged(0, mirrored, inverted).contains({corner.x, corner.y}));
-    QVERIFY(rig.pixelsOf(rig.exported()).contains({corner.x, corner.y}));
+    QVERIFY(rig.pixelsOf(rig.exported()) == rig.flagged(0, mirrored, inverted));
 }
 
 void tst_factoryBadPixels::applyChangesAPendingCorrection()
@@ -300,21 +356,7 @@ void tst_factoryBadPixels::applyChangesAPendingCorrection()
     QVERIFY(rig.flagged().contains({good.x, good.y}));
 }
 
-void tst_factoryBadPixels::damagedListsAreRefused_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    const auto bytes = List{160, 128, {good}}.bytes();
-    const QByteArray sound = QByteArrayView(bytes).toByteArray();
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("foreign") << QByteArray("Width: 640, a text that is no list");
-    QTest::newRow("truncated") << sound.chopped(1);
-    QTest::newRow("with a tail") << sound + 'x';
-    QByteArray later = sound;
-    later[8] = 2;
-    QTest::newRow("later version") << later;
-    const auto outside = List{160, 128, {{160, 0}}}.bytes();
-    QTest::newRow("pixel outside") << QByteArrayView(outside).toByteArray();
-}
+void tst_factoryBadPixels::damagedListsAreRefused_data() { BadPixelRig::addDamagedLists(); }
 
 void tst_factoryBadPixels::damagedListsAreRefused()
 {
@@ -349,13 +391,30 @@ void tst_factoryBadPixels::aListOfAnotherWindowIsRefused()
     QCOMPARE(rig.sizeOf(rig.download(path)), "320x256");
 }
 
+// A list has a size, but no place.
+void tst_factoryBadPixels::aListOfTheSizeOfTheWindowFitsAtAnyPlace()
+{
+    BadPixelRig rig;
+    QCOMPARE(zvtMfgFactoryBPLCreate(rig.handle(), 2), 0);
+    const Pixels created = rig.pixelsOf(rig.download(path));
+    QVERIFY(rig.set("sensor.window", QVariantList{0, 0, 160, 128}));
+    const Pixels before = rig.flagged(1);
+    QVERIFY(!created.empty() && together(before, created).size() > before.size());
+    QCOMPARE(zvtMfgFactoryBPLApply(rig.handle(), 2), 0);
+    QVERIFY(rig.flagged(1) == together(before, created));
+    QCOMPARE(zvtMfgFactoryBPLAppend(rig.handle(), 2), 0);
+    QVERIFY(rig.pixelsOf(rig.download(path)) == together(before, created));
+}
+
 void tst_factoryBadPixels::isReplacedAsAWhole()
 {
     BadPixelRig rig;
+    rig.camera().flushMemory();
     const auto before = rig.download(path);
     const QString kept = rig.pathOf("/flashfs/system/factoryConfig/kept.bpl");
     QCOMPARE(::link(qPrintable(rig.pathOf(path)), qPrintable(kept)), 0);
     QCOMPARE(zvtMfgFactoryBPLAppend(rig.handle(), 1), 0);
+    rig.camera().flushMemory();
     QVERIFY(rig.pixelsOf(rig.download(path)) != rig.pixelsOf(before));
     QVERIFY(rig.pixelsOf(rig.download("/flashfs/system/factoryConfig/kept.bpl")) == rig.pixelsOf(before));
 }
@@ -373,20 +432,6 @@ void tst_factoryBadPixels::recordingsHaveTheNewFlags()
     const size_t place = size_t{good.y} * 160 + good.x;
     QVERIFY((before->correction()->table->flags[place] & 1) == 0);
     QVERIFY((after->correction()->table->flags[place] & 1) != 0);
-}
-
-void tst_factoryBadPixels::runsUseTheChangedList()
-{
-    BadPixelRig rig;
-    QCOMPARE(zvtSetNUCUseFactoryBadPixels(rig.handle(), true), 0);
-    QVERIFY(rig.putFactoryList(List{160, 128, {good}}));
-    QVERIFY(rig.make("mine"));
-    QVERIFY(rig.flagged().contains({good.x, good.y}));
-    QCOMPARE(rig.counts()[1], 1U);
-    QCOMPARE(rig.counts()[2], rig.counts()[0] - 1);
-    QCOMPARE(zvtSetNUCUseFactoryBadPixels(rig.handle(), false), 0);
-    QVERIFY(rig.make("mine"));
-    QVERIFY(!rig.flagged().contains({good.x, good.y}));
 }
 
 ZVT_TEST(tst_factoryBadPixels)

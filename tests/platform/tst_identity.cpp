@@ -21,12 +21,15 @@ private slots:
     void refusedWriteRaisesNone();
     void fiveWritesRaiseFiveEvents();
     void writeByAnotherClientIsReportedAsSuch();
+    void textsOfAnotherClientAreReported_data();
+    void textsOfAnotherClientAreReported();
     void capabilitiesFollowTheNumbers_data();
     void capabilitiesFollowTheNumbers();
     void profilesOwnNumbersBringItsCapabilitiesBack();
     void onlyTheCapabilitiesOfTheNumberChange();
     void textsChangeNoCapability();
     void functionsFollowTheCapability();
+    void capabilityWithoutItsDeviceIsAbsent();
     void identityOutlivesTheProcess();
     void statesDoNotChangeTheIdentity();
     void filterWheelIsThatOfTheDevices_data();
@@ -128,6 +131,28 @@ void tst_identity::writeByAnotherClientIsReportedAsSuch()
     QCOMPARE(eventsOf(rig), Events{ZVT_EVENT_SETTINGS_CHANGED});
 }
 
+void tst_identity::textsOfAnotherClientAreReported_data()
+{
+    QTest::addColumn<QString>("same");
+    QTest::newRow("model") << QStringLiteral("Campion 640 C");
+    QTest::newRow("serial") << QStringLiteral("ZE-100001");
+}
+
+void tst_identity::textsOfAnotherClientAreReported()
+{
+    QFETCH(const QString, same);
+    LensRig rig;
+    const QJsonObject capabilities = rig.camera().capabilities();
+    const QByteArray name = QByteArray("identity.") + QTest::currentDataTag();
+    QVERIFY(rig.set(name.constData(), same));
+    QCOMPARE(eventsOf(rig), Events{ZVT_EVENT_SETTINGS_CHANGED});
+    QVERIFY(rig.set(name.constData(), "Other"));
+    QCOMPARE(eventsOf(rig), (Events{ZVT_EVENT_MAKE_UP_CHANGED, ZVT_EVENT_SETTINGS_CHANGED}));
+    QVERIFY(rig.set(name.constData(), "Other"));
+    QCOMPARE(eventsOf(rig), Events{ZVT_EVENT_SETTINGS_CHANGED});
+    QCOMPARE(rig.camera().capabilities(), capabilities);
+}
+
 void tst_identity::capabilitiesFollowTheNumbers_data()
 {
     QTest::addColumn<QByteArray>("profile");
@@ -220,6 +245,21 @@ void tst_identity::functionsFollowTheCapability()
     QCOMPARE(zvtGetGigEPreset(rig.handle(), &preset), 0);
 }
 
+void tst_identity::capabilityWithoutItsDeviceIsAbsent()
+{
+    LensRig rig("bare");
+    uint8_t coupling = 9;
+    QCOMPARE(zvtSetCameraType(rig.handle(), 2), 0);
+    QCOMPARE(zvtSetCameraSubtype(rig.handle(), 1), 0);
+    QVERIFY(capability(rig, "hasLockin"));
+    QCOMPARE(zvtGetLockinCoupling(rig.handle(), &coupling), int(emulator::Absent));
+    QCOMPARE(zvtSetLockinCoupling(rig.handle(), 1), int(emulator::Absent));
+    QCOMPARE(zvtSetCameraType(rig.handle(), 5), 0);
+    QVERIFY(capability(rig, "hasSsd"));
+    QCOMPARE(zvtSsdArm(rig.handle()), int(emulator::Absent));
+    QCOMPARE(coupling, uint8_t(9));
+}
+
 void tst_identity::identityOutlivesTheProcess()
 {
     LensRig rig;
@@ -256,8 +296,12 @@ void tst_identity::filterWheelIsThatOfTheDevices_data()
 {
     QTest::addColumn<int>("present");
     QTest::newRow("everything") << 1;
+    // Its filters cannot be replaced.
+    QTest::newRow("discrete-fov") << 1;
     QTest::newRow("bare") << 0;
+    // These remove the wheel of the profile that they extend.
     QTest::newRow("low-cost") << 0;
+    QTest::newRow("board-6") << 0;
 }
 
 void tst_identity::filterWheelIsThatOfTheDevices()
@@ -278,10 +322,18 @@ void tst_identity::functionsAreFast()
 {
     LensRig rig;
     const size_t mark = rig.camera().gate().mark();
-    for (int pass = 0; pass < 3; ++pass)
+    for (int pass = 0; pass < 3; ++pass) {
         for (const bool same : {false, true})
             for (const Write write : allWrites())
                 QCOMPARE(write(rig.handle(), same), 0);
+        uint8_t number = 0;
+        for (const auto read : {zvtGetBoardType, zvtGetCameraType, zvtGetCameraSubtype, zvtGetDetectorType,
+                                zvtGetReadout, zvtGetPleoraBoardType, zvtGetFilterWheelPresent, zvtGetVariant})
+            QCOMPARE(read(rig.handle(), &number), 0);
+        char text[256] = "";
+        for (const auto read : {zvtGetCameraSN, zvtGetCameraModel})
+            QCOMPARE(read(rig.handle(), text, sizeof text), 0);
+    }
     QVERIFY(slowestFunction(rig.camera().gate(), mark) < std::chrono::milliseconds(1));
 }
 

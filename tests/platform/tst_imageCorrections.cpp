@@ -334,13 +334,15 @@ void tst_imageCorrections::offsetUpdateKeepsGainsAndBadPixels()
     };
     for (const float added : {0.0f, 700.0f}) {
         CorrectionTable old = made->table;
-        for (float &offset : old.offsets)
+        std::vector<float> offsets = old.offsets.values();
+        for (float &offset : offsets)
             offset += added;
+        old.offsets = std::move(offsets);
         QVERIFY(std::abs(meanOf(updateOffsets(old, other)->table) - meanOf(old)) < 0.5);
     }
 
     CorrectionTable damaged = made->table;
-    damaged.offsets.pop_back();
+    damaged.offsets = std::vector<float>(made->table.offsets.begin(), made->table.offsets.end() - 1);
     QVERIFY(!updateOffsets(damaged, other));
     damaged = made->table;
     std::ranges::fill(damaged.flags, CorrectionTable::Bad);

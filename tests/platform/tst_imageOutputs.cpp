@@ -38,13 +38,14 @@ namespace
 /// A table whose corrected pixels have these counts, 16 in each row. A count of -1 is a bad pixel.
 CorrectionTable tableOf(const QList<int> &counts)
 {
-    CorrectionTable table{{0, 0, 16, static_cast<int>(counts.size()) / 16}, {}, {}, {}};
+    std::vector<float> offsets;
+    std::vector<uint8_t> flags;
     for (const int count : counts) {
-        table.gains.push_back(0);
-        table.offsets.push_back(static_cast<float>(count));
-        table.flags.push_back(count < 0 ? uint8_t(CorrectionTable::Bad) : uint8_t(0));
+        offsets.push_back(static_cast<float>(count));
+        flags.push_back(count < 0 ? uint8_t(CorrectionTable::Bad) : uint8_t(0));
     }
-    return table;
+    const int height = static_cast<int>(counts.size()) / 16;
+    return {{0, 0, 16, height}, std::vector<float>(offsets.size()), std::move(offsets), std::move(flags)};
 }
 
 Exposure exposureWith(CorrectionTable table)
@@ -104,8 +105,8 @@ void tst_imageOutputs::correctedIsGainAndOffset()
     QFETCH(const float, offset);
     QFETCH(const int, expected);
     CorrectionTable table = tableOf(rowWith({}));
-    std::ranges::fill(table.gains, gain);
-    std::ranges::fill(table.offsets, offset);
+    table.gains = std::vector<float>(16, gain);
+    table.offsets = std::vector<float>(16, offset);
     Exposure exposure = exposureWith(table);
     exposure.readout.integrationTime = 1000;
     QCOMPARE(listOf(frameOf(exposure)), QList<int>(16, 16'383));
@@ -155,11 +156,13 @@ void tst_imageOutputs::badPixelsAreRepaired()
 void tst_imageOutputs::onlyTheBadOnesAreRepaired()
 {
     CorrectionTable table = tableOf(rowWith({4, 11}));
-    for (size_t i = 0; i < table.flags.size(); ++i) {
-        table.offsets[i] = static_cast<float>(1000 + 10 * i);
+    std::vector<float> offsets(16);
+    for (size_t i = 0; i < offsets.size(); ++i) {
+        offsets[i] = static_cast<float>(1000 + 10 * i);
         table.flags[i] |= CorrectionTable::Factory | CorrectionTable::Twinkling;
     }
-    table.offsets[4] = 0;
+    offsets[4] = 0;
+    table.offsets = std::move(offsets);
     QList<int> expected;
     for (int i = 0; i < 16; ++i)
         expected << 1000 + 10 * i;
@@ -262,10 +265,11 @@ void tst_imageOutputs::partOfTheTableIsUsed()
     exposure.optics.mirrored = mirrored;
     exposure.optics.inverted = inverted;
     const Window whole{8, 4, 100, 80};
-    CorrectionTable table{whole, std::vector<float>(8000, 0), std::vector<float>(8000), std::vector<uint8_t>(8000)};
+    std::vector<float> offsets(8000);
     for (int y = 4; y < 84; ++y)
         for (int x = 8; x < 108; ++x)
-            table.offsets[placeIn(whole, exposure.optics, x, y).indexIn(100)] = static_cast<float>(100 * y + x);
+            offsets[placeIn(whole, exposure.optics, x, y).indexIn(100)] = static_cast<float>(100 * y + x);
+    const CorrectionTable table{whole, std::vector<float>(8000), std::move(offsets), std::vector<uint8_t>(8000)};
     exposure.correction = std::make_shared<const CorrectionTable>(table);
     for (const Window &part : {whole, Window{8, 4, 20, 10}, Window{88, 74, 20, 10}, Window{31, 17, 64, 32}}) {
         exposure.window = part;
@@ -300,7 +304,7 @@ void tst_imageOutputs::unusableTablesAreIgnored()
     table.flags.pop_back();
     QVERIFY(isRaw(table));
     table = *good.correction;
-    table.gains.clear();
+    table.gains = {};
     QVERIFY(isRaw(table));
     table = *good.correction;
     table.window.width = -16;
@@ -310,13 +314,16 @@ void tst_imageOutputs::unusableTablesAreIgnored()
 void tst_imageOutputs::framesAreTheSameForEver()
 {
     Exposure exposure = exposureOf(Scene::Live);
-    CorrectionTable table{exposure.window, {}, {}, {}};
+    std::vector<float> gains;
+    std::vector<float> offsets;
+    std::vector<uint8_t> flags;
     for (int i = 0; i < 160 * 128; ++i) {
-        table.gains.push_back(0.9f + 0.0001f * static_cast<float>(i % 1999));
-        table.offsets.push_back(0.37f * static_cast<float>(i % 997) - 150);
-        table.flags.push_back(i % 271 < 2 ? uint8_t(CorrectionTable::Bad) : uint8_t(0));
+        gains.push_back(0.9f + 0.0001f * static_cast<float>(i % 1999));
+        offsets.push_back(0.37f * static_cast<float>(i % 997) - 150);
+        flags.push_back(i % 271 < 2 ? uint8_t(CorrectionTable::Bad) : uint8_t(0));
     }
-    exposure.correction = std::make_shared<const CorrectionTable>(table);
+    exposure.correction = std::make_shared<const CorrectionTable>(
+        CorrectionTable{exposure.window, std::move(gains), std::move(offsets), std::move(flags)});
     exposure.digitalGain = 1.1f;
     exposure.digitalOffset = -20.3f;
     exposure.readout.voltages = {.globalOffset = 0.7, .bias = 301.5, .skimming = 0.9};

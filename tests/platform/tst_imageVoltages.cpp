@@ -21,6 +21,8 @@ private slots:
     void referenceActsAsTwiceTheGlobalOffset();
     void biasChangesTheResponse_data();
     void biasChangesTheResponse();
+    void differencesByBiasAndCommonAddUp_data();
+    void differencesByBiasAndCommonAddUp();
     void biasChangesTheReadNoise();
     void biasChangesTheTwinklingPixels_data();
     void biasChangesTheTwinklingPixels();
@@ -154,6 +156,36 @@ void tst_imageVoltages::biasChangesTheResponse()
     const double shading = light * response * 0.0031;
     QVERIFY2(std::abs(statistics.spatialDeviation() - std::hypot(deviation, shading)) < 4,
              text(statistics.spatialDeviation()));
+}
+
+void tst_imageVoltages::differencesByBiasAndCommonAddUp_data()
+{
+    QTest::addColumn<double>("bias");
+    QTest::addColumn<double>("common");
+    QTest::addColumn<double>("excess");
+    QTest::newRow("bias") << 500.0 << Voltages::startCommon << 1.0;
+    QTest::newRow("common") << 250.0 << 3.0 << 1.0;
+    QTest::newRow("common, down") << 250.0 << Voltages::minimumCommon << -1.0;
+    QTest::newRow("both") << 500.0 << 3.0 << 2.0;
+    QTest::newRow("against each other") << 500.0 << Voltages::minimumCommon << 0.0;
+}
+
+void tst_imageVoltages::differencesByBiasAndCommonAddUp()
+{
+    QFETCH(const double, bias);
+    QFETCH(const double, common);
+    QFETCH(const double, excess);
+    Detector::Properties properties = imageFixture::corrected();
+    properties.offset = 500;
+    properties.biasDeviation = 0.02f;
+    Exposure exposure = withVoltages(areaOf(exposureOf(Scene::Area, properties), 27), {.bias = bias, .common = common});
+    exposure.readout.noise = false;
+    exposure.readout.cooling = Readout::Uncooled;
+    Statistics statistics(static_cast<size_t>(exposure.window.pixels()));
+    statistics.add(frameOf(exposure));
+    // Beside the shading of the lens.
+    const double expected = (statistics.mean() - 500) * std::hypot(0.02 * excess, 0.0031);
+    QVERIFY2(std::abs(statistics.spatialDeviation() - expected) < 4, text(statistics.spatialDeviation() - expected));
 }
 
 void tst_imageVoltages::biasChangesTheReadNoise()

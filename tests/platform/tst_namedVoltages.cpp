@@ -1,3 +1,4 @@
+#include "platform/emulator/SetupError.h"
 #include "tests/platform/CorrectionRig.h"
 #include "tests/platform/callTimes.h"
 #include "tests/support/Test.h"
@@ -22,15 +23,20 @@ private slots:
     void unknownNamesAreRefused();
     void aFailureLeavesTheOutputsAlone();
     void displayNamesFillAnyBuffer();
+    void namesAreAppended();
     void camerasWithoutThemHaveAnEmptyList();
     void referenceShiftsTheCounts();
     void detectorCommonChangesTheResponse();
     void aLoadedCorrectionStopsFitting_data();
     void aLoadedCorrectionStopsFitting();
     void skimmingAndOffsetAreThoseOfTheDetector();
+    void skimmingAndOffsetChangeTheFrames();
     void skimmingIsMissingWhileItIsNotAvailable();
     void outliveTheProcessButAreNotInStates();
     void otherClientsSetThem();
+    void startWithThoseOfTheProfile();
+    void keysOfAProfileAreChecked_data();
+    void keysOfAProfileAreChecked();
     void returnAtOnce();
 };
 
@@ -54,6 +60,15 @@ float voltsOf(const LensRig &rig, const char *name)
 {
     float volts = -99;
     zvtGetVoltage(rig.handle(), name, &volts);
+    return volts;
+}
+
+/// All voltages that can be set.
+QList<float> editable(const LensRig &rig)
+{
+    QList<float> volts;
+    for (const char *name : {"VREF", "VDET", "VSKIM", "VOFFS"})
+        volts << voltsOf(rig, name);
     return volts;
 }
 
@@ -164,9 +179,12 @@ void tst_namedVoltages::fixedVoltagesAreRefused()
 void tst_namedVoltages::unknownNamesAreRefused()
 {
     const LensRig rig;
-    for (const char *name : {"", "vref", "VREF ", "VREFX", "Reference"})
-        QCOMPARE(zvtSetVoltage(rig.handle(), name, 1.5f), refused);
-    QCOMPARE(voltsOf(rig, "VREF"), 1.65f);
+    const QList<float> before = editable(rig);
+    for (const char *name : {"", "vref", "VREF ", "VREFX", "Reference"}) {
+        QCOMPARE(zvtSetVoltage(rig.handle(), name, 2), refused);
+        QCOMPARE(voltsOf(rig, name), -99.0f);
+    }
+    QCOMPARE(editable(rig), before);
 }
 
 void tst_namedVoltages::aFailureLeavesTheOutputsAlone()
@@ -197,6 +215,20 @@ void tst_namedVoltages::displayNamesFillAnyBuffer()
         if (size > name.size())
             QCOMPARE(status, 0);
     }
+}
+
+void tst_namedVoltages::namesAreAppended()
+{
+    LensRig rig;
+    hlx::TArray<hlx::CString> names;
+    names.add(hlx::CString("before"));
+    QCOMPARE(zvtListVoltages(rig.handle(), &names), 0);
+    QCOMPARE(names.size(), size_t(7));
+    QCOMPARE(std::string(names[0].c_str()), std::string("before"));
+    QCOMPARE(std::string(names[1].c_str()), std::string("VDDA"));
+    rig.camera().disconnect();
+    QVERIFY(zvtListVoltages(rig.handle(), &names) != 0);
+    QCOMPARE(names.size(), size_t(7));
 }
 
 void tst_namedVoltages::camerasWithoutThemHaveAnEmptyList()
@@ -284,6 +316,21 @@ void tst_namedVoltages::skimmingAndOffsetAreThoseOfTheDetector()
     QCOMPARE(voltsOf(rig, "VOFFS"), 3.0f);
 }
 
+void tst_namedVoltages::skimmingAndOffsetChangeTheFrames()
+{
+    VoltageRig rig;
+    const double before = rig.mean();
+    QCOMPARE(rig.setVolts("VOFFS", 1), 0);
+    const double offset = rig.mean() - before;
+    QVERIFY2(std::abs(offset - 400) < 5, QByteArray::number(offset));
+    QCOMPARE(rig.setVolts("VOFFS", 0), 0);
+    QCOMPARE(rig.setVolts("VSKIM", 1), 0);
+    QCOMPARE(rig.mean(), before); // Skimming is off.
+    QCOMPARE(zvtSetSkimmingEnabled(rig.handle(), true), 0);
+    const double skimmed = rig.mean() - before;
+    QVERIFY2(skimmed > -610 && skimmed < -570, QByteArray::number(skimmed));
+}
+
 void tst_namedVoltages::skimmingIsMissingWhileItIsNotAvailable()
 {
     LensRig rig;
@@ -320,8 +367,66 @@ void tst_namedVoltages::otherClientsSetThem()
     QVERIFY(rig.set("voltages.detectorCommon", 2.0));
     QCOMPARE(voltsOf(rig, "VREF"), 2.0f);
     QCOMPARE(voltsOf(rig, "VDET"), 2.0f);
-    QVERIFY(!rig.set("voltages.reference", 2.4));
-    QVERIFY(!rig.set("voltages.detectorCommon", 1.7));
+    // The limits are no values of a float, which the settings are.
+    const auto setLimit = [&rig](const char *setting, const char *name, double volts) {
+        return rig.set(setting, volts) && voltsOf(rig, name) == static_cast<float>(volts);
+    };
+    QVERIFY(setLimit("voltages.reference", "VREF", 1.0) && setLimit("voltages.reference", "VREF", 2.3));
+    QVERIFY(setLimit("voltages.detectorCommon", "VDET", 1.8) && setLimit("voltages.detectorCommon", "VDET", 3.0));
+    for (const double wrong : {0.999999, 2.300001})
+        QVERIFY(!rig.set("voltages.reference", wrong));
+    for (const double wrong : {1.799999, 3.000001})
+        QVERIFY(!rig.set("voltages.detectorCommon", wrong));
+    QVERIFY(!rig.set("voltages.reference", "high"));
+    QCOMPARE(voltsOf(rig, "VREF"), 2.3f);
+    QCOMPARE(voltsOf(rig, "VDET"), 3.0f);
+}
+
+void tst_namedVoltages::startWithThoseOfTheProfile()
+{
+    FrameRig rig;
+    QVERIFY(rig.useSmallWindow() && rig.showArea(27));
+    const double usual = rig.mean();
+    rig.openWith(R"({"voltages": {"reference": 2.3, "detectorCommon": 1.8}})");
+    QCOMPARE(voltsOf(rig, "VREF"), 2.3f);
+    QCOMPARE(voltsOf(rig, "VDET"), 1.8f);
+    QVERIFY(rig.useSmallWindow() && rig.showArea(27));
+    const double start = rig.mean();
+    QCOMPARE(zvtSetVoltage(rig.handle(), "VREF", 1.65f), 0);
+    QVERIFY(std::abs(start - rig.mean() - 520) < 10 && rig.mean() < usual - 500);
+    QCOMPARE(zvtSetVoltage(rig.handle(), "VDET", 2.4f), 0);
+    QVERIFY(std::abs(usual - rig.mean()) < 5);
+    rig.openWith(R"({"voltages": {"reference": 1.0, "detectorCommon": 3.0}})");
+    QCOMPARE(voltsOf(rig, "VREF"), 1.0f);
+    QCOMPARE(voltsOf(rig, "VDET"), 3.0f);
+}
+
+void tst_namedVoltages::keysOfAProfileAreChecked_data()
+{
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QByteArray>("value");
+    const auto row = [](const char *key, const char *value) {
+        QTest::addRow("%s %s", key, value) << QByteArray(key) << QByteArray(value);
+    };
+    for (const char *value : {"0.999999", "2.300001", R"("high")", "true"})
+        row("reference", value);
+    for (const char *value : {"1.799999", "3.000001", "[2.4]"})
+        row("detectorCommon", value);
+    row("VREF", "1.65");
+}
+
+void tst_namedVoltages::keysOfAProfileAreChecked()
+{
+    QFETCH(const QByteArray, key);
+    QFETCH(const QByteArray, value);
+    const QByteArray devices = R"({"voltages": {")" + key + "\": " + value + "}}";
+    FrameRig rig;
+    try {
+        rig.openWith(devices.constData());
+        QFAIL("it was accepted");
+    } catch (const emulator::SetupError &error) {
+        QVERIFY2(QByteArray(error.what()).contains("devices.voltages." + key + ':'), error.what());
+    }
 }
 
 void tst_namedVoltages::returnAtOnce()
@@ -329,9 +434,19 @@ void tst_namedVoltages::returnAtOnce()
     LensRig rig;
     const size_t mark = rig.camera().gate().mark();
     for (int turn = 0; turn < 5; ++turn) {
-        listOf(rig.handle());
-        voltsOf(rig, "VSKIM");
-        zvtSetVoltage(rig.handle(), "VREF", turn % 2 == 0 ? 1.5f : 1.6f);
+        QCOMPARE(listOf(rig.handle()).size(), 6);
+        for (const char *name : {"VREF", "VDET", "VSKIM", "VOFFS"}) {
+            char text[100] = "";
+            uint8_t flag = 0;
+            float minimum = 0;
+            float maximum = 0;
+            QCOMPARE(zvtGetVoltageDisplayName(rig.handle(), name, text, sizeof text), 0);
+            QCOMPARE(zvtGetVoltageEditable(rig.handle(), name, &flag), 0);
+            QCOMPARE(zvtGetVoltageLimits(rig.handle(), name, &minimum, &maximum), 0);
+            const float volts = turn % 2 == 0 ? minimum : maximum;
+            QCOMPARE(zvtSetVoltage(rig.handle(), name, volts), 0);
+            QCOMPARE(voltsOf(rig, name), volts);
+        }
     }
     QVERIFY(slowestFunction(rig.camera().gate(), mark) < std::chrono::milliseconds(1));
 }

@@ -31,6 +31,7 @@ private slots:
     void armedRecorderRefusesChanges();
     void otherClientsSetThem();
     void valuesOutliveTheProcess();
+    void valuesThatWereNotSetFollowTheProfile();
     void fastStateComesBack();
     void snapshotsDoNotHoldThem();
     void functionsAreFast();
@@ -113,7 +114,7 @@ double highestRate(LensRig &rig)
     return sensorOf(rig).frameRates(0, rates) == emulator::Ok ? std::round(rates.front() * 10) / 10 : 0;
 }
 
-/// The frames of the first preset in a second, from their times, rounded to a tenth.
+/// The frames in a second, from the times of two frames of the first preset, rounded to a tenth.
 double frameRate(LensRig &rig)
 {
     const auto newest = [&rig] { return rig.camera().device<emulator::FrameClock>()->newest(0).value(); };
@@ -175,6 +176,7 @@ void tst_roic::constantsChangeTheShortestFrame()
     QCOMPARE(highestRate(rig), rate);
     QCOMPARE(zvtSetFrameWidth(rig.handle(), 0, clocks - 1), refused);
     QCOMPARE(zvtSetFrameWidth(rig.handle(), 0, clocks), 0);
+    QCOMPARE(frameRate(rig), rate);
     QVERIFY(setOverride(rig, false));
     QCOMPARE(shortest(rig), usualWidth);
     QCOMPARE(highestRate(rig), 215.0);
@@ -230,8 +232,12 @@ void tst_roic::presetsChangeInSequencing()
     QVERIFY(rig.set("sensor.sequencingMode", 1));
     // Superframes of four presets, with integration times that are shorter than the readout.
     QCOMPARE(sensorOf(rig).superframeRates().front(), 20e6 / (4 * 103'700));
+    QVERIFY(rig.set("sensor.superframeRate", 10'000));
+    QCOMPARE(frameRate(rig), 192.9);
     QCOMPARE(zvtSetMfgLineDeadWidth(rig.handle(), 20), 0);
     QCOMPARE(sensorOf(rig).superframeRates().front(), 20e6 / (4 * 93'420));
+    QVERIFY(rig.set("sensor.superframeRate", 10'000));
+    QCOMPARE(frameRate(rig), 214.1);
 }
 
 void tst_roic::playbackRateFollows()
@@ -363,7 +369,13 @@ void tst_roic::armedRecorderRefusesChanges()
     for (const Constant &constant : constants())
         QCOMPARE(constant.set(rig.handle(), constant.highest), refused);
     QVERIFY(!setOverride(rig, false));
+    QVERIFY(!rig.set("roic.override", false) && !rig.set("roic.preDeadRows", 2));
+    QVERIFY(!rig.set("roic.hasExtraLineSync", true));
     QCOMPARE(readAll(rig), usualConstants);
+    // The phase of the clock does not change the timing.
+    QCOMPARE(zvtMfgSetClockPhaseShift(rig.handle(), 90), 0);
+    QVERIFY(rig.set("roic.clockPhaseShift", 91));
+    QCOMPARE(read(rig, zvtMfgGetClockPhaseShift), 91U);
     QCOMPARE(zvtSsdDisarm(rig.handle()), 0);
     QCOMPARE(zvtSetMfgLineDeadWidth(rig.handle(), 40), 0);
     QVERIFY(setOverride(rig, false));
@@ -411,6 +423,30 @@ void tst_roic::valuesOutliveTheProcess()
     QCOMPARE(shortest(rig), 103'500U);
 }
 
+void tst_roic::valuesThatWereNotSetFollowTheProfile()
+{
+    const QTemporaryDir folder;
+    LensRig rig;
+    QString file;
+    const auto open = [&](const QByteArray &devices) {
+        if (!file.isEmpty())
+            QFile::remove(file);
+        file = writeProfile(folder.path(), "everything", devices);
+        rig.open(file.toLatin1());
+    };
+    open(R"({"sensor": {"lineDeadWidth": 30, "preDeadRows": 3}, "roic": {"bestClockPhaseShift": 50}})");
+    QVERIFY(setOverride(rig, true));
+    QCOMPARE(zvtSetMfgLineDeadWidth(rig.handle(), 40), 0);
+    const QString folderOfCamera = rig.camera().folder();
+    open(R"({"sensor": {"lineDeadWidth": 31, "preDeadRows": 5, "hasExtraLineSync": true},
+             "roic": {"bestClockPhaseShift": 60}})");
+    QCOMPARE(rig.camera().folder(), folderOfCamera);
+    QCOMPARE(readAll(rig), (QList<uint32_t>{40, 300, 200, 5, 1, 1}));
+    QCOMPARE(read(rig, zvtMfgGetClockPhaseShift), 60U);
+    QVERIFY(setOverride(rig, false));
+    QCOMPARE(readAll(rig), (QList<uint32_t>{31, 300, 200, 5, 1, 1}));
+}
+
 // A rate that only the constants make possible, in the state in which the camera starts.
 void tst_roic::fastStateComesBack()
 {
@@ -449,7 +485,10 @@ void tst_roic::functionsAreFast()
         for (const Constant &constant : constants())
             QCOMPARE(constant.set(rig.handle(), constant.highest), 0);
         readAll(rig);
+        uint8_t flag = 0;
+        QCOMPARE(zvtGetMfgOverrideRoicConfig(rig.handle(), &flag), 0);
         QCOMPARE(zvtMfgSetClockPhaseShift(rig.handle(), 41), 0);
+        QCOMPARE(read(rig, zvtMfgGetClockPhaseShift), 41U);
         QVERIFY(setOverride(rig, false));
     }
     QVERIFY(slowestFunction(rig.camera().gate(), mark) < std::chrono::milliseconds(1));

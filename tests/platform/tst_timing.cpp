@@ -133,10 +133,12 @@ void tst_timing::theMaximumRateHoldsForAllFrames()
 void tst_timing::impossibleReadoutsAreErrors_data()
 {
     QTest::addColumn<QByteArray>("keys");
-    for (const char *keys : {R"("pixelsPerClock": 0)", R"("pixelsPerClock": 2.5)", R"("lineDeadWidth": 0)",
-                             R"("lineDeadWidth": 4096)", R"("preDeadRows": 256)", R"("postDeadRows": -1)",
-                             R"("preIntDeadWidth": -1)", R"("postIntDeadWidth": 1000001)", R"("hasExtraLineSync": 1)",
-                             R"("presetSwitchClocks": 0)", R"("maximumFrameRate": 0)", R"("maximumFrameRate": "fast")"})
+    for (const char *keys :
+         {R"("pixelsPerClock": 0)", R"("pixelsPerClock": 2.5)", R"("pixelsPerClock": 1025)", R"("lineDeadWidth": 0)",
+          R"("lineDeadWidth": 4096)", R"("preDeadRows": 256)", R"("postDeadRows": -1)", R"("preIntDeadWidth": -1)",
+          R"("postIntDeadWidth": 1000001)", R"("hasExtraLineSync": 1)", R"("presetSwitchClocks": 0)",
+          R"("presetSwitchClocks": 1000001)", R"("maximumFrameRate": 0)", R"("maximumFrameRate": 1000001)",
+          R"("maximumFrameRate": "fast")"})
         QTest::newRow(keys) << QByteArray(keys);
 }
 

@@ -105,7 +105,9 @@ QString PageDriver::nameOf(const QQuickItem &item)
     QQmlContext *context = qmlContext(&item);
     if (context == nullptr)
         return {};
-    return QQmlProperty::read(&item, QStringLiteral("Accessible.name"), context).toString();
+    const QString name = QQmlProperty::read(&item, QStringLiteral("Accessible.name"), context).toString();
+    // Qt makes the text of a button its accessible name only for a program that reads the names.
+    return name.isEmpty() && item.inherits("QQuickAbstractButton") ? item.property("text").toString() : name;
 }
 
 QQuickItem *PageDriver::findText(const QString &text) const

@@ -16,10 +16,8 @@
 inline QByteArray correctionFile(uint16_t width = 64, uint16_t height = 4, uint32_t integrationTime = 20'000)
 {
     const auto pixels = static_cast<size_t>(width) * height;
-    emulator::image::CorrectionTable table{{0, 0, width, height}, {}, {}, {}};
-    table.gains.assign(pixels, 1.0F);
-    table.offsets.assign(pixels, 0.0F);
-    table.flags.assign(pixels, 0);
+    const emulator::image::CorrectionTable table{
+        {0, 0, width, height}, std::vector<float>(pixels, 1), std::vector<float>(pixels), std::vector<uint8_t>(pixels)};
     emulator::CorrectionInfo info;
     info.integrationWidth = integrationTime;
     info.frameWidth = 5 * integrationTime;

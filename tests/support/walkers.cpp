@@ -1,5 +1,6 @@
 #include "tests/support/walkers.h"
 
+#include "tests/support/SignalLog.h"
 #include "tests/support/modelProperties.h"
 
 #include <QMetaMethod>
@@ -282,6 +283,53 @@ void walkNoCamera(const ModelUnderTest &model, const QStringList &published)
                 FAIL_WALK(QStringLiteral("%1 was emitted without a camera").arg(signal));
         }
     }
+}
+
+void walkVisibility(const ModelUnderTest &model)
+{
+    Walk walk(model);
+    const QVariantMap before = valuesOf(walk.subject);
+    SignalLog log(walk.subject);
+    const size_t mark = walk.rig.gate().mark();
+    for (int turn = 0; turn < 2; ++turn)
+        QVERIFY(walk.subject->setProperty("visible", true));
+    CameraRig::settle();
+    QCOMPARE(log.take(), QStringList("visibleChanged"));
+    QCOMPARE(differing(before, valuesOf(walk.subject)), QStringList("visible"));
+    QCOMPARE(walk.rig.callsSince(mark), QStringList());
+}
+
+namespace
+{
+
+/// The signals of an invokable, and the properties that it changes.
+QStringList effectsOf(QObject *model, const char *invokable)
+{
+    const QVariantMap before = valuesOf(model);
+    SignalLog log(model);
+    if (!QMetaObject::invokeMethod(model, invokable))
+        return {QStringLiteral("there is no invokable %1").arg(QLatin1String(invokable))};
+    CameraRig::settle();
+    return log.take() + differing(before, valuesOf(model));
+}
+
+} // namespace
+
+void walkApply(const ModelUnderTest &model, const char *apply)
+{
+    Walk walk(model);
+    model.read(walk.subject);
+    CameraRig::settle();
+    const size_t mark = walk.rig.gate().mark();
+    QCOMPARE(effectsOf(walk.subject, apply), QStringList());
+    QVERIFY2(!walk.rig.callsSince(mark).isEmpty(), "nothing is written");
+    for (const auto &call : walk.rig.gate().callsSince(mark))
+        if (call.thread != std::this_thread::get_id())
+            FAIL_WALK(QStringLiteral("%1 is called on a pool thread").arg(QString::fromStdString(call.name)));
+    walk.useRoot(model, {});
+    QCOMPARE(effectsOf(walk.subject, apply), QStringList());
+    const std::unique_ptr<QObject> withoutRoot(model.makeModel(nullptr));
+    QCOMPARE(effectsOf(withoutRoot.get(), apply), QStringList());
 }
 
 void walkRandomOperator(const ModelUnderTest &model, uint32_t seed, int steps)

@@ -57,6 +57,14 @@ void walkSecondRefresh(const ModelUnderTest &model);
 /// signalled.
 void walkNoCamera(const ModelUnderTest &model, const QStringList &published = {});
 
+/// Shows the section of the model twice by its property `visible`. Only the first time may signal, and nothing may be
+/// read: the page starts the read of a section.
+void walkVisibility(const ModelUnderTest &model);
+
+/// Calls `apply`, an invokable that writes all edited values of the model, after a read. It must write on the GUI
+/// thread, and neither read nor signal nor change a value. Without a controller, and without a root, it must not crash.
+void walkApply(const ModelUnderTest &model, const char *apply);
+
 /// Writes, in random order, random values to the model's properties, starts reads, advances the clock, connects and
 /// disconnects the camera, and replaces the model, while calls fail at random. Nothing may crash. At the end the camera
 /// works again, and a read must result in the same values as in a fresh model.

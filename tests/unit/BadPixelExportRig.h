@@ -12,10 +12,14 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
-/// The tools of the factory with a local folder for exports. The camera accepts to make the lists of presets, which a
+#include <set>
+#include <utility>
+
+/// The tools of the factory with a local folder for files. The camera accepts to make the lists of presets, which a
 /// test puts into its folder.
 struct BadPixelExportRig : TabRig<MfgToolsModel> {
     using List = hlx::BadPixelFile;
+    using Places = std::set<std::pair<int, int>>;
 
     static constexpr auto factoryPath = "/flashfs/system/factoryConfig/factory.bpl";
 
@@ -25,11 +29,14 @@ struct BadPixelExportRig : TabRig<MfgToolsModel> {
         start();
     }
 
-    /// Puts a file into the camera.
-    bool put(const QString &cameraPath, const QByteArray &content)
+    /// Where a file of the camera is, after the camera has written what it was about to write.
+    QString pathOf(const QString &cameraPath)
     {
-        return write(rig.camera().folder() + cameraPath, content);
+        rig.camera().flushMemory();
+        return rig.camera().folder() + cameraPath;
     }
+    /// Puts a file into the camera.
+    bool put(const QString &cameraPath, const QByteArray &content) { return writeFile(pathOf(cameraPath), content); }
     bool put(const QString &cameraPath, const List &list)
     {
         const auto bytes = list.bytes();
@@ -61,7 +68,22 @@ struct BadPixelExportRig : TabRig<MfgToolsModel> {
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    static bool write(const QString &path, const QByteArray &content)
+    /// The places of the white pixels in a local picture in which all others are black; of all pixels that are not
+    /// black or white, (-1, -1).
+    Places whitePixels(const QString &name) const
+    {
+        const QImage picture(local(name));
+        Places places;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (const QColor color = picture.pixelColor(x, y); color == Qt::white)
+                    places.emplace(x, y);
+                else if (color != Qt::black)
+                    places.emplace(-1, -1);
+        return places;
+    }
+
+    static bool writeFile(const QString &path, const QByteArray &content)
     {
         QFile file(path);
         return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly)

@@ -10,9 +10,8 @@ namespace
 
 const QString flagRead = QStringLiteral("zvtGetFlagTemperature");
 const QString detectorRead = QStringLiteral("zvtGetFPATemperature");
-const QStringList publishedSignals{
-    "coolerTypeChanged", "coolerEnabledChanged", "actualTempChanged", "internalTempChanged", "kPChanged", "kIChanged",
-    "kDChanged",         "kOffChanged",          "setpointChanged"};
+const QStringList publishedSignals = changedSignals(
+    {"coolerType", "coolerEnabled", "actualTemp", "internalTemp", "kP", "kI", "kD", "kOff", "setpoint"});
 
 /// The calls of a read, where `temperature` is the call that reads the actual temperature.
 QStringList readCalls(const QString &temperature)
@@ -77,11 +76,10 @@ private slots:
     void applyWritesTheTermsInTheOrderOfTheCamera();
     void editOfOneValueWritesAll();
     void refusedSettingsStay();
-    void applyDoesNotRead();
+    void applyOnlyWrites();
     void appliedSettingsReachTheCamera();
 
     void visibilityReadsNothing();
-
     void failingReads();
     void heldReadsOutliveTheModel();
     void secondRefreshIsDropped();
@@ -220,7 +218,7 @@ void tst_MfgCoolerSettingsModel::editsAreStoredOnly()
     const char *property = QTest::currentDataTag();
     CoolerSettings cooler;
     QCOMPARE(cooler.write(property, value), QStringList());
-    QCOMPARE(cooler.log.take(), QStringList(QLatin1String(property) + QStringLiteral("Changed")));
+    QCOMPARE(cooler.log.take(), QStringList(changedSignal(property)));
     QCOMPARE(cooler.model.property(property), value);
     QCOMPARE(cooler.write(property, value), QStringList());
     QCOMPARE(cooler.log.take(), QStringList());
@@ -265,16 +263,7 @@ void tst_MfgCoolerSettingsModel::refusedSettingsStay()
     QCOMPARE(cooler.model.setpoint(), 1000.0F);
 }
 
-void tst_MfgCoolerSettingsModel::applyDoesNotRead()
-{
-    CoolerSettings cooler;
-    cooler.read();
-    const size_t mark = cooler.gate().mark();
-    cooler.model.applySettings();
-    CameraRig::settle();
-    QVERIFY(!cooler.model.refreshing());
-    QCOMPARE(cooler.calls(mark, false), QStringList());
-}
+void tst_MfgCoolerSettingsModel::applyOnlyWrites() { walkApply(coolerModel(), "applySettings"); }
 
 void tst_MfgCoolerSettingsModel::appliedSettingsReachTheCamera()
 {
@@ -292,18 +281,9 @@ void tst_MfgCoolerSettingsModel::appliedSettingsReachTheCamera()
         QCOMPARE(another.property(property), cooler.model.property(property));
 }
 
-// Visibility
-
-void tst_MfgCoolerSettingsModel::visibilityReadsNothing()
-{
-    CoolerSettings cooler;
-    QCOMPARE(cooler.write("visible", true), QStringList());
-    cooler.model.setVisible(true);
-    QVERIFY(cooler.model.visible() && !cooler.model.refreshing());
-    QCOMPARE(cooler.log.take(), QStringList("visibleChanged"));
-}
-
 // The walkers
+
+void tst_MfgCoolerSettingsModel::visibilityReadsNothing() { walkVisibility(coolerModel()); }
 
 void tst_MfgCoolerSettingsModel::failingReads() { walkFailingReads(coolerModel()); }
 

@@ -37,6 +37,7 @@ private slots:
     void heldTurnOutlivesTheModel();
     void wheelTurnsToTheSlot();
     void selectedIndexIsStoredOnly();
+    void selectionWithoutACamera();
 
     void editsAreStoredOnly();
     void refreshDiscardsEdits();
@@ -46,7 +47,8 @@ private slots:
     void applyNeverWritesMoreThanTheRows();
     void applyBeforeTheFirstReadWritesNothing();
     void refusedTableStays();
-    void applyNeitherReadsNorRenames();
+    void applyOnlyWrites();
+    void applyDoesNotRename();
     void numbersAreCut();
     void appliedTableReachesTheCamera();
 };
@@ -167,6 +169,10 @@ void tst_MfgCorvinFilterSettingsModelWrites::heldTurnOutlivesTheModel()
     root.reset();
     rig.gate().release("*");
     CameraRig::settle();
+    // The camera was told the filter of the row, and the wheel has turned.
+    uint8_t id = 0;
+    QCOMPARE(zvtGetCurrentFilterID(rig.controller()->GetHandle(), &id), 0);
+    QCOMPARE(id, uint8_t{21});
 }
 
 void tst_MfgCorvinFilterSettingsModelWrites::wheelTurnsToTheSlot()
@@ -192,6 +198,24 @@ void tst_MfgCorvinFilterSettingsModelWrites::selectedIndexIsStoredOnly()
     QCOMPARE(table.log.take(), QStringList("selectedFilterIndexChanged"));
     QCOMPARE(table.model.selectedFilterIndex(), 3);
     QVERIFY(!table.model.filterSelectionInProgress());
+}
+
+void tst_MfgCorvinFilterSettingsModelWrites::selectionWithoutACamera()
+{
+    ZvtCameraModel root({}, nullptr);
+    MfgCorvinFilterSettingsModel below(&root);
+    MfgCorvinFilterSettingsModel alone(nullptr);
+    for (MfgCorvinFilterSettingsModel *model : {&below, &alone}) {
+        SignalLog log(model);
+        model->selectFilter(0);
+        QVERIFY(model->filterSelectionInProgress());
+        CameraRig::settle();
+        QCOMPARE(log.take(),
+                 QStringList({"selectedFilterIndexChanged", "filterSelectionInProgressChanged",
+                              "filterSelectionInProgressChanged"}));
+        QCOMPARE(model->selectedFilterIndex(), 0);
+        QVERIFY(!model->filterSelectionInProgress());
+    }
 }
 
 // The table
@@ -277,16 +301,19 @@ void tst_MfgCorvinFilterSettingsModelWrites::refusedTableStays()
     QCOMPARE(table.ids(), QList<int>({1, 63, 21, 25}));
 }
 
-void tst_MfgCorvinFilterSettingsModelWrites::applyNeitherReadsNorRenames()
+void tst_MfgCorvinFilterSettingsModelWrites::applyOnlyWrites()
+{
+    walkApply(modelOf<MfgCorvinFilterSettingsModel>(), "applyFilterIDs");
+}
+
+void tst_MfgCorvinFilterSettingsModelWrites::applyDoesNotRename()
 {
     FilterTableRig table;
     table.read();
     const QStringList names = table.names();
     table.filter(1)->setFilterID(63);
-    const size_t mark = table.gate().mark();
     table.model.applyFilterIDs();
     CameraRig::settle();
-    QCOMPARE(table.calls(mark, false), QStringList());
     QCOMPARE(table.names(), names);
     table.read();
     QVERIFY(table.names().at(1) != names.at(1));

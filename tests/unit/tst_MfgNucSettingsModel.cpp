@@ -16,11 +16,9 @@ const QStringList reads{"zvtGetNUCType",
                         "zvtGetShowBadPixels",
                         "zvtGetDigitalOutputNUCEnabled",
                         "zvtGetVideoOutputNUCEnabled"};
-const QStringList publishedSignals{
-    "selectedNucTypeIndexChanged", "selectedNucSourceIndexChanged", "nucSetupChanged",
-    "nucNumFramesChanged",         "twinklerSetupChanged",          "flagSetupChanged",
-    "useFactoryBadPixelsChanged",  "showBadPixelsChanged",          "nucDigitalDataChanged",
-    "nucVideoOutputChanged"};
+const QStringList publishedSignals
+    = changedSignals({"selectedNucTypeIndex", "selectedNucSourceIndex", "nucSetup", "nucNumFrames", "twinklerSetup",
+                      "flagSetup", "useFactoryBadPixels", "showBadPixels", "nucDigitalData", "nucVideoOutput"});
 const QStringList writesOfTheCamerasValues{"zvtSetNUCType 2",
                                            "zvtSetNUCSource 1",
                                            "zvtSetNUCSetup 0.5, 1.75, 100, 15000, true",
@@ -90,11 +88,10 @@ private slots:
     void numbersAreCut_data();
     void numbersAreCut();
     void refusedSettingsStay();
-    void applyDoesNotRead();
+    void applyOnlyWrites();
     void appliedSettingsReachTheCamera();
 
     void visibilityReadsNothing();
-
     void failingReads();
     void heldReadsOutliveTheModel();
     void secondRefreshIsDropped();
@@ -312,16 +309,7 @@ void tst_MfgNucSettingsModel::refusedSettingsStay()
     QCOMPARE(nuc.model.timeout(), 1U);
 }
 
-void tst_MfgNucSettingsModel::applyDoesNotRead()
-{
-    NucSettings nuc;
-    nuc.read();
-    const size_t mark = nuc.gate().mark();
-    nuc.model.applySettings();
-    CameraRig::settle();
-    QVERIFY(!nuc.model.refreshing());
-    QCOMPARE(nuc.calls(mark, false), QStringList());
-}
+void tst_MfgNucSettingsModel::applyOnlyWrites() { walkApply(nucModel(), "applySettings"); }
 
 void tst_MfgNucSettingsModel::appliedSettingsReachTheCamera()
 {
@@ -344,18 +332,9 @@ void tst_MfgNucSettingsModel::appliedSettingsReachTheCamera()
         QCOMPARE(another.property(property), nuc.model.property(property));
 }
 
-// Visibility
-
-void tst_MfgNucSettingsModel::visibilityReadsNothing()
-{
-    NucSettings nuc;
-    QCOMPARE(nuc.write("visible", true), QStringList());
-    nuc.model.setVisible(true);
-    QVERIFY(nuc.model.visible() && !nuc.model.refreshing());
-    QCOMPARE(nuc.log.take(), QStringList("visibleChanged"));
-}
-
 // The walkers
+
+void tst_MfgNucSettingsModel::visibilityReadsNothing() { walkVisibility(nucModel()); }
 
 void tst_MfgNucSettingsModel::failingReads() { walkFailingReads(nucModel()); }
 

@@ -12,10 +12,9 @@ namespace
 const QStringList reads{"zvtGetMfgOverrideRoicConfig", "zvtGetMfgHasExtraLSync",    "zvtGetMfgLineDeadWidth",
                         "zvtGetMfgPreIntDeadWidth",    "zvtGetMfgPostIntDeadWidth", "zvtGetMfgPreDeadRows",
                         "zvtGetMfgPostDeadRows",       "zvtGetClockFrequency"};
-const QStringList clockSignals{"lineDeadWidthChanged", "preIntWidthChanged", "postIntWidthChanged"};
-const QStringList valueSignals{"overrideDefaultsChanged", "hasExtraLSyncChanged", "lineDeadWidthChanged",
-                               "preIntWidthChanged",      "postIntWidthChanged",  "preDeadRowsChanged",
-                               "postDeadRowsChanged"};
+const QStringList clockSignals = changedSignals({"lineDeadWidth", "preIntWidth", "postIntWidth"});
+const QStringList valueSignals = changedSignals({"overrideDefaults", "hasExtraLSync", "lineDeadWidth", "preIntWidth",
+                                                 "postIntWidth", "preDeadRows", "postDeadRows"});
 
 /// Lets each read return a value that differs from those of a new model, and each write succeed.
 void scriptRoic(CameraRig &rig)
@@ -88,6 +87,8 @@ private slots:
     void overrideThatTheCameraIgnoresSpringsBack();
     void refusedOverrideIsNotReadBack();
     void overrideThatCannotBeReadBackSpringsBack();
+    void writeWithoutACameraSpringsBack_data();
+    void writeWithoutACameraSpringsBack();
     void timingReachesTheCamera();
 
     void failingReads();
@@ -216,6 +217,8 @@ void tst_MfgRoicConfigModel::timesAreRoundedUp_data()
     QTest::newRow("whole") << 1000000U << 7.0 << 7U;
     QTest::newRow("a little more") << 1000000U << 7.0001 << 8U;
     QTest::newRow("fast clock") << 20000000U << 1.01 << 21U;
+    QTest::newRow("time of the width 7") << 12500000U << 7 / 12.5 << 8U;
+    QTest::newRow("time of the width 31") << 15000000U << 31 / 15.0 << 32U;
     QTest::newRow("slow clock") << 1U << 1.0 << 1U;
     QTest::newRow("nothing") << 20000000U << 0.0 << 0U;
     QTest::newRow("greatest") << 1000000U << 4294967295.0 << 4294967295U;
@@ -312,7 +315,7 @@ void tst_MfgRoicConfigModel::writes()
     Roic roic;
     roic.read();
     QCOMPARE(roic.write(property, value), QStringList(call));
-    QCOMPARE(roic.log.take(), QStringList(QLatin1String(property) + QStringLiteral("Changed")));
+    QCOMPARE(roic.log.take(), QStringList(changedSignal(property)));
     QCOMPARE(roic.model.property(property), value);
     QCOMPARE(roic.write(property, value), QStringList());
     QCOMPARE(roic.log.take(), QStringList());
@@ -330,7 +333,7 @@ void tst_MfgRoicConfigModel::refusedWriteSpringsBack()
     const QVariant before = roic.model.property(property);
     roic.gate().failAlways("zvtSetMfg*");
     QCOMPARE(roic.write(property, value), QStringList(call));
-    QCOMPARE(roic.log.take(), QStringList(QLatin1String(property) + QStringLiteral("Changed")));
+    QCOMPARE(roic.log.take(), QStringList(changedSignal(property)));
     QCOMPARE(roic.model.property(property), before);
 }
 
@@ -373,6 +376,38 @@ void tst_MfgRoicConfigModel::overrideThatCannotBeReadBackSpringsBack()
     QCOMPARE(roic.write("overrideDefaults", true).size(), 2);
     QCOMPARE(roic.log.take(), QStringList("overrideDefaultsChanged"));
     QVERIFY(!roic.model.overrideDefaults());
+}
+
+void tst_MfgRoicConfigModel::writeWithoutACameraSpringsBack_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QString>("signal");
+    for (const char *flag : {"overrideDefaults", "hasExtraLSync"})
+        QTest::newRow(flag) << QVariant(true) << changedSignal(flag);
+    for (const char *number : {"lineDeadWidth", "preIntWidth", "postIntWidth", "preDeadRows", "postDeadRows"})
+        QTest::newRow(number) << QVariant(40U) << changedSignal(number);
+    QTest::newRow("lineDeadTime") << QVariant(2.0) << "lineDeadWidthChanged";
+    QTest::newRow("preIntTime") << QVariant(2.0) << "preIntWidthChanged";
+    QTest::newRow("postIntTime") << QVariant(2.0) << "postIntWidthChanged";
+}
+
+void tst_MfgRoicConfigModel::writeWithoutACameraSpringsBack()
+{
+    QFETCH(const QVariant, value);
+    QFETCH(const QString, signal);
+    const char *property = QTest::currentDataTag();
+    Roic disconnected;
+    disconnected.rig.camera().disconnect();
+    ZvtCameraModel rootWithoutAController({}, nullptr);
+    MfgRoicConfigModel withoutAController(&rootWithoutAController);
+    MfgRoicConfigModel withoutARoot(nullptr);
+    for (MfgRoicConfigModel *model : {&disconnected.model, &withoutAController, &withoutARoot}) {
+        const QVariant before = model->property(property);
+        SignalLog log(model);
+        QVERIFY(model->setProperty(property, value));
+        QCOMPARE(log.take(), QStringList(signal));
+        QCOMPARE(model->property(property), before);
+    }
 }
 
 void tst_MfgRoicConfigModel::timingReachesTheCamera()

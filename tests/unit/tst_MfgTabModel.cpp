@@ -1,6 +1,7 @@
 #include "tests/support/Test.h"
 #include "tests/unit/TabRig.h"
 
+#include "common/ZvtModelModel.h"
 #include "common/ZvtModelTable.h"
 #include "manufacturing/MfgTabModel.h"
 
@@ -10,9 +11,8 @@ namespace
 const QStringList reads{"zvtGetBoardType", "zvtGetCameraType",      "zvtGetCameraSubtype",      "zvtGetDetectorType",
                         "zvtGetReadout",   "zvtGetPleoraBoardType", "zvtGetFilterWheelPresent", "zvtGetVariant",
                         "zvtGetCameraSN",  "zvtGetCameraModel"};
-const QStringList publishedSignals{
-    "boardTypeChanged",       "cameraTypeChanged",  "cameraSubTypeChanged", "detectorChanged", "readoutChanged",
-    "pleoraBoardTypeChanged", "filterWheelChanged", "variantChanged",       "serialChanged",   "modelChanged"};
+const QStringList publishedSignals = changedSignals({"boardType", "cameraType", "cameraSubType", "detector", "readout",
+                                                     "pleoraBoardType", "filterWheel", "variant", "serial", "model"});
 
 /// Lets each read return a value that differs from those of a new model.
 void scriptIdentity(CameraRig &rig)
@@ -35,6 +35,13 @@ struct MfgTab : TabRig<MfgTabModel> {
         scriptIdentity(rig);
         start();
     }
+
+    /// The row of the camera in the filtered rows of a table; -1 without one.
+    int rowIn(const ZvtModelTable &table) const
+    {
+        return table.getIndexBasedOnCameraInfo(model.boardType(), model.cameraType(), model.cameraSubType(),
+                                               model.detector(), model.readout());
+    }
 };
 
 ModelUnderTest mfgTabModel()
@@ -55,6 +62,7 @@ class tst_MfgTabModel : public Test
 private slots:
     void nothingIsKnownAtFirst();
     void unreadNumbersFilterNothing();
+    void unreadNumbersKeepTheFilteredRows();
     void roicConfigIsAChild();
 
     void readsInOrder();
@@ -73,6 +81,7 @@ private slots:
     void changedSerialIsNotWrittenAlone();
     void numbersAreCutToBytes();
     void refusedValuesStay();
+    void applyOnlyWrites();
     void applyWithoutAControllerDoesNothing();
     void appliedIdentityReachesTheCamera();
 
@@ -105,9 +114,29 @@ void tst_MfgTabModel::unreadNumbersFilterNothing()
     table.setReadoutTypeFilter(tab.model.readout());
     QVERIFY(all > 0);
     QCOMPARE(table.filteredModels()->size(), all);
-    QCOMPARE(table.getIndexBasedOnCameraInfo(tab.model.boardType(), tab.model.cameraType(), tab.model.cameraSubType(),
-                                             tab.model.detector(), tab.model.readout()),
-             -1);
+    QCOMPARE(tab.rowIn(table), -1);
+}
+
+// The page sets the filters again when a camera that was never read takes the place of another.
+void tst_MfgTabModel::unreadNumbersKeepTheFilteredRows()
+{
+    MfgTab tab;
+    ZvtModelTable table;
+    const auto *const chosen = qobject_cast<ZvtModelModel *>(table.models()->at(0));
+    table.setBoardTypeFilter(chosen->boardSet());
+    table.setDetectorTypeFilter(chosen->detectorType());
+    table.setReadoutTypeFilter(chosen->roicType());
+    const int rows = table.filteredModels()->size();
+    QVERIFY(rows > 0 && rows < table.models()->size());
+    SignalLog signalsOfTable(&table);
+    table.setBoardTypeFilter(tab.model.boardType());
+    QCOMPARE(signalsOfTable.take(), QStringList());
+    QCOMPARE(table.boardTypeFilter(), chosen->boardSet());
+    table.setDetectorTypeFilter(tab.model.detector());
+    table.setReadoutTypeFilter(tab.model.readout());
+    QCOMPARE(signalsOfTable.take(), changedSignals({"detectorTypeFilter", "readoutTypeFilter"}));
+    QCOMPARE(table.filteredModels()->size(), rows);
+    QCOMPARE(tab.rowIn(table), -1);
 }
 
 void tst_MfgTabModel::roicConfigIsAChild()
@@ -243,7 +272,7 @@ void tst_MfgTabModel::editsAreStoredOnly()
     const char *property = QTest::currentDataTag();
     MfgTab tab;
     QCOMPARE(tab.write(property, value), QStringList());
-    QCOMPARE(tab.log.take(), QStringList(QLatin1String(property) + QStringLiteral("Changed")));
+    QCOMPARE(tab.log.take(), QStringList(changedSignal(property)));
     QCOMPARE(tab.model.property(property), value);
     QCOMPARE(tab.write(property, value), QStringList());
     QCOMPARE(tab.log.take(), QStringList());
@@ -304,6 +333,8 @@ void tst_MfgTabModel::refusedValuesStay()
     QCOMPARE(tab.model.cameraType(), 8);
     QCOMPARE(tab.model.serial(), QStringLiteral("4711"));
 }
+
+void tst_MfgTabModel::applyOnlyWrites() { walkApply(mfgTabModel(), "applyCameraSettings"); }
 
 void tst_MfgTabModel::applyWithoutAControllerDoesNothing()
 {

@@ -1,13 +1,10 @@
 #include "tests/support/Test.h"
-#include "tests/unit/TabRig.h"
+#include "tests/unit/BadPixelExportRig.h"
 
-#include "manufacturing/MfgToolsModel.h"
-
-#include <QDir>
-#include <QFile>
 #include <QMetaObject>
-#include <QTemporaryDir>
-#include <QUrl>
+#include <QPointer>
+#include <QSemaphore>
+#include <QThreadPool>
 
 #include <memory>
 #include <utility>
@@ -17,15 +14,7 @@
 namespace
 {
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-struct Tools : TabRig<MfgToolsModel> {
-    Tools() : TabRig(QStringLiteral("everything")) { start(); }
-
+struct Tools : BadPixelExportRig {
     /// Calls an operation by its name. Returns the calls to the camera.
     QStringList run(const char *operation)
     {
@@ -93,26 +82,31 @@ void tst_MfgToolsModel::secondRefreshIsDropped()
     QCOMPARE(tools.log.take(), QStringList({"hasRefreshedChanged", "refreshingChanged"}));
 }
 
+// The read makes no call that could be held. The only thread of the pool is busy until the model is deleted.
 void tst_MfgToolsModel::refreshMayOutliveTheModel()
 {
     CameraRig rig;
     auto root = std::make_unique<ZvtCameraModel>(rig.controller(), nullptr);
     CameraRig::settle();
-    (new MfgToolsModel(root.get()))->refresh();
+    const QPointer<MfgToolsModel> model = new MfgToolsModel(root.get());
+    QThreadPool &pool = *QThreadPool::globalInstance();
+    const int threads = pool.maxThreadCount();
+    pool.setMaxThreadCount(1);
+    QSemaphore busy;
+    pool.start([&busy] { busy.acquire(); });
+    model->refresh();
+    // A destructor that waits for its read would never return.
     root.reset();
+    busy.release();
     CameraRig::settle();
+    pool.setMaxThreadCount(threads);
+    QVERIFY(model.isNull());
+    QCOMPARE(pool.activeThreadCount(), 0);
 }
 
 void tst_MfgToolsModel::refreshesWithoutACamera() { walkNoCamera(modelOf<MfgToolsModel>()); }
 
-void tst_MfgToolsModel::visibilityReadsNothing()
-{
-    Tools tools;
-    QCOMPARE(tools.write("visible", true), QStringList());
-    tools.model.setVisible(true);
-    QVERIFY(tools.model.visible() && !tools.model.refreshing());
-    QCOMPARE(tools.log.take(), QStringList("visibleChanged"));
-}
+void tst_MfgToolsModel::visibilityReadsNothing() { walkVisibility(modelOf<MfgToolsModel>()); }
 
 void tst_MfgToolsModel::selectedListsAreStoredOnly()
 {
@@ -193,38 +187,45 @@ void tst_MfgToolsModel::stateOfAnotherComputerHasNoPath()
 void tst_MfgToolsModel::stateComesBack()
 {
     Tools tools;
-    const QTemporaryDir folder;
-    const QString made = folder.filePath(QStringLiteral("made.qsf"));
-    const QString own = folder.filePath(QStringLiteral("own.qsf"));
-    const QString back = folder.filePath(QStringLiteral("back.qsf"));
-    tools.model.downloadFactoryState(QUrl::fromLocalFile(own));
+    const auto url = [&](const char *name) { return QUrl::fromLocalFile(tools.local(name)); };
+    tools.model.downloadFactoryState(url("own.qsf"));
     QVERIFY(tools.rig.camera().otherClient().set("image.reverted", true));
     const uint64_t handle = tools.rig.controller()->GetHandle();
     QCOMPARE(zvtSaveStateAs(handle, "made"), 0);
-    QCOMPARE(zvtDownloadStateStd(handle, "made", qPrintable(made), nullptr), 0);
-    tools.model.uploadFactoryState(QUrl::fromLocalFile(made));
-    tools.model.downloadFactoryState(QUrl::fromLocalFile(back));
-    QVERIFY(!contentOf(made).isEmpty());
-    QCOMPARE(contentOf(back), contentOf(made));
-    QVERIFY(contentOf(own) != contentOf(made));
+    QCOMPARE(zvtDownloadStateStd(handle, "made", qPrintable(tools.local("made.qsf")), nullptr), 0);
+    tools.model.uploadFactoryState(url("made.qsf"));
+    tools.model.downloadFactoryState(url("back.qsf"));
+    QVERIFY(!tools.content("made.qsf").isEmpty());
+    QCOMPARE(tools.content("back.qsf"), tools.content("made.qsf"));
+    QVERIFY(tools.content("own.qsf") != tools.content("made.qsf"));
 }
 
 void tst_MfgToolsModel::operationsWithoutACamera()
 {
     ZvtCameraModel root({}, nullptr);
-    MfgToolsModel model(&root);
-    const QTemporaryDir folder;
-    const QUrl url = QUrl::fromLocalFile(folder.filePath(QStringLiteral("state.qsf")));
-    model.downloadFactoryState(url);
-    model.uploadFactoryState(url);
-    model.createFactoryBplForAllLoadedNucs();
-    model.appendToFactoryBplForAllLoadedNucs();
-    model.applyFactoryBplForAllLoadedNucs();
-    model.saveAllLoadedNucs();
-    model.tk2950AutoFocusFull();
-    model.saveBplForSelectedIndexAction(QUrl::fromLocalFile(folder.path()));
-    // Only the summary is opened before the camera is asked.
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("bpl.txt"));
+    MfgToolsModel below(&root);
+    MfgToolsModel alone(nullptr);
+    for (MfgToolsModel *model : {&below, &alone}) {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("state.qsf"));
+        const size_t mark = emulator::Sdk::gate().mark();
+        model->downloadFactoryState(QUrl::fromLocalFile(path));
+        model->uploadFactoryState(QUrl::fromLocalFile(path));
+        model->createFactoryBplForAllLoadedNucs();
+        model->appendToFactoryBplForAllLoadedNucs();
+        model->applyFactoryBplForAllLoadedNucs();
+        model->saveAllLoadedNucs();
+        model->saveBplForSelectedIndexAction(QUrl::fromLocalFile(folder.path()));
+        model->tk2950AutoFocusFull();
+        QCOMPARE(threadCalls(emulator::Sdk::gate(), mark, CallPlace::OnGui),
+                 QStringList({QStringLiteral("zvtDownloadFactoryDefaultStateStd \"%1\", delegate").arg(path),
+                              QStringLiteral("zvtUploadFactoryDefaultStateStd \"%1\", delegate").arg(path),
+                              "zvtMfgFactoryBPLCreate 4294967295", "zvtMfgFactoryBPLAppend 4294967295",
+                              "zvtMfgFactoryBPLApply 4294967295", "zvtSaveNUC 0", "zvtSaveNUC 1", "zvtSaveNUC 2",
+                              "zvtSaveNUC 3", "zvtSaveBadPixelList 0, \"/Temp/ps0.bpl\"", "zvtAutoFocusFull 0"}));
+        // The summary is opened before the camera is asked.
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("bpl.txt"));
+    }
 }
 
 ZVT_TEST(tst_MfgToolsModel)

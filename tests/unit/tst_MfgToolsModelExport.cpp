@@ -1,16 +1,12 @@
 #include "tests/support/Test.h"
-#include "tests/support/computedMicroseconds.h"
 #include "tests/unit/BadPixelExportRig.h"
 
 #include <algorithm>
-#include <limits>
-#include <set>
-#include <utility>
-
-#include "zvt/zvtsdk.h"
 
 namespace
 {
+
+using Places = BadPixelExportRig::Places;
 
 QStringList presetCalls(int preset)
 {
@@ -18,6 +14,7 @@ QStringList presetCalls(int preset)
             QStringLiteral("zvtDownloadFileStd \"/Temp/ps%1.bpl\", \"LOCAL/ps%1.bpl\", delegate").arg(preset)};
 }
 
+const QStringList callsOfAllPresets = presetCalls(0) + presetCalls(1) + presetCalls(2) + presetCalls(3);
 const QStringList factoryCalls{
     "zvtDownloadFileStd \"/flashfs/system/factoryConfig/factory.bpl\", \"LOCAL/factory.bpl\", delegate"};
 
@@ -27,19 +24,15 @@ QByteArray textOf(const char *pixel)
     return "Width:  8\r\nHeight: 4\r\nCount:  1\r\n   X,   Y\r\n" + QByteArray(pixel) + "\r\n";
 }
 
-/// The places of the white pixels in a picture in which all others are black; of all pixels that are not black or
-/// white, (-1, -1).
-std::set<std::pair<int, int>> whitePixels(const QImage &picture)
+/// The summary of the lists of all presets of BadPixelExportRig::putAll().
+QByteArray summaryOfAllPresets()
 {
-    std::set<std::pair<int, int>> places;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            if (const QColor color = picture.pixelColor(x, y); color == Qt::white)
-                places.emplace(x, y);
-            else if (color != Qt::black)
-                places.emplace(-1, -1);
-    return places;
+    return "**** Preset 0 ****\r\n" + textOf("   0,   1") + "**** Preset 1 ****\r\n" + textOf("   1,   1")
+        + "**** Preset 2 ****\r\n" + textOf("   2,   1") + "**** Preset 3 ****\r\n" + textOf("   3,   1");
 }
+
+const QStringList filesOfAllPresets{"ps0.bpl", "ps0.bpl.png", "ps0.bpl.txt", "ps1.bpl", "ps1.bpl.png", "ps1.bpl.txt",
+                                    "ps2.bpl", "ps2.bpl.png", "ps2.bpl.txt", "ps3.bpl", "ps3.bpl.png", "ps3.bpl.txt"};
 
 } // namespace
 
@@ -73,12 +66,10 @@ private slots:
     void summaryThatCannotBeOpenedEndsTheExport();
     void failedListEndsTheExport_data();
     void failedListEndsTheExport();
+    void failedFactoryListEndsTheExport_data();
+    void failedFactoryListEndsTheExport();
     void textThatCannotBeOpenedIsLeftOut();
     void disconnectedCamera();
-
-    void listsOfTheCamera();
-    void factoryListOfOneCorrection();
-    void longListsTakeLinearTime();
 };
 
 // Lists
@@ -91,10 +82,9 @@ void tst_MfgToolsModelExport::indexSelectsTheLists_data()
     QTest::newRow("second preset") << 1 << presetCalls(1);
     QTest::newRow("third preset") << 2 << presetCalls(2);
     QTest::newRow("fourth preset") << 3 << presetCalls(3);
-    const QStringList presets = presetCalls(0) + presetCalls(1) + presetCalls(2) + presetCalls(3);
-    QTest::newRow("all presets") << 4 << presets;
+    QTest::newRow("all presets") << 4 << callsOfAllPresets;
     QTest::newRow("factory") << 5 << factoryCalls;
-    QTest::newRow("everything") << 6 << presets + factoryCalls;
+    QTest::newRow("everything") << 6 << callsOfAllPresets + factoryCalls;
 }
 
 void tst_MfgToolsModelExport::indexSelectsTheLists()
@@ -167,25 +157,20 @@ void tst_MfgToolsModelExport::summaryHasAllLists()
     BadPixelExportRig tools;
     QVERIFY(tools.putAll());
     tools.exportLists(6);
-    QCOMPARE(tools.content("bpl.txt"),
-             "**** Preset 0 ****\r\n" + textOf("   0,   1") + "**** Preset 1 ****\r\n" + textOf("   1,   1")
-                 + "**** Preset 2 ****\r\n" + textOf("   2,   1") + "**** Preset 3 ****\r\n" + textOf("   3,   1")
-                 + "**** Factory ****\r\n" + textOf("   7,   3"));
+    QCOMPARE(tools.content("bpl.txt"), summaryOfAllPresets() + "**** Factory ****\r\n" + textOf("   7,   3"));
     QCOMPARE(tools.content("ps3.bpl.txt"), textOf("   3,   1"));
     QCOMPARE(tools.content("factory.bpl.txt"), textOf("   7,   3"));
     QCOMPARE(tools.localFiles(),
-             QStringList({"bpl.txt", "factory.bpl", "factory.bpl.png", "factory.bpl.txt", "ps0.bpl", "ps0.bpl.png",
-                          "ps0.bpl.txt", "ps1.bpl", "ps1.bpl.png", "ps1.bpl.txt", "ps2.bpl", "ps2.bpl.png",
-                          "ps2.bpl.txt", "ps3.bpl", "ps3.bpl.png", "ps3.bpl.txt"}));
+             QStringList({"bpl.txt", "factory.bpl", "factory.bpl.png", "factory.bpl.txt"}) + filesOfAllPresets);
 }
 
 void tst_MfgToolsModelExport::wideCoordinatesKeepTheirDigits()
 {
     BadPixelExportRig tools;
-    QVERIFY(tools.putPreset(0, {65535, 1, {{9999, 0}, {65534, 0}}}));
+    QVERIFY(tools.putPreset(0, {16384, 1, {{9999, 0}, {16383, 0}}}));
     tools.exportLists(0);
     QCOMPARE(tools.content("ps0.bpl.txt"),
-             "Width:  65535\r\nHeight: 1\r\nCount:  2\r\n   X,   Y\r\n9999,   0\r\n65534,   0\r\n");
+             "Width:  16384\r\nHeight: 1\r\nCount:  2\r\n   X,   Y\r\n9999,   0\r\n16383,   0\r\n");
 }
 
 void tst_MfgToolsModelExport::listWithoutPixels()
@@ -196,9 +181,8 @@ void tst_MfgToolsModelExport::listWithoutPixels()
     const QByteArray text = "Width:  16\r\nHeight: 12\r\nCount:  0\r\n   X,   Y\r\n";
     QCOMPARE(tools.content("ps2.bpl.txt"), text);
     QCOMPARE(tools.content("bpl.txt"), "**** Preset 2 ****\r\n" + text);
-    const QImage picture(tools.local("ps2.bpl.png"));
-    QCOMPARE(picture.size(), QSize(16, 12));
-    QVERIFY(whitePixels(picture).empty());
+    QCOMPARE(QImage(tools.local("ps2.bpl.png")).size(), QSize(16, 12));
+    QVERIFY(tools.whitePixels("ps2.bpl.png").empty());
 }
 
 void tst_MfgToolsModelExport::fileIsThatOfTheCamera()
@@ -215,7 +199,7 @@ void tst_MfgToolsModelExport::existingFilesAreReplaced()
     BadPixelExportRig tools;
     QVERIFY(tools.putAll());
     for (const char *name : {"bpl.txt", "ps0.bpl", "ps0.bpl.txt", "ps0.bpl.png"})
-        QVERIFY(BadPixelExportRig::write(tools.local(name), QByteArray(100'000, 'x')));
+        QVERIFY(BadPixelExportRig::writeFile(tools.local(name), QByteArray(100'000, 'x')));
     tools.exportLists(0);
     QCOMPARE(tools.content("bpl.txt"), "**** Preset 0 ****\r\n" + textOf("   0,   1"));
     QCOMPARE(tools.content("ps0.bpl.txt"), textOf("   0,   1"));
@@ -241,11 +225,9 @@ void tst_MfgToolsModelExport::pixelIsMarkedTwoByTwo()
     BadPixelExportRig tools;
     QVERIFY(tools.putPreset(0, {20, 10, {{3, 4}, {10, 7}, {11, 7}}}));
     tools.exportLists(0);
-    const QImage picture(tools.local("ps0.bpl.png"));
-    QCOMPARE(picture.size(), QSize(20, 10));
-    QVERIFY((whitePixels(picture)
-             == std::set<std::pair<int, int>>{
-                 {3, 4}, {4, 4}, {3, 5}, {4, 5}, {10, 7}, {11, 7}, {12, 7}, {10, 8}, {11, 8}, {12, 8}}));
+    QCOMPARE(QImage(tools.local("ps0.bpl.png")).size(), QSize(20, 10));
+    QVERIFY((tools.whitePixels("ps0.bpl.png")
+             == Places{{3, 4}, {4, 4}, {3, 5}, {4, 5}, {10, 7}, {11, 7}, {12, 7}, {10, 8}, {11, 8}, {12, 8}}));
 }
 
 void tst_MfgToolsModelExport::marksAreCutAtTheEdge()
@@ -253,9 +235,8 @@ void tst_MfgToolsModelExport::marksAreCutAtTheEdge()
     BadPixelExportRig tools;
     QVERIFY(tools.putPreset(0, {20, 10, {{19, 2}, {5, 9}, {19, 9}, {0, 0}}}));
     tools.exportLists(0);
-    QVERIFY(
-        (whitePixels(QImage(tools.local("ps0.bpl.png")))
-         == std::set<std::pair<int, int>>{{19, 2}, {19, 3}, {5, 9}, {6, 9}, {19, 9}, {0, 0}, {1, 0}, {0, 1}, {1, 1}}));
+    QVERIFY((tools.whitePixels("ps0.bpl.png")
+             == Places{{19, 2}, {19, 3}, {5, 9}, {6, 9}, {19, 9}, {0, 0}, {1, 0}, {0, 1}, {1, 1}}));
 }
 
 void tst_MfgToolsModelExport::imageWithoutPixelsEndsTheExport_data()
@@ -338,6 +319,43 @@ void tst_MfgToolsModelExport::failedListEndsTheExport()
              "**** Preset 0 ****\r\n" + textOf("   0,   1") + (inSummary ? second : QByteArray()));
 }
 
+void tst_MfgToolsModelExport::failedFactoryListEndsTheExport_data()
+{
+    QTest::addColumn<QString>("failing");
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<bool>("inSummary");
+    QTest::newRow("transfer") << "zvtDownloadFileStd" << QStringList("factory.bpl") << false;
+    QTest::newRow("damaged list") << "list" << QStringList("factory.bpl") << false;
+    QTest::newRow("picture") << "factory.bpl.png" << QStringList({"factory.bpl", "factory.bpl.txt"}) << true;
+}
+
+void tst_MfgToolsModelExport::failedFactoryListEndsTheExport()
+{
+    QFETCH(const QString, failing);
+    QFETCH(const QStringList, files);
+    QFETCH(const bool, inSummary);
+    const QByteArray ofFactory = inSummary ? "**** Factory ****\r\n" + textOf("   7,   3") : QByteArray();
+    const BadPixelExportRig::List earlier{8, 4, {{6, 2}}};
+    for (const bool everything : {false, true}) {
+        BadPixelExportRig tools;
+        QVERIFY(tools.putAll());
+        // A list of an earlier export must not count as the one that was not transferred.
+        QVERIFY(
+            BadPixelExportRig::writeFile(tools.local("factory.bpl"), QByteArrayView(earlier.bytes()).toByteArray()));
+        if (failing.startsWith("zvt"))
+            tools.gate().failNext(failing.toStdString(), everything ? 5 : 1);
+        else if (failing == "list")
+            QVERIFY(tools.put(BadPixelExportRig::factoryPath, QByteArray("no list")));
+        else
+            QVERIFY(QDir(tools.folder.path()).mkdir(failing));
+        QCOMPARE(tools.exportLists(everything ? 6 : 5),
+                 (everything ? callsOfAllPresets : QStringList()) + factoryCalls);
+        // The lists of the presets stay.
+        QCOMPARE(tools.localFiles(), QStringList("bpl.txt") + files + (everything ? filesOfAllPresets : QStringList()));
+        QCOMPARE(tools.content("bpl.txt"), (everything ? summaryOfAllPresets() : QByteArray()) + ofFactory);
+    }
+}
+
 void tst_MfgToolsModelExport::textThatCannotBeOpenedIsLeftOut()
 {
     BadPixelExportRig tools;
@@ -355,63 +373,6 @@ void tst_MfgToolsModelExport::disconnectedCamera()
     QCOMPARE(tools.exportLists(6).size(), 1);
     QCOMPARE(tools.localFiles(), QStringList("bpl.txt"));
     QCOMPARE(tools.content("bpl.txt"), QByteArray());
-}
-
-// The emulated camera
-
-void tst_MfgToolsModelExport::listsOfTheCamera()
-{
-    BadPixelExportRig tools;
-    tools.gate().script("zvtSaveBadPixelList", {});
-    // The factory's first list is one of the whole array.
-    tools.exportLists(0);
-    const QByteArray preset = tools.content("ps0.bpl.txt");
-    tools.exportLists(5);
-    const QByteArray factory = tools.content("factory.bpl.txt");
-    QVERIFY2(preset.startsWith("Width:  640\r\nHeight: 512\r\nCount:  "), preset.left(80));
-    QVERIFY2(factory.startsWith("Width:  640\r\nHeight: 512\r\nCount:  "), factory.left(80));
-    QVERIFY(preset.count('\n') > 14 && factory.count('\n') > 14);
-}
-
-void tst_MfgToolsModelExport::factoryListOfOneCorrection()
-{
-    BadPixelExportRig tools;
-    tools.gate().script("zvtSaveBadPixelList", {});
-    const uint64_t handle = tools.rig.controller()->GetHandle();
-    for (uint8_t preset = 1; preset < 4; ++preset)
-        QCOMPARE(zvtUnloadNUC(handle, preset), 0);
-    tools.exportLists(6);
-    // The second preset has no list any more, so the factory's is not reached.
-    QCOMPARE(tools.localFiles(), QStringList({"bpl.txt", "ps0.bpl", "ps0.bpl.png", "ps0.bpl.txt"}));
-    tools.exportLists(5);
-    QVERIFY(tools.content("factory.bpl.txt") != tools.content("ps0.bpl.txt"));
-    tools.model.createFactoryBplForAllLoadedNucs();
-    tools.exportLists(5);
-    QCOMPARE(tools.content("factory.bpl.txt"), tools.content("ps0.bpl.txt"));
-}
-
-void tst_MfgToolsModelExport::longListsTakeLinearTime()
-{
-    BadPixelExportRig tools;
-    const auto timeOf = [&](int count) {
-        BadPixelExportRig::List list{640, 512, {}};
-        for (int i = 0; i < count; ++i)
-            list.pixels.push_back({static_cast<uint16_t>(i % 640), static_cast<uint16_t>(i / 640)});
-        qint64 shortest = std::numeric_limits<qint64>::max();
-        for (int turn = 0; turn < 3; ++turn) {
-            const qint64 start = computedMicroseconds();
-            if (!tools.putPreset(0, list) || tools.exportLists(0) != presetCalls(0)
-                || tools.content("ps0.bpl.txt").count('\n') != count + 4)
-                return -1.0;
-            shortest = std::min(shortest, computedMicroseconds() - start);
-        }
-        return static_cast<double>(shortest);
-    };
-    const double small = timeOf(10'000);
-    const double large = timeOf(100'000);
-    QVERIFY(small > 0 && large > 0);
-    // Quadratic time would give 100.
-    QVERIFY2(large / small < 20, QByteArray::number(large / small));
 }
 
 ZVT_TEST(tst_MfgToolsModelExport)

@@ -1,14 +1,60 @@
 #include "tests/support/Test.h"
 #include "tests/unit/TabRig.h"
-#include "tests/unit/VoltageRig.h"
 
 #include "manufacturing/MfgVoltageSettingsModel.h"
 #include "manufacturing/VoltageItemModel.h"
 
+#include <QJsonArray>
 #include <QPointer>
+
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace
 {
+
+/// A voltage of a camera.
+struct ScriptedVoltage {
+    std::string name;
+    QString displayName;
+    double volts;
+    bool editable;
+    double minVolts;
+    double maxVolts;
+};
+
+const std::vector<ScriptedVoltage> scriptedVoltages{{"VDDA", "Analog supply", 5.0, false, 0.0, 6.0},
+                                                    {"VREF", "Referenz für alle", 1.5, true, 1.0, 2.3},
+                                                    {"V ß", "", -2.5, true, -3.0, 3.0}};
+
+/// Lets the camera have these voltages, in place of its own.
+void scriptVoltages(emulator::Gate &gate, const std::vector<ScriptedVoltage> &voltages = scriptedVoltages)
+{
+    using emulator::Answer;
+    gate.answerFrom([voltages](const emulator::Call &call) -> std::optional<Answer> {
+        const auto success = [](const QJsonArray &results) { return Answer{emulator::Ok, results, {}}; };
+        if (call.name == "zvtListVoltages") {
+            QJsonArray names;
+            for (const auto &voltage : voltages)
+                names << QString::fromStdString(voltage.name);
+            return success({QJsonValue(names)});
+        }
+        for (const auto &voltage : voltages) {
+            if (call.arguments != '"' + voltage.name + '"')
+                continue;
+            if (call.name == "zvtGetVoltageDisplayName")
+                return success({voltage.displayName});
+            if (call.name == "zvtGetVoltage")
+                return success({voltage.volts});
+            if (call.name == "zvtGetVoltageEditable")
+                return success({voltage.editable ? 1 : 0});
+            if (call.name == "zvtGetVoltageLimits")
+                return success({voltage.minVolts, voltage.maxVolts});
+        }
+        return std::nullopt;
+    });
+}
 
 const QStringList rowReads{"zvtGetVoltageDisplayName", "zvtGetVoltage", "zvtGetVoltageEditable", "zvtGetVoltageLimits"};
 
@@ -70,7 +116,6 @@ private slots:
     void editedVoltageIsReplacedByARead();
     void voltagesOfTheEmulatedCamera();
     void visibilityReadsNothing();
-
     void failingReads();
     void heldReadsOutliveTheModel();
     void secondRefreshIsDropped();
@@ -103,8 +148,9 @@ void tst_MfgVoltageSettingsModel::rowsShowTheVoltages()
         QCOMPARE(row->displayName(), voltage.displayName);
         QCOMPARE(row->volts(), static_cast<float>(voltage.volts));
         QCOMPARE(row->editable(), voltage.editable);
-        QCOMPARE(row->minVolts(), voltage.minVolts);
-        QCOMPARE(row->maxVolts(), voltage.maxVolts);
+        // The limits are those of the camera, which are floats: 2.3 V is a little less.
+        QCOMPARE(row->minVolts(), double{static_cast<float>(voltage.minVolts)});
+        QCOMPARE(row->maxVolts(), double{static_cast<float>(voltage.maxVolts)});
     }
 }
 
@@ -236,16 +282,9 @@ void tst_MfgVoltageSettingsModel::voltagesOfTheEmulatedCamera()
     QCOMPARE(none.model.voltageListModel()->size(), 0);
 }
 
-void tst_MfgVoltageSettingsModel::visibilityReadsNothing()
-{
-    VoltageSettings voltages;
-    QCOMPARE(voltages.write("visible", true), QStringList());
-    voltages.model.setVisible(true);
-    QVERIFY(voltages.model.visible() && !voltages.model.refreshing());
-    QCOMPARE(voltages.log.take(), QStringList("visibleChanged"));
-}
-
 // The walkers
+
+void tst_MfgVoltageSettingsModel::visibilityReadsNothing() { walkVisibility(voltageModel()); }
 
 void tst_MfgVoltageSettingsModel::failingReads()
 {

@@ -19,7 +19,8 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
 
-    Accessible.name: sectionTitle
+    // Not shown by a label of the template. It is the accessible name, without an object for it.
+    text: sectionTitle
 
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()

@@ -7,14 +7,9 @@
 #include "platform/emulator/devices/ImageMode.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/fileNames.h"
-#include "platform/emulator/image/geometry.h"
-#include "platform/emulator/replaceFile.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-
-#include <algorithm>
+#include <array>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -26,33 +21,31 @@ using namespace Qt::StringLiterals;
 /// How the camera reads frames out.
 struct BadPixelLists::View {
     image::Window window;
-    image::Window array;
-    image::Optics flips;
+    bool mirrored = false;
+    bool inverted = false;
+
+    bool operator==(const View &) const = default;
+    image::Optics flips() const
+    {
+        image::Optics flips;
+        flips.mirrored = mirrored;
+        flips.inverted = inverted;
+        return flips;
+    }
 };
 
-/// A list with a number for each pixel of its window, row by row, nonzero for the bad ones.
-struct BadPixelLists::List {
-    image::Window window;
-    std::vector<uint8_t> isBad = std::vector<uint8_t>(static_cast<size_t>(window.pixels()));
+/// What a call works on.
+struct BadPixelLists::Taken {
+    using Table = std::shared_ptr<const image::CorrectionTable>;
+
+    View view;
+    std::array<Table, maximumPresets> tables; ///< Null for a preset that has no correction or is not asked for.
+
+    bool operator==(const Taken &) const = default;
 };
 
 namespace
 {
-
-const auto factoryFile = u"/flashfs/system/factoryConfig/factory.bpl"_s;
-
-/// Calls `visit` for each pixel that is in both windows: with its index in frames of the first one with these flips,
-/// and with its index in a list of the second one.
-template <class Visit>
-void forEachCommonPixel(const image::Window &frames, const image::Optics &flips, const image::Window &list, Visit visit)
-{
-    const int right = std::min(frames.x + frames.width, list.x + list.width);
-    const int bottom = std::min(frames.y + frames.height, list.y + list.height);
-    for (int y = std::max(frames.y, list.y); y < bottom; ++y)
-        for (int x = std::max(frames.x, list.x); x < right; ++x)
-            visit(placeIn(frames, flips, x, y).indexIn(frames.width),
-                  image::Place{x - list.x, y - list.y}.indexIn(list.width));
-}
 
 bool isInMask(uint32_t presets, int preset) { return (presets >> preset & 1) != 0; }
 
@@ -67,177 +60,206 @@ bool isExportPath(std::string_view path)
     return path.size() > suffix.size() && isFileName(path.substr(0, path.size() - suffix.size())) && isFileName(path);
 }
 
-} // namespace
+image::Window windowOf(const DetectorArray &array) { return {0, 0, array.size().width, array.size().height}; }
 
-BadPixelLists::BadPixelLists(Camera &camera, Section &) : Device(camera) { }
-
-/// Called without the camera's lock.
-BadPixelLists::View BadPixelLists::view() const
+/// Returns what makes the factory's list of a new camera. The camera need not exist any more.
+std::function<BadPixelFolder::Map()> factory(const DetectorArray &array)
 {
-    const std::lock_guard lock(camera().mutex());
-    const Sensor &sensor = *camera().device<Sensor>();
-    const ImageMode &image = *camera().device<ImageMode>();
-    const auto &window = sensor.geometry().window();
-    const auto &array = sensor.array().size();
-    View view{{window.x, window.y, window.width, window.height}, {0, 0, array.width, array.height}, {}};
-    view.flips.mirrored = image.reverted();
-    view.flips.inverted = image.inverted();
-    return view;
+    return [properties = array.properties(), window = windowOf(array)]() -> BadPixelFolder::Map {
+        if (!window.hasFrames())
+            return nullptr;
+        return std::make_shared<const image::BadPixelMap>(
+            image::factoryList(image::Detector::findFaults(properties, window), window));
+    };
 }
 
-Status BadPixelLists::exportList(uint8_t preset, const std::string &cameraPath) const
+} // namespace
+
+BadPixelLists::BadPixelLists(Camera &camera, Section &)
+    : Device(camera),
+      m_folder(std::make_shared<BadPixelFolder>(camera.folder(), factory(camera.device<Sensor>()->array())))
+{
+}
+
+/// Called with the camera's lock.
+BadPixelLists::View BadPixelLists::view() const
+{
+    const auto &window = camera().device<Sensor>()->geometry().window();
+    const ImageMode &image = *camera().device<ImageMode>();
+    return {{window.x, window.y, window.width, window.height}, image.reverted(), image.inverted()};
+}
+
+/// Returns nothing if a correction must be read before. Called with the camera's lock.
+std::optional<BadPixelLists::Taken> BadPixelLists::present(uint32_t presets) const
+{
+    Taken taken{view(), {}};
+    for (int preset = 0; preset < maximumPresets; ++preset)
+        if (isInMask(presets, preset)) {
+            auto table = camera().device<Corrections>()->readTable(preset);
+            if (!table)
+                return std::nullopt;
+            taken.tables.at(static_cast<size_t>(preset)) = *std::move(table);
+        }
+    return taken;
+}
+
+/// Called without the camera's lock.
+BadPixelLists::Taken BadPixelLists::take(uint32_t presets) const
+{
+    for (;;) {
+        for (int preset = 0; preset < maximumPresets; ++preset)
+            if (isInMask(presets, preset))
+                camera().device<Corrections>()->table(preset);
+        const std::lock_guard lock(camera().mutex());
+        // Another correction may have been selected meanwhile.
+        if (auto taken = present(presets))
+            return *std::move(taken);
+    }
+}
+
+/// Computes something from the corrections of presets, and puts it into effect. Computes it again if one of them, the
+/// window or the flips were changed meanwhile.
+Status BadPixelLists::work(uint32_t presets, const std::function<Commit(const Taken &)> &compute)
+{
+    const Camera::Unlocked unlocked(camera());
+    const std::lock_guard changing(m_mutex);
+    for (;;) {
+        const Taken taken = take(presets);
+        const Commit commit = compute(taken);
+        const std::lock_guard lock(camera().mutex());
+        if (!camera().connected())
+            return NotConnected;
+        if (present(presets) != taken)
+            continue;
+        if (!commit)
+            return Refused;
+        commit();
+        return Ok;
+    }
+}
+
+Status BadPixelLists::exportList(uint8_t preset, const std::string &cameraPath)
 {
     if (!isExportPath(cameraPath) || preset >= camera().device<Sensor>()->numPresets())
         return Refused;
-    const Camera::Unlocked unlocked(camera());
-    const View view = this->view();
-    List list{view.window};
-    if (!addBadPixels(1U << preset, view, list))
-        return Refused;
-    return write(camera().folder() + QString::fromStdString(cameraPath), list);
+    const QString path = QString::fromStdString(cameraPath);
+    return work(1U << preset, [&](const Taken &taken) { return merge(taken, List{taken.view.window}, path); });
 }
 
 Status BadPixelLists::createFactoryList(uint32_t presets)
 {
-    return changeFactoryList(presets, [](const View &view) { return List{view.window}; });
+    return work(presets, [this](const Taken &taken) {
+        return merge(taken, List{taken.view.window}, BadPixelFolder::factoryPath);
+    });
 }
 
 Status BadPixelLists::appendToFactoryList(uint32_t presets)
 {
-    return changeFactoryList(presets, [this](const View &view) { return readFactoryList(view); });
-}
-
-/// Adds the bad pixels of presets to the list that `start` returns, and makes it the factory's list.
-Status BadPixelLists::changeFactoryList(uint32_t presets, const std::function<std::optional<List>(const View &)> &start)
-{
-    const Camera::Unlocked unlocked(camera());
-    const std::lock_guard lock(m_mutex);
-    const View view = this->view();
-    auto list = start(view);
-    return list && addBadPixels(presets, view, *list) ? write(factoryPath(), *list) : Refused;
+    return work(presets, [this](const Taken &taken) {
+        return merge(taken, readFactoryList(taken.view.window), BadPixelFolder::factoryPath);
+    });
 }
 
 Status BadPixelLists::applyFactoryList(uint32_t presets)
 {
-    const Camera::Unlocked unlocked(camera());
-    const std::lock_guard lock(m_mutex);
-    const View view = this->view();
-    const auto list = readFactoryList(view);
-    if (!list)
-        return Refused;
-    Status status = Refused;
-    for (int preset = 0; preset < maximumPresets; ++preset)
-        if (isInMask(presets, preset) && apply(preset, view, *list))
-            status = Ok;
-    return status;
+    return work(presets, [this](const Taken &taken) { return apply(taken, readFactoryList(taken.view.window)); });
 }
 
-void BadPixelLists::provide(const QString &cameraPath)
+bool BadPixelLists::isFactoryListUsable() const
 {
-    if (QDir::cleanPath(u'/' + cameraPath) != factoryFile)
+    const Camera::Unlocked unlocked(camera());
+    std::unique_lock lock(camera().mutex());
+    const image::Window window = view().window;
+    lock.unlock();
+    return readFactoryList(window).has_value();
+}
+
+std::optional<std::vector<uint8_t>> BadPixelLists::factoryList(const image::Window &window,
+                                                               const image::Optics &flips) const
+{
+    const auto list = readFactoryList(window);
+    return list ? std::optional(list->forFrames(window, flips)) : std::nullopt;
+}
+
+std::optional<QByteArray> BadPixelLists::unwritten(const QString &cameraPath) const
+{
+    provideFactoryList();
+    return m_folder->unwritten(cameraPath);
+}
+
+void BadPixelLists::connectionChanged(bool connected)
+{
+    if (connected)
+        provideFactoryList();
+}
+
+std::function<void()> BadPixelLists::filesToWrite()
+{
+    if (m_folder->isWritten())
+        return {};
+    return [folder = m_folder] { folder->write(); };
+}
+
+/// Lets the factory's list of a new camera be written if there is no other one.
+void BadPixelLists::provideFactoryList() const
+{
+    if (m_folder->hasFactoryFile())
         return;
-    const Camera::Unlocked unlocked(camera());
-    const std::lock_guard lock(m_mutex);
-    writeFirstFactoryList();
+    m_folder->provideFactoryList();
+    remember();
 }
 
-std::optional<std::vector<uint8_t>> BadPixelLists::changedFactoryList(const image::Window &window,
-                                                                      const image::Optics &flips)
+/// Returns the factory's list, nothing if it is damaged or cannot be used with this window.
+std::optional<BadPixelLists::List> BadPixelLists::readFactoryList(const image::Window &window) const
 {
-    const std::lock_guard lock(m_mutex);
-    if (!QFile::exists(factoryPath()))
-        return std::nullopt;
-    std::vector<uint8_t> isBad;
-    View view = this->view();
-    view.window = window;
-    if (const auto list = readFactoryList(view)) {
-        isBad.resize(static_cast<size_t>(window.pixels()));
-        forEachCommonPixel(window, flips, list->window,
-                           [&](size_t inFrame, size_t inList) { isBad[inFrame] = list->isBad[inList]; });
-    }
-    return isBad;
-}
-
-QString BadPixelLists::factoryPath() const { return camera().folder() + factoryFile; }
-
-/// Does nothing if the factory's list exists. Returns false if it cannot be written.
-bool BadPixelLists::writeFirstFactoryList() const
-{
-    if (QFile::exists(factoryPath()))
-        return true;
-    DetectorArray &array = camera().device<Sensor>()->array();
-    const image::Window window{0, 0, array.size().width, array.size().height};
-    image::Exposure exposure;
-    exposure.window = window;
-    exposure.detector = array.mapsFor(window);
-    List list{window, image::factoryList(exposure)};
-    return write(factoryPath(), list) == Ok;
-}
-
-/// Returns the factory's list, nothing if it is damaged or that of a window which cannot be used.
-std::optional<BadPixelLists::List> BadPixelLists::readFactoryList(const View &view) const
-{
-    if (!writeFirstFactoryList())
-        return std::nullopt;
-    const auto file = hlx::BadPixelFile::load(hlx::fileSystem(), hlx::CString(factoryPath().toUtf8().constData()));
-    if (!file)
-        return std::nullopt;
-    for (const image::Window &window : {view.window, view.array})
-        if (file->width == window.width && file->height == window.height && window.hasFrames()) {
-            List list{window};
-            for (const auto &pixel : file->pixels)
-                list.isBad[image::Place{pixel.x, pixel.y}.indexIn(window.width)] = 1;
+    const DetectorArray &array = camera().device<Sensor>()->array();
+    const image::Window whole = windowOf(array);
+    provideFactoryList();
+    const auto found = m_folder->read(BadPixelFolder::factoryPath);
+    // An array that is too large for a list has the factory's pixels in each window.
+    if (!found && !whole.hasFrames() && !m_folder->hasFactoryFile() && window.hasFrames())
+        return image::factoryList(image::Detector::findFaults(array.properties(), window), window);
+    for (const image::Window &place : {whole, window})
+        if (found && found->window.width == place.width && found->window.height == place.height) {
+            List list = *found;
+            list.window = place;
             return list;
         }
     return std::nullopt;
 }
 
-Status BadPixelLists::write(const QString &path, const List &list) const
-{
-    hlx::BadPixelFile file{static_cast<uint16_t>(list.window.width), static_cast<uint16_t>(list.window.height), {}};
-    const auto width = static_cast<size_t>(list.window.width);
-    for (size_t i = 0; i < list.isBad.size(); ++i)
-        if (list.isBad[i] != 0)
-            file.pixels.push_back({static_cast<uint16_t>(i % width), static_cast<uint16_t>(i / width)});
-    const bool written = QDir().mkpath(QFileInfo(path).path()) && replaceFile(path, file.bytes());
-    return written ? Ok : Refused;
-}
-
-/// Adds the bad pixels of the present window to a list. Returns false if none of the presets has a correction.
-bool BadPixelLists::addBadPixels(uint32_t presets, const View &view, List &list) const
+/// Adds the bad pixels of the present window to a list, and makes it that of a file. Refuses no list, and corrections
+/// of which none can be used.
+BadPixelLists::Commit BadPixelLists::merge(const Taken &taken, std::optional<List> list, const QString &path)
 {
     bool found = false;
-    for (int preset = 0; preset < maximumPresets; ++preset) {
-        const Table table = isInMask(presets, preset) ? camera().device<Corrections>()->table(preset) : nullptr;
-        // The window may have been changed meanwhile.
-        if (!table || !table->window.contains(view.window))
-            continue;
-        found = true;
-        const image::CorrectionTable part = table->partFor(view.window, view.flips);
-        forEachCommonPixel(view.window, view.flips, list.window, [&](size_t inFrame, size_t inList) {
-            if ((part.flags[inFrame] & image::CorrectionTable::Bad) != 0)
-                list.isBad[inList] = 1;
-        });
-    }
-    return found;
+    for (const auto &table : taken.tables)
+        if (table && list && table->placeOf(taken.view.window, taken.view.flips())) {
+            found = true;
+            list->add(*table, taken.view.flips(), taken.view.window);
+        }
+    if (!found)
+        return {};
+    return [this, path, made = std::make_shared<const List>(*std::move(list))] {
+        m_folder->replace(path, made);
+        remember();
+    };
 }
 
-/// Returns false if the preset has no correction.
-bool BadPixelLists::apply(int preset, const View &view, const List &list)
+BadPixelLists::Commit BadPixelLists::apply(const Taken &taken, const std::optional<List> &list)
 {
-    Corrections &corrections = *camera().device<Corrections>();
-    const Table old = corrections.table(preset);
-    if (!old)
-        return false;
-    auto changed = std::make_shared<image::CorrectionTable>(*old);
-    forEachCommonPixel(changed->window, view.flips, list.window, [&](size_t inTable, size_t inList) {
-        if (list.isBad[inList] != 0)
-            changed->flags[inTable] |= image::CorrectionTable::Bad | image::CorrectionTable::Factory;
-    });
-    const std::lock_guard lock(camera().mutex());
-    if (const auto counts = corrections.replaceFlags(preset, old, std::move(changed)))
-        camera().device<CorrectionRun>()->recount(preset, *counts);
-    return true;
+    std::map<int, Taken::Table> changed;
+    for (int preset = 0; preset < maximumPresets; ++preset)
+        if (const auto &table = taken.tables.at(static_cast<size_t>(preset)); table && list)
+            changed[preset]
+                = std::make_shared<const image::CorrectionTable>(list->appliedTo(*table, taken.view.flips()));
+    if (changed.empty())
+        return {};
+    return [this, changed] {
+        for (const auto &[preset, table] : changed)
+            camera().device<CorrectionRun>()->recount(preset,
+                                                      camera().device<Corrections>()->replaceFlags(preset, table));
+    };
 }
 
 } // namespace emulator

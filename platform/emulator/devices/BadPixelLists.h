@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/emulator/Device.h"
-#include "platform/emulator/image/Window.h"
-#include "platform/hlx/BadPixelFile.h"
+#include "platform/emulator/devices/BadPixelFolder.h"
+#include "platform/emulator/image/BadPixelMap.h"
+
+#include <QByteArray>
 
 #include <cstdint>
 #include <functional>
@@ -14,7 +16,6 @@
 
 namespace emulator::image
 {
-struct CorrectionTable;
 struct Optics;
 } // namespace emulator::image
 
@@ -22,58 +23,69 @@ namespace emulator
 {
 
 /// The lists of bad pixels in the camera's folder: those that are exported from corrections, and the factory's, which
-/// are the bad pixels that the factory knows. docs/file-formats.md describes the files. A file is replaced as a whole.
+/// are the bad pixels that the factory knows. docs/file-formats.md describes the files. The camera's thread writes
+/// them; clients do not see the difference.
 ///
 /// A list is that of a window: it has its size and coordinates in it, by the detector, so before the flips of the
-/// picture. Those of the camera's present window and of the whole array can be used; the factory's first list is one of
-/// the whole array. Corrections do not tell with which flips they were made: the present ones are assumed.
+/// picture. It has not its place: a list of the size of the array is one of the array, and any other one is one of the
+/// present window if it has its size, also if the window has been moved since. Lists of other sizes cannot be used.
+/// The factory's first list is one of the array. Corrections do not tell with which flips they were made: the present
+/// ones are assumed.
 ///
 /// A preset's correction is the one in use, which may wait for the operator's decision. Masks have a bit for each
-/// preset, from bit 0; presets without a correction are passed over. Reading a correction that has not been used yet
-/// can take 0.1 s; the lists themselves take some milliseconds. The functions release the camera's lock, which the
-/// thread must hold exactly once.
+/// preset, from bit 0; presets without a correction are passed over. The functions take about 1 ms, but a correction
+/// that has not been used yet is read, which can take 0.1 s. They release the camera's lock, which the thread must hold
+/// exactly once, work on corrections and a window of the same moment, and return NotConnected, without any effect, if
+/// the camera has been disconnected meanwhile.
 class BadPixelLists : public Device
 {
 public:
-    /// No profile keys and no settings. The device CorrectionRun must exist before.
+    /// No profile keys and no settings. The devices Sensor and CorrectionRun must exist before.
     BadPixelLists(Camera &camera, Section &section);
 
     /// Writes the bad pixels of the present window into /Temp/NAME.bpl. Refuses any other path, and a preset without a
     /// correction.
-    Status exportList(uint8_t preset, const std::string &cameraPath) const;
+    Status exportList(uint8_t preset, const std::string &cameraPath);
 
     /// Replaces the factory's list by the bad pixels of the corrections of some presets in the present window. Refused
     /// if none of them has a correction. The same for the functions below, which also refuse a damaged list and one of
-    /// another window.
+    /// another size.
     Status createFactoryList(uint32_t presets);
     /// Adds these pixels to the factory's list.
     Status appendToFactoryList(uint32_t presets);
     /// Flags the pixels of the factory's list in the corrections of some presets. The files of the corrections stay.
     Status applyFactoryList(uint32_t presets);
 
-    /// Writes the factory's first list if this is its path and the camera has none.
-    void provide(const QString &cameraPath);
+    /// Whether the factory's list can be used with the present window.
+    bool isFactoryListUsable() const;
+    /// The factory's bad pixels in frames of a window with these flips, nonzero for each of them; nothing if the list
+    /// cannot be used with this window. The caller must not hold the camera's lock.
+    std::optional<std::vector<uint8_t>> factoryList(const image::Window &window, const image::Optics &flips) const;
 
-    /// The factory's bad pixels in frames of a window with these flips, nonzero for each of them. Nothing if the
-    /// factory's list is still the first one. Empty if the list cannot be used. The caller must not hold the camera's
-    /// lock.
-    std::optional<std::vector<uint8_t>> changedFactoryList(const image::Window &window, const image::Optics &flips);
+    /// The contents of a list that has no file yet. A factory's list that has been removed comes back. Any path that
+    /// leads to the list.
+    std::optional<QByteArray> unwritten(const QString &cameraPath) const;
+
+    void connectionChanged(bool connected) override;
+    std::function<void()> filesToWrite() override;
 
 private:
-    using Table = std::shared_ptr<const image::CorrectionTable>;
-    using File = std::optional<hlx::BadPixelFile>;
     struct View;
-    struct List;
+    struct Taken;
+    using List = image::BadPixelMap;
+    /// Puts a result into effect. Called with the camera's lock. Empty: the call is refused.
+    using Commit = std::function<void()>;
 
     View view() const;
-    QString factoryPath() const;
-    bool writeFirstFactoryList() const;
-    std::optional<List> readFactoryList(const View &view) const;
-    Status write(const QString &path, const List &list) const;
-    Status changeFactoryList(uint32_t presets, const std::function<std::optional<List>(const View &)> &start);
-    bool addBadPixels(uint32_t presets, const View &view, List &list) const;
-    bool apply(int preset, const View &view, const List &list);
+    std::optional<Taken> present(uint32_t presets) const;
+    Taken take(uint32_t presets) const;
+    Status work(uint32_t presets, const std::function<Commit(const Taken &)> &compute);
+    void provideFactoryList() const;
+    std::optional<List> readFactoryList(const image::Window &window) const;
+    Commit merge(const Taken &taken, std::optional<List> list, const QString &path);
+    Commit apply(const Taken &taken, const std::optional<List> &list);
 
+    const std::shared_ptr<BadPixelFolder> m_folder;
     std::mutex m_mutex; ///< For changes of the factory's list. Locked before the camera's lock.
 };
 

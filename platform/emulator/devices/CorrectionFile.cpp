@@ -75,12 +75,13 @@ template <class Value> void appendMap(std::vector<uint8_t> &bytes, const std::ve
     std::memcpy(bytes.data() + place, map.data(), map.size() * sizeof(Value));
 }
 
-/// Fills a map with the next bytes, and removes them.
-template <class Value> void takeMap(std::span<const uint8_t> &bytes, std::vector<Value> &map, size_t pixels)
+/// Returns a map of the next bytes, and removes them.
+template <class Value> std::vector<Value> takeMap(std::span<const uint8_t> &bytes, size_t pixels)
 {
-    map.resize(pixels);
+    std::vector<Value> map(pixels);
     std::memcpy(map.data(), bytes.data(), pixels * sizeof(Value));
     bytes = bytes.subspan(pixels * sizeof(Value));
+    return map;
 }
 
 void appendChecksum(std::vector<uint8_t> &bytes, size_t from)
@@ -122,8 +123,8 @@ std::vector<uint8_t> toCorrectionFile(const CorrectionInfo &info, const image::C
     complete.height = static_cast<uint16_t>(table.window.height);
     std::vector<uint8_t> bytes = head(complete);
     bytes.reserve(correctionFileSize(complete.width, complete.height));
-    appendMap(bytes, table.gains);
-    appendMap(bytes, table.offsets);
+    appendMap(bytes, table.gains.values());
+    appendMap(bytes, table.offsets.values());
     appendMap(bytes, table.flags);
     appendChecksum(bytes, correctionHeadSize);
     return bytes;
@@ -156,9 +157,9 @@ std::optional<Correction> fromCorrectionFile(std::span<const uint8_t> bytes)
     table->window = windowOf(*info);
     const auto pixels = static_cast<size_t>(table->window.pixels());
     std::span<const uint8_t> maps = bytes.subspan(correctionHeadSize);
-    takeMap(maps, table->gains, pixels);
-    takeMap(maps, table->offsets, pixels);
-    takeMap(maps, table->flags, pixels);
+    table->gains = takeMap<float>(maps, pixels);
+    table->offsets = takeMap<float>(maps, pixels);
+    table->flags = takeMap<uint8_t>(maps, pixels);
     const auto isFinite = [](float value) { return std::isfinite(value); };
     const auto isKnown = [](uint8_t flags) { return (flags & ~knownFlags) == 0; };
     if (!std::ranges::all_of(table->gains, isFinite) || !std::ranges::all_of(table->offsets, isFinite)

@@ -3,6 +3,7 @@
 #include "platform/emulator/Camera.h"
 #include "platform/emulator/Clock.h"
 #include "platform/emulator/devices/AutomaticCorrection.h"
+#include "platform/emulator/devices/BadPixelLists.h"
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/emulator/devices/ImageMode.h"
 #include "platform/emulator/devices/Recorder.h"
@@ -67,6 +68,8 @@ CorrectionRun::Readout CorrectionRun::presentReadout() const
 Status CorrectionRun::start()
 {
     const auto &setup = camera().device<CorrectionSetup>()->values();
+    if (usesFactoryList(setup) && !camera().device<BadPixelLists>()->isFactoryListUsable())
+        return Refused;
     if (!mayStart() || camera().device<Sensor>()->repeats(setup.preset) == 0)
         return Refused;
     camera().device<Corrections>()->discard();
@@ -247,10 +250,15 @@ void CorrectionRun::enter(RunStatus status, int64_t time)
 
 CorrectionRun::RunStatus CorrectionRun::firstWait() const { return internal() ? WaitingForFlag : WaitingForFirst; }
 
+/// Whether the bad pixels of the factory's list become those of the correction.
+bool CorrectionRun::usesFactoryList(const CorrectionSetup::Values &values)
+{
+    return values.useFactoryBadPixels && values.type != CorrectionSetup::OffsetUpdate;
+}
+
 CorrectionRun::RunStatus CorrectionRun::lastSteps() const
 {
-    const bool useFactory = m_values.useFactoryBadPixels && m_values.type != CorrectionSetup::OffsetUpdate;
-    return useFactory && m_status != ApplyingFactoryBadPixels ? ApplyingFactoryBadPixels : Computing;
+    return usesFactoryList(m_values) && m_status != ApplyingFactoryBadPixels ? ApplyingFactoryBadPixels : Computing;
 }
 
 CorrectionRun::RunStatus CorrectionRun::nextStatus() const

@@ -53,7 +53,8 @@ public:
     CorrectionRun(Camera &camera, Section &section);
 
     /// Starts a run with the values of CorrectionSetup, and discards a pending correction. Refused while a run is on,
-    /// and for a preset that makes no frames in the present sequencing mode.
+    /// for a preset that makes no frames in the present sequencing mode, and if it had to use a factory's list of bad
+    /// pixels that cannot be used. The thread must hold the camera's lock exactly once.
     Status start();
     /// Starts automatic runs for presets in turn. Refused while a run is on or a correction is pending, without a flag,
     /// and without a preset.
@@ -80,7 +81,8 @@ public:
     /// camera lacks.
     Status counts(uint8_t preset, image::BadPixelCounts &counts);
 
-    /// The bad pixels of the correction in use for a preset have been changed to these.
+    /// The bad pixels of the correction in use for a preset have been changed to these. They replace the counts of the
+    /// last run also if its correction has been discarded, or another one loaded since.
     void recount(int preset, const image::BadPixelCounts &counts) { m_counts.at(static_cast<size_t>(preset)) = counts; }
 
     /// Exposes frames that are due, at most 64, and computes the correction; the next look continues. Other threads
@@ -118,6 +120,7 @@ private:
     std::optional<int64_t> endOfFlagWait(int64_t now);
     void finish(Result result);
     bool parametersAreValid() const;
+    static bool usesFactoryList(const CorrectionSetup::Values &values);
     bool twoPoint() const { return m_values.type == CorrectionSetup::TwoPoint; }
     bool internal() const { return m_values.source == CorrectionSetup::Internal; }
     bool collecting() const;

@@ -190,10 +190,13 @@ std::optional<image::MadeCorrection> CorrectionRun::make(const CorrectionSetup::
         return old ? image::updateOffsets(*old, first) : std::nullopt;
     }
     const image::Exposure &exposure = first.exposure();
-    auto factoryList = camera().device<BadPixelLists>()->changedFactoryList(exposure.window, exposure.optics);
-    if (!factoryList)
-        factoryList = image::factoryList(exposure);
-    const image::Judgement judgement{values.limits, *std::move(factoryList), values.useFactoryBadPixels};
+    auto factoryList = camera().device<BadPixelLists>()->factoryList(exposure.window, exposure.optics);
+    // It may have been changed during the run.
+    if (!factoryList && usesFactoryList(values))
+        return std::nullopt;
+    // Without a list, all bad pixels count as new ones.
+    const image::Judgement judgement{values.limits, std::move(factoryList).value_or(std::vector<uint8_t>()),
+                                     values.useFactoryBadPixels};
     if (values.type == CorrectionSetup::OnePoint)
         return image::makeOnePoint(first, judgement);
     return image::makeTwoPoint(first, *collectors[Second], collectors[Twinkling].get(), judgement);

@@ -69,11 +69,11 @@ bool Corrections::hasPreset(int preset) const { return preset >= 0 && preset < m
 const Corrections::Slot &Corrections::slot(int preset) const { return m_loaded.at(static_cast<size_t>(preset)); }
 
 /// Returns the correction on the picture.
-const Corrections::Loaded *Corrections::inUse(int preset) const
+template <class Self> auto Corrections::inUseOf(Self &self, int preset) -> decltype(&self.m_loaded[0].value())
 {
-    if (m_pending && m_pending->preset == preset)
-        return &m_pending->loaded;
-    return hasPreset(preset) && isLoaded(preset) ? &*slot(preset) : nullptr;
+    if (self.m_pending && self.m_pending->preset == preset)
+        return &self.m_pending->loaded;
+    return self.hasPreset(preset) && self.isLoaded(preset) ? &*self.m_loaded.at(static_cast<size_t>(preset)) : nullptr;
 }
 
 /// Reads a correction without a table. Called without the camera's lock, with a copy.
@@ -248,18 +248,22 @@ std::shared_ptr<RecordedCorrection> Corrections::toRecord(int preset) const
     return used->recorded;
 }
 
-std::optional<image::BadPixelCounts> Corrections::replaceFlags(int preset,
-                                                               const std::shared_ptr<const image::CorrectionTable> &old,
-                                                               std::shared_ptr<const image::CorrectionTable> changed)
+std::optional<std::shared_ptr<const image::CorrectionTable>> Corrections::readTable(int preset) const
 {
-    Loaded *const used = inUse(preset);
-    if (!used || used->correction.table != old)
+    const Loaded *const used = inUse(preset);
+    if (used && !used->correction.table)
         return std::nullopt;
-    used->number = ++m_number;
-    used->recorded.reset();
-    used->correction.table = std::move(changed);
-    const auto counts = image::countFlags(used->correction.table->flags, countsOf(used->correction.info));
-    setCounts(used->correction.info, counts);
+    return used ? used->correction.table : nullptr;
+}
+
+image::BadPixelCounts Corrections::replaceFlags(int preset, std::shared_ptr<const image::CorrectionTable> changed)
+{
+    Loaded &used = *inUse(preset);
+    used.number = ++m_number;
+    used.recorded.reset();
+    used.correction.table = std::move(changed);
+    const auto counts = image::countFlags(used.correction.table->flags, countsOf(used.correction.info));
+    setCounts(used.correction.info, counts);
     return counts;
 }
 

@@ -72,12 +72,12 @@ public:
     /// was selected. Any thread; it should not hold the camera's lock.
     std::shared_ptr<const image::CorrectionTable> table(int preset);
 
-    /// Replaces the table of the correction in use for a preset, which must still be `old`, by one with other flags.
-    /// Updates its description, and returns the new numbers of bad pixels; nothing if it has another table meanwhile.
-    /// Its file stays.
-    std::optional<image::BadPixelCounts> replaceFlags(int preset,
-                                                      const std::shared_ptr<const image::CorrectionTable> &old,
-                                                      std::shared_ptr<const image::CorrectionTable> changed);
+    /// The same without reading it: nothing if the correction has not been used.
+    std::optional<std::shared_ptr<const image::CorrectionTable>> readTable(int preset) const;
+
+    /// Replaces the table of the correction in use for a preset, which must exist, by one with other flags. Updates its
+    /// description, and returns the new numbers of bad pixels. Its file stays.
+    image::BadPixelCounts replaceFlags(int preset, std::shared_ptr<const image::CorrectionTable> changed);
 
     bool videoCorrected() const { return m_videoCorrected; }
     Status setVideoCorrected(bool corrected) { return assign(m_videoCorrected, corrected); }
@@ -110,8 +110,9 @@ private:
     CorrectionStore &store() const;
     bool hasPreset(int preset) const;
     const Slot &slot(int preset) const;
-    const Loaded *inUse(int preset) const;
-    Loaded *inUse(int preset) { return const_cast<Loaded *>(std::as_const(*this).inUse(preset)); }
+    const Loaded *inUse(int preset) const { return inUseOf(*this, preset); }
+    Loaded *inUse(int preset) { return inUseOf(*this, preset); }
+    template <class Self> static auto inUseOf(Self &self, int preset) -> decltype(&self.m_loaded[0].value());
     std::optional<Correction> read(const Loaded &unused) const;
     bool fits(const image::Window &window) const;
     void put(int preset, Slot loaded);

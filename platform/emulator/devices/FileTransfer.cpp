@@ -68,8 +68,9 @@ Status FileTransfer::downloadInPlace(const QByteArray &content, const QString &l
 
 Status FileTransfer::downloadFile(const QString &cameraPath, const QString &localPath, const Progress &progress)
 {
-    if (auto *const lists = camera().device<BadPixelLists>())
-        lists->provide(cameraPath);
+    if (const auto *const lists = camera().device<BadPixelLists>())
+        if (const auto content = lists->unwritten(cameraPath))
+            return download(*content, localPath, progress);
     // Canonical paths, so that neither ".." nor links lead out of the folder.
     const QString folder = QFileInfo(camera().folder()).canonicalFilePath() + QLatin1Char('/');
     const QFileInfo source(folder + cameraPath);

@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/Identity.h"
 
 #include "platform/emulator/Camera.h"
+#include "platform/emulator/changedValues.h"
 
 #include <utility>
 
@@ -42,14 +43,7 @@ Identity::Identity(Camera &camera)
     });
 }
 
-QJsonObject Identity::save() const
-{
-    QJsonObject changed = Device::save();
-    for (const QString &key : changed.keys())
-        if (changed.value(key) == camera().profile().identity().value(key))
-            changed.remove(key);
-    return changed;
-}
+QJsonObject Identity::save() const { return changedValues(Device::save(), camera().profile().identity()); }
 
 QStringList Identity::restore(const QJsonObject &values)
 {

@@ -13,8 +13,9 @@ namespace emulator
 ///
 /// Each write that changes something raises ZVT_EVENT_MAKE_UP_CHANGED, and capabilities follow it. With the interface
 /// board of the profile, "hasGigEPreset" is that of the profile, otherwise true for any board but 0. With type and
-/// subtype of the profile, "hasLockin" and "hasSsd" are those of the profile, otherwise true for one kind of camera
-/// each. What another client has done to a capability stays until a number changes on which it depends.
+/// subtype of the profile, "hasLockin" and "hasSsd" are those of the profile, otherwise "hasLockin" is true for type 2
+/// with subtype 1, and "hasSsd" for type 5 with subtype 1. What another client has done to a capability stays until a
+/// number changes on which it depends.
 class Identity : public Device
 {
 public:

@@ -13,8 +13,8 @@ namespace emulator
 class Analog;
 
 /// The voltages of the detector's electronics by their names, for the factory. Some cannot be set: their limits are
-/// their value. Skimming and global offset are those of the device Analog, which keeps them. The other voltages outlive
-/// the process, but are not in snapshots.
+/// their value. Skimming and global offset are those of the device Analog, which keeps them; skimming has no effect
+/// until it is enabled there. The other voltages outlive the process, but are not in snapshots.
 ///
 /// A voltage outside its limits is refused, and so is one that is not finite. An unknown name is refused.
 class NamedVoltages : public Device

@@ -1,6 +1,7 @@
 #include "platform/emulator/devices/Roic.h"
 
 #include "platform/emulator/Camera.h"
+#include "platform/emulator/changedValues.h"
 #include "platform/emulator/devices/Sensor.h"
 #include "platform/emulator/image/Exposure.h"
 
@@ -33,6 +34,7 @@ Roic::Roic(Camera &camera, Section &section)
             Setting(u"clockPhaseShift"_s, m_phaseShift, Between{0, maximumPhaseShift}, Profile | Memory | OtherClient)
                 .then([this] { remember(); }),
         });
+    m_valuesOfProfile = Device::save();
 }
 
 /// Adds a constant twice: the memory has what was set, also while it is not in force, and clients change what is in
@@ -87,6 +89,8 @@ Status Roic::setHasExtraLineSync(uint8_t value)
 {
     return value > 1 ? Refused : assign(m_constants.hasExtraLineSync, value == 1);
 }
+
+QJsonObject Roic::save() const { return changedValues(Device::save(), m_valuesOfProfile); }
 
 void Roic::expose(int, image::Exposure &exposure) const
 {

@@ -17,8 +17,8 @@ class Roic : public Device
 public:
     static constexpr uint32_t maximumPhaseShift = 100'000'000;
 
-    /// Profile keys: "clockPhaseShift", and "bestClockPhaseShift" (the one with the least noise, 40 without the key),
-    /// both 0 to maximumPhaseShift. Without the first one the camera starts with the best phase.
+    /// Profile keys: "bestClockPhaseShift" (the phase with the least noise, 40 without the key) and "clockPhaseShift"
+    /// (the phase at the start, the best one without the key), both 0 to maximumPhaseShift.
     ///
     /// Settings: "override", the constants "lineDeadWidth", "preIntDeadWidth", "postIntDeadWidth", "preDeadRows",
     /// "postDeadRows" and "hasExtraLineSync", and "clockPhaseShift". The device Sensor must exist before.
@@ -30,7 +30,7 @@ public:
     uint8_t overridden() const { return m_override ? 1 : 0; }
     Status setOverride(uint8_t value);
 
-    // The constants in force. The setters are refused without the override, and out of the ranges of SensorReadout.
+    // The constants in force. The setters are refused without the override, and outside the ranges of SensorReadout.
     // What has been set comes back with the override.
 
     uint32_t lineDeadWidth() const { return m_constants.lineDeadWidth; }
@@ -50,6 +50,9 @@ public:
     uint32_t clockPhaseShift() const { return m_phaseShift; }
     Status setClockPhaseShift(uint32_t shift) { return assign(m_phaseShift, shift); }
 
+    /// Only the values that differ from the profile, so that the others follow a changed profile.
+    QJsonObject save() const override;
+
     void expose(int preset, image::Exposure &exposure) const override;
 
 private:
@@ -64,6 +67,7 @@ private:
     bool m_override = false;
     const uint32_t m_bestPhaseShift;
     uint32_t m_phaseShift;
+    QJsonObject m_valuesOfProfile;
 };
 
 } // namespace emulator

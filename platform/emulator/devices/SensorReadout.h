@@ -23,14 +23,17 @@ public:
         bool operator==(const Constants &) const = default;
     };
 
-    /// At least 1, since a row without pixels takes time too.
+    // The ranges of the constants. The line dead width is at least 1, so that each row takes time, also if its pixels
+    // take less than a clock.
+
     static constexpr Between lineDeadWidths{1, 4095};
     static constexpr Between integrationDeadWidths{0, 1'000'000};
     static constexpr Between deadRows{0, 255};
 
-    /// Profile keys: "pixelsPerClock" (of a row); the constants "lineDeadWidth", "preIntDeadWidth", "postIntDeadWidth",
-    /// "preDeadRows", "postDeadRows" and "hasExtraLineSync"; "presetSwitchClocks" (the time of a change to the settings
-    /// of another preset); "maximumFrameRate" (Hz).
+    /// Profile keys: "pixelsPerClock" (the pixels of a row that are read in one clock, 1 to 1024); the constants
+    /// "lineDeadWidth", "preIntDeadWidth", "postIntDeadWidth", "preDeadRows", "postDeadRows" and "hasExtraLineSync" in
+    /// the ranges above; "presetSwitchClocks" (the time of a change to the settings of another preset, 1 to 1e6);
+    /// "maximumFrameRate" (Hz, 0.1 to 1e6).
     SensorReadout(Section &section, uint32_t clockFrequency);
 
     struct FrameSettings {

@@ -42,7 +42,7 @@ CorrectionTable CorrectionTable::partFor(const Window &part, const Optics &optic
     const auto first = isComplete() && part.hasFrames() ? placeOf(part, optics) : std::nullopt;
     if (!first)
         return {};
-    return {part, copyPart(gains, *first, window, part), copyPart(offsets, *first, window, part),
+    return {part, copyPart(gains.values(), *first, window, part), copyPart(offsets.values(), *first, window, part),
             copyPart(flags, *first, window, part)};
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/emulator/image/SharedVector.h"
 #include "platform/emulator/image/geometry.h"
 
 #include <cstdint>
@@ -26,8 +27,8 @@ struct CorrectionTable {
     };
 
     Window window; ///< By array coordinates.
-    std::vector<float> gains;
-    std::vector<float> offsets; ///< Counts.
+    SharedVector<float> gains; ///< Shared with copies, in which often only the flags differ.
+    SharedVector<float> offsets; ///< Counts.
     std::vector<uint8_t> flags; ///< Sums of Flag.
 
     /// Whether it has pixels, and one gain, offset and set of flags for each of them.

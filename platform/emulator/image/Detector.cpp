@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 namespace emulator::image
@@ -48,6 +49,27 @@ bool twinkles(uint64_t key, const Detector::Fault &fault, uint64_t number)
     const uint64_t shifted = number + hash % cycle;
     return shifted % cycle < shortest + mixed(hash + shifted / cycle) % (cycle - 2 * shortest + 1);
 }
+
+/// The fault of a pixel, if it has one. Twinkling with any onset is one.
+std::optional<Detector::Fault> faultOf(const Detector::Properties &properties, uint64_t key, int x, int y)
+{
+    // The upper half of the hash as a number below a million.
+    const uint64_t place = (hashOf(key, x, y, Faulty) >> 32) * 1'000'000 >> 32;
+    uint64_t end = 0;
+    const uint32_t rates[] = {properties.dead, properties.hot, properties.weak, properties.strong};
+    for (size_t kind = 0; kind < std::size(rates); ++kind)
+        if (end += rates[kind]; place < end)
+            return Detector::Fault{x, y, static_cast<Detector::Fault::Kind>(kind)};
+    if (properties.twinkling == 0)
+        return std::nullopt;
+    const float onset = static_cast<float>(place - end) / static_cast<float>(properties.twinkling);
+    if (onset >= static_cast<float>(Voltages::maximumTwinkling))
+        return std::nullopt;
+    return Detector::Fault{x, y, Detector::Fault::Twinkling, onset};
+}
+
+/// Whether a pixel has its fault with the start value of the bias, too.
+bool isAtStart(const Detector::Fault &fault) { return fault.onset < 1; }
 
 /// Whether the count of a pixel does not depend on its light.
 bool isFixed(const Detector::Fault &fault)
@@ -137,22 +159,22 @@ void Detector::addPixel(int x, int y, float columnOffset)
 /// Adds the fault of a pixel, if it has one. Returns the factor of the pixel's gain.
 float Detector::addFault(int x, int y)
 {
-    const Properties &p = m_properties;
-    // The upper half of the hash as a number below a million.
-    const uint64_t place = (hashOf(m_key, x, y, Faulty) >> 32) * 1'000'000 >> 32;
-    uint64_t end = 0;
-    const uint32_t rates[] = {p.dead, p.hot, p.weak, p.strong};
-    for (size_t kind = 0; kind < std::size(rates); ++kind)
-        if (end += rates[kind]; place < end) {
-            m_faults.push_back({x, y, static_cast<Fault::Kind>(kind)});
-            return kind == Fault::Weak ? weakGain : kind == Fault::Strong ? strongGain : 1;
-        }
-    if (p.twinkling > 0) {
-        const float onset = static_cast<float>(place - end) / static_cast<float>(p.twinkling);
-        if (onset < static_cast<float>(Voltages::maximumTwinkling))
-            (onset < 1 ? m_faults : m_unsteady).push_back({x, y, Fault::Twinkling, onset});
-    }
-    return 1;
+    const auto fault = faultOf(m_properties, m_key, x, y);
+    if (!fault)
+        return 1;
+    (isAtStart(*fault) ? m_faults : m_unsteady).push_back(*fault);
+    return fault->kind == Fault::Weak ? weakGain : fault->kind == Fault::Strong ? strongGain : 1;
+}
+
+std::vector<Detector::Fault> Detector::findFaults(const Properties &properties, const Window &window)
+{
+    const uint64_t key = mixed(properties.seed);
+    std::vector<Fault> faults;
+    for (int y = window.y; y < window.y + window.height; ++y)
+        for (int x = window.x; x < window.x + window.width; ++x)
+            if (const auto fault = faultOf(properties, key, x, y); fault && isAtStart(*fault))
+                faults.push_back(*fault);
+    return faults;
 }
 
 Detector::RowReader::RowReader(const Detector &detector, const Readout &readout, uint64_t number)

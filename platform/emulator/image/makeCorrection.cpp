@@ -113,28 +113,40 @@ private:
 
 BadPixelCounts countFlags(const std::vector<uint8_t> &flags, BadPixelCounts counts)
 {
-    counts.total = counts.twinkling = counts.factory = counts.newlyBad = 0;
-    for (const uint8_t pixel : flags)
-        if ((pixel & CorrectionTable::Bad) != 0) {
-            ++counts.total;
-            counts.twinkling += (pixel & CorrectionTable::Twinkling) != 0 ? 1 : 0;
-            ++((pixel & CorrectionTable::Factory) != 0 ? counts.factory : counts.newlyBad);
-        }
+    // Without conditions, so that the compiler vectorizes the loop.
+    uint32_t bad = 0;
+    uint32_t twinkling = 0;
+    uint32_t factory = 0;
+    for (const uint8_t pixel : flags) {
+        constexpr uint8_t badTwinkling = CorrectionTable::Bad | CorrectionTable::Twinkling;
+        constexpr uint8_t badFactory = CorrectionTable::Bad | CorrectionTable::Factory;
+        bad += (pixel & CorrectionTable::Bad) == CorrectionTable::Bad ? 1 : 0;
+        twinkling += (pixel & badTwinkling) == badTwinkling ? 1 : 0;
+        factory += (pixel & badFactory) == badFactory ? 1 : 0;
+    }
+    counts.total = bad;
+    counts.twinkling = twinkling;
+    counts.factory = factory;
+    counts.newlyBad = bad - factory;
     return counts;
 }
 
 std::vector<uint8_t> factoryList(const Exposure &exposure)
 {
+    if (!exposure.detector || !exposure.window.hasFrames())
+        return {};
+    return factoryList(exposure.detector->faults(), exposure.window).forFrames(exposure.window, exposure.optics);
+}
+
+BadPixelMap factoryList(std::span<const Detector::Fault> faults, const Window &window)
+{
     constexpr uint64_t key = 0x666163746f7279;
     constexpr uint64_t inList = 4; // Of five faults.
-    const Window &window = exposure.window;
-    if (!exposure.detector || !window.hasFrames())
-        return {};
-    std::vector<uint8_t> list(static_cast<size_t>(window.pixels()));
-    for (const Detector::Fault &fault : exposure.detector->faults()) {
+    BadPixelMap list{window};
+    for (const Detector::Fault &fault : faults) {
         const uint64_t coordinate = uint64_t(static_cast<uint32_t>(fault.y)) << 16 | static_cast<uint32_t>(fault.x);
         if (window.contains({fault.x, fault.y, 1, 1}) && mixed(key + coordinate * hashStep) % 5 < inList)
-            list[placeIn(window, exposure.optics, fault.x, fault.y).indexIn(window.width)] = 1;
+            list.isBad[Place{fault.x - window.x, fault.y - window.y}.indexIn(window.width)] = 1;
     }
     return list;
 }
@@ -146,11 +158,10 @@ std::optional<MadeCorrection> makeOnePoint(const FrameCollector &source, const J
     const double mean = meanOfGood(bad.flags(), [&](size_t i) { return source.mean(i); });
     if (std::isnan(mean))
         return std::nullopt;
-    CorrectionTable table{source.exposure().window, std::vector<float>(source.pixels(), 1), {}, {}};
-    table.offsets.reserve(source.pixels());
+    std::vector<float> offsets(source.pixels());
     for (size_t i = 0; i < source.pixels(); ++i)
-        table.offsets.push_back(static_cast<float>(mean - source.mean(i)));
-    return bad.finish(std::move(table));
+        offsets[i] = static_cast<float>(mean - source.mean(i));
+    return bad.finish({source.exposure().window, std::vector<float>(source.pixels(), 1), std::move(offsets), {}});
 }
 
 std::optional<MadeCorrection> makeTwoPoint(const FrameCollector &first, const FrameCollector &second,
@@ -170,16 +181,15 @@ std::optional<MadeCorrection> makeTwoPoint(const FrameCollector &first, const Fr
     if (!(std::abs(meanResponse) >= leastSourceDifference))
         return std::nullopt;
     const double mean = meanOfGood(bad.flags(), [&](size_t i) { return first.mean(i); });
-    CorrectionTable table{first.exposure().window, {}, {}, {}};
-    table.gains.reserve(first.pixels());
-    table.offsets.reserve(first.pixels());
+    std::vector<float> gains(first.pixels());
+    std::vector<float> offsets(first.pixels());
     for (size_t i = 0; i < first.pixels(); ++i) {
         const bool responds = response(i) != 0;
         const double gain = responds ? meanResponse / response(i) : 1;
-        table.gains.push_back(static_cast<float>(gain));
-        table.offsets.push_back(responds ? static_cast<float>(mean - gain * first.mean(i)) : 0);
+        gains[i] = static_cast<float>(gain);
+        offsets[i] = responds ? static_cast<float>(mean - gain * first.mean(i)) : 0;
     }
-    return bad.finish(std::move(table));
+    return bad.finish({first.exposure().window, std::move(gains), std::move(offsets), {}});
 }
 
 std::optional<MadeCorrection> updateOffsets(const CorrectionTable &old, const FrameCollector &source)
@@ -193,15 +203,14 @@ std::optional<MadeCorrection> updateOffsets(const CorrectionTable &old, const Fr
     const double mean = meanOfGood(part.flags, [&](size_t i) { return amplified(i) + double(part.offsets[i]); });
     if (std::isnan(mean))
         return std::nullopt;
-    MadeCorrection made{old, {}};
+    std::vector<float> offsets = old.offsets.values();
     size_t pixel = 0;
     for (int y = 0; y < window.height; ++y) {
         const size_t row = Place{first->x, first->y + y}.indexIn(old.window.width);
         for (size_t i = row; i < row + static_cast<size_t>(window.width); ++i, ++pixel)
-            made.table.offsets[i] = static_cast<float>(mean - amplified(pixel));
+            offsets[i] = static_cast<float>(mean - amplified(pixel));
     }
-    made.counts = countFlags(old.flags);
-    return made;
+    return MadeCorrection{{old.window, old.gains, std::move(offsets), old.flags}, countFlags(old.flags)};
 }
 
 Exposure flatField(Exposure exposure, double celsius)

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "platform/emulator/image/BadPixelMap.h"
 #include "platform/emulator/image/CorrectionTable.h"
+#include "platform/emulator/image/Detector.h"
 #include "platform/emulator/image/Exposure.h"
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 // Corrections from frames of flat fields. Any thread; some milliseconds for a frame of 640x512.
@@ -54,6 +57,9 @@ BadPixelCounts countFlags(const std::vector<uint8_t> &flags, BadPixelCounts coun
 /// The pixels of a frame that are in the factory's list of bad pixels, nonzero for each of them, in the order of the
 /// frame: four of five faults of a new detector. Empty if the exposure has no frame.
 std::vector<uint8_t> factoryList(const Exposure &exposure);
+
+/// The same list for a window with frames, from the faults in it.
+BadPixelMap factoryList(std::span<const Detector::Fault> faults, const Window &window);
 
 /// How a correction judges its pixels.
 struct Judgement {

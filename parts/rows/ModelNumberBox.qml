@@ -1,11 +1,10 @@
 import QtQuick
-import zvt.rows
 
 // A field for a number of the camera, empty until the number has been read. Any number of decimals can be typed.
 NumberBox {
     id: box
 
-    required property AdvancedBody section
+    required property ModelBody section
     // The number of the model, which is 0 before it is read, and its signal; null without a model.
     required property real value
     required property var notifier

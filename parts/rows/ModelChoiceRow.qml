@@ -1,11 +1,10 @@
 import QtQuick
-import zvt.rows
 
 // A row with a combo box for a choice of the camera, without a selection until the choice has been read.
 ChoiceRow {
     id: row
 
-    required property AdvancedBody section
+    required property ModelBody section
     // The index of the model, and its signal; null without a model.
     required property int value
     required property var notifier
