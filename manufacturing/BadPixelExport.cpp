@@ -86,7 +86,7 @@ bool BadPixelExport::download(int list, const hlx::CString &localFile) const
 {
     if (list == factoryList)
         return zvtDownloadFileStd(m_handle, factoryPath, localFile.c_str(), {}) == 0;
-    const hlx::CString cameraPath = hlx::CString("/Temp/") + presetName(list).c_str();
+    const hlx::CString cameraPath = hlx::CString::FromFormat("/Temp/ps%d.bpl", list);
     return zvtSaveBadPixelList(m_handle, static_cast<uint8_t>(list), cameraPath.c_str()) == 0
         && zvtDownloadFileStd(m_handle, cameraPath.c_str(), localFile.c_str(), {}) == 0;
 }

@@ -5,6 +5,7 @@
 #include "common/rows.h"
 #include "common/setters.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <tuple>
@@ -28,6 +29,16 @@ struct MfgRoicConfigModel::Rows {
                                       &Self::postDeadRowsChanged, zvtSetMfgPostDeadRows};
     static constexpr std::tuple all{overrideDefaults, hasExtraLSync, lineDeadWidth, preIntWidth,
                                     postIntWidth,     preDeadRows,   postDeadRows};
+
+    /// A number, for wasRead().
+    struct Number {
+        const char *name;
+        Nullable<uint32_t> RoicConfigResult::*field;
+    };
+    static constexpr std::array numbers{
+        Number{"lineDeadWidth", &RoicConfigResult::lineDeadWidth},
+        Number{"preIntWidth", &RoicConfigResult::preIntWidth}, Number{"postIntWidth", &RoicConfigResult::postIntWidth},
+        Number{"preDeadRows", &RoicConfigResult::preDeadRows}, Number{"postDeadRows", &RoicConfigResult::postDeadRows}};
 };
 
 // The read
@@ -45,6 +56,9 @@ MfgRoicConfigModel::RoicConfigResult MfgRoicConfigModel::RoicConfigResult::read(
 void MfgRoicConfigModel::finishedWatcher()
 {
     const RoicConfigResult result = m_refresh.result();
+    for (const auto &[name, field] : Rows::numbers)
+        if ((result.*field).set())
+            m_numbersRead.insert(QLatin1String(name));
     // First, since the times of the widths depend on it.
     if (result.clockFrequency.set() && result.clockFrequency.get() != m_clockFrequency) {
         m_clockFrequency = result.clockFrequency.get();

@@ -4,6 +4,8 @@
 #include "common/Refresh.h"
 
 #include <QObject>
+#include <QSet>
+#include <QString>
 
 #include <cstdint>
 
@@ -61,6 +63,9 @@ public:
     double postIntTime() const { return timeOf(m_postIntWidth); }
     void setPostIntTime(double microseconds) { setPostIntWidth(widthOf(microseconds)); }
 
+    /// Whether the camera has returned this number (the name of its property, `lineDeadWidth` to `postDeadRows`) since
+    /// the model exists. A number that has not been read is 0. Changes only at the end of a read.
+    Q_INVOKABLE bool wasRead(const QString &number) const { return m_numbersRead.contains(number); }
     Q_INVOKABLE void refresh();
 
 signals:
@@ -108,5 +113,6 @@ private:
     uint32_t m_preDeadRows = 0;
     uint32_t m_postDeadRows = 0;
     uint32_t m_clockFrequency = 1000000; ///< Hz.
+    QSet<QString> m_numbersRead;
     Refresh<Self, RoicConfigResult> m_refresh{this, &Self::finishedWatcher, RefreshForm::RefreshingOnly};
 };

@@ -4,7 +4,8 @@ import zvt.look
 import zvt.rows
 
 // The Mfg page, for the factory: what the camera is, the factory's values, and the timing of its readout circuit. The
-// texts of this page are not translated.
+// page's own texts are not translated. The parts that it shares with other pages keep their translated texts: the
+// headers ("Refresh %1") and the faults of the fields.
 Page {
     id: page
 
@@ -38,7 +39,6 @@ Page {
             camera.mfgMiscSettingsModel.refresh()
         if (roicConfigExpanded)
             camera.mfgTabModel.roicConfig.refresh()
-        takeFocus()
     }
 
     component MfgSection: Section {

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import zvt.look
 
-// A list of rows in a frame, for dialogs. It shows a spinner while `busy`, and a text while it is empty. It only reports
-// the keys: what is selected is decided by the file that uses it.
+// A list of rows in a frame. It shows a spinner while `busy`, and a text while it is empty. It only reports the keys:
+// what is selected is decided by the file that uses it.
 Rectangle {
     id: frame
 

@@ -1,4 +1,5 @@
 import QtQuick
+import zvt.look
 import zvt.rows
 
 // The body of the Emulator Settings section: what an emulated camera sees, and its inputs. No model keeps these values:
@@ -20,7 +21,8 @@ SectionBody {
 
     component Field: NumberRow {
         labelWidth: settings._labelWidth
-        from: -Infinity
+        from: -Numbers.largestFloat
+        to: Numbers.largestFloat
         decimals: -1
     }
 

@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
 import com.kestrin.hlx.cam.ui.zvt 1.0
-import zvt.look
 import zvt.rows
 
 // The body of the Camera Settings section: which of all models the camera is, and its serial number. The operator
@@ -17,15 +16,48 @@ ApplyBody {
         return filter.filteredModels && row >= 0 ? filter.filteredModels.at(row) : null
     }
 
-    // Moves the table to the row of the camera, or of what the operator has made of it.
+    // Moves the table to the row of the camera, or of what the operator has made of it. No row is current without one.
     function convertCameraInfoToIndexAndSetOnListView() {
-        if (!camera || filter.filteredModels.size === 0)
-            return
-        const row = filter.getIndexBasedOnCameraInfo(camera.mfgTabModel.boardType, camera.mfgTabModel.cameraType,
-                                                     camera.mfgTabModel.cameraSubType, camera.mfgTabModel.detector,
-                                                     camera.mfgTabModel.readout)
+        const row = camera ? _rowToApply() : -1
         if (row >= 0)
             _show(row)
+        else
+            table.currentIndex = -1
+    }
+
+    // The row of the model that would be applied; -1 if it is not in the table. The numbers alone do not tell models
+    // apart that differ only in their names, Pleora boards or variants. They do if the camera has a name of its own.
+    function _rowToApply(): int {
+        const row = _rowWithName(filter.filteredModels)
+        // If only the search hides the model, none of the others is it.
+        if (row >= 0 || _rowWithName(filter.models) >= 0)
+            return row
+        return filter.getIndexBasedOnCameraInfo(camera.mfgTabModel.boardType, camera.mfgTabModel.cameraType,
+                                                camera.mfgTabModel.cameraSubType, camera.mfgTabModel.detector,
+                                                camera.mfgTabModel.readout)
+    }
+
+    // The row in a list of models with the name and the numbers to apply, of several the one with the Pleora board; -1
+    // without one.
+    function _rowWithName(models: var): int {
+        const name = camera.mfgTabModel.model
+        let found = -1
+        for (let row = 0; row < models.size; ++row) {
+            const item = models.at(row)
+            if (item.name !== name || !_hasNumbers(item))
+                continue
+            if (item.pleoraBoard === camera.mfgTabModel.pleoraBoardType)
+                return row
+            if (found < 0)
+                found = row
+        }
+        return found
+    }
+
+    function _hasNumbers(item: var): bool {
+        return item.boardSet === camera.mfgTabModel.boardType && item.type === camera.mfgTabModel.cameraType
+                && item.subType === camera.mfgTabModel.cameraSubType
+                && item.detectorType === camera.mfgTabModel.detector && item.roicType === camera.mfgTabModel.readout
     }
 
     function _show(row: int) {
@@ -46,45 +78,9 @@ ApplyBody {
         camera.mfgTabModel.readout = chosen.roicType
         camera.mfgTabModel.pleoraBoardType = chosen.pleoraBoard
         camera.mfgTabModel.variant = chosen.variant
+        // The rows have changed before all of the values above were set.
+        convertCameraInfoToIndexAndSetOnListView()
         unapplied = true
-    }
-
-    // A property of the model in the current row, for the operator.
-    component Fact: Rectangle {
-        id: fact
-
-        required property string heading
-        required property string value
-
-        implicitHeight: 48
-        Layout.fillWidth: true
-        Layout.preferredWidth: 1
-        radius: Look.controlRadius
-        color: Look.cardColor
-        border.color: Look.rectangleOutlineColor
-
-        Accessible.role: Accessible.StaticText
-        Accessible.name: heading
-        Accessible.description: value
-
-        PlainLabel {
-            x: 12
-            y: 5
-            Accessible.ignored: true
-            text: fact.heading
-            color: Look.headerTextColor
-            font.pixelSize: Look.hintSize
-        }
-
-        PlainLabel {
-            x: 12
-            y: 23
-            width: fact.width - 24
-            Accessible.ignored: true
-            text: fact.value
-            color: Look.strongTextColor
-            elide: Text.ElideRight
-        }
     }
 
     refreshing: camera ? camera.mfgTabModel.refreshing : false
@@ -103,10 +99,7 @@ ApplyBody {
         readoutTypeFilter: settings.camera ? settings.camera.mfgTabModel.readout : -1
         textFilter: searchBox.text
         // Once for each new list, which signals its size for each of its rows.
-        onFilteredModelsChanged: {
-            table.currentIndex = -1
-            settings.convertCameraInfoToIndexAndSetOnListView()
-        }
+        onFilteredModelsChanged: settings.convertCameraInfoToIndexAndSetOnListView()
     }
 
     RowGroup {
@@ -122,17 +115,17 @@ ApplyBody {
                 visible: !settings.refreshing && settings.hasRefreshed
                 spacing: 8
 
-                Fact {
+                ModelFact {
                     heading: "Board Set"
                     value: settings._row ? settings._row.boardSetName : ""
                 }
 
-                Fact {
+                ModelFact {
                     heading: "Detector"
                     value: settings._row ? settings._row.detectorTypeName : ""
                 }
 
-                Fact {
+                ModelFact {
                     heading: "ROIC"
                     value: settings._row ? settings._row.roicTypeName : ""
                 }
@@ -143,6 +136,7 @@ ApplyBody {
             id: searchBox
 
             Layout.fillWidth: true
+            enabled: !settings.refreshing || activeFocus
             name: "Search"
             placeholderText: "Search"
         }
@@ -151,6 +145,8 @@ ApplyBody {
             id: table
 
             Layout.fillWidth: true
+            // The end of a read would discard a choice made during it.
+            enabled: !settings.refreshing
             model: filter.filteredModels
             wasRead: settings.hasRefreshed
             onChosen: row => settings._choose(row)

@@ -1,49 +1,29 @@
 import QtQuick
 import QtQuick.Layouts
-import zvt.look
 import zvt.rows
 
 // A slot of the filter wheel: the filter in it, by number and by name, and the button that turns the wheel to it.
-RowLayout {
+FilterRow {
     id: row
 
     // A FilterWheelItemModel.
     required property var item
     // The names of all filters, by their numbers.
     required property var names
-    // Whether this filter is in the optical path, or the wheel turns to it.
-    required property bool selected
-    // Whether the wheel turns to the selected filter.
-    required property bool selecting
 
     readonly property int _id: item ? item.filterID : -1
     readonly property string _slot: item ? item.slotID : ""
 
     // The operator has changed the number of the filter.
     signal edited
-    signal selectRequested
 
     function _setId(id: int) {
         item.filterID = id
         edited()
     }
 
-    component Cell: PlainLabel {
-        Layout.minimumHeight: Look.rowHeight
-        opacity: enabled ? 1 : Look.disabledOpacity
-        color: row.selected ? Look.strongTextColor : Look.textColor
-        font.weight: row.selected ? Font.DemiBold : Font.Normal
-        verticalAlignment: Text.AlignVCenter
-    }
-
-    spacing: 12
-
-    GlyphLabel {
-        objectName: "filterMark"
-        Layout.preferredWidth: 12
-        opacity: row.selected ? (enabled ? 1 : Look.disabledOpacity) : 0
-        text: Glyph.caretRight
-        color: row.selecting ? Look.movingColor : Look.kestrinAccentBlue
+    component Cell: FilterCell {
+        selected: row.selected
     }
 
     Cell {
@@ -74,13 +54,13 @@ RowLayout {
         text: "Select"
         subject: "Slot " + row._slot
         shows: !row.selected
-        moving: row.selecting
-        busy: row.selected && row.selecting
+        moving: row.moving
+        busy: row.selected && row.moving
         onClicked: row.selectRequested()
 
         Cell {
             anchors.fill: parent
-            visible: row.selected && !row.selecting
+            visible: row.selected && !row.moving
             text: "Selected"
             horizontalAlignment: Text.AlignHCenter
         }

@@ -59,55 +59,37 @@ ApplyBody {
             color: Look.rectangleOutlineColor
         }
 
-        // Keeps the height of the rows while they are hidden, so that the button does not move.
-        Item {
-            implicitHeight: Math.max(rows.implicitHeight, panel.implicitHeight)
-            Layout.fillWidth: true
+        BusyRows {
+            busy: settings.refreshing
+            busyText: "Loading Filters..."
+            spinnerName: "filterTableBusy"
 
-            ColumnLayout {
-                id: rows
+            Repeater {
+                id: repeater
 
-                width: parent.width
-                visible: !settings.refreshing
-                spacing: 4
+                model: settings.camera ? settings.camera.mfgCorvinFilterSettingsModel.filterListModel : null
 
-                Repeater {
-                    id: repeater
+                MfgFilterRow {
+                    required property int index
 
-                    model: settings.camera ? settings.camera.mfgCorvinFilterSettingsModel.filterListModel : null
-
-                    MfgFilterRow {
-                        required property int index
-
-                        Layout.fillWidth: true
-                        names: settings.camera
-                               ? settings.camera.mfgCorvinFilterSettingsModel.filterIDNameStringListModel : []
-                        selected: index === settings._selected
-                        selecting: settings._selecting
-                        onEdited: settings.unapplied = true
-                        onSelectRequested: settings.camera.mfgCorvinFilterSettingsModel.selectFilter(index)
-                    }
+                    names: settings.camera ? settings.camera.mfgCorvinFilterSettingsModel.filterIDNameStringListModel
+                                           : []
+                    selected: index === settings._selected
+                    moving: settings._selecting
+                    onEdited: settings.unapplied = true
+                    onSelectRequested: settings.camera.mfgCorvinFilterSettingsModel.selectFilter(index)
                 }
             }
 
             PlainLabel {
-                visible: !settings.refreshing && repeater.count === 0
-                anchors.fill: parent
+                visible: settings.reads > 0 && repeater.count === 0
+                Layout.fillWidth: true
+                Layout.minimumHeight: 2 * Look.rowHeight
                 opacity: enabled ? 1 : Look.disabledOpacity
                 text: "No filters available."
                 color: Look.dimTextColor
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
-            }
-
-            BusyPanel {
-                id: panel
-
-                visible: settings.refreshing
-                width: parent.width
-                height: parent.height
-                text: "Loading Filters..."
-                spinnerName: "filterTableBusy"
             }
         }
 

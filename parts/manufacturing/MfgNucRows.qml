@@ -18,10 +18,9 @@ RowGroup {
         onSent: group.section.unapplied = true
     }
 
-    component Switch: ToggleRow {
+    component Switch: ApplySwitch {
+        section: group.section
         labelWidth: group.labelWidth
-        enabled: !group.section.refreshing
-        onToggled: group.section.unapplied = true
     }
 
     Field {

@@ -13,6 +13,7 @@ ApplyBody {
     component Limits: SettingRow {
         id: limits
 
+        // For the names of the fields.
         required property string quantity
         // See ModelNumberBox. The camera returns both limits together.
         required property real minValue
@@ -25,7 +26,6 @@ ApplyBody {
         signal maxSent(number: real)
 
         labelWidth: settings._labelWidth
-        heading: quantity + " Min & Max:"
         onMinSent: settings.unapplied = true
         onMaxSent: settings.unapplied = true
 
@@ -59,10 +59,9 @@ ApplyBody {
         }
     }
 
-    component Switch: ToggleRow {
+    component Switch: ApplySwitch {
+        section: settings
         labelWidth: settings._labelWidth
-        enabled: !settings.refreshing
-        onToggled: settings.unapplied = true
     }
 
     component IndexRow: ModelChoiceRow {
@@ -102,6 +101,7 @@ ApplyBody {
         }
 
         Limits {
+            heading: "A/D Min & Max:"
             quantity: "A/D"
             to: 16383
             minValue: settings.camera ? settings.camera.mfgNucSettingsModel.adMin : 0
@@ -112,6 +112,7 @@ ApplyBody {
         }
 
         Limits {
+            heading: "Gain Min & Max:"
             quantity: "Gain"
             to: 2
             decimals: 2

@@ -63,6 +63,7 @@ ModelBody {
 
             GlyphButton {
                 glyph: Glyph.refresh
+                enabled: !settings.refreshing
                 toolTip: "Refresh Voltages"
                 onClicked: settings.camera.mfgVoltageSettingsModel.refresh()
             }
@@ -93,15 +94,25 @@ ModelBody {
                 spacing: 12
 
                 Cell {
+                    id: nameCell
+
                     Layout.preferredWidth: settings._nameWidth
                     text: row._name
                     elide: Text.ElideRight
+
+                    HoverHandler {
+                        onHoveredChanged: Hint.show(nameCell, hovered && nameCell.truncated, row._name)
+                    }
                 }
 
                 NumberBox {
+                    id: voltsBox
+
                     visible: row._editable
+                    enabled: !settings.refreshing || activeFocus
                     Layout.preferredWidth: 92
                     name: row._name
+                    // Required: with a decimal point in every locale.
                     toolTip: isFinite(row._least) && isFinite(row._most)
                              ? row._least.toFixed(3) + " to " + row._most.toFixed(3) : ""
                     from: Numbers.ofFloat(row._least)
@@ -119,6 +130,18 @@ ModelBody {
                     Accessible.description: text
                     text: row._text
                     horizontalAlignment: Text.AlignRight
+                }
+
+                // Each read replaces the rows. A field loses the focus then, but its text was not entered. The body's
+                // loader, a focus scope, gives the focus away before: otherwise it would take the focus over from the
+                // row, which disables the loader in the middle of the change.
+                Connections {
+                    target: settings.camera ? settings.camera.mfgVoltageSettingsModel.voltageListModel : null
+                    function onModelAboutToBeReset() {
+                        voltsBox.revert()
+                        if (voltsBox.activeFocus)
+                            settings.parent.focus = false
+                    }
                 }
             }
         }

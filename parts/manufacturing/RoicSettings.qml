@@ -10,27 +10,38 @@ ModelBody {
     readonly property int _labelWidth: 132
     readonly property real _largest: 4294967295
     readonly property bool _overrides: camera ? camera.mfgTabModel.roicConfig.overrideDefaults : false
+    // Microseconds in a period of the clock; NaN while it is not known.
+    readonly property real _period: camera ? camera.mfgTabModel.roicConfig.lineDeadTime
+                                             / camera.mfgTabModel.roicConfig.lineDeadWidth : NaN
+    // The longest time whose width fits in 32 bits, in whole microseconds. Half a clock is left for rounding errors.
+    readonly property real _longest: isFinite(_period) ? Math.floor((_largest - 0.5) * _period) : _largest
 
-    // Whether a read has ended with a connected camera. `reads` does not tell: the model has been read from the first
-    // read on, also if no camera was connected then.
-    property bool _wasRead
-
-    function _textOf(number: real, decimals: int): string {
-        return text(_wasRead ? number : NaN, decimals)
+    // The text of a number of the model, or of its time; empty until the number, named by its property, is known. The
+    // model does not signal a 0 that it has read, but `reads` changes at the end of each read.
+    function _textOf(name: string, value: real, decimals: int): string {
+        const known = reads >= 0 && camera && (value !== 0 || camera.mfgTabModel.roicConfig.wasRead(name))
+        return text(known ? value : NaN, decimals)
     }
 
     component RowsRow: NumberRow {
+        // The name of the property, and its value.
+        required property string number
+        required property real rows
+
         labelWidth: settings._labelWidth
         enabled: settings._overrides
         to: settings._largest
+        modelText: settings._textOf(number, rows, 0)
     }
 
     // The fields for a width and its time.
     component WidthRow: SettingRow {
         id: widthRow
 
-        property alias widthText: widthBox.modelText
-        property alias timeText: timeBox.modelText
+        // The name of the property, its value and its time.
+        required property string number
+        required property real clocks
+        required property real microseconds
 
         signal widthEntered(clocks: real)
         signal timeEntered(microseconds: real)
@@ -43,6 +54,7 @@ ModelBody {
 
             name: widthRow.name
             to: settings._largest
+            modelText: settings._textOf(widthRow.number, widthRow.clocks, 0)
             onEntered: clocks => widthRow.widthEntered(clocks)
         }
 
@@ -56,8 +68,11 @@ ModelBody {
         NumberBox {
             id: timeBox
 
+            // The time is shown in the operator's format, since the field accepts no other decimal point.
             name: widthRow.name + " Time (us)"
+            to: settings._longest
             decimals: -1
+            modelText: settings._textOf(widthRow.number, widthRow.microseconds, 2)
             // The shown time is rounded: the same text typed again must not change the width.
             onEntered: microseconds => {
                 if (microseconds !== Numbers.parse(modelText, -1))
@@ -68,11 +83,6 @@ ModelBody {
 
     refreshing: camera ? camera.mfgTabModel.roicConfig.refreshing : false
     hasRefreshed: camera ? camera.mfgTabModel.roicConfig.hasRefreshed : false
-    onRefreshingChanged: {
-        if (!refreshing && connected)
-            _wasRead = true
-    }
-    Component.onCompleted: _wasRead = hasRefreshed && connected
 
     RowGroup {
         ToggleRow {
@@ -85,37 +95,42 @@ ModelBody {
 
         WidthRow {
             heading: "Line Dead Width:"
-            widthText: settings._textOf(settings.camera ? settings.camera.mfgTabModel.roicConfig.lineDeadWidth : NaN, 0)
-            timeText: settings._textOf(settings.camera ? settings.camera.mfgTabModel.roicConfig.lineDeadTime : NaN, 2)
+            number: "lineDeadWidth"
+            clocks: settings.camera ? settings.camera.mfgTabModel.roicConfig.lineDeadWidth : 0
+            microseconds: settings.camera ? settings.camera.mfgTabModel.roicConfig.lineDeadTime : 0
             onWidthEntered: clocks => settings.camera.mfgTabModel.roicConfig.lineDeadWidth = clocks
             onTimeEntered: microseconds => settings.camera.mfgTabModel.roicConfig.lineDeadTime = microseconds
         }
 
         WidthRow {
             heading: "Pre Int Width:"
-            widthText: settings._textOf(settings.camera ? settings.camera.mfgTabModel.roicConfig.preIntWidth : NaN, 0)
-            timeText: settings._textOf(settings.camera ? settings.camera.mfgTabModel.roicConfig.preIntTime : NaN, 2)
+            number: "preIntWidth"
+            clocks: settings.camera ? settings.camera.mfgTabModel.roicConfig.preIntWidth : 0
+            microseconds: settings.camera ? settings.camera.mfgTabModel.roicConfig.preIntTime : 0
             onWidthEntered: clocks => settings.camera.mfgTabModel.roicConfig.preIntWidth = clocks
             onTimeEntered: microseconds => settings.camera.mfgTabModel.roicConfig.preIntTime = microseconds
         }
 
         WidthRow {
             heading: "Post Int Width:"
-            widthText: settings._textOf(settings.camera ? settings.camera.mfgTabModel.roicConfig.postIntWidth : NaN, 0)
-            timeText: settings._textOf(settings.camera ? settings.camera.mfgTabModel.roicConfig.postIntTime : NaN, 2)
+            number: "postIntWidth"
+            clocks: settings.camera ? settings.camera.mfgTabModel.roicConfig.postIntWidth : 0
+            microseconds: settings.camera ? settings.camera.mfgTabModel.roicConfig.postIntTime : 0
             onWidthEntered: clocks => settings.camera.mfgTabModel.roicConfig.postIntWidth = clocks
             onTimeEntered: microseconds => settings.camera.mfgTabModel.roicConfig.postIntTime = microseconds
         }
 
         RowsRow {
             heading: "Pre Dead Rows:"
-            modelText: settings._textOf(settings.camera ? settings.camera.mfgTabModel.roicConfig.preDeadRows : NaN, 0)
+            number: "preDeadRows"
+            rows: settings.camera ? settings.camera.mfgTabModel.roicConfig.preDeadRows : 0
             onEntered: rows => settings.camera.mfgTabModel.roicConfig.preDeadRows = rows
         }
 
         RowsRow {
             heading: "Post Dead Rows:"
-            modelText: settings._textOf(settings.camera ? settings.camera.mfgTabModel.roicConfig.postDeadRows : NaN, 0)
+            number: "postDeadRows"
+            rows: settings.camera ? settings.camera.mfgTabModel.roicConfig.postDeadRows : 0
             onEntered: rows => settings.camera.mfgTabModel.roicConfig.postDeadRows = rows
         }
 

@@ -17,8 +17,8 @@ SectionBody {
         return camera && isFinite(number) ? camera.safeConvertFloatToLocaleString(number, decimals) : ""
     }
 
-    onHasRefreshedChanged: {
-        if (hasRefreshed && connected)
+    onRefreshingChanged: {
+        if (!refreshing && connected)
             reads += 1
     }
 }

@@ -28,6 +28,7 @@ ChoiceRow {
         id: fact
 
         notifier: row.notifier
+        reading: row.section.refreshing
         differs: row.value !== row.unreadValue
     }
 }

@@ -26,6 +26,7 @@ NumberBox {
         id: fact
 
         notifier: box.notifier
+        reading: box.section.refreshing
         differs: box.value !== 0
     }
 }

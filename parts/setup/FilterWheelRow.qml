@@ -5,12 +5,11 @@ import zvt.rows
 
 // A filter of the filter wheel, with the buttons that turn the wheel to it. The buttons are disabled while the wheel
 // turns.
-RowLayout {
+FilterRow {
     id: row
 
+    // A FilterWheelItemModel.
     required property var item
-    // Whether this filter is in the optical path, or the wheel turns to it.
-    required property bool selected
     // Whether the wheel turns to the selected filter: to use it, or to replace it.
     required property bool selecting
     required property bool replacing
@@ -18,34 +17,20 @@ RowLayout {
     required property int actionWidth
 
     readonly property string filterName: item ? item.filterName : ""
-    readonly property bool _moving: selecting || replacing
 
-    signal selectRequested
     signal replaceRequested
 
-    component Cell: PlainLabel {
-        Layout.minimumHeight: Look.rowHeight
-        opacity: enabled ? 1 : Look.disabledOpacity
-        color: row.selected ? Look.strongTextColor : Look.textColor
-        font.weight: row.selected ? Font.DemiBold : Font.Normal
-        verticalAlignment: Text.AlignVCenter
+    component Cell: FilterCell {
+        selected: row.selected
     }
 
     component Action: WheelAction {
         implicitWidth: row.actionWidth
         subject: row.filterName
-        moving: row._moving
+        moving: row.moving
     }
 
-    spacing: 12
-
-    GlyphLabel {
-        objectName: "filterMark"
-        Layout.preferredWidth: 12
-        opacity: row.selected ? (enabled ? 1 : Look.disabledOpacity) : 0
-        text: Glyph.caretRight
-        color: row._moving ? Look.movingColor : Look.kestrinAccentBlue
-    }
+    moving: selecting || replacing
 
     Cell {
         id: nameCell

@@ -70,45 +70,26 @@ RowGroup {
         color: Look.rectangleOutlineColor
     }
 
-    // Keeps the height of the rows while they are hidden, so that the sections below do not move.
-    Item {
-        implicitHeight: Math.max(rows.implicitHeight, panel.implicitHeight)
-        Layout.fillWidth: true
+    BusyRows {
+        busy: table._refreshing
+        //: Shown while the camera reads the filters in the wheel
+        busyText: qsTr("Scanning Filter Wheel...")
+        spinnerName: "filterScanBusy"
 
-        ColumnLayout {
-            id: rows
+        Repeater {
+            model: table.camera ? table.camera.setupFilterWheelSettingsModel.filterListModel : null
 
-            width: parent.width
-            visible: !table._refreshing
-            spacing: 4
+            FilterWheelRow {
+                required property int index
 
-            Repeater {
-                model: table.camera ? table.camera.setupFilterWheelSettingsModel.filterListModel : null
-
-                FilterWheelRow {
-                    required property int index
-
-                    Layout.fillWidth: true
-                    selected: index === table._selected
-                    selecting: table._selecting
-                    replacing: table._replacing
-                    replaceable: table._replaceable
-                    actionWidth: table._actionWidth
-                    onSelectRequested: table.camera.setupFilterWheelSettingsModel.selectFilter(index)
-                    onReplaceRequested: table.replaceRequested(index)
-                }
+                selected: index === table._selected
+                selecting: table._selecting
+                replacing: table._replacing
+                replaceable: table._replaceable
+                actionWidth: table._actionWidth
+                onSelectRequested: table.camera.setupFilterWheelSettingsModel.selectFilter(index)
+                onReplaceRequested: table.replaceRequested(index)
             }
-        }
-
-        BusyPanel {
-            id: panel
-
-            visible: table._refreshing
-            width: parent.width
-            height: parent.height
-            //: Shown while the camera reads the filters in the wheel
-            text: qsTr("Scanning Filter Wheel...")
-            spinnerName: "filterScanBusy"
         }
     }
 }

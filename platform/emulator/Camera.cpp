@@ -21,6 +21,7 @@
 #include <QDir>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <atomic>
 #include <map>
 #include <string>
@@ -62,7 +63,7 @@ std::vector<std::shared_ptr<Camera>> existingCameras()
 } // namespace
 
 struct Camera::State {
-    State(const QString &folder, std::function<void()> writeMemory)
+    State(const QString &folder, std::function<bool()> writeMemory)
         : storage(folder), memoryWriter(std::move(writeMemory))
     {
     }
@@ -163,6 +164,9 @@ Camera::Camera(Profile profile, QString folder)
     : m_profile(std::move(profile)), m_folder(std::move(folder)), m_state(std::make_unique<State>(m_folder, [this] {
           writeMemory();
           writeFiles();
+          // A file that could not be written is still to be written.
+          const std::lock_guard lock(m_mutex);
+          return std::ranges::none_of(m_devices, [](const auto &device) { return bool(device->filesToWrite()); });
       }))
 {
     m_state->capabilities = m_profile.capabilities();

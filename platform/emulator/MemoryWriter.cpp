@@ -5,7 +5,7 @@
 namespace emulator
 {
 
-MemoryWriter::MemoryWriter(std::function<void()> write, std::chrono::milliseconds interval)
+MemoryWriter::MemoryWriter(std::function<bool()> write, std::chrono::milliseconds interval)
     : m_write(std::move(write)), m_interval(interval)
 {
 }
@@ -25,7 +25,7 @@ void MemoryWriter::flush()
 {
     std::unique_lock lock(m_mutex);
     m_changed.wait(lock, [this] { return !m_writing; });
-    if (m_marked)
+    if (m_marked || m_failed)
         writeUnlocked(lock);
 }
 
@@ -60,8 +60,9 @@ void MemoryWriter::writeUnlocked(std::unique_lock<std::mutex> &lock)
     m_marked = false;
     m_writing = true;
     lock.unlock();
-    m_write();
+    const bool written = m_write();
     lock.lock();
+    m_failed = !written;
     m_writing = false;
     m_changed.notify_all();
 }

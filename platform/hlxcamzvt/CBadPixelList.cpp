@@ -10,15 +10,16 @@ namespace hlx::cam::zvt
 namespace
 {
 
-/// Longer than the sides of any detector. A damaged size must not make its users ask for gigabytes.
-constexpr uint16_t longestSide = 16384;
+/// More than any detector has. Users of a list make pictures of its size, and a damaged one must not make them ask for
+/// gigabytes.
+constexpr uint32_t mostPixels = 4'194'304;
 
 } // namespace
 
 bool CBadPixelList::Load(const CString &path)
 {
     const auto file = BadPixelFile::load(fileSystem(), path);
-    if (!file || file->width > longestSide || file->height > longestSide)
+    if (!file || uint32_t{file->width} * file->height > mostPixels)
         return false;
     TArray<Pixel> pixels;
     for (const BadPixelFile::Pixel &pixel : file->pixels)

@@ -48,8 +48,13 @@ struct MfgCameraPage : MfgPage {
         return QQmlProperty::read(&item(heading), "Accessible.description", qmlContext(&item(heading))).toString();
     }
     QStringList facts() const { return {fact("Board Set"), fact("Detector"), fact("ROIC")}; }
+    /// Whether the model is in the current row, and is the one that would be applied.
+    bool isCurrent(const QString &model) const { return current() == model && identityOf("model").toString() == model; }
     void search(const QString &text)
     {
+        item("Search").forceActiveFocus(Qt::OtherFocusReason);
+        press(Qt::Key_A, Qt::ControlModifier);
+        press(Qt::Key_Delete);
         enter(item("Search"), text);
         settle();
     }

@@ -71,6 +71,8 @@ class tst_AdvancedTabUnread : public Test
 private slots:
     void aValueThatIsNotReadIsEmpty_data();
     void aValueThatIsNotReadIsEmpty();
+    void aRefusedWriteIsNoRead_data();
+    void aRefusedWriteIsNoRead();
     void aReadWithoutACameraShowsNothing();
     void absentPresetsAreEmpty();
     void presetsOfAnotherCameraAreShown();
@@ -107,6 +109,46 @@ void tst_AdvancedTabUnread::aValueThatIsNotReadIsEmpty()
     page.gate().failAlways(call.toStdString());
     page.refresh(name);
     QCOMPARE(page.shownText(control), text);
+}
+
+void tst_AdvancedTabUnread::aRefusedWriteIsNoRead_data()
+{
+    QTest::addColumn<int>("section");
+    QTest::addColumn<std::string>("getter");
+    QTest::addColumn<std::string>("setter");
+    QTest::addColumn<QString>("choice");
+    QTest::newRow("Integrate Active Polarity")
+        << 4 << std::string("zvtGetIntegrateOutPolarity") << std::string("zvtSetIntegrateOutPolarity") << "Active High";
+    QTest::newRow("Timestamp Latch") << 4 << std::string("zvtGetIRIGLatchSource")
+                                     << std::string("zvtSetIRIGLatchSource") << "Integration End";
+    QTest::newRow("Digital Filter") << 3 << std::string("zvtGetLockinAlphaFilter")
+                                    << std::string("zvtSetLockinAlphaFilter") << "1/8";
+    QTest::newRow("Estimated Input Frequency (Hz)")
+        << 3 << std::string("zvtGetLockinEstInputFreq") << std::string("zvtSetLockinEstInputFreq") << "";
+}
+
+// The setters of these values signal also what the camera has refused.
+void tst_AdvancedTabUnread::aRefusedWriteIsNoRead()
+{
+    QFETCH(const int, section);
+    QFETCH(const std::string, getter);
+    QFETCH(const std::string, setter);
+    QFETCH(const QString, choice);
+    const QString control = QString::fromLatin1(QTest::currentDataTag());
+    ZeroPage page([&](emulator::Camera &camera) {
+        for (const std::string &name : {getter, setter})
+            camera.gate().failAlways(name);
+    });
+    page.openOnly(advancedSections().at(section));
+    QCOMPARE(page.shownText(control), "");
+    const QStringList commands = page.commandsOf([&] {
+        if (choice.isEmpty())
+            page.enter(page.item(control), "5", Qt::Key_Return);
+        else
+            page.choose(control, choice);
+    });
+    QVERIFY(!commands.filter(QString::fromStdString(setter)).isEmpty());
+    QCOMPARE(page.shownText(control), "");
 }
 
 void tst_AdvancedTabUnread::aReadWithoutACameraShowsNothing()

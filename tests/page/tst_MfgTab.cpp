@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "hlx/IInterface.h"
+
 namespace
 {
 
@@ -66,9 +68,11 @@ class tst_MfgTab : public Test
 private slots:
     void theTabIsTheLast();
     void theTabNeedsTheManufacturingMode();
+    void theBannerIsOnTop();
     void theSectionsAreInOrder();
     void sectionsNeedTheirEquipment_data();
     void sectionsNeedTheirEquipment();
+    void theSettingsOfAnEmulatorNeedOne();
     void onlyTheFirstSectionIsOpenAtFirst();
     void theHeaderReadsBeforeItOpens_data();
     void theHeaderReadsBeforeItOpens();
@@ -76,6 +80,7 @@ private slots:
     void theConnectedPageIsRead();
     void collapsedSectionsAreNotRead();
     void theShownPageTakesTheFocus();
+    void aConnectionLeavesTheFocus();
     void theRootReadsTheSections();
 
     void theBodyIsOffUntilItHasBeenRead_data() { addReadSections(); }
@@ -96,10 +101,20 @@ void tst_MfgTab::theTabIsTheLast()
     QVERIFY(std::ranges::is_sorted(places));
     QCOMPARE(page.item("Mfg").parentItem()->parentItem()->parentItem()->property("currentIndex").toInt(),
              MfgPage::tabIndex);
+}
+
+void tst_MfgTab::theBannerIsOnTop()
+{
+    MfgPage page;
+    QVERIFY(!page.findText("No camera connected"));
     page.rig().camera().disconnect();
     page.settle();
-    QVERIFY(page.findText("No camera connected"));
-    QVERIFY(page.find("Camera Settings"));
+    const QQuickItem *banner = page.findText("No camera connected");
+    QVERIFY(banner);
+    QVERIFY(banner->mapToScene({0, banner->height()}).y() <= page.item("Camera Settings").mapToScene({}).y());
+    page.rig().camera().connect();
+    page.settle();
+    QVERIFY(!page.findText("No camera connected"));
 }
 
 void tst_MfgTab::theTabNeedsTheManufacturingMode()
@@ -147,6 +162,20 @@ void tst_MfgTab::sectionsNeedTheirEquipment()
         for (const QString &name : mfgSections())
             QCOMPARE(page.find(name) != nullptr, name != section || has == present);
     }
+}
+
+void tst_MfgTab::theSettingsOfAnEmulatorNeedOne()
+{
+    WholePage page;
+    QVERIFY(page.find("Emulator Settings"));
+    const auto interface = hlx::cam::interfaces().GetInterfaceOfDevice(page.rig().controller()->device()->key());
+    const auto restore = qScopeGuard([&interface] { interface->isEmulator = true; });
+    page.rig().camera().disconnect();
+    interface->isEmulator = false;
+    page.rig().camera().connect();
+    page.settle();
+    for (const QString &name : mfgSections())
+        QCOMPARE(page.find(name) != nullptr, name != "Emulator Settings");
 }
 
 void tst_MfgTab::onlyTheFirstSectionIsOpenAtFirst()
@@ -249,6 +278,18 @@ void tst_MfgTab::theShownPageTakesTheFocus()
     QVERIFY(holder && holder->isAncestorOf(&page.item("Serial")) && holder != page.page());
 }
 
+// The operator may be using a control beside the page.
+void tst_MfgTab::aConnectionLeavesTheFocus()
+{
+    MfgPage page;
+    QQuickItem &tab = page.item("Mfg");
+    page.rig().camera().disconnect();
+    page.settle();
+    tab.forceActiveFocus(Qt::MouseFocusReason);
+    QCOMPARE(page.calls("zvtGetBoardType", [&] { page.rig().camera().connect(); }), 1);
+    QCOMPARE(page.window().activeFocusItem(), &tab);
+}
+
 // The page reads the readout circuit itself.
 void tst_MfgTab::theRootReadsTheSections()
 {
@@ -270,24 +311,26 @@ void tst_MfgTab::theBodyIsOffUntilItHasBeenRead()
     const auto &[name, call, control] = readSections.at(section);
     WholePage page;
     page.toggle("Camera Settings");
-    page.gate().hold(call);
-    page.click(name);
-    QVERIFY(page.gate().waitHeld(call));
-    page.awaitFrame();
+    const auto startRead = [&](const QString &button) {
+        page.gate().hold(call);
+        page.click(button);
+        QVERIFY(page.gate().waitHeld(call));
+        page.awaitFrame();
+    };
+    const auto endRead = [&] {
+        page.gate().release("*");
+        page.settle();
+        QVERIFY(page.enabled(control));
+    };
+    startRead(name);
     // The rows of the voltages are not known yet.
-    if (const QQuickItem *shown = page.find(control))
-        QVERIFY(!shown->isEnabled() || section == 0);
-    page.gate().release("*");
-    page.settle();
-    QVERIFY(page.enabled(control));
-    page.gate().hold(call);
-    page.click("Refresh " + QString(name));
-    QVERIFY(page.gate().waitHeld(call));
-    page.awaitFrame();
+    const QQuickItem *shown = page.find(control);
+    QCOMPARE(shown == nullptr, QLatin1String(control) == "Reference");
+    QVERIFY(!shown || !shown->isEnabled());
+    endRead();
+    startRead("Refresh " + QString(name));
     QCOMPARE(page.enabled(control), QString(name) == "ROIC Config");
-    page.gate().release("*");
-    page.settle();
-    QVERIFY(page.enabled(control));
+    endRead();
 }
 
 void tst_MfgTab::theReadoutStaysOnDuringALaterRead()

@@ -1,6 +1,8 @@
 #include "tests/page/MfgCameraPage.h"
 #include "tests/support/Test.h"
 
+#include <QScopeGuard>
+
 namespace
 {
 
@@ -18,6 +20,7 @@ private slots:
     void theTableIsAtTheRowOfTheCamera();
     void theRowsShowNumbersAndNames();
     void theFactsAreHiddenDuringARead();
+    void aLongFactHasAToolTip();
     void aModelIsChosen_data();
     void aModelIsChosen();
     void theKeysStayInTheTable();
@@ -26,6 +29,12 @@ private slots:
     void applyWritesFiveValues();
     void applyWithANewSerialWritesTheOthersToo();
     void applyDoesNotRead();
+    void aModelWithTheSameNumbersStaysChosen();
+    void aModelWithTheSameNumbersStaysChosenInANarrowerTable();
+    void theCameraIsFoundByItsName_data();
+    void theCameraIsFoundByItsName();
+    void nothingIsChosenDuringARead_data();
+    void nothingIsChosenDuringARead();
 
     void serialIsStoredAtEachKey();
     void aRefreshDiscardsEdits();
@@ -38,6 +47,8 @@ private slots:
     void withoutNumbersAllModelsAreShown_data();
     void withoutNumbersAllModelsAreShown();
     void anUnknownCameraHasNoRow();
+    void aCameraThatBecomesUnknownHasNoRow_data();
+    void aCameraThatBecomesUnknownHasNoRow();
 };
 
 void tst_MfgTabCamera::theTableIsAtTheRowOfTheCamera()
@@ -81,6 +92,20 @@ void tst_MfgTabCamera::theFactsAreHiddenDuringARead()
     page.gate().release("*");
     page.settle();
     QCOMPARE(page.facts(), QStringList({"Linden", "InSb", "R640-D"}));
+}
+
+void tst_MfgTabCamera::aLongFactHasAToolTip()
+{
+    const auto unscript = qScopeGuard([] { emulator::Sdk::gate().script("zvtGetDetectorTypeName", {}); });
+    const QString name = QStringLiteral("material ").repeated(20).trimmed();
+    emulator::Sdk::gate().script("zvtGetDetectorTypeName", name);
+    MfgCameraPage page;
+    QCOMPARE(page.fact("Detector"), name);
+    QTest::mouseMove(&page.window(), page.middle("Detector"));
+    QTRY_COMPARE(page.hint(), name);
+    // The others are complete.
+    QTest::mouseMove(&page.window(), page.middle("ROIC"));
+    QTRY_COMPARE(page.hint(), "");
 }
 
 void tst_MfgTabCamera::aModelIsChosen_data()
@@ -175,6 +200,109 @@ void tst_MfgTabCamera::applyDoesNotRead()
 {
     MfgCameraPage page;
     QCOMPARE(page.calls("zvtGetBoardType", [&] { page.click("Apply Camera Settings"); }), 0);
+}
+
+void tst_MfgTabCamera::aModelWithTheSameNumbersStaysChosen()
+{
+    MfgCameraPage page([](emulator::Camera &) {}, "low-cost");
+    QCOMPARE(page.models(), QStringList({"Tansy 384", "Tansy 384 X", "Tansy 384 G"}));
+    QCOMPARE(page.current(), "Tansy 384");
+    page.click("Tansy 384 G");
+    page.settle();
+    QVERIFY(page.isCurrent("Tansy 384 G"));
+    page.search("tansy");
+    QCOMPARE(page.rows(), 3);
+    QVERIFY(page.isCurrent("Tansy 384 G"));
+    QCOMPARE(page.identityOf("selectedFilteredIndex").toInt(), 2);
+    // Another model with its numbers is not in its place.
+    page.search("export");
+    QCOMPARE(page.models(), QStringList("Tansy 384 X"));
+    QCOMPARE(page.current(), "");
+    QVERIFY(!page.enabled("Apply Camera Settings"));
+    page.search("");
+    QVERIFY(page.isCurrent("Tansy 384 G"));
+    const QStringList commands = page.commandsOf([&] { page.click("Apply Camera Settings"); });
+    QCOMPARE(commands.first(), "zvtSetCameraModel \"Tansy 384 G\"");
+    QCOMPARE(commands.at(3), "zvtSetPleoraBoardType 1");
+    page.refresh("Camera Settings");
+    QVERIFY(page.isCurrent("Tansy 384 G"));
+}
+
+// The Pleora board of the model is another one than the camera's, and is set after the rows have changed.
+void tst_MfgTabCamera::aModelWithTheSameNumbersStaysChosenInANarrowerTable()
+{
+    MfgCameraPage page([](emulator::Camera &camera) { camera.gate().failAlways("zvtGetReadout"); }, "low-cost");
+    QVERIFY(page.rows() > 40);
+    page.search("tansy 384");
+    page.click("Tansy 384 G");
+    page.settle();
+    QVERIFY(page.isCurrent("Tansy 384 G"));
+    page.search("");
+    QCOMPARE(page.rows(), 3);
+    QVERIFY(page.isCurrent("Tansy 384 G"));
+    QCOMPARE(page.identityOf("pleoraBoardType").toInt(), 1);
+}
+
+void tst_MfgTabCamera::theCameraIsFoundByItsName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("first") << "Tansy 384"
+                           << "Tansy 384";
+    QTest::newRow("second") << "Tansy 384 X"
+                            << "Tansy 384 X";
+    QTest::newRow("another Pleora board") << "Tansy 384 G"
+                                          << "Tansy 384 G";
+    QTest::newRow("a name of its own") << "Prototype 7"
+                                       << "Tansy 384";
+    QTest::newRow("name of a camera with other numbers") << "Campion 640"
+                                                         << "Tansy 384";
+}
+
+// The camera has the numbers of three models.
+void tst_MfgTabCamera::theCameraIsFoundByItsName()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, expected);
+    MfgCameraPage page([&](emulator::Camera &camera) { camera.otherClient().set("identity.model", name); }, "low-cost");
+    QCOMPARE(page.identityOf("model").toString(), name);
+    QCOMPARE(page.current(), expected);
+    page.search("tansy");
+    QCOMPARE(page.current(), expected);
+    QVERIFY(page.set("identity.model", "Tansy 384 X"));
+    page.refresh("Camera Settings");
+    QVERIFY(page.isCurrent("Tansy 384 X"));
+}
+
+void tst_MfgTabCamera::nothingIsChosenDuringARead_data()
+{
+    QTest::addColumn<QString>("other");
+    QTest::newRow("Search") << "Serial";
+    QTest::newRow("Serial") << "Search";
+}
+
+// The field that the operator is using keeps the section enabled.
+void tst_MfgTabCamera::nothingIsChosenDuringARead()
+{
+    QFETCH(const QString, other);
+    const QString used = QString::fromLatin1(QTest::currentDataTag());
+    MfgCameraPage page;
+    page.item(used).forceActiveFocus(Qt::TabFocusReason);
+    page.gate().hold("zvtGetBoardType");
+    QVERIFY(QMetaObject::invokeMethod(page.identity(), "refresh"));
+    QVERIFY(page.gate().waitHeld("zvtGetBoardType"));
+    page.awaitFrame();
+    QVERIFY(page.enabled(used));
+    for (const QString &name : {other, QStringLiteral("Models")})
+        QVERIFY2(!page.enabled(name), qPrintable(name));
+    page.click("Campion 640");
+    QVERIFY(page.isCurrent("Campion 640 V"));
+    page.gate().release("*");
+    page.settle();
+    for (const QString &name : {other, QStringLiteral("Models")})
+        QVERIFY2(page.enabled(name), qPrintable(name));
+    page.click("Campion 640");
+    QVERIFY(page.isCurrent("Campion 640"));
 }
 
 void tst_MfgTabCamera::serialIsStoredAtEachKey()
@@ -302,6 +430,29 @@ void tst_MfgTabCamera::anUnknownCameraHasNoRow()
     QCOMPARE(page.rows(), 0);
     QVERIFY(page.findText("No model matches."));
     QVERIFY(!page.enabled("Apply Camera Settings"));
+}
+
+void tst_MfgTabCamera::aCameraThatBecomesUnknownHasNoRow_data()
+{
+    QTest::addColumn<std::string>("call");
+    for (const char *call : {"zvtGetBoardType", "zvtGetCameraType", "zvtGetCameraSubtype", "zvtGetReadout"})
+        QTest::newRow(call) << std::string(call);
+}
+
+void tst_MfgTabCamera::aCameraThatBecomesUnknownHasNoRow()
+{
+    QFETCH(const std::string, call);
+    MfgCameraPage page;
+    QCOMPARE(page.current(), "Campion 640 V");
+    page.gate().script(call, 77);
+    page.refresh("Camera Settings");
+    QCOMPARE(page.current(), "");
+    QCOMPARE(page.facts(), QStringList({"", "", ""}));
+    QVERIFY(!page.enabled("Apply Camera Settings"));
+    page.gate().script(call, {});
+    page.refresh("Camera Settings");
+    QCOMPARE(page.current(), "Campion 640 V");
+    QVERIFY(page.enabled("Apply Camera Settings"));
 }
 
 ZVT_TEST(tst_MfgTabCamera)

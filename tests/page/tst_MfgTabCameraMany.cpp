@@ -36,12 +36,22 @@ const void *zvtGetModelInfoTable()
 namespace
 {
 
-QByteArray nameOf(int row) { return QByteArray("Model-") + QByteArray::number(row).rightJustified(4, '0'); }
+/// The row that has the name of the row two before it.
+constexpr int namesake = 994;
+
+QByteArray nameOf(int row)
+{
+    return QByteArray("Model-") + QByteArray::number(row == namesake ? row - 2 : row).rightJustified(4, '0');
+}
 
 bool isCooled(int row) { return row % 10 == 0; }
 
+/// Whether the row has the five numbers of the row two before it.
+bool isTwin(int row) { return row % 10 == 4; }
+
 /// Every second row has the board set, the detector and the readout circuit of the camera. The others differ in one of
-/// these, but each has the type and the subtype of the row before. No two rows have all five numbers in common.
+/// these, but each has the type and the subtype of the row before. No two rows have all five numbers in common, but for
+/// the twins: these differ in the Pleora board and the variant, and but for the namesake in the name.
 const zvtSModelInfo *manyModels()
 {
     static std::array<QByteArray, count> names;
@@ -52,8 +62,9 @@ const zvtSModelInfo *manyModels()
         info.boardSet = row % 6 == 1 ? 4 : 5;
         info.detectorType = row % 6 == 3 ? 1 : 0;
         info.roicType = row % 6 == 5 ? 1 : 2;
-        info.type = static_cast<uint8_t>(row / 8);
-        info.subType = static_cast<uint8_t>(row / 2 % 4);
+        const int kind = isTwin(row) ? row - 2 : row;
+        info.type = static_cast<uint8_t>(kind / 8);
+        info.subType = static_cast<uint8_t>(kind / 2 % 4);
         info.pleoraBoard = static_cast<uint8_t>(row % 4);
         info.variant = static_cast<uint8_t>(row % 4);
         info.name = names[row].constData();
@@ -95,6 +106,10 @@ private slots:
     void theChosenModelIsFoundAgain_data();
     void theChosenModelIsFoundAgain();
     void theChosenModelIsFoundInANarrowerTable();
+    void theChosenTwinStays_data();
+    void theChosenTwinStays();
+    void theCameraIsFoundAmongTwins_data();
+    void theCameraIsFoundAmongTwins();
     void eachModelOfTheCameraIsFound();
 };
 
@@ -223,14 +238,94 @@ void tst_MfgTabCameraMany::theChosenModelIsFoundInANarrowerTable()
     QCOMPARE(page.current(), likeTheLast.at(likeTheLast.size() - 2));
 }
 
+void tst_MfgTabCameraMany::theChosenTwinStays_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("twin");
+    QTest::addColumn<bool>("byNumbers");
+    for (const bool byNumbers : {true, false}) {
+        const char *which = byNumbers ? "the camera's" : "all";
+        QTest::addRow("%s, first", which) << 502 << 504 << byNumbers;
+        QTest::addRow("%s, second", which) << 504 << 502 << byNumbers;
+    }
+}
+
+void tst_MfgTabCameraMany::theChosenTwinStays()
+{
+    QFETCH(const int, row);
+    QFETCH(const int, twin);
+    QFETCH(const bool, byNumbers);
+    const QString name = QString::fromLatin1(nameOf(row));
+    MfgCameraPage page([&](emulator::Camera &camera) {
+        if (!byNumbers)
+            camera.gate().failAlways("zvtGetReadout");
+    });
+    page.search(name);
+    page.step("Models", Qt::Key_Home);
+    QVERIFY(page.isCurrent(name));
+    page.search("");
+    QCOMPARE(page.rows(), count / 2);
+    QVERIFY(page.isCurrent(name));
+    QCOMPARE(page.identityOf("selectedFilteredIndex").toInt(), row / 2);
+    page.search(nameOf(twin));
+    QCOMPARE(page.models(), QStringList(nameOf(twin)));
+    QCOMPARE(page.current(), "");
+    QVERIFY(!page.enabled("Apply Camera Settings"));
+    page.search("");
+    const QStringList commands = page.commandsOf([&] { page.click("Apply Camera Settings"); });
+    QCOMPARE(commands.mid(0, 4),
+             QStringList({QStringLiteral("zvtSetCameraModel \"%1\"").arg(name), "zvtSetCameraType 62",
+                          "zvtSetCameraSubtype 3",
+                          QStringLiteral("zvtSetPleoraBoardType %1").arg(otherTable[row].pleoraBoard)}));
+    page.gate().failNever();
+    page.refresh("Camera Settings");
+    QVERIFY(page.isCurrent(name));
+    QCOMPARE(page.identityOf("selectedFilteredIndex").toInt(), row / 2);
+}
+
+void tst_MfgTabCameraMany::theCameraIsFoundAmongTwins_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("pleoraBoard");
+    QTest::addColumn<int>("row");
+    QTest::newRow("first") << 502 << nameOf(502) << 2 << 502;
+    QTest::newRow("second") << 502 << nameOf(504) << 0 << 504;
+    // The name comes before the Pleora board.
+    QTest::newRow("second, with the board of the first") << 502 << nameOf(504) << 2 << 504;
+    QTest::newRow("second, with another board") << 502 << nameOf(504) << 3 << 504;
+    QTest::newRow("name of neither, board of the second") << 502 << QByteArray("Model") << 0 << 502;
+    QTest::newRow("namesake, first") << namesake << nameOf(namesake) << 0 << namesake - 2;
+    QTest::newRow("namesake, second") << namesake << nameOf(namesake) << 2 << namesake;
+    QTest::newRow("namesake, another board") << namesake << nameOf(namesake) << 1 << namesake - 2;
+}
+
+void tst_MfgTabCameraMany::theCameraIsFoundAmongTwins()
+{
+    QFETCH(const int, kind);
+    QFETCH(const QByteArray, name);
+    QFETCH(const int, pleoraBoard);
+    QFETCH(const int, row);
+    MfgCameraPage page([&](emulator::Camera &camera) {
+        camera.gate().script("zvtGetCameraModel", QString::fromLatin1(name));
+        camera.gate().script("zvtGetCameraType", otherTable[kind].type);
+        camera.gate().script("zvtGetCameraSubtype", otherTable[kind].subType);
+        camera.gate().script("zvtGetPleoraBoardType", pleoraBoard);
+    });
+    QCOMPARE(page.identityOf("selectedFilteredIndex").toInt(), row / 2);
+    QCOMPARE(page.current(), QString::fromLatin1(nameOf(row)));
+}
+
 // The row is looked for after each change of the list. A blank matches all.
 void tst_MfgTabCameraMany::eachModelOfTheCameraIsFound()
 {
     MfgCameraPage page;
     page.item("Search").forceActiveFocus(Qt::TabFocusReason);
     for (int row = 0; row < count; row += 14) {
-        page.identity()->setProperty("cameraType", row / 8);
-        page.identity()->setProperty("cameraSubType", row / 2 % 4);
+        page.identity()->setProperty("model", QString::fromLatin1(otherTable[row].name));
+        page.identity()->setProperty("cameraType", otherTable[row].type);
+        page.identity()->setProperty("cameraSubType", otherTable[row].subType);
+        page.identity()->setProperty("pleoraBoardType", otherTable[row].pleoraBoard);
         page.press(page.text("Search").isEmpty() ? Qt::Key_Space : Qt::Key_Backspace);
         QCOMPARE(page.rows(), count / 2);
         QCOMPARE(page.identityOf("selectedFilteredIndex").toInt(), row / 2);

@@ -96,9 +96,14 @@ void tst_MfgTabEmulator::temperaturesAreSet()
     page.enterNumber(name, "-12.5");
     QCOMPARE(page.value(property).toFloat(), -12.5F);
     QCOMPARE(page.text(name), "-12.50");
-    page.enterNumber(name, "warm");
-    QVERIFY(!page.fault(name).isEmpty());
-    QCOMPARE(page.value(property).toFloat(), -12.5F);
+    // A float holds no more than 3.4e38.
+    for (const char *wrong : {"warm", "3.5e38", "-3.5e38", "1e39"}) {
+        page.enterNumber(name, wrong);
+        QVERIFY2(!page.fault(name).isEmpty(), wrong);
+        QCOMPARE(page.value(property).toFloat(), -12.5F);
+    }
+    page.enterNumber(name, "3.4e38");
+    QCOMPARE(page.value(property).toFloat(), 3.4e38F);
 }
 
 void tst_MfgTabEmulator::theChamberRunsAProgram()

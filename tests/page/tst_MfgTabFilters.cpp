@@ -48,6 +48,7 @@ private slots:
     void eachSlotHasARow();
     void aWheelOfFourHasFourRows();
     void withoutAWheelThereAreNoRows();
+    void anUnreadWheelIsNotCalledEmpty();
     void thePanelIsShownDuringARead();
     void anIdIsStoredAtEachKey();
     void theFirstAndTheLastIdAreStored();
@@ -98,6 +99,19 @@ void tst_MfgTabFilters::withoutAWheelThereAreNoRows()
     FilterPage page([](emulator::Camera &) {}, "board-6");
     QVERIFY(!page.find(field(0)));
     QVERIFY(page.find("Apply Filter IDs"));
+    QVERIFY(page.findText("No filters available."));
+}
+
+void tst_MfgTabFilters::anUnreadWheelIsNotCalledEmpty()
+{
+    MfgPage page("board-6");
+    page.rig().camera().disconnect();
+    page.settle();
+    page.openOnly(section);
+    QVERIFY(page.find("Apply Filter IDs"));
+    QVERIFY(!page.findText("No filters available."));
+    page.rig().camera().connect();
+    page.settle();
     QVERIFY(page.findText("No filters available."));
 }
 

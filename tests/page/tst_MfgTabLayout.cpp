@@ -1,6 +1,8 @@
 #include "tests/page/MfgPage.h"
 #include "tests/support/Test.h"
 
+#include <limits>
+
 namespace
 {
 
@@ -126,7 +128,7 @@ void tst_MfgTabLayout::everyTextFits_data()
             QTest::addRow("%s, %d wide", profile, width) << profile << width;
 }
 
-// Long texts of the camera are shortened, and have a tool tip.
+// Long texts of the camera are shortened.
 void tst_MfgTabLayout::everyTextFits()
 {
     QFETCH(const QString, profile);
@@ -149,8 +151,8 @@ void tst_MfgTabLayout::everyTextFits()
         const auto number = [field](const char *name) { return field->property(name).toDouble(); };
         QVERIFY2(place.contains(field->mapRectToScene(QRectF(0, 0, field->width(), field->height()))),
                  qPrintable(PageDriver::nameOf(*field)));
-        // Other texts may be longer than their fields, and scroll.
-        if (field->property("to").isValid() && qIsFinite(number("to")))
+        // Other texts may be longer than their fields, and scroll, also numbers whose only limit is that of a float.
+        if (field->property("to").isValid() && number("to") < std::numeric_limits<float>::max())
             QVERIFY2(number("contentWidth") <= number("width") - number("leftPadding") - number("rightPadding"),
                      qPrintable(PageDriver::nameOf(*field)));
     }

@@ -8,18 +8,19 @@ namespace
 
 const QString section = QStringLiteral("ROIC Config");
 
-/// A number field of the section, its setter and a number that is not the default.
+/// A number field of the section, its setter, a number that is not the default, and its getter.
 struct Field {
     const char *name;
     const char *setter;
     const char *number;
+    const char *getter;
 };
 
-const QList<Field> fields{{"Line Dead Width", "zvtSetMfgLineDeadWidth", "40"},
-                          {"Pre Int Width", "zvtSetMfgPreIntDeadWidth", "350"},
-                          {"Post Int Width", "zvtSetMfgPostIntDeadWidth", "250"},
-                          {"Pre Dead Rows", "zvtSetMfgPreDeadRows", "3"},
-                          {"Post Dead Rows", "zvtSetMfgPostDeadRows", "4"}};
+const QList<Field> fields{{"Line Dead Width", "zvtSetMfgLineDeadWidth", "40", "zvtGetMfgLineDeadWidth"},
+                          {"Pre Int Width", "zvtSetMfgPreIntDeadWidth", "350", "zvtGetMfgPreIntDeadWidth"},
+                          {"Post Int Width", "zvtSetMfgPostIntDeadWidth", "250", "zvtGetMfgPostIntDeadWidth"},
+                          {"Pre Dead Rows", "zvtSetMfgPreDeadRows", "3", "zvtGetMfgPreDeadRows"},
+                          {"Post Dead Rows", "zvtSetMfgPostDeadRows", "4", "zvtGetMfgPostDeadRows"}};
 
 const QStringList times{"Line Dead Width Time (us)", "Pre Int Width Time (us)", "Post Int Width Time (us)"};
 
@@ -35,6 +36,15 @@ struct ReadoutPage : MfgPage {
         : MfgPage(QStringLiteral("everything"), prepare)
     {
         openOnly(section);
+    }
+
+    /// The texts of a number and, if it has one, of its time.
+    QStringList textsOf(int field) const
+    {
+        QStringList texts{text(fields.at(field).name)};
+        if (field < times.size())
+            texts << text(times.at(field));
+        return texts;
     }
 
     /// The page of a camera whose defaults are overridden.
@@ -69,11 +79,17 @@ private slots:
     void aTimeThatIsNotChangedIsNotWritten();
     void wrongTimesAreNotWritten_data() { aTimeThatIsNotChangedIsNotWritten_data(); }
     void wrongTimesAreNotWritten();
+    void tooLongTimesAreNotWritten_data();
+    void tooLongTimesAreNotWritten();
     void aWidthAndItsTimeAreOneNumber();
     void withoutAClockATimeIsAWidth();
     void aTimeThatIsNotFiniteIsEmpty();
     void extraLineSyncIsSwitched();
     void theLatestReadIsShown();
+    void aNumberThatIsNotReadIsEmpty_data() { addFields(); }
+    void aNumberThatIsNotReadIsEmpty();
+    void aNumberThatIsEnteredUnreadIsShown();
+    void anEarlierReadWithoutACameraShowsNothing();
 };
 
 void tst_MfgTabReadout::theDefaultsAreShown()
@@ -127,7 +143,7 @@ void tst_MfgTabReadout::refusedOverrideSpringsBack()
 void tst_MfgTabReadout::numbersAreWrittenWhenEntered()
 {
     QFETCH(const int, field);
-    const auto &[name, setter, number] = fields.at(field);
+    const auto &[name, setter, number, getter] = fields.at(field);
     const std::unique_ptr<ReadoutPage> page(ReadoutPage::overridden());
     QCOMPARE(page->commandsOf([&] { page->SetupPage::type(name, number); }), QStringList());
     const QStringList command(QStringLiteral("%1 %2").arg(QLatin1String(setter), QLatin1String(number)));
@@ -153,7 +169,7 @@ void tst_MfgTabReadout::wrongNumbersAreNotWritten()
 void tst_MfgTabReadout::refusedNumbersSpringBack()
 {
     QFETCH(const int, field);
-    const auto &[name, setter, number] = fields.at(field);
+    const auto &[name, setter, number, getter] = fields.at(field);
     const std::unique_ptr<ReadoutPage> page(ReadoutPage::overridden());
     const QString before = page->text(name);
     page->gate().failAlways(setter);
@@ -164,7 +180,7 @@ void tst_MfgTabReadout::refusedNumbersSpringBack()
 void tst_MfgTabReadout::theLargestNumbersAreWritten()
 {
     QFETCH(const int, field);
-    const auto &[name, setter, number] = fields.at(field);
+    const auto &[name, setter, number, getter] = fields.at(field);
     const std::unique_ptr<ReadoutPage> page(ReadoutPage::overridden());
     for (const char *text : {"4294967295", "0"})
         QCOMPARE(page->commandsOf([&] { page->enterNumber(name, text); }),
@@ -226,6 +242,57 @@ void tst_MfgTabReadout::wrongTimesAreNotWritten()
     }
 }
 
+void tst_MfgTabReadout::tooLongTimesAreNotWritten_data()
+{
+    QTest::addColumn<uint>("clock");
+    QTest::addColumn<bool>("periodIsKnown");
+    QTest::addColumn<QString>("longest");
+    QTest::addColumn<QString>("width");
+    QTest::addColumn<QString>("tooLong");
+    QTest::newRow("20 MHz") << 20000000U << true << "214748364"
+                            << "4294967280"
+                            << "214748365";
+    QTest::newRow("13.1 MHz") << 13100000U << true << "327860098"
+                              << "4294967284"
+                              << "327860099";
+    QTest::newRow("1 MHz") << 1000000U << true << "4294967294"
+                           << "4294967294"
+                           << "4294967296";
+    // The width of the time that follows is rounded up to one too many.
+    QTest::newRow("39.3 MHz") << 39322200U << true << "109224999"
+                              << "4294967256"
+                              << "109225000";
+    // The length of a period is not known, either.
+    QTest::newRow("no line dead width") << 1000000U << false << "4294967295"
+                                        << "4294967295"
+                                        << "4294967296";
+}
+
+void tst_MfgTabReadout::tooLongTimesAreNotWritten()
+{
+    QFETCH(const uint, clock);
+    QFETCH(const bool, periodIsKnown);
+    QFETCH(const QString, longest);
+    QFETCH(const QString, width);
+    QFETCH(const QString, tooLong);
+    ReadoutPage page([&](emulator::Camera &camera) {
+        camera.otherClient().set("roic.override", true);
+        camera.gate().script("zvtGetClockFrequency", clock);
+        camera.gate().script("zvtGetMfgLineDeadWidth", 21);
+        if (!periodIsKnown)
+            camera.gate().failAlways("zvtGetMfgLineDeadWidth");
+    });
+    for (const QString &name : times) {
+        for (const QString &wrong : {tooLong, QStringLiteral("1e300")}) {
+            QCOMPARE(page.commandsOf([&] { page.enterNumber(name, wrong); }), QStringList());
+            QCOMPARE(page.fault(name), "Not between 0 and " + longest);
+            page.press(Qt::Key_Escape);
+        }
+    }
+    QCOMPARE(page.commandsOf([&] { page.enterNumber("Pre Int Width Time (us)", longest); }),
+             QStringList("zvtSetMfgPreIntDeadWidth " + width));
+}
+
 void tst_MfgTabReadout::aWidthAndItsTimeAreOneNumber()
 {
     const std::unique_ptr<ReadoutPage> page(ReadoutPage::overridden());
@@ -270,6 +337,62 @@ void tst_MfgTabReadout::theLatestReadIsShown()
     page->refresh(section);
     QCOMPARE(page->text("Line Dead Width"), "44");
     QCOMPARE(page->text("Line Dead Width Time (us)"), "2.20");
+}
+
+void tst_MfgTabReadout::aNumberThatIsNotReadIsEmpty()
+{
+    QFETCH(const int, field);
+    const char *const getter = fields.at(field).getter;
+    // A number that was never read is 0, too.
+    ReadoutPage page([&](emulator::Camera &camera) {
+        for (const Field &any : fields)
+            camera.gate().script(any.getter, 0);
+        camera.gate().failAlways(getter);
+    });
+    const QStringList zero = field < times.size() ? QStringList{"0", "0.00"} : QStringList{"0"};
+    QCOMPARE(page.textsOf(field).join(""), "");
+    for (int other = 0; other < fields.size(); ++other)
+        if (other != field)
+            QCOMPARE(page.textsOf(other).first(), "0");
+    page.gate().failNoLonger(getter);
+    page.refresh(section);
+    QCOMPARE(page.textsOf(field), zero);
+    page.gate().failAlways(getter);
+    page.refresh(section);
+    QCOMPARE(page.textsOf(field), zero);
+}
+
+void tst_MfgTabReadout::aNumberThatIsEnteredUnreadIsShown()
+{
+    ReadoutPage page([](emulator::Camera &camera) {
+        camera.otherClient().set("roic.override", true);
+        camera.gate().failAlways("zvtGetMfgPreIntDeadWidth");
+    });
+    page.enterNumber("Pre Int Width", "400");
+    QCOMPARE(page.textsOf(1), QStringList({"400", "20.00"}));
+}
+
+// The body of the section is made after a read that has found nothing.
+void tst_MfgTabReadout::anEarlierReadWithoutACameraShowsNothing()
+{
+    MfgPage page;
+    page.rig().camera().disconnect();
+    QVERIFY(QMetaObject::invokeMethod(page.roic(), "refresh"));
+    page.settle();
+    QVERIFY(page.roic()->property("hasRefreshed").toBool());
+    page.rig().camera().connect();
+    page.settle();
+    page.gate().hold("zvtGetMfgOverrideRoicConfig");
+    page.click(section);
+    QVERIFY(page.gate().waitHeld("zvtGetMfgOverrideRoicConfig"));
+    page.awaitFrame();
+    for (const Field &field : fields)
+        QCOMPARE(page.text(field.name), "");
+    for (const QString &time : times)
+        QCOMPARE(page.text(time), "");
+    page.gate().release("*");
+    page.settle();
+    QCOMPARE(page.text("Line Dead Width"), "20");
 }
 
 ZVT_TEST(tst_MfgTabReadout)

@@ -109,6 +109,8 @@ private slots:
 
     void coolerShowsTheValuesOfTheCamera();
     void coolerFieldsAreInOrder();
+    void coolerNumbersFitAFloat_data();
+    void coolerNumbersFitAFloat();
     void coolerIsApplied_data();
     void coolerIsApplied();
     void unreadCoolerValuesAreEmpty();
@@ -138,8 +140,12 @@ void tst_MfgTabSettings::eachNumberHasItsRange()
     }
     QVERIFY(page.primary(apply));
     for (const QString &text : wrong) {
-        page.enterNumber(name, text);
-        QVERIFY2(text.isEmpty() || !page.fault(name).isEmpty(), qPrintable(text));
+        page.SetupPage::type(name, text);
+        if (text.isEmpty())
+            page.press(Qt::Key_Delete);
+        page.press(Qt::Key_Return);
+        page.settle();
+        QVERIFY2(!page.fault(name).isEmpty(), qPrintable(text));
         QCOMPARE(model->property(property).toFloat(), QByteArray(least).toFloat());
         page.item(name).forceActiveFocus();
         page.press(Qt::Key_Escape);
@@ -387,6 +393,36 @@ void tst_MfgTabSettings::coolerFieldsAreInOrder()
         page.press(Qt::Key_Tab);
     }
     QCOMPARE(walked, QStringList({"Cooler Enabled", "kP", "kD", "kOff", "Setpoint", "kI", "Apply TE Cooler Settings"}));
+}
+
+void tst_MfgTabSettings::coolerNumbersFitAFloat_data()
+{
+    QTest::addColumn<QByteArray>("property");
+    QTest::newRow("kP") << QByteArray("kP");
+    QTest::newRow("kI") << QByteArray("kI");
+    QTest::newRow("kD") << QByteArray("kD");
+    QTest::newRow("kOff") << QByteArray("kOff");
+    QTest::newRow("Setpoint") << QByteArray("setpoint");
+}
+
+void tst_MfgTabSettings::coolerNumbersFitAFloat()
+{
+    QFETCH(const QByteArray, property);
+    const QString name = QString::fromLatin1(QTest::currentDataTag());
+    SettingsPage page(
+        coolerSection, [](emulator::Camera &) {}, "te-cooler");
+    const QObject *model = page.tabModel("mfgCoolerSettingsModel");
+    for (const char *text : {"1e39", "-1e39"}) {
+        const QVariant before = model->property(property);
+        page.enterNumber(name, text);
+        QVERIFY2(!page.fault(name).isEmpty(), text);
+        QCOMPARE(model->property(property), before);
+        page.press(Qt::Key_Escape);
+    }
+    for (const char *text : {"3e38", "-3e38"}) {
+        page.enterNumber(name, text);
+        QCOMPARE(model->property(property).toFloat(), QByteArray(text).toFloat());
+    }
 }
 
 void tst_MfgTabSettings::coolerIsApplied_data() { applyOfOneEditWritesEverything_data(); }

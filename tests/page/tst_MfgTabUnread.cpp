@@ -103,6 +103,8 @@ private slots:
     void aNumberThatIsNotReadIsEmpty() { checkUnread(values); }
     void aSwitchThatIsNotReadIsOff_data() { addValues(ownValues); }
     void aSwitchThatIsNotReadIsOff() { checkUnread(ownValues); }
+    void anEditReadsNoOtherNumber_data();
+    void anEditReadsNoOtherNumber();
     void aReadWithoutACameraShowsNothing();
     void nothingCanBeAppliedBeforeTheFirstRead_data();
     void nothingCanBeAppliedBeforeTheFirstRead();
@@ -128,6 +130,41 @@ void tst_MfgTabUnread::checkUnread(const QList<Value> &list)
     page.gate().failAlways(unread.call);
     page.refresh(unread.section);
     QCOMPARE(page.shownText(unread.control), unread.shown);
+}
+
+void tst_MfgTabUnread::anEditReadsNoOtherNumber_data()
+{
+    QTest::addColumn<std::string>("call");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("A/D Max") << std::string("zvtGetNUCSetup") << "100";
+    QTest::newRow("Gain Min") << std::string("zvtGetNUCSetup") << "0.50";
+    QTest::newRow("Twinkler Delta") << std::string("zvtGetTwinklerSetup") << "200";
+    QTest::newRow("Flag Timeout") << std::string("zvtGetNUCFlagConfig") << "20000";
+}
+
+// The numbers of a group have one signal, which an edit of any of them emits.
+void tst_MfgTabUnread::anEditReadsNoOtherNumber()
+{
+    QFETCH(const std::string, call);
+    QFETCH(const QString, text);
+    const QString edited = QString::fromLatin1(QTest::currentDataTag());
+    UnreadPage page(values, [&](emulator::Camera &camera) { camera.gate().failAlways(call); });
+    page.toggle(nucSection);
+    page.enterNumber(edited, text);
+    int others = 0;
+    for (const Value &value : values) {
+        if (value.call != call)
+            continue;
+        const bool isEdited = edited == QLatin1String(value.control);
+        QCOMPARE(page.shownText(value.control), isEdited ? text : "");
+        others += !isEdited;
+    }
+    QVERIFY(others > 0);
+    page.gate().failNoLonger(call);
+    page.refresh(nucSection);
+    for (const Value &value : values)
+        if (value.call == call)
+            QCOMPARE(page.shownText(value.control), value.shown);
 }
 
 void tst_MfgTabUnread::aReadWithoutACameraShowsNothing()

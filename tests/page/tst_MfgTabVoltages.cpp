@@ -15,10 +15,8 @@ struct VoltagePage : MfgPage {
         openOnly(section);
     }
 
-    QObject *rows() const
-    {
-        return tabModel("mfgVoltageSettingsModel")->property("voltageListModel").value<QObject *>();
-    }
+    QObject *model() const { return tabModel("mfgVoltageSettingsModel"); }
+    QObject *rows() const { return model()->property("voltageListModel").value<QObject *>(); }
 };
 
 } // namespace
@@ -37,10 +35,13 @@ private slots:
     void wrongNumbersAreNotWritten();
     void refusedVoltageStaysUntilARead();
     void theTableIsReadAgain();
+    void onlyTheFieldInUseStaysOnDuringARead();
+    void aReadDiscardsATypedVoltage();
     void withoutVoltagesThereIsNoTable_data();
     void withoutVoltagesThereIsNoTable();
     void limitsAreThoseOfTheirTexts();
     void unknownLimitsAcceptNothing();
+    void longNamesHaveAToolTip();
 };
 
 void tst_MfgTabVoltages::eachVoltageHasARow()
@@ -130,6 +131,35 @@ void tst_MfgTabVoltages::theTableIsReadAgain()
     QVERIFY(after && after != before);
 }
 
+void tst_MfgTabVoltages::onlyTheFieldInUseStaysOnDuringARead()
+{
+    VoltagePage page;
+    page.SetupPage::type("Reference", "2");
+    page.gate().hold("zvtListVoltages");
+    QMetaObject::invokeMethod(page.model(), "refresh");
+    QVERIFY(page.gate().waitHeld("zvtListVoltages"));
+    page.awaitFrame();
+    QVERIFY(page.enabled("Reference"));
+    for (const char *name : {"Detector common", "Refresh Voltages"})
+        QVERIFY2(!page.enabled(name), name);
+    page.gate().release("*");
+    page.settle();
+    for (const char *name : {"Reference", "Detector common", "Refresh Voltages"})
+        QVERIFY2(page.enabled(name), name);
+}
+
+// The read takes the field away from the operator, who has not confirmed the voltage.
+void tst_MfgTabVoltages::aReadDiscardsATypedVoltage()
+{
+    VoltagePage page;
+    page.SetupPage::type("Reference", "2.2");
+    QVERIFY(page.item("Reference").property("edited").toBool());
+    QCOMPARE(page.calls("zvtSetVoltage", [&] { QMetaObject::invokeMethod(page.cameraModel(), "refreshAllVisible"); }),
+             0);
+    QCOMPARE(page.text("Reference"), "1.650");
+    QVERIFY(!page.item("Reference").property("edited").toBool());
+}
+
 void tst_MfgTabVoltages::withoutVoltagesThereIsNoTable_data()
 {
     QTest::addColumn<bool>("fails");
@@ -176,6 +206,17 @@ void tst_MfgTabVoltages::unknownLimitsAcceptNothing()
     });
     QCOMPARE(page.item("Reference").property("toolTip").toString(), "");
     QCOMPARE(page.commandsOf([&] { page.enterNumber("Reference", "2"); }), QStringList());
+}
+
+void tst_MfgTabVoltages::longNamesHaveAToolTip()
+{
+    const QString name = QStringLiteral("A narrow name ").repeated(7);
+    VoltagePage page("everything",
+                     [&](emulator::Camera &camera) { camera.gate().script("zvtGetVoltageDisplayName", name); });
+    const QQuickItem *shown = page.findText(name);
+    QVERIFY(shown && shown->property("truncated").toBool());
+    QTest::mouseMove(&page.window(), shown->mapToScene({20, 10}).toPoint());
+    QTRY_COMPARE(page.hint(), name);
 }
 
 ZVT_TEST(tst_MfgTabVoltages)

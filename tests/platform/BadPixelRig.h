@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/emulator/devices/BadPixelLists.h"
 #include "platform/emulator/devices/Corrections.h"
 #include "platform/hlx/BadPixelFile.h"
 #include "tests/platform/CorrectionRig.h"
@@ -8,6 +9,7 @@
 #include <QFile>
 #include <QTest>
 
+#include <mutex>
 #include <set>
 #include <utility>
 
@@ -46,6 +48,14 @@ struct BadPixelRig : CorrectionRig {
     static QString sizeOf(const std::optional<List> &list)
     {
         return list ? QStringLiteral("%1x%2").arg(list->width).arg(list->height) : QString();
+    }
+
+    emulator::BadPixelLists &lists() { return *camera().device<emulator::BadPixelLists>(); }
+    /// Whether all lists have their files.
+    bool isWritten()
+    {
+        const std::lock_guard lock(camera().mutex());
+        return !lists().filesToWrite();
     }
 
     /// Writes the factory's list as another program would, after the camera has written its own.
@@ -91,6 +101,13 @@ struct BadPixelRig : CorrectionRig {
     bool useWholeArray() { return set("sensor.window", QVariantList{0, 0, 640, 512}); }
     /// Limits by which more than a third of the pixels are bad.
     bool useNarrowLimits() { return zvtSetNUCSetup(handle(), 0.95f, 1.05f, 1000, 15'000, true) == 0; }
+
+    /// The pixels of the factory's list, and those alone, become bad in runs from now on.
+    bool useOnlyTheList()
+    {
+        return zvtSetNUCSetup(handle(), 0.75F, 1.5F, 1000, 15'000, false) == 0
+            && zvtSetTwinklerSetup(handle(), false, 32, 200) == 0 && zvtSetNUCUseFactoryBadPixels(handle(), true) == 0;
+    }
 
     /// Adds rows with a "content" that is no list.
     static void addDamagedLists()

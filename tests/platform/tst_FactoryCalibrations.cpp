@@ -96,6 +96,7 @@ void tst_FactoryCalibrations::whatIsNotThereIsRefused()
     QCOMPARE(selected(0), -1);
     emulator::Section section({{QStringLiteral("names"), QJsonArray{QStringLiteral("Day")}}}, QStringLiteral("test"));
     emulator::Corrections corrections(*m_camera, section);
+    const std::lock_guard lock(m_camera->mutex());
     QCOMPARE(corrections.load(1, "Night"), emulator::Refused);
 }
 

@@ -28,6 +28,13 @@ QSet<QString> threads()
     return {names.begin(), names.end()};
 }
 
+/// A write that succeeds.
+bool release(QSemaphore &writes)
+{
+    writes.release();
+    return true;
+}
+
 } // namespace
 
 class tst_MemoryWriter : public Test
@@ -43,13 +50,15 @@ private slots:
     void aFlushWaitsForARunningWrite();
     void aFlushWithoutAMarkWritesNothing();
     void aStoppedWriterWritesOnlyWhenFlushed();
+    void eachFlushTriesAFailedWriteAgain();
+    void theThreadTriesAFailedWriteAgainWithTheNextMark();
     void writesOneAtATimeFromManyThreads();
 };
 
 void tst_MemoryWriter::startsItsThreadWithTheFirstMark()
 {
     const QSet<QString> before = threads();
-    MemoryWriter writer([] {});
+    MemoryWriter writer([] { return true; });
     writer.flush();
     QCOMPARE((threads() - before).size(), 0);
     writer.mark();
@@ -66,7 +75,7 @@ void tst_MemoryWriter::writesOnAThreadOfItsOwn()
     std::atomic<QThread *> thread = nullptr;
     MemoryWriter writer([&] {
         thread = QThread::currentThread();
-        writes.release();
+        return release(writes);
     });
     writer.mark();
     QVERIFY(writes.tryAcquire(1, longWait));
@@ -82,6 +91,7 @@ void tst_MemoryWriter::aMarkDoesNotWaitForAWrite()
         ++writes;
         started.release();
         mayEnd.acquire();
+        return true;
     });
     writer.mark();
     QVERIFY(started.tryAcquire(1, longWait));
@@ -96,7 +106,7 @@ void tst_MemoryWriter::aMarkDoesNotWaitForAWrite()
 void tst_MemoryWriter::writesOnceInAnInterval()
 {
     QSemaphore writes;
-    MemoryWriter writer([&] { writes.release(); }, 1h);
+    MemoryWriter writer([&] { return release(writes); }, 1h);
     writer.mark();
     QVERIFY(writes.tryAcquire(1, longWait));
     for (int change = 0; change < 64; ++change)
@@ -111,7 +121,7 @@ void tst_MemoryWriter::writesOnceInAnInterval()
 void tst_MemoryWriter::writesAgainAfterTheInterval()
 {
     QSemaphore writes;
-    MemoryWriter writer([&] { writes.release(); }, 1ms);
+    MemoryWriter writer([&] { return release(writes); }, 1ms);
     for (int change = 0; change < 5; ++change) {
         writer.mark();
         QVERIFY(writes.tryAcquire(1, longWait));
@@ -126,6 +136,7 @@ void tst_MemoryWriter::aFlushWaitsForARunningWrite()
     MemoryWriter writer([&] {
         started.release();
         mayEnd.acquire();
+        return true;
     });
     writer.mark();
     QVERIFY(started.tryAcquire(1, longWait));
@@ -142,7 +153,7 @@ void tst_MemoryWriter::aFlushWaitsForARunningWrite()
 void tst_MemoryWriter::aFlushWithoutAMarkWritesNothing()
 {
     int writes = 0;
-    MemoryWriter writer([&] { ++writes; });
+    MemoryWriter writer([&] { return ++writes > 0; });
     writer.flush();
     QCOMPARE(writes, 0);
 }
@@ -150,7 +161,7 @@ void tst_MemoryWriter::aFlushWithoutAMarkWritesNothing()
 void tst_MemoryWriter::aStoppedWriterWritesOnlyWhenFlushed()
 {
     int writes = 0;
-    MemoryWriter writer([&] { ++writes; });
+    MemoryWriter writer([&] { return ++writes > 0; });
     writer.stop();
     const QSet<QString> before = threads();
     writer.mark();
@@ -159,6 +170,44 @@ void tst_MemoryWriter::aStoppedWriterWritesOnlyWhenFlushed()
     writer.flush();
     QCOMPARE(writes, 1);
     writer.stop();
+}
+
+void tst_MemoryWriter::eachFlushTriesAFailedWriteAgain()
+{
+    int writes = 0;
+    bool possible = false;
+    MemoryWriter writer([&] {
+        ++writes;
+        return possible;
+    });
+    // At the end of a process, the thread has ended before the flush.
+    writer.stop();
+    writer.mark();
+    writer.flush();
+    writer.flush();
+    QCOMPARE(writes, 2);
+    possible = true;
+    writer.flush();
+    QCOMPARE(writes, 3);
+    writer.flush();
+    QCOMPARE(writes, 3);
+}
+
+// A disk that stays full is not written to all the time.
+void tst_MemoryWriter::theThreadTriesAFailedWriteAgainWithTheNextMark()
+{
+    QSemaphore writes;
+    MemoryWriter writer(
+        [&] {
+            writes.release();
+            return false;
+        },
+        1ms);
+    writer.mark();
+    QVERIFY(writes.tryAcquire(1, longWait));
+    QVERIFY(!writes.tryAcquire(1, shortWait));
+    writer.mark();
+    QVERIFY(writes.tryAcquire(1, longWait));
 }
 
 void tst_MemoryWriter::writesOneAtATimeFromManyThreads()
@@ -173,6 +222,7 @@ void tst_MemoryWriter::writesOneAtATimeFromManyThreads()
                 overlaps += running++;
                 written = value;
                 --running;
+                return true;
             },
             0ms);
         std::vector<std::thread> callers;

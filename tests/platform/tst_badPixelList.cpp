@@ -144,9 +144,15 @@ void tst_badPixelList::refusesAbsurdSizes_data()
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("height");
     QTest::addColumn<bool>("accepted");
-    QTest::newRow("largest") << 16384 << 16384 << true;
-    QTest::newRow("too wide") << 16385 << 1 << false;
-    QTest::newRow("too high") << 1 << 16385 << false;
+    QTest::newRow("most pixels") << 2048 << 2048 << true;
+    QTest::newRow("a row more") << 2048 << 2049 << false;
+    QTest::newRow("a column more") << 2049 << 2048 << false;
+    QTest::newRow("widest row") << 65535 << 1 << true;
+    QTest::newRow("highest column") << 1 << 65535 << true;
+    QTest::newRow("most of the widest rows") << 65535 << 64 << true;
+    QTest::newRow("more of the widest rows") << 65535 << 65 << false;
+    QTest::newRow("more of the highest columns") << 65 << 65535 << false;
+    QTest::newRow("long sides") << 16384 << 16384 << false;
     QTest::newRow("greatest numbers") << 65535 << 65535 << false;
 }
 

@@ -34,14 +34,6 @@ constexpr auto path = BadPixelRig::factoryPath;
 /// A good pixel of the window of a rig.
 constexpr List::Pixel good{80, 64};
 
-/// The pixels of the factory's list, and those alone, become bad in runs from now on.
-bool useOnlyTheList(BadPixelRig &rig)
-{
-    return zvtSetNUCSetup(rig.handle(), 0.75F, 1.5F, 1000, 15'000, false) == 0
-        && zvtSetTwinklerSetup(rig.handle(), false, 32, 200) == 0
-        && zvtSetNUCUseFactoryBadPixels(rig.handle(), true) == 0;
-}
-
 void addFlips()
 {
     QTest::addColumn<bool>("mirrored");
@@ -70,22 +62,25 @@ void tst_factoryBadPixelRuns::useTheChangedList()
 
 void tst_factoryBadPixelRuns::useTheFirstList_data() { addFlips(); }
 
-// Before it has a file, and with its file: the flags and the counts are the same.
+// Without a file when the run uses it, and with its file: the flags and the counts are the same.
 void tst_factoryBadPixelRuns::useTheFirstList()
 {
     QFETCH(const bool, mirrored);
     QFETCH(const bool, inverted);
     BadPixelRig rig;
-    QVERIFY(rig.set("image.reverted", mirrored) && rig.set("image.inverted", inverted) && useOnlyTheList(rig));
+    QVERIFY(rig.set("image.reverted", mirrored) && rig.set("image.inverted", inverted) && rig.useOnlyTheList());
     auto exposure = rig.exposure();
     exposure.detector = rig.camera().device<emulator::Sensor>()->array().mapsFor(exposure.window);
     const auto known = emulator::image::factoryList(exposure);
     const auto size = static_cast<uint32_t>(std::ranges::count(known, 1));
     QVERIFY(size > 5);
     for (const bool hasFile : {false, true}) {
+        QCOMPARE(zvtStartNUC(rig.handle()), 0);
+        QVERIFY(rig.walkTo(14));
         QVERIFY(hasFile || rig.removeFactoryList());
-        QVERIFY(!hasFile || rig.download(path));
-        QCOMPARE(rig.run(), "0 Done");
+        QCOMPARE(QFile::exists(rig.pathOf(path)), hasFile);
+        rig.walk();
+        QCOMPARE(rig.result(), "0 Done");
         const auto table = rig.camera().device<emulator::Corrections>()->table(0);
         for (size_t i = 0; i < known.size(); ++i)
             QCOMPARE(int(table->flags[i]), known[i] != 0 ? 3 : 0);
@@ -104,7 +99,7 @@ void tst_factoryBadPixelRuns::useAListOfTheArray()
     QFETCH(const bool, mirrored);
     QFETCH(const bool, inverted);
     BadPixelRig rig;
-    QVERIFY(rig.set("image.reverted", mirrored) && rig.set("image.inverted", inverted) && useOnlyTheList(rig));
+    QVERIFY(rig.set("image.reverted", mirrored) && rig.set("image.inverted", inverted) && rig.useOnlyTheList());
     QVERIFY(rig.set("sensor.window", QVariantList{64, 32, 160, 128}));
     // The first and the last one are outside of the window.
     QVERIFY(rig.putFactoryList(List{640, 512, {{0, 0}, {64, 32}, {67, 37}, {223, 159}, {224, 160}}}));

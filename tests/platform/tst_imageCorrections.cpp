@@ -33,6 +33,7 @@ private slots:
     void offsetUpdateOfAPart();
     void factoryCorrectionIsFlat();
     void collectorKeepsMeanAndExtremes();
+    void aMovedTableKeepsItsSharedValues();
 
 private:
     Exposure m_exposure;
@@ -419,6 +420,15 @@ void tst_imageCorrections::collectorKeepsMeanAndExtremes()
         QCOMPARE(collector.maxima()[i], most);
         QCOMPARE(collector.mean(i), (frames[0][i] + frames[1][i] + frames[2][i]) / 3.0);
     }
+}
+
+void tst_imageCorrections::aMovedTableKeepsItsSharedValues()
+{
+    CorrectionTable table{{0, 0, 2, 1}, std::vector{1.F, 2.F}, std::vector{3.F, 4.F}, {0, 1}};
+    const CorrectionTable taken(static_cast<CorrectionTable &&>(table));
+    QCOMPARE(taken.gains.size(), 2U);
+    QVERIFY(table.gains == taken.gains && table.offsets == taken.offsets);
+    QCOMPARE(table.gains.data(), taken.gains.data());
 }
 
 ZVT_TEST(tst_imageCorrections)

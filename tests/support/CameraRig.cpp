@@ -19,6 +19,8 @@ CameraRig::~CameraRig()
 {
     m_camera->gate().release("*");
     settle();
+    // The camera may outlive the rig. Its thread must not write into the folder while that is removed.
+    m_camera->flushMemory();
     // A camera that is armed would record, in its destructor, what it has seen since the clock was stopped.
     m_controller = {};
     m_camera.reset();

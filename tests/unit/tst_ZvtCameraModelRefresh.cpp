@@ -7,6 +7,7 @@
 
 #include <QMetaProperty>
 #include <QScopeGuard>
+#include <QSettings>
 #include <QThreadPool>
 
 namespace
@@ -44,6 +45,8 @@ private slots:
     void refreshReadsTheStatusTab();
     void refreshStartsInOrder();
     void hiddenSectionIsNotRead();
+    void storedSettingDecidesOnTheMfgTab_data();
+    void storedSettingDecidesOnTheMfgTab();
 };
 
 void tst_ZvtCameraModelRefresh::refreshReadsTheStatusTab()
@@ -112,6 +115,31 @@ void tst_ZvtCameraModelRefresh::hiddenSectionIsNotRead()
     QCOMPARE(startedReads(log),
              QStringList({"setupTabModel", "correctionTabModel", "videoTabModel", "advancedTabModel", "ssdTabModel",
                           "mfgTabModel"}));
+}
+
+void tst_ZvtCameraModelRefresh::storedSettingDecidesOnTheMfgTab_data()
+{
+    QTest::addColumn<int>("stored");
+    QTest::newRow("hidden") << 0;
+    QTest::newRow("shown") << 1;
+}
+
+// The setting is that of all cameras: the root of another one may have changed it.
+void tst_ZvtCameraModelRefresh::storedSettingDecidesOnTheMfgTab()
+{
+    QFETCH(const int, stored);
+    const CameraRig rig;
+    ZvtCameraModel root(rig.controller(), nullptr);
+    root.setManufacturingMode(stored == 0);
+    const QString key = QStringLiteral("zvtCamCtrlMfgTabVisibility");
+    const auto restore = qScopeGuard([&key] { QSettings().remove(key); });
+    QSettings().setValue(key, stored);
+    CameraRig::settle();
+    SignalLog log;
+    watchSections(root, false, log);
+    log.take();
+    root.refreshAllVisible();
+    QCOMPARE(startedReads(log).contains("mfgTabModel"), stored == 1);
 }
 
 ZVT_TEST(tst_ZvtCameraModelRefresh)

@@ -14,7 +14,7 @@ class CBadPixelList
 {
 public:
     /// Replaces the list by the list in a file. Returns false and keeps the old list if the file is missing, is not a
-    /// list, is truncated or is corrupt, or if its image is larger than 16384 by 16384.
+    /// list, is truncated or is corrupt, or if its image has more than 4 194 304 pixels.
     bool Load(const CString &path);
 
     /// The size of the image in pixels, 0 by 0 before a list was loaded.

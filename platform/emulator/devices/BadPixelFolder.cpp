@@ -41,6 +41,20 @@ BadPixelFolder::Map readFile(const QString &path)
     return map;
 }
 
+/// Makes the folders of a file in a camera's folder. If this has been removed, also meanwhile, it is not made again.
+bool makeFolders(const QString &folder, const QString &path)
+{
+    QDir place(folder);
+    QStringList names = path.split(u'/', Qt::SkipEmptyParts);
+    names.removeLast();
+    for (const QString &name : std::as_const(names)) {
+        place.mkdir(name);
+        if (!place.cd(name))
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 const QString BadPixelFolder::factoryPath = u"/flashfs/system/factoryConfig/factory.bpl"_s;
@@ -53,7 +67,7 @@ BadPixelFolder::BadPixelFolder(QString folder, std::function<Map()> makeFactoryL
 void BadPixelFolder::replace(const QString &path, Map list)
 {
     const std::lock_guard lock(m_mutex);
-    m_unwritten.insert_or_assign(path, std::move(list));
+    m_unwritten[path].list = std::move(list);
 }
 
 void BadPixelFolder::provideFactoryList()
@@ -62,27 +76,24 @@ void BadPixelFolder::provideFactoryList()
     m_unwritten.try_emplace(factoryPath);
 }
 
-bool BadPixelFolder::hasFactoryFile() const { return QFile::exists(m_folder + factoryPath); }
+bool BadPixelFolder::hasFactoryFile() const { return QFileInfo(m_folder + factoryPath).isFile(); }
 
 BadPixelFolder::Map BadPixelFolder::read(const QString &path) const
 {
-    const auto list = unwrittenList(path);
-    if (list && *list)
-        return *list;
-    return list && !hasFactoryFile() ? m_makeFactoryList() : readFile(m_folder + path);
+    const Map list = listWithoutFile(path);
+    return list ? list : readFile(m_folder + path);
+}
+
+QString BadPixelFolder::cleanPath(const QString &path) const
+{
+    const QString file = QDir::cleanPath(m_folder + u'/' + path);
+    return file.startsWith(m_folder + u'/') ? file.mid(m_folder.size()) : QString();
 }
 
 std::optional<QByteArray> BadPixelFolder::unwritten(const QString &path) const
 {
-    const QString file = QDir::cleanPath(m_folder + u'/' + path);
-    if (!file.startsWith(m_folder + u'/'))
-        return std::nullopt;
-    const QString cleanPath = file.mid(m_folder.size());
-    const auto list = unwrittenList(cleanPath);
-    if (!list || (!*list && hasFactoryFile()))
-        return std::nullopt;
-    const Map map = read(cleanPath);
-    return map ? std::optional(QByteArrayView(bytesOf(*map)).toByteArray()) : std::nullopt;
+    const Map list = listWithoutFile(path);
+    return list ? std::optional(QByteArrayView(bytesOf(*list)).toByteArray()) : std::nullopt;
 }
 
 bool BadPixelFolder::isWritten() const
@@ -96,35 +107,44 @@ void BadPixelFolder::write()
     const std::lock_guard writing(m_writing);
     std::unique_lock lock(m_mutex);
     const auto lists = m_unwritten;
-    for (const auto &[path, list] : lists) {
+    for (const auto &[path, unwritten] : lists) {
         lock.unlock();
-        const bool written = writeFile(path, list);
+        const bool written = writeFile(path, unwritten.list);
+        const bool report = !written && !unwritten.isReported && QFile::exists(m_folder);
+        if (report)
+            qWarning("storage %s%s: cannot be written", qUtf8Printable(m_folder), qUtf8Printable(path));
         lock.lock();
+        const auto entry = m_unwritten.find(path);
         // A newer list may have come meanwhile.
-        if (const auto entry = m_unwritten.find(path); written && entry->second == list)
+        if (written && entry->second.list == unwritten.list)
             m_unwritten.erase(entry);
+        else
+            entry->second.isReported = !written && (report || unwritten.isReported);
     }
 }
 
-std::optional<BadPixelFolder::Map> BadPixelFolder::unwrittenList(const QString &path) const
+/// Returns the list that replace() has given for a file. Null if it has been written, and for the list of a new camera.
+BadPixelFolder::Map BadPixelFolder::unwrittenList(const QString &path) const
 {
     const std::lock_guard lock(m_mutex);
     const auto entry = m_unwritten.find(path);
-    return entry == m_unwritten.end() ? std::nullopt : std::optional(entry->second);
+    return entry == m_unwritten.end() ? nullptr : entry->second.list;
+}
+
+/// Returns a list that has no file; null if the file has the contents.
+BadPixelFolder::Map BadPixelFolder::listWithoutFile(const QString &path) const
+{
+    const Map list = unwrittenList(path);
+    return !list && path == factoryPath && !hasFactoryFile() ? m_makeFactoryList() : list;
 }
 
 /// Returns false if the file must be written again.
 bool BadPixelFolder::writeFile(const QString &path, const Map &list) const
 {
-    const QString file = m_folder + path;
-    const Map written = list || hasFactoryFile() ? list : m_makeFactoryList();
-    // A folder that has been removed while the camera exists is not made again.
-    if (!written || !QFile::exists(m_folder))
+    if (!list && hasFactoryFile())
         return true;
-    if (QDir().mkpath(QFileInfo(file).path()) && replaceFile(file, bytesOf(*written)))
-        return true;
-    qWarning("storage %s: cannot be written", qUtf8Printable(file));
-    return false;
+    const Map written = list ? list : m_makeFactoryList();
+    return !written || (makeFolders(m_folder, path) && replaceFile(m_folder + path, bytesOf(*written)));
 }
 
 } // namespace emulator

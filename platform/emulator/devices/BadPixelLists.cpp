@@ -60,6 +60,12 @@ bool isExportPath(std::string_view path)
     return path.size() > suffix.size() && isFileName(path.substr(0, path.size() - suffix.size())) && isFileName(path);
 }
 
+/// Returns nothing for a window without frames, which no correction contains. Its list could be too large for memory.
+std::optional<image::BadPixelMap> emptyList(const image::Window &window)
+{
+    return window.hasFrames() ? std::optional(image::BadPixelMap{window}) : std::nullopt;
+}
+
 image::Window windowOf(const DetectorArray &array) { return {0, 0, array.size().width, array.size().height}; }
 
 /// Returns what makes the factory's list of a new camera. The camera need not exist any more.
@@ -143,13 +149,13 @@ Status BadPixelLists::exportList(uint8_t preset, const std::string &cameraPath)
     if (!isExportPath(cameraPath) || preset >= camera().device<Sensor>()->numPresets())
         return Refused;
     const QString path = QString::fromStdString(cameraPath);
-    return work(1U << preset, [&](const Taken &taken) { return merge(taken, List{taken.view.window}, path); });
+    return work(1U << preset, [&](const Taken &taken) { return merge(taken, emptyList(taken.view.window), path); });
 }
 
 Status BadPixelLists::createFactoryList(uint32_t presets)
 {
     return work(presets, [this](const Taken &taken) {
-        return merge(taken, List{taken.view.window}, BadPixelFolder::factoryPath);
+        return merge(taken, emptyList(taken.view.window), BadPixelFolder::factoryPath);
     });
 }
 
@@ -165,12 +171,9 @@ Status BadPixelLists::applyFactoryList(uint32_t presets)
     return work(presets, [this](const Taken &taken) { return apply(taken, readFactoryList(taken.view.window)); });
 }
 
-bool BadPixelLists::isFactoryListUsable() const
+bool BadPixelLists::isFactoryListUsable(const image::Window &window) const
 {
     const Camera::Unlocked unlocked(camera());
-    std::unique_lock lock(camera().mutex());
-    const image::Window window = view().window;
-    lock.unlock();
     return readFactoryList(window).has_value();
 }
 
@@ -183,8 +186,11 @@ std::optional<std::vector<uint8_t>> BadPixelLists::factoryList(const image::Wind
 
 std::optional<QByteArray> BadPixelLists::unwritten(const QString &cameraPath) const
 {
-    provideFactoryList();
-    return m_folder->unwritten(cameraPath);
+    const Camera::Unlocked unlocked(camera());
+    const QString path = m_folder->cleanPath(cameraPath);
+    if (path == BadPixelFolder::factoryPath)
+        provideFactoryList();
+    return m_folder->unwritten(path);
 }
 
 void BadPixelLists::connectionChanged(bool connected)
@@ -203,7 +209,8 @@ std::function<void()> BadPixelLists::filesToWrite()
 /// Lets the factory's list of a new camera be written if there is no other one.
 void BadPixelLists::provideFactoryList() const
 {
-    if (m_folder->hasFactoryFile())
+    const bool hasFirstList = windowOf(camera().device<Sensor>()->array()).hasFrames();
+    if (!hasFirstList || m_folder->hasFactoryFile())
         return;
     m_folder->provideFactoryList();
     remember();
@@ -228,8 +235,8 @@ std::optional<BadPixelLists::List> BadPixelLists::readFactoryList(const image::W
     return std::nullopt;
 }
 
-/// Adds the bad pixels of the present window to a list, and makes it that of a file. Refuses no list, and corrections
-/// of which none can be used.
+/// Adds the bad pixels of the present window to a list, and makes it that of a file. Returns an empty Commit without a
+/// list, and if no correction contains the window.
 BadPixelLists::Commit BadPixelLists::merge(const Taken &taken, std::optional<List> list, const QString &path)
 {
     bool found = false;

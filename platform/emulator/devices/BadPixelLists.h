@@ -26,21 +26,25 @@ namespace emulator
 /// are the bad pixels that the factory knows. docs/file-formats.md describes the files. The camera's thread writes
 /// them; clients do not see the difference.
 ///
-/// A list is that of a window: it has its size and coordinates in it, by the detector, so before the flips of the
-/// picture. It has not its place: a list of the size of the array is one of the array, and any other one is one of the
-/// present window if it has its size, also if the window has been moved since. Lists of other sizes cannot be used.
-/// The factory's first list is one of the array. Corrections do not tell with which flips they were made: the present
-/// ones are assumed.
+/// A list is that of a window. Its coordinates begin at the window's corner on the array, so they do not follow the
+/// flips of the picture. The file does not contain the place of the window. A list of the size of the array belongs to
+/// the array. Any other one belongs to the present window if the sizes are equal, also if the window has been moved
+/// since; otherwise it cannot be used. The factory's first list is one of the array; an array without frames
+/// (Window::maximumPixels) has none, but its known pixels are used in each window until there is a list. A correction
+/// does not tell with which flips it was made: the present ones are assumed.
 ///
 /// A preset's correction is the one in use, which may wait for the operator's decision. Masks have a bit for each
-/// preset, from bit 0; presets without a correction are passed over. The functions take about 1 ms, but a correction
-/// that has not been used yet is read, which can take 0.1 s. They release the camera's lock, which the thread must hold
-/// exactly once, work on corrections and a window of the same moment, and return NotConnected, without any effect, if
-/// the camera has been disconnected meanwhile.
+/// preset, from bit 0; presets without a correction are passed over. The functions take about 1 ms, 6 ms if they read
+/// a list of 134 000 pixels, and 0.1 s more for each correction that has not been used yet, which is read. They release
+/// the camera's lock, which the thread must hold exactly once, work on corrections and a window of the same moment, and
+/// return NotConnected, without any effect, if the camera has been disconnected meanwhile.
+///
+/// A function returns Ok although its list may never be written, as on a full disk. The camera then uses the list from
+/// memory until it is deleted. The list is lost with the process if it cannot be written until then.
 class BadPixelLists : public Device
 {
 public:
-    /// No profile keys and no settings. The devices Sensor and CorrectionRun must exist before.
+    /// No profile keys and no settings. The device Sensor must exist before.
     BadPixelLists(Camera &camera, Section &section);
 
     /// Writes the bad pixels of the present window into /Temp/NAME.bpl. Refuses any other path, and a preset without a
@@ -56,14 +60,14 @@ public:
     /// Flags the pixels of the factory's list in the corrections of some presets. The files of the corrections stay.
     Status applyFactoryList(uint32_t presets);
 
-    /// Whether the factory's list can be used with the present window.
-    bool isFactoryListUsable() const;
+    /// Whether the factory's list can be used with a window. Releases the camera's lock, as the functions above do.
+    bool isFactoryListUsable(const image::Window &window) const;
     /// The factory's bad pixels in frames of a window with these flips, nonzero for each of them; nothing if the list
     /// cannot be used with this window. The caller must not hold the camera's lock.
     std::optional<std::vector<uint8_t>> factoryList(const image::Window &window, const image::Optics &flips) const;
 
-    /// The contents of a list that has no file yet. A factory's list that has been removed comes back. Any path that
-    /// leads to the list.
+    /// The contents of a list that has no file yet. A factory's list that has been removed comes back. Releases the
+    /// camera's lock, as the functions above do. BadPixelFolder::cleanPath() tells which paths lead to a list.
     std::optional<QByteArray> unwritten(const QString &cameraPath) const;
 
     void connectionChanged(bool connected) override;

@@ -68,10 +68,21 @@ CorrectionRun::Readout CorrectionRun::presentReadout() const
 Status CorrectionRun::start()
 {
     const auto &setup = camera().device<CorrectionSetup>()->values();
-    if (usesFactoryList(setup) && !camera().device<BadPixelLists>()->isFactoryListUsable())
-        return Refused;
-    if (!mayStart() || camera().device<Sensor>()->repeats(setup.preset) == 0)
-        return Refused;
+    // The check of the list releases the camera's lock, so everything is checked again after it.
+    for (std::optional<image::Window> checked;;) {
+        if (!mayStart() || camera().device<Sensor>()->repeats(setup.preset) == 0)
+            return Refused;
+        const image::Window window = presentReadout().window;
+        if (!usesFactoryList(setup) || checked == window)
+            break;
+        const bool usable = camera().device<BadPixelLists>()->isFactoryListUsable(window);
+        if (!camera().connected())
+            return NotConnected;
+        if (!usable)
+            return Refused;
+        checked = window;
+        camera().catchUp();
+    }
     camera().device<Corrections>()->discard();
     m_automatic.reset();
     begin(setup);

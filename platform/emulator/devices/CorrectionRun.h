@@ -54,7 +54,7 @@ public:
 
     /// Starts a run with the values of CorrectionSetup, and discards a pending correction. Refused while a run is on,
     /// for a preset that makes no frames in the present sequencing mode, and if it had to use a factory's list of bad
-    /// pixels that cannot be used. The thread must hold the camera's lock exactly once.
+    /// pixels that cannot be used. Releases the camera's lock, as look() does.
     Status start();
     /// Starts automatic runs for presets in turn. Refused while a run is on or a correction is pending, without a flag,
     /// and without a preset.

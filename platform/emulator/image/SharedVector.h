@@ -8,14 +8,20 @@
 namespace emulator::image
 {
 
-/// Values that do not change, and that copies of this object share. Copies may be used on several threads.
+/// Values that do not change, and that copies of this object share. A moved object keeps its values. Copies may be used
+/// on several threads.
 template <class T> class SharedVector
 {
 public:
     SharedVector() : SharedVector(std::vector<T>()) { }
     SharedVector(std::vector<T> values) : m_values(std::make_shared<const std::vector<T>>(std::move(values))) { }
 
-    /// For a changed copy.
+    /// A moved-from object would have no values, so there is no move: it copies.
+    SharedVector(const SharedVector &) = default;
+    SharedVector &operator=(const SharedVector &) = default;
+    ~SharedVector() = default;
+
+    /// Returns the values, of which a caller can make a changed copy.
     const std::vector<T> &values() const { return *m_values; }
 
     size_t size() const { return m_values->size(); }
