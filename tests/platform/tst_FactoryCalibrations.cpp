@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include <array>
+#include <mutex>
 
 using emulator::Camera;
 using emulator::FactoryCalibrations;
