@@ -234,7 +234,7 @@ void tst_badPixelExport::areThereBeforeTheyAreWritten()
     rig.camera().flushMemory();
     std::optional<BadPixelRig::List> list;
     {
-        // Nothing is written while the lock is held.
+        // Nothing is written while the lock is held. The functions do not release it, since it is held twice in them.
         const std::lock_guard lock(rig.camera().mutex());
         list = rig.exported();
         QVERIFY(rig.pixelsOf(list) == rig.flagged() && !rig.flagged().empty());
