@@ -123,9 +123,9 @@ void tst_MfgTabLayout::everyTextFits_data()
 {
     QTest::addColumn<QString>("profile");
     QTest::addColumn<int>("width");
-    for (const char *profile : {"everything", "discrete-fov", "low-cost", "edge-values"})
+    for (const QString profile : {"everything", "discrete-fov", "low-cost", "edge-values"})
         for (const int width : {640, 900, 1280})
-            QTest::addRow("%s, %d wide", profile, width) << profile << width;
+            QTest::addRow("%s, %d wide", qPrintable(profile), width) << profile << width;
 }
 
 // Long texts of the camera are shortened.
