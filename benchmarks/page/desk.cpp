@@ -174,8 +174,9 @@ void openAllCards(QQuickItem &desk)
     const auto headers = PageUser::visibleItems(desk, [](QQuickItem &item) {
         return item.objectName() == QStringLiteral("cardHeader") && !item.property("checked").toBool();
     });
+    // As a click does; the control has no function for it.
     for (QQuickItem *header : headers)
-        QMetaObject::invokeMethod(header, "click");
+        QMetaObject::invokeMethod(header, "toggled");
     PageUser::pause(untilSteady);
 }
 

@@ -1,9 +1,6 @@
 #include "tests/page/SetupPage.h"
 #include "tests/support/Test.h"
 
-#include <QQmlContext>
-#include <QQmlProperty>
-
 /// The Setup page for keyboard and screen reader: the order of the controls and their names.
 class tst_SetupTabAccessibility : public Test
 {
@@ -16,10 +13,6 @@ private slots:
     void everyControlHasAName();
 
 private:
-    static QString nameOf(const QQuickItem &item)
-    {
-        return QQmlProperty::read(&item, QStringLiteral("Accessible.name"), qmlContext(&item)).toString();
-    }
     static QQuickItem *setupTab(const PageDriver &page);
     static void profiles();
 };
@@ -94,8 +87,8 @@ void tst_SetupTabAccessibility::everyControlHasAName()
         if (item->window() == nullptr || !item->isVisible() || !control)
             continue;
         // The text field of a combo box uses the name of the box.
-        const bool ofBox = item->inherits("QQuickTextField") && nameOf(*item).isEmpty();
-        const QString name = nameOf(ofBox ? *item->parentItem() : *item);
+        const bool ofBox = item->inherits("QQuickTextField") && PageDriver::nameOf(*item).isEmpty();
+        const QString name = PageDriver::nameOf(ofBox ? *item->parentItem() : *item);
         QVERIFY2(!name.isEmpty(), item->metaObject()->className());
         // A glyph is not a name.
         QVERIFY2(!name.at(0).isNull() && name.at(0).category() != QChar::Other_PrivateUse, qPrintable(name));
