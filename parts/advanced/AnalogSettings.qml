@@ -26,7 +26,6 @@ ModelBody {
     }
 
     refreshing: camera ? camera.advancedAnalogSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.advancedAnalogSettingsModel.hasRefreshed : false
 
     RowGroup {
         SettingRow {

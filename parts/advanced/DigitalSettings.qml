@@ -52,7 +52,6 @@ ModelBody {
     }
 
     refreshing: camera ? camera.advancedTabModel.refreshing : false
-    hasRefreshed: camera ? camera.advancedTabModel.hasRefreshed : false
 
     RowGroup {
         Layout.alignment: Qt.AlignTop

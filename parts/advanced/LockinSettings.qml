@@ -10,7 +10,6 @@ ModelBody {
     readonly property bool _hasRate: camera ? camera.advancedLockinSettingsModel.sampleRateIsSet : false
 
     refreshing: camera ? camera.advancedLockinSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.advancedLockinSettingsModel.hasRefreshed : false
 
     RowGroup {
         ModelChoiceRow {

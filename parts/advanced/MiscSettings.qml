@@ -28,7 +28,6 @@ ModelBody {
     }
 
     refreshing: camera ? camera.advancedMiscSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.advancedMiscSettingsModel.hasRefreshed : false
 
     RowGroup {
         Layout.alignment: Qt.AlignTop

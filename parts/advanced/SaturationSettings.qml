@@ -64,7 +64,6 @@ ModelBody {
     }
 
     refreshing: camera ? camera.advancedSaturationSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.advancedSaturationSettingsModel.hasRefreshed : false
 
     RowGroup {
         SettingRow {

@@ -8,6 +8,7 @@ import zvt.rows
 ApplyBody {
     id: settings
 
+    readonly property bool _hasRefreshed: camera ? camera.mfgTabModel.hasRefreshed : false
     // The model in the current row of the table; null without one.
     readonly property var _row: _modelAt(table.currentIndex)
 
@@ -84,10 +85,9 @@ ApplyBody {
     }
 
     refreshing: camera ? camera.mfgTabModel.refreshing : false
-    hasRefreshed: camera ? camera.mfgTabModel.hasRefreshed : false
     onReadsChanged: convertCameraInfoToIndexAndSetOnListView()
     onIsShownChanged: {
-        if (isShown && hasRefreshed)
+        if (isShown && _hasRefreshed)
             convertCameraInfoToIndexAndSetOnListView()
     }
 
@@ -112,7 +112,7 @@ ApplyBody {
                 id: facts
 
                 width: parent.width
-                visible: !settings.refreshing && settings.hasRefreshed
+                visible: !settings.refreshing && settings._hasRefreshed
                 spacing: 8
 
                 ModelFact {
@@ -148,7 +148,7 @@ ApplyBody {
             // The end of a read would discard a choice made during it.
             enabled: !settings.refreshing
             model: filter.filteredModels
-            wasRead: settings.hasRefreshed
+            wasRead: settings._hasRefreshed
             onChosen: row => settings._choose(row)
         }
 

@@ -62,7 +62,6 @@ ApplyBody {
     }
 
     refreshing: camera ? camera.mfgCoolerSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.mfgCoolerSettingsModel.hasRefreshed : false
 
     RowGroup {
         ValueRow {

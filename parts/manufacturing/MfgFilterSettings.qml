@@ -21,7 +21,6 @@ ApplyBody {
     }
 
     refreshing: camera ? camera.mfgCorvinFilterSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.mfgCorvinFilterSettingsModel.hasRefreshed : false
 
     RowGroup {
         Layout.maximumWidth: 720

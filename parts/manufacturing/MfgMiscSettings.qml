@@ -14,7 +14,6 @@ ApplyBody {
     }
 
     refreshing: camera ? camera.mfgMiscSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.mfgMiscSettingsModel.hasRefreshed : false
 
     RowGroup {
         Field {

@@ -72,7 +72,6 @@ ApplyBody {
     }
 
     refreshing: camera ? camera.mfgNucSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.mfgNucSettingsModel.hasRefreshed : false
     twoColumnWidth: 840
 
     RowGroup {

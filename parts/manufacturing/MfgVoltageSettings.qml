@@ -19,7 +19,6 @@ ModelBody {
     }
 
     refreshing: camera ? camera.mfgVoltageSettingsModel.refreshing : false
-    hasRefreshed: camera ? camera.mfgVoltageSettingsModel.hasRefreshed : false
 
     RowGroup {
         PlainLabel {

@@ -82,7 +82,6 @@ ModelBody {
     }
 
     refreshing: camera ? camera.mfgTabModel.roicConfig.refreshing : false
-    hasRefreshed: camera ? camera.mfgTabModel.roicConfig.hasRefreshed : false
 
     RowGroup {
         ToggleRow {

@@ -5,9 +5,8 @@ import QtQuick
 SectionBody {
     id: body
 
-    // The flags of the section's model.
+    // Whether the model is being read.
     property bool refreshing
-    property bool hasRefreshed
     // The number of reads that have ended with a connected camera while the body exists. The binding of a control
     // depends on it if a read does not signal an unchanged value, but must replace a choice that the camera has refused.
     property int reads

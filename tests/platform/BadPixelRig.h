@@ -109,14 +109,14 @@ struct BadPixelRig : CorrectionRig {
             && zvtSetTwinklerSetup(handle(), false, 32, 200) == 0 && zvtSetNUCUseFactoryBadPixels(handle(), true) == 0;
     }
 
-    /// Adds rows with a "content" that is no list.
+    /// Adds rows with a "content" that is not a list.
     static void addDamagedLists()
     {
         QTest::addColumn<QByteArray>("content");
         const auto bytes = List{160, 128, {{80, 64}}}.bytes();
         const QByteArray sound = QByteArrayView(bytes).toByteArray();
         QTest::newRow("empty") << QByteArray();
-        QTest::newRow("foreign") << QByteArray("Width: 640, a text that is no list");
+        QTest::newRow("foreign") << QByteArray("Width: 640, a text, not a list");
         QTest::newRow("truncated") << sound.chopped(1);
         QTest::newRow("with a tail") << sound + 'x';
         QByteArray later = sound;

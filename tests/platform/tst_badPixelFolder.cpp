@@ -93,7 +93,7 @@ void tst_badPixelFolder::aMissingFactoryListIsThatOfANewCamera()
     QVERIFY(lists.files.unwritten(factory).has_value());
     QCOMPARE(lists.width("/Temp/ps0.bpl"), 0);
     QVERIFY(!lists.files.unwritten("/Temp/ps0.bpl"));
-    // Nobody has asked for a file.
+    // No list was replaced or provided before.
     lists.files.write();
     QVERIFY(!QFile::exists(lists.pathOf(factory)));
 }
@@ -170,7 +170,7 @@ void tst_badPixelFolder::pathsAreCleaned_data()
     row("Temp/ps0.bpl", "/Temp/ps0.bpl");
     row("//Temp//./ps0.bpl", "/Temp/ps0.bpl");
     row("Temp/../Temp/ps0.bpl", "/Temp/ps0.bpl");
-    // The file system would refuse it if there is no such folder.
+    // The file system refuses this path if the folder does not exist.
     row("/missing/../Temp/ps0.bpl", "/Temp/ps0.bpl");
     row("/../Temp/ps0.bpl", "");
     row("/Temp/../../ps0.bpl", "");

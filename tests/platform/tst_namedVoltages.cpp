@@ -367,7 +367,7 @@ void tst_namedVoltages::otherClientsSetThem()
     QVERIFY(rig.set("voltages.detectorCommon", 2.0));
     QCOMPARE(voltsOf(rig, "VREF"), 2.0f);
     QCOMPARE(voltsOf(rig, "VDET"), 2.0f);
-    // The limits are no values of a float, which the settings are.
+    // The settings are floats, which cannot have exactly these limits.
     const auto setLimit = [&rig](const char *setting, const char *name, double volts) {
         return rig.set(setting, volts) && voltsOf(rig, name) == static_cast<float>(volts);
     };

@@ -289,7 +289,7 @@ void tst_MfgVoltageSettingsModel::visibilityReadsNothing() { walkVisibility(volt
 void tst_MfgVoltageSettingsModel::failingReads()
 {
     const QStringList list{"voltageListModel"};
-    ReadExceptions exceptions{{"zvtListVoltages", {list, "without names there are no rows", list}}};
+    ReadExceptions exceptions{{"zvtListVoltages", {list, "the rows are made from the names", list}}};
     for (const QString &call : rowReads)
         for (const char *number : {"", "#2", "#3"})
             exceptions.insert(call + QLatin1String(number), {list, "the row is missing", list});

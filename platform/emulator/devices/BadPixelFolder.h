@@ -32,7 +32,7 @@ public:
 
     /// Makes a list the contents of a file.
     void replace(const QString &path, Map list);
-    /// Lets write() write the factory's list of a new camera if there is no other one then.
+    /// After this, write() writes the factory's list of a new camera if the factory's list has no file.
     void provideFactoryList();
     bool hasFactoryFile() const;
 

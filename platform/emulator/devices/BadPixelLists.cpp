@@ -206,7 +206,7 @@ std::function<void()> BadPixelLists::filesToWrite()
     return [folder = m_folder] { folder->write(); };
 }
 
-/// Lets the factory's list of a new camera be written if there is no other one.
+/// Asks the camera's thread to write the factory's list of a new camera if the factory's list has no file.
 void BadPixelLists::provideFactoryList() const
 {
     const bool hasFirstList = windowOf(camera().device<Sensor>()->array()).hasFrames();

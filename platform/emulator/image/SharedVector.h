@@ -16,7 +16,7 @@ public:
     SharedVector() : SharedVector(std::vector<T>()) { }
     SharedVector(std::vector<T> values) : m_values(std::make_shared<const std::vector<T>>(std::move(values))) { }
 
-    /// A moved-from object would have no values, so there is no move: it copies.
+    /// A move copies, so that the source keeps its values.
     SharedVector(const SharedVector &) = default;
     SharedVector &operator=(const SharedVector &) = default;
     ~SharedVector() = default;
